@@ -1,0 +1,33 @@
+#pragma once
+
+// A decoder of one stream. Damaged packets are passed over: what cannot be decoded is missing, and nothing more.
+
+#include "twcore/media/ff.h"
+
+#include <memory>
+
+namespace twcore {
+
+class Decoder {
+public:
+    /// nullptr when there is no decoder for the stream or it refuses the stream's header. `threads` 0 is one a core.
+    static std::unique_ptr<Decoder> open(const AVStream& stream, int threads);
+
+    /// Hands in a packet, nullptr at the end of the stream. All frames must have been received before.
+    void send(const AVPacket* packet) noexcept;
+    /// The next frame in display order, nullptr when more packets are needed or the end has been reached.
+    FramePtr receive();
+    /// Forgets everything, to go on from another place of the stream.
+    void flush() noexcept;
+
+    AVCodecContext& context() noexcept { return *context_; }
+
+private:
+    explicit Decoder(CodecContextPtr context) : context_(std::move(context)) {}
+
+    CodecContextPtr context_;
+    FramePtr spare_;
+    bool recovering_ = true; // since the beginning or a jump no whole frame has come out
+};
+
+} // namespace twcore

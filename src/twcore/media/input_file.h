@@ -1,0 +1,73 @@
+#pragma once
+
+// A media file opened for demuxing, under guard.
+//
+// Bytes come from one local, regular file through our own reader; whatever else a format would like to open (another
+// file, the network) is refused, and so are play lists, image sequences and the like. What a format claims of itself
+// is bounded before memory is taken for it. A reader may be told to give up, by a flag or by a deadline.
+
+#include "twcore/media/ff.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace twcore {
+
+/// Pictures larger than this are refused before they are decoded.
+inline constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27;
+
+/// When to give up. Copied into a reader; the flag, when there is one, must outlive it.
+struct Patience {
+    const std::atomic<bool>* cancelled = nullptr;
+    std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::time_point::max();
+
+    bool over() const noexcept
+    {
+        return (cancelled != nullptr && cancelled->load(std::memory_order_relaxed))
+               || (deadline != std::chrono::steady_clock::time_point::max()
+                   && std::chrono::steady_clock::now() > deadline);
+    }
+};
+
+class InputFile {
+public:
+    /// Opens the file and reads its header. nullptr when that fails, with `error` one of engine::media_error.
+    static std::unique_ptr<InputFile> open(const std::string& path, const Patience& patience, std::uint32_t& error);
+
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    AVFormatContext* context() const noexcept { return context_; }
+    const AVStream* stream(int index) const noexcept { return context_->streams[index]; }
+    std::string formatName() const { return context_->iformat->name; }
+    std::int64_t byteCount() const noexcept { return byteCount_; }
+
+    /// Reads enough packets to know every stream. False on failure.
+    bool readStreamInfo();
+    /// Lets only packets of this stream through.
+    void keepOnly(int streamIndex) noexcept;
+    /// The next packet; false at the end, on an error and when patience is over.
+    bool read(AVPacket& packet) noexcept;
+
+    bool gaveUp() const noexcept { return patience_.over(); }
+
+private:
+    explicit InputFile(Patience patience) : patience_(patience) {}
+
+    static int readBytes(void* self, std::uint8_t* target, int size) noexcept;
+    static std::int64_t seekBytes(void* self, std::int64_t offset, int whence) noexcept;
+    const AVInputFormat* findFormat(const std::string& path) const;
+    bool openBytes(const std::string& path, std::uint32_t& error);
+
+    Patience patience_;
+    int descriptor_ = -1;
+    std::int64_t byteCount_ = 0;
+    AVIOContext* bytes_ = nullptr;
+    AVFormatContext* context_ = nullptr;
+};
+
+} // namespace twcore

@@ -1,0 +1,421 @@
+#include "twcore/media/media_file.h"
+
+#include "engine/status.h"
+#include "twcore/media/decoder.h"
+#include "twcore/media/midi_file.h"
+#include "twcore/media/orientation.h"
+#include "twcore/media/picture_index.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <string_view>
+#include <thread>
+
+namespace twcore {
+
+namespace {
+
+namespace media_error = engine::media_error;
+
+constexpr std::int64_t kTrialBytes = 48 << 20; // packets read in search of the first frames
+constexpr int kTrialPackets = 4000;
+
+/// The stream marked as default, else the first, of a kind. Cover art is no picture.
+int chooseStream(const AVFormatContext& context, AVMediaType type)
+{
+    int first = -1;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        const AVStream& stream = *context.streams[i];
+        constexpr int kNoPicture = AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS;
+        if (stream.codecpar->codec_type != type || (stream.disposition & kNoPicture) != 0) {
+            continue;
+        }
+        if ((stream.disposition & AV_DISPOSITION_DEFAULT) != 0) {
+            return static_cast<int>(i);
+        }
+        first = first < 0 ? static_cast<int>(i) : first;
+    }
+    return first;
+}
+
+/// What decoding the beginning of one stream showed.
+struct FirstFrames {
+    int streamIndex = -1;
+    std::unique_ptr<Decoder> decoder;
+    FramePtr first;
+    int frameCount = 0;
+
+    bool wanted() const { return decoder != nullptr && frameCount < 1; }
+};
+
+void take(FirstFrames& frames, const AVPacket* packet)
+{
+    frames.decoder->send(packet);
+    while (auto frame = frames.decoder->receive()) {
+        ++frames.frameCount;
+        if (!frames.first) {
+            frames.first = std::move(frame);
+        }
+    }
+}
+
+void decodeBeginnings(InputFile& file, std::array<FirstFrames*, 2> streams)
+{
+    auto packet = makePacket();
+    std::int64_t bytes = 0;
+    for (int i = 0; i < kTrialPackets && bytes < kTrialBytes; ++i) {
+        if (std::ranges::none_of(streams, [](auto* s) { return s->wanted(); }) || !file.read(*packet)) {
+            break;
+        }
+        bytes += packet->size;
+        for (auto* stream : streams) {
+            if (stream->decoder && packet->stream_index == stream->streamIndex && stream->wanted()) {
+                take(*stream, packet.get());
+            }
+        }
+    }
+    for (auto* stream : streams) {
+        if (stream->wanted()) {
+            take(*stream, nullptr);
+        }
+    }
+}
+
+AVRational snappedRate(double fps)
+{
+    constexpr std::array<AVRational, 11> kUsual{{{24000, 1001},
+                                                 {24, 1},
+                                                 {25, 1},
+                                                 {30000, 1001},
+                                                 {30, 1},
+                                                 {48, 1},
+                                                 {50, 1},
+                                                 {60000, 1001},
+                                                 {60, 1},
+                                                 {15, 1},
+                                                 {120, 1}}};
+    AVRational best{0, 1};
+    double nearest = 0.002; // phones write rates that wander by a few frames in a thousand
+    for (const auto rate : kUsual) {
+        const double off = std::abs(fps / av_q2d(rate) - 1);
+        if (off < nearest) {
+            nearest = off;
+            best = rate;
+        }
+    }
+    return best;
+}
+
+AVRational frameRateOf(const AVStream& stream)
+{
+    const AVRational average = stream.avg_frame_rate;
+    const AVRational base = stream.r_frame_rate;
+    AVRational rate = average.num > 0 && average.den > 0 ? average : base;
+    if (rate.num <= 0 || rate.den <= 0 || av_q2d(rate) > 1000) {
+        return {25, 1};
+    }
+    const AVRational usual = snappedRate(av_q2d(rate));
+    if (usual.num != 0) {
+        return usual;
+    }
+    if (base.num > 0 && base.den > 0 && std::abs(av_q2d(base) / av_q2d(rate) - 1) < 0.01) {
+        rate = base;
+    }
+    return rate;
+}
+
+double timeOf(const AVStream& stream, std::int64_t stamp)
+{
+    return static_cast<double>(stamp) * av_q2d(stream.time_base);
+}
+
+double startOf(const InputFile& file, const AVStream& stream, const FirstFrames& frames)
+{
+    // The stamps of packed B frames in AVI belong to packets, not to pictures.
+    const bool stampsTellOrder = file.formatName() != "avi";
+    if (stampsTellOrder && frames.first && frames.first->best_effort_timestamp != AV_NOPTS_VALUE) {
+        return timeOf(stream, frames.first->best_effort_timestamp);
+    }
+    return stream.start_time != AV_NOPTS_VALUE ? timeOf(stream, stream.start_time) : 0;
+}
+
+/// Last moment of each stream by reading every packet: for files whose header does not tell, or may not be believed.
+std::array<double, 2> scannedEnds(const std::string& path, std::array<int, 2> indexes, const Patience& patience)
+{
+    std::array<double, 2> ends{-1, -1};
+    std::uint32_t error = 0;
+    const auto file = InputFile::open(path, patience, error);
+    if (!file || !file->readStreamInfo()) {
+        return ends;
+    }
+    auto packet = makePacket();
+    while (file->read(*packet)) {
+        for (std::size_t i = 0; i < indexes.size(); ++i) {
+            const auto stamp = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
+            if (packet->stream_index != indexes[i] || stamp == AV_NOPTS_VALUE) {
+                continue;
+            }
+            const AVStream& stream = *file->stream(indexes[i]);
+            double length = timeOf(stream, std::max<std::int64_t>(0, packet->duration));
+            if (length == 0 && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO && stream.avg_frame_rate.num > 0) {
+                length = 1 / av_q2d(stream.avg_frame_rate);
+            }
+            ends[i] = std::max(ends[i], timeOf(stream, stamp) + length);
+        }
+    }
+    return file->gaveUp() ? std::array<double, 2>{-1, -1} : ends;
+}
+
+bool headerMayBeWrong(const InputFile& file, TimeStamps timeStamps)
+{
+    const AVFormatContext& context = *file.context();
+    if (context.duration_estimation_method == AVFMT_DURATION_FROM_BITRATE || context.duration <= 0) {
+        return true;
+    }
+    constexpr std::int64_t kQuickBytes = 48 << 20;
+    return timeStamps == TimeStamps::kIndexed && file.byteCount() <= kQuickBytes;
+}
+
+/// The end of a stream as Matroska's tags tell it, hours:minutes:seconds; 0 when they do not.
+double taggedEnd(const AVStream& stream)
+{
+    const auto* const tag = av_dict_get(stream.metadata, "DURATION", nullptr, AV_DICT_IGNORE_SUFFIX);
+    int hours = 0;
+    int minutes = 0;
+    double seconds = 0;
+    const bool isRead = tag != nullptr && std::sscanf(tag->value, "%d:%d:%lf", &hours, &minutes, &seconds) == 3;
+    return isRead ? (hours * 60 + minutes) * 60 + seconds : 0;
+}
+
+double headerEnd(const InputFile& file, const AVStream& stream)
+{
+    const AVFormatContext& context = *file.context();
+    if (const double tagged = taggedEnd(stream); tagged > 0) {
+        return tagged;
+    }
+    if (stream.duration != AV_NOPTS_VALUE && stream.duration > 0) {
+        return timeOf(stream, stream.duration + (stream.start_time != AV_NOPTS_VALUE ? stream.start_time : 0));
+    }
+    if (context.duration > 0) {
+        const std::int64_t start = context.start_time != AV_NOPTS_VALUE ? context.start_time : 0;
+        return static_cast<double>(context.duration + start) / AV_TIME_BASE;
+    }
+    return 0;
+}
+
+std::int32_t lengthMs(double seconds)
+{
+    return static_cast<std::int32_t>(std::clamp(std::round(seconds * 1000), 0.0, 2'000'000'000.0));
+}
+
+bool holdsOnePicture(const std::string& path)
+{
+    std::uint32_t error = 0;
+    const auto file = InputFile::open(path, {}, error);
+    auto packet = makePacket();
+    return file && file->read(*packet) && !file->read(*packet);
+}
+
+bool isStillFormat(const InputFile& file, const std::string& path)
+{
+    const std::string name = file.formatName();
+    return name.ends_with("_pipe") || name == "image2pipe" || (name == "gif" && holdsOnePicture(path));
+}
+
+PictureFacts pictureFacts(const std::string& path, const InputFile& file, const FirstFrames& frames)
+{
+    const AVStream& stream = *file.stream(frames.streamIndex);
+    PictureFacts facts;
+    facts.streamIndex = frames.streamIndex;
+    facts.isStill = isStillFormat(file, path);
+    facts.frameRate = facts.isStill ? AVRational{0, 1} : frameRateOf(stream);
+    facts.startSeconds = facts.isStill ? 0 : startOf(file, stream, frames);
+    facts.orientation = orientationOf(stream, frames.first.get());
+    const AVRational aspect =
+        av_guess_sample_aspect_ratio(file.context(), const_cast<AVStream*>(&stream), frames.first.get());
+    const bool sane = aspect.num > 0 && aspect.den > 0 && av_q2d(aspect) > 0.05 && av_q2d(aspect) < 20;
+    facts.pixelAspect = sane ? aspect : AVRational{1, 1};
+    const AVCodecDescriptor* const codec = avcodec_descriptor_get(stream.codecpar->codec_id);
+    facts.reorders = codec != nullptr && (codec->props & AV_CODEC_PROP_REORDER) != 0;
+    const int storedWidth = frames.first ? frames.first->width : stream.codecpar->width;
+    const int storedHeight = frames.first ? frames.first->height : stream.codecpar->height;
+    const auto size = displayedSize(storedWidth, storedHeight, facts.pixelAspect, facts.orientation);
+    facts.width = size.width;
+    facts.height = size.height;
+    return facts;
+}
+
+SoundFacts soundFacts(const InputFile& file, const FirstFrames& frames)
+{
+    const AVStream& stream = *file.stream(frames.streamIndex);
+    SoundFacts facts;
+    facts.streamIndex = frames.streamIndex;
+    facts.rate = frames.first ? frames.first->sample_rate : stream.codecpar->sample_rate;
+    facts.channels = frames.first ? frames.first->ch_layout.nb_channels : stream.codecpar->ch_layout.nb_channels;
+    facts.startSeconds = startOf(file, stream, frames);
+    return facts;
+}
+
+void setTimes(MediaFile& media, const InputFile& file, const Patience& patience)
+{
+    if (media.picture && media.sound) {
+        media.zeroSeconds = std::min(media.picture->startSeconds, media.sound->startSeconds);
+    } else {
+        media.zeroSeconds = media.picture ? media.picture->startSeconds : media.sound->startSeconds;
+    }
+    if (media.picture && media.picture->isStill) {
+        media.picture->durationMs = kStillMs;
+        return;
+    }
+    std::array<double, 2> ends{-1, -1};
+    if (headerMayBeWrong(file, media.timeStamps)) {
+        ends = scannedEnds(
+            media.path, {media.picture ? media.picture->streamIndex : -1, media.sound ? media.sound->streamIndex : -1},
+            patience);
+        if (media.picture && media.timeStamps == TimeStamps::kIndexed) {
+            const auto index = PictureIndex::build(media, patience);
+            ends[0] = index ? index->startOfSlot(index->count()) : ends[0];
+        }
+    }
+    const auto setLength = [&](auto& facts, double scanned) {
+        const double end = scanned >= 0 ? scanned : headerEnd(file, *file.stream(facts.streamIndex));
+        facts.durationMs = lengthMs(end - media.zeroSeconds);
+    };
+    if (media.picture) {
+        setLength(*media.picture, ends[0]);
+    }
+    if (media.sound) {
+        setLength(*media.sound, ends[1]);
+    }
+}
+
+TimeStamps timeStampsOf(const InputFile& file)
+{
+    const std::string name = file.formatName();
+    const bool trusted = name.starts_with("mov,") || name.starts_with("matroska") || name == "asf";
+    return trusted ? TimeStamps::kTrusted : TimeStamps::kIndexed;
+}
+
+FirstFrames openDecoder(const InputFile& file, int streamIndex)
+{
+    FirstFrames frames;
+    frames.streamIndex = streamIndex;
+    if (streamIndex >= 0) {
+        frames.decoder = Decoder::open(*file.stream(streamIndex), 1);
+    }
+    return frames;
+}
+
+std::uint32_t errorOf(const FirstFrames& picture, const FirstFrames& sound)
+{
+    const bool hasPicture = picture.streamIndex >= 0;
+    const bool hasSound = sound.streamIndex >= 0;
+    if (!hasPicture && !hasSound) {
+        return media_error::kInvalidFormat;
+    }
+    const bool pictureFails = hasPicture && picture.frameCount == 0;
+    const bool soundFails = hasSound && sound.frameCount == 0;
+    if ((pictureFails || !hasPicture) && (soundFails || !hasSound)) {
+        const bool noDecoder = (!hasPicture || !picture.decoder) && (!hasSound || !sound.decoder);
+        return noDecoder ? media_error::kNoDecoder : media_error::kInvalidFormat;
+    }
+    if (pictureFails) {
+        return media_error::kPictureNotRendered;
+    }
+    return soundFails ? media_error::kSoundNotRendered : media_error::kNone;
+}
+
+Trial tryMidi(const std::string& path)
+{
+    const auto length = midiLengthMs(path);
+    if (!length) {
+        return {media_error::kInvalidFormat, nullptr};
+    }
+    auto media = std::make_shared<MediaFile>();
+    media->path = path;
+    media->formatName = "midi";
+    media->isMidi = true;
+    media->sound = SoundFacts{.streamIndex = 0, .rate = kMidiRate, .channels = 2, .durationMs = *length};
+    return {findSoundFont().empty() ? media_error::kNoDecoder : media_error::kNone, media};
+}
+
+Trial tryOpened(const std::string& path, InputFile& file, const Patience& patience)
+{
+    if (!file.readStreamInfo() && file.context()->nb_streams == 0) {
+        return {file.gaveUp() ? media_error::kCannotLoad : media_error::kInvalidFormat, nullptr};
+    }
+    auto picture = openDecoder(file, chooseStream(*file.context(), AVMEDIA_TYPE_VIDEO));
+    auto sound = openDecoder(file, chooseStream(*file.context(), AVMEDIA_TYPE_AUDIO));
+    decodeBeginnings(file, {&picture, &sound});
+    if (file.gaveUp()) {
+        return {media_error::kCannotLoad, nullptr};
+    }
+    Trial trial{errorOf(picture, sound), nullptr};
+    if (picture.frameCount == 0 && sound.frameCount == 0) {
+        return trial;
+    }
+    auto media = std::make_shared<MediaFile>();
+    media->path = path;
+    media->formatName = file.formatName();
+    media->byteCount = file.byteCount();
+    media->timeStamps = timeStampsOf(file);
+    if (picture.frameCount > 0) {
+        media->picture = pictureFacts(path, file, picture);
+    }
+    if (sound.frameCount > 0) {
+        media->sound = soundFacts(file, sound);
+    }
+    setTimes(*media, file, patience);
+    trial.file = std::move(media);
+    return trial;
+}
+
+} // namespace
+
+Trial tryMediaFile(const std::string& path, const Patience& patience)
+{
+    if (isMidiFile(path)) {
+        return tryMidi(path);
+    }
+    Trial trial;
+    const auto file = InputFile::open(path, patience, trial.error);
+    return file ? tryOpened(path, *file, patience) : trial;
+}
+
+Trial tryMediaFileWithin(const std::string& path, double seconds)
+{
+    // The thread may be stuck in the kernel for longer than we wait: it owns what it works on.
+    struct Work {
+        std::mutex mutex;
+        std::condition_variable finished;
+        bool done = false;
+        Trial trial;
+    };
+    auto work = std::make_shared<Work>();
+    const auto wait =
+        std::chrono::duration_cast<std::chrono::steady_clock::duration>(std::chrono::duration<double>(seconds));
+    const auto deadline = std::chrono::steady_clock::now() + wait;
+    std::thread([work, path, deadline] {
+        Trial trial{media_error::kInvalidFormat, nullptr};
+        try {
+            trial = tryMediaFile(path, Patience{.deadline = deadline});
+        } catch (const std::exception&) {
+            trial.error = media_error::kInvalidFormat;
+        }
+        const std::lock_guard lock(work->mutex);
+        work->trial = std::move(trial);
+        work->done = true;
+        work->finished.notify_one();
+    }).detach();
+    std::unique_lock lock(work->mutex);
+    if (!work->finished.wait_until(lock, deadline, [&] { return work->done; })) {
+        return {media_error::kCannotLoad, nullptr};
+    }
+    return work->trial;
+}
+
+} // namespace twcore

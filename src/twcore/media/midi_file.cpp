@@ -1,0 +1,198 @@
+#include "twcore/media/midi_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace twcore {
+
+namespace {
+
+constexpr std::size_t kMaxBytes = 64u << 20;
+constexpr double kMaxSeconds = 4 * 3600; // a damaged delta time must not make a song of years
+
+using Bytes = std::span<const std::uint8_t>;
+
+struct TempoChange {
+    std::uint64_t tick;
+    std::uint32_t microsecondsPerBeat;
+};
+
+std::uint32_t bigEndian(Bytes bytes, std::size_t at, std::size_t count)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        value = value << 8 | bytes[at + i];
+    }
+    return value;
+}
+
+/// One track's events, read for their times alone.
+class TrackReader {
+public:
+    explicit TrackReader(Bytes bytes) : bytes_(bytes) {}
+
+    /// Adds the tempo changes, and returns the tick of the last event.
+    std::uint64_t read(std::vector<TempoChange>& tempos)
+    {
+        std::uint64_t tick = 0;
+        std::uint64_t last = 0;
+        std::uint8_t status = 0;
+        while (at_ < bytes_.size()) {
+            tick += variableLength();
+            if (at_ >= bytes_.size()) {
+                break;
+            }
+            if (bytes_[at_] >= 0x80) {
+                status = bytes_[at_++];
+            } else if (status < 0x80 || status >= 0xF0) {
+                break; // no status to run on: damaged from here
+            }
+            last = tick;
+            if (status == 0xFF) {
+                if (!readMeta(tick, tempos)) {
+                    break;
+                }
+            } else if (status == 0xF0 || status == 0xF7) {
+                skip(variableLength());
+            } else {
+                const int kind = status >> 4;
+                skip(kind == 0xC || kind == 0xD ? 1 : 2);
+            }
+        }
+        return last;
+    }
+
+private:
+    bool readMeta(std::uint64_t tick, std::vector<TempoChange>& tempos)
+    {
+        if (at_ >= bytes_.size()) {
+            return false;
+        }
+        const std::uint8_t type = bytes_[at_++];
+        const std::uint32_t length = variableLength();
+        if (type == 0x51 && length == 3 && at_ + 3 <= bytes_.size()) {
+            tempos.push_back({tick, bigEndian(bytes_, at_, 3)});
+        }
+        skip(length);
+        return type != 0x2F;
+    }
+
+    std::uint32_t variableLength()
+    {
+        std::uint32_t value = 0;
+        for (int i = 0; i < 4 && at_ < bytes_.size(); ++i) {
+            const std::uint8_t byte = bytes_[at_++];
+            value = value << 7 | (byte & 0x7F);
+            if (byte < 0x80) {
+                break;
+            }
+        }
+        return value;
+    }
+
+    void skip(std::size_t count) { at_ = std::min(bytes_.size(), at_ + count); }
+
+    Bytes bytes_;
+    std::size_t at_ = 0;
+};
+
+double secondsAt(std::uint64_t tick, std::vector<TempoChange>& tempos, std::uint32_t division)
+{
+    if ((division & 0x8000) != 0) { // frames a second, and ticks a frame
+        const double fps = 256 - (division >> 8);
+        return static_cast<double>(tick) / (fps * std::max<std::uint32_t>(1, division & 0xFF));
+    }
+    std::ranges::stable_sort(tempos, {}, &TempoChange::tick);
+    double seconds = 0;
+    std::uint64_t from = 0;
+    double perTick = 0.5 / std::max<std::uint32_t>(1, division); // 120 beats a minute until told otherwise
+    for (const auto& tempo : tempos) {
+        if (tempo.tick >= tick) {
+            break;
+        }
+        seconds += static_cast<double>(tempo.tick - from) * perTick;
+        from = tempo.tick;
+        perTick = tempo.microsecondsPerBeat * 1e-6 / std::max<std::uint32_t>(1, division);
+    }
+    return seconds + static_cast<double>(tick - from) * perTick;
+}
+
+std::vector<std::uint8_t> readAll(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::vector<std::uint8_t> bytes;
+    std::uint8_t block[65536];
+    while (file && bytes.size() < kMaxBytes) {
+        file.read(reinterpret_cast<char*>(block), sizeof block);
+        bytes.insert(bytes.end(), block, block + file.gcount());
+    }
+    return bytes;
+}
+
+} // namespace
+
+bool isMidiFile(const std::string& path)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        return false;
+    }
+    char head[12] = {};
+    std::ifstream(path, std::ios::binary).read(head, sizeof head);
+    return std::memcmp(head, "MThd", 4) == 0
+           || (std::memcmp(head, "RIFF", 4) == 0 && std::memcmp(head + 8, "RMID", 4) == 0);
+}
+
+std::optional<std::int32_t> midiLengthMs(const std::string& path)
+{
+    const auto all = readAll(path);
+    const std::string_view signature = "MThd";
+    const auto begin = std::search(all.begin(), all.end(), signature.begin(), signature.end());
+    const Bytes bytes(begin, all.end());
+    if (bytes.size() < 14) {
+        return std::nullopt;
+    }
+    const std::uint32_t division = bigEndian(bytes, 12, 2);
+    std::size_t at = 8 + std::size_t{bigEndian(bytes, 4, 4)};
+    std::vector<TempoChange> tempos;
+    std::uint64_t last = 0;
+    while (at + 8 <= bytes.size()) {
+        const std::size_t length = std::min<std::size_t>(bigEndian(bytes, at + 4, 4), bytes.size() - at - 8);
+        if (std::memcmp(&bytes[at], "MTrk", 4) == 0) {
+            last = std::max(last, TrackReader(bytes.subspan(at + 8, length)).read(tempos));
+        }
+        at += 8 + length;
+    }
+    if (last == 0) {
+        return std::nullopt;
+    }
+    const double seconds = std::min(secondsAt(last, tempos, division), kMaxSeconds);
+    return static_cast<std::int32_t>(std::ceil(seconds * 1000));
+}
+
+std::string findSoundFont()
+{
+    std::error_code error;
+    if (const char* const chosen = std::getenv("QUILLMONT_SOUNDFONT");
+        chosen != nullptr && std::filesystem::is_regular_file(chosen, error)) {
+        return chosen;
+    }
+    for (const char* const path : {"/usr/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2",
+                                   "/usr/share/sounds/sf3/default-GM.sf3", "/usr/share/sounds/sf2/FluidR3_GM.sf2",
+                                   "/usr/share/soundfonts/default.sf2", "/usr/local/share/sounds/sf2/default-GM.sf2"}) {
+        if (std::filesystem::is_regular_file(path, error)) {
+            return path;
+        }
+    }
+    return {};
+}
+
+} // namespace twcore

@@ -1,0 +1,178 @@
+#include "twcore/media/picture_index.h"
+
+#include "twcore/media/picture_kind.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace twcore {
+
+struct PictureIndex::Scanned {
+    std::int64_t presentationTime;
+    PictureKind kind;
+};
+
+std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, const Patience& patience)
+{
+    std::uint32_t error = 0;
+    const auto file = InputFile::open(media.path, patience, error);
+    if (!file || !file->readStreamInfo()
+        || media.picture->streamIndex >= static_cast<int>(file->context()->nb_streams)) {
+        return nullptr;
+    }
+    const AVStream& stream = *file->stream(media.picture->streamIndex);
+    file->keepOnly(media.picture->streamIndex);
+    // AVI writes no presentation times: what the demuxer hands out there are guesses.
+    const bool timesTellOrder = file->formatName() != "avi";
+    PictureKindReader kinds(*stream.codecpar);
+    auto index = std::make_shared<PictureIndex>();
+    std::vector<Scanned> scanned;
+    auto packet = makePacket();
+    while (file->read(*packet)) {
+        if (packet->stream_index != media.picture->streamIndex) {
+            continue;
+        }
+        const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
+        index->packets_.push_back({packet->pos, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
+        scanned.push_back({packet->pts, media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
+    }
+    if (index->packets_.empty() || file->gaveUp()) {
+        return nullptr;
+    }
+    const double fps = media.picture->frameRate.num > 0 ? av_q2d(media.picture->frameRate) : 25;
+    index->arrange(scanned, stream.time_base, 1 / fps, timesTellOrder);
+    return index;
+}
+
+namespace {
+
+/// Display order of pictures stored in decoding order, from their kinds: within a group by the order numbers where
+/// the codec writes them, else each picture that others lean on comes out when the next such one arrives.
+std::vector<std::uint32_t> orderByKind(const std::vector<PictureKind>& kinds)
+{
+    std::vector<std::uint32_t> order;
+    order.reserve(kinds.size());
+    std::size_t groupStart = 0;
+    const auto sortGroup = [&](std::size_t end) {
+        const auto first = static_cast<std::ptrdiff_t>(order.size());
+        for (auto i = groupStart; i < end; ++i) {
+            order.push_back(static_cast<std::uint32_t>(i));
+        }
+        std::stable_sort(order.begin() + first, order.end(),
+                         [&](auto a, auto b) { return *kinds[a].orderNumber < *kinds[b].orderNumber; });
+        groupStart = end;
+    };
+    const bool numbered = std::ranges::all_of(kinds, [](const auto& kind) { return kind.orderNumber.has_value(); });
+    if (numbered) {
+        for (std::size_t i = 1; i < kinds.size(); ++i) {
+            if (kinds[i].startsGroup) {
+                sortGroup(i);
+            }
+        }
+        sortGroup(kinds.size());
+        return order;
+    }
+    std::optional<std::uint32_t> held;
+    for (std::uint32_t i = 0; i < kinds.size(); ++i) {
+        if (kinds[i].isBidirectional) {
+            order.push_back(i);
+            continue;
+        }
+        if (held) {
+            order.push_back(*held);
+        }
+        held = i;
+    }
+    if (held) {
+        order.push_back(*held);
+    }
+    return order;
+}
+
+} // namespace
+
+void PictureIndex::arrange(const std::vector<Scanned>& scanned, AVRational timeBase, double frameSeconds,
+                           bool timesTellOrder)
+{
+    const std::size_t count = packets_.size();
+    const bool allTimes = std::ranges::none_of(scanned, [](auto& s) { return s.presentationTime == AV_NOPTS_VALUE; });
+    std::vector<std::int64_t> times(count);
+    ordinalOfSlot_.resize(count);
+    std::iota(ordinalOfSlot_.begin(), ordinalOfSlot_.end(), 0u);
+    if (timesTellOrder && allTimes) {
+        std::ranges::stable_sort(ordinalOfSlot_, {}, [&](auto i) { return scanned[i].presentationTime; });
+        std::ranges::transform(ordinalOfSlot_, times.begin(), [&](auto i) { return scanned[i].presentationTime; });
+    } else {
+        std::vector<PictureKind> kinds(count);
+        std::ranges::transform(scanned, kinds.begin(), &Scanned::kind);
+        ordinalOfSlot_ = orderByKind(kinds);
+        if (timesTellOrder) {
+            // Program streams stamp some pictures only: the others follow the one that is shown before them.
+            const auto frame = static_cast<std::int64_t>(std::llround(frameSeconds / av_q2d(timeBase)));
+            for (std::size_t slot = 0; slot < count; ++slot) {
+                const auto own = scanned[ordinalOfSlot_[slot]].presentationTime;
+                times[slot] =
+                    own != AV_NOPTS_VALUE ? own : (slot > 0 ? times[slot - 1] + frame : packets_[0].decodeTime);
+            }
+        } else {
+            std::ranges::transform(packets_, times.begin(), &Packet::decodeTime);
+            for (std::size_t i = 1; i < count; ++i) { // a packet without any time follows the one before it
+                times[i] = times[i] == AV_NOPTS_VALUE ? times[i - 1] : times[i];
+            }
+        }
+        std::ranges::sort(times);
+    }
+    slotOfOrdinal_.resize(count);
+    slotStarts_.resize(count + 1);
+    for (std::size_t slot = 0; slot < count; ++slot) {
+        slotOfOrdinal_[ordinalOfSlot_[slot]] = static_cast<std::uint32_t>(slot);
+        slotStarts_[slot] = static_cast<double>(times[slot]) * av_q2d(timeBase);
+    }
+    slotStarts_[count] = slotStarts_[count - 1] + frameSeconds;
+
+    hasPositions_ = std::ranges::all_of(packets_, [](auto& p) { return p.position >= 0; });
+    byPosition_.reserve(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        byPosition_.emplace_back(hasPositions_ ? packets_[i].position : packets_[i].decodeTime, i);
+    }
+    std::ranges::sort(byPosition_);
+}
+
+std::size_t PictureIndex::slotAt(double seconds) const
+{
+    const auto end = slotStarts_.end() - 1;
+    const auto above = std::upper_bound(slotStarts_.begin(), end, seconds);
+    return above == slotStarts_.begin() ? 0 : static_cast<std::size_t>(above - slotStarts_.begin()) - 1;
+}
+
+std::size_t PictureIndex::keyOrdinalFor(std::size_t slot) const
+{
+    std::size_t ordinal = ordinalOfSlot_[slot];
+    bool leansOnEarlier = false;
+    for (;; --ordinal) {
+        if (packets_[ordinal].isKey) {
+            if (slotOfOrdinal_[ordinal] <= slot || leansOnEarlier) {
+                return ordinal;
+            }
+            leansOnEarlier = true;
+        }
+        if (ordinal == 0) {
+            return 0;
+        }
+    }
+}
+
+std::optional<std::size_t> PictureIndex::identify(std::int64_t position, std::int64_t decodeTime, int byteCount) const
+{
+    const std::int64_t wanted = hasPositions_ ? position : decodeTime;
+    auto found = std::ranges::lower_bound(byPosition_, std::pair{wanted, 0u});
+    for (; found != byPosition_.end() && found->first == wanted; ++found) {
+        if (packets_[found->second].byteCount == byteCount) {
+            return found->second;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace twcore

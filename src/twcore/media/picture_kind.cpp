@@ -1,0 +1,66 @@
+#include "twcore/media/picture_kind.h"
+
+namespace twcore {
+
+PictureKindReader::PictureKindReader(const AVCodecParameters& parameters)
+    : isMpeg4_(parameters.codec_id == AV_CODEC_ID_MPEG4),
+      isNumbered_(parameters.codec_id == AV_CODEC_ID_H264 || parameters.codec_id == AV_CODEC_ID_HEVC)
+{
+    if (isMpeg4_) {
+        return;
+    }
+    parser_.reset(av_parser_init(parameters.codec_id));
+    context_.reset(avcodec_alloc_context3(avcodec_find_decoder(parameters.codec_id)));
+    if (!parser_ || !context_ || avcodec_parameters_to_context(context_.get(), &parameters) < 0) {
+        parser_.reset();
+        return;
+    }
+    parser_->flags |= PARSER_FLAG_COMPLETE_FRAMES;
+}
+
+PictureKind PictureKindReader::read(const AVPacket& packet)
+{
+    return isMpeg4_ ? readMpeg4(packet) : parser_ ? readParsed(packet) : PictureKind{};
+}
+
+PictureKind PictureKindReader::readMpeg4(const AVPacket& packet)
+{
+    // A picture begins with 00 00 01 B6 and two bits of its kind: 0 intra, 1 predicted, 2 bidirectional, 3 sprite.
+    // Some writers pack a bidirectional picture behind the predicted one in one packet and leave an empty packet in
+    // its place: the decoder brings that picture out with the empty packet.
+    constexpr int kBidirectional = 2;
+    constexpr int kEmptyPacketBytes = 20;
+    int pictures = 0;
+    int kind = 0;
+    for (int i = 0; i + 4 < packet.size; ++i) {
+        const auto* const at = packet.data + i;
+        if (at[0] == 0 && at[1] == 0 && at[2] == 1 && at[3] == 0xB6) {
+            kind = pictures == 0 ? at[4] >> 6 : kind;
+            ++pictures;
+            i += 4;
+        }
+    }
+    const bool takesPacked = holdsPackedPicture_ && pictures <= 1 && packet.size <= kEmptyPacketBytes;
+    holdsPackedPicture_ = pictures > 1;
+    PictureKind result;
+    result.isBidirectional = kind == kBidirectional || takesPacked;
+    return result;
+}
+
+PictureKind PictureKindReader::readParsed(const AVPacket& packet)
+{
+    std::uint8_t* data = nullptr;
+    int size = 0;
+    parser_->pict_type = AV_PICTURE_TYPE_NONE;
+    av_parser_parse2(parser_.get(), context_.get(), &data, &size, packet.data, packet.size, AV_NOPTS_VALUE,
+                     AV_NOPTS_VALUE, 0);
+    PictureKind kind;
+    if (isNumbered_) {
+        kind.orderNumber = parser_->output_picture_number;
+        kind.startsGroup = (packet.flags & AV_PKT_FLAG_KEY) != 0 && parser_->output_picture_number <= 0;
+    }
+    kind.isBidirectional = parser_->pict_type == AV_PICTURE_TYPE_B;
+    return kind;
+}
+
+} // namespace twcore

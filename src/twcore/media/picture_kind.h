@@ -1,0 +1,40 @@
+#pragma once
+
+// What kind of picture a packet holds, read from its head without decoding it: for formats that write no
+// presentation times, so that the order of showing has to be worked out.
+
+#include "twcore/media/ff.h"
+
+#include <optional>
+
+namespace twcore {
+
+struct PictureKind {
+    bool isBidirectional = false;   // shown at once, ahead of the picture stored before it
+    bool startsGroup = false;       // order numbers begin anew
+    std::optional<int> orderNumber; // where the codec writes one: pictures of a group are shown by it
+};
+
+class PictureKindReader {
+public:
+    explicit PictureKindReader(const AVCodecParameters& parameters);
+
+    /// Kinds depend on the packets before: read every packet, in stored order.
+    PictureKind read(const AVPacket& packet);
+
+private:
+    PictureKind readMpeg4(const AVPacket& packet);
+    PictureKind readParsed(const AVPacket& packet);
+
+    struct CloseParser {
+        void operator()(AVCodecParserContext* parser) const noexcept { av_parser_close(parser); }
+    };
+
+    bool isMpeg4_;
+    bool isNumbered_;
+    bool holdsPackedPicture_ = false;
+    std::unique_ptr<AVCodecParserContext, CloseParser> parser_;
+    CodecContextPtr context_;
+};
+
+} // namespace twcore

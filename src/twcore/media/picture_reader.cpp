@@ -1,0 +1,330 @@
+#include "twcore/media/picture_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <mutex>
+
+namespace twcore {
+
+namespace {
+
+constexpr double kNever = -std::numeric_limits<double>::infinity();
+// Between the last frame's own end and the end that the header tells, as long as that is no damage.
+constexpr double kHoldSeconds = 0.25;
+
+} // namespace
+
+std::shared_ptr<const PictureIndex> sharedPictureIndex(const MediaFilePtr& media, const Patience& patience)
+{
+    struct Entry {
+        std::mutex building;
+        std::weak_ptr<const MediaFile> media;
+        std::shared_ptr<const PictureIndex> index;
+    };
+    static std::mutex mutex;
+    static std::map<const MediaFile*, std::shared_ptr<Entry>> entries;
+    std::shared_ptr<Entry> entry;
+    {
+        const std::lock_guard lock(mutex);
+        std::erase_if(entries, [](const auto& known) { return known.second->media.expired(); });
+        auto& slot = entries[media.get()];
+        if (!slot) {
+            slot = std::make_shared<Entry>();
+            slot->media = media;
+        }
+        entry = slot;
+    }
+    const std::lock_guard lock(entry->building);
+    if (!entry->index) {
+        entry->index = PictureIndex::build(*media, patience);
+    }
+    return entry->index;
+}
+
+PictureReader::PictureReader(MediaFilePtr media, int threads, Patience patience)
+    : media_(std::move(media)), threads_(threads), patience_(patience)
+{}
+
+bool PictureReader::openFile()
+{
+    std::uint32_t error = 0;
+    decoder_.reset();
+    file_ = InputFile::open(media_->path, patience_, error);
+    const int stream = media_->picture->streamIndex;
+    // The header was tried before; a file that has changed since may offer less.
+    if (!file_ || !file_->readStreamInfo() || stream >= static_cast<int>(file_->context()->nb_streams)) {
+        return false;
+    }
+    file_->keepOnly(stream);
+    decoder_ = Decoder::open(*file_->stream(stream), threads_);
+    nextOrdinal_ = 0;
+    lastPacketTime_ = AV_NOPTS_VALUE;
+    havePacket_ = false;
+    drained_ = false;
+    dropBefore_ = kNever;
+    return decoder_ != nullptr;
+}
+
+bool PictureReader::prepare()
+{
+    if (broken_) {
+        return false;
+    }
+    if (decoder_) {
+        return true;
+    }
+    broken_ = true;
+    if (!openFile()) {
+        return false;
+    }
+    if (media_->timeStamps == TimeStamps::kIndexed && !media_->picture->isStill) {
+        index_ = sharedPictureIndex(media_, patience_);
+        if (!index_) {
+            return false;
+        }
+    }
+    // Stamps of whole milliseconds are rounded ones.
+    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
+    tolerance_ = tick >= 0.0009 && !index_ ? 0.0005 : 0.00001;
+    if (media_->formatName == "flv") {
+        tolerance_ = 0.0005;
+    }
+    broken_ = false;
+    return true;
+}
+
+SharedFrame PictureReader::at(double seconds)
+{
+    if (!media_->picture || seconds < 0 || !prepare()) {
+        return nullptr;
+    }
+    if (media_->picture->isStill) {
+        if (!current_) {
+            current_ = decodeNext();
+            broken_ = !current_;
+        }
+        return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
+    }
+    const double time = seconds + media_->zeroSeconds + tolerance_;
+    if (needsJump(time)) {
+        jumpTo(time);
+    }
+    return broken_ ? nullptr : answer(time);
+}
+
+SharedFrame PictureReader::answer(double time)
+{
+    if (!next_ && !drained_) {
+        next_ = decodeNext();
+    }
+    while (next_ && next_->start <= time) {
+        current_ = std::move(next_);
+        next_ = decodeNext();
+    }
+    if (!current_ && next_ && next_->start - time <= kHoldSeconds && time < media_->zeroSeconds + kHoldSeconds) {
+        return next_->frame; // a picture that begins a little behind its sound
+    }
+    if (!current_ || current_->start > time || (!next_ && time >= endOfLast(current_->start))) {
+        return nullptr;
+    }
+    return current_->frame;
+}
+
+double PictureReader::endOfLast(double start) const
+{
+    const AVRational rate = media_->picture->frameRate;
+    const double frame = rate.num > 0 ? 1 / av_q2d(rate) : 0.04;
+    const double told = media_->zeroSeconds + media_->picture->durationMs / 1000.0;
+    const double own = start + frame;
+    return told > own && told - own <= kHoldSeconds ? told + tolerance_ : own + tolerance_;
+}
+
+bool PictureReader::needsJump(double time) const
+{
+    if (!current_ && !next_) {
+        return drained_ || time > media_->picture->startSeconds + 2 * tolerance_ || lastPacketTime_ != AV_NOPTS_VALUE;
+    }
+    const double from = current_ ? current_->start : next_->start;
+    if (time < from) {
+        return current_ || time < next_->start - kHoldSeconds || next_->start > media_->picture->startSeconds + 1;
+    }
+    if (index_) {
+        return index_->keyOrdinalFor(index_->slotAt(time)) > nextOrdinal_;
+    }
+    if ((next_ && time < next_->start) || drained_) {
+        return false;
+    }
+    auto* const stream = const_cast<AVStream*>(file_->stream(media_->picture->streamIndex));
+    const auto stamp = static_cast<std::int64_t>(std::floor(time / av_q2d(stream->time_base)));
+    const auto* const key = avformat_index_get_entry_from_timestamp(stream, stamp, AVSEEK_FLAG_BACKWARD);
+    return key != nullptr && lastPacketTime_ != AV_NOPTS_VALUE && key->timestamp > lastPacketTime_;
+}
+
+void PictureReader::jumpTo(double time)
+{
+    current_.reset();
+    next_.reset();
+    if (index_) {
+        jumpByIndex(time);
+    } else {
+        jumpByTime(time);
+    }
+}
+
+void PictureReader::restart() { broken_ = !openFile(); }
+
+void PictureReader::jumpByTime(double time)
+{
+    const int streamIndex = media_->picture->streamIndex;
+    const double tick = av_q2d(file_->stream(streamIndex)->time_base);
+    auto stamp = static_cast<std::int64_t>(std::floor(time / tick));
+    for (int attempt = 0; attempt < 6; ++attempt) {
+        decoder_->flush();
+        drained_ = false;
+        havePacket_ = false;
+        lastPacketTime_ = AV_NOPTS_VALUE;
+        if (av_seek_frame(file_->context(), streamIndex, stamp, AVSEEK_FLAG_BACKWARD) < 0) {
+            break;
+        }
+        while ((havePacket_ = file_->read(*packet_))
+               && (packet_->stream_index != streamIndex || (packet_->flags & AV_PKT_FLAG_KEY) == 0)) {
+        }
+        if (!havePacket_) {
+            break;
+        }
+        const auto keyTime = packet_->pts != AV_NOPTS_VALUE ? packet_->pts : packet_->dts;
+        const auto storedTime = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
+        dropBefore_ = static_cast<double>(keyTime) * tick;
+        next_ = decodeNext();
+        if (next_ && next_->start <= time) {
+            return;
+        }
+        // Landed behind the time: pictures ahead of this key frame belong to the group before it.
+        const auto* const entry = avformat_index_get_entry(const_cast<AVStream*>(file_->stream(streamIndex)), 0);
+        if (entry != nullptr && storedTime <= entry->timestamp) {
+            return; // there is no group before
+        }
+        stamp = std::min(stamp, storedTime) - (attempt < 2 ? 1 : static_cast<std::int64_t>(attempt * 5 / tick));
+        next_.reset();
+    }
+    restart();
+}
+
+void PictureReader::jumpByIndex(double time)
+{
+    if (nextOrdinal_ == 0) {
+        // Some writers tell what their stream is in the first packet alone.
+        sendPacket();
+        (void)decoder_->receive();
+    }
+    std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        if (positionAt(key)) {
+            dropBefore_ = index_->startOfSlot(index_->slotOf(key)) - tolerance_;
+            return;
+        }
+        if (key == 0) {
+            break;
+        }
+        key = index_->keyOrdinalFor(index_->slotOf(key - 1));
+    }
+    restart(); // and decode from the beginning, which always finds it
+}
+
+bool PictureReader::positionAt(std::size_t keyOrdinal)
+{
+    const int streamIndex = media_->picture->streamIndex;
+    const auto& key = index_->packet(keyOrdinal);
+    const bool byBytes = media_->formatName == "mpeg" && key.position >= 0;
+    decoder_->flush();
+    drained_ = false;
+    havePacket_ = false;
+    const int result = byBytes ? av_seek_frame(file_->context(), streamIndex, key.position, AVSEEK_FLAG_BYTE)
+                               : av_seek_frame(file_->context(), streamIndex, key.decodeTime, AVSEEK_FLAG_BACKWARD);
+    if (result < 0) {
+        return false;
+    }
+    // The first packets behind a jump by bytes may be pieces that no number fits.
+    constexpr int kPieces = 64;
+    for (int unknown = 0; unknown < kPieces && file_->read(*packet_);) {
+        if (packet_->stream_index != streamIndex) {
+            continue;
+        }
+        const auto stored = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
+        const auto ordinal = index_->identify(packet_->pos, stored, packet_->size);
+        if (!ordinal) {
+            ++unknown;
+        } else if (*ordinal == keyOrdinal) {
+            havePacket_ = true;
+            nextOrdinal_ = keyOrdinal;
+            return true;
+        } else if (*ordinal > keyOrdinal) {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool PictureReader::sendPacket()
+{
+    const int streamIndex = media_->picture->streamIndex;
+    if (!havePacket_) {
+        do {
+            if (!file_->read(*packet_)) {
+                drained_ = true;
+                decoder_->send(nullptr);
+                return false;
+            }
+        } while (packet_->stream_index != streamIndex);
+    }
+    havePacket_ = false;
+    const auto stored = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
+    lastPacketTime_ = stored != AV_NOPTS_VALUE ? stored : lastPacketTime_;
+    if (index_) {
+        packet_->pts = static_cast<std::int64_t>(nextOrdinal_++);
+        packet_->dts = AV_NOPTS_VALUE;
+    }
+    decoder_->send(packet_.get());
+    return true;
+}
+
+std::optional<PictureReader::Shown> PictureReader::timed(FramePtr frame) const
+{
+    if (index_) {
+        const auto ordinal = static_cast<std::size_t>(frame->pts);
+        if (frame->pts == AV_NOPTS_VALUE || ordinal >= index_->count()) {
+            return std::nullopt;
+        }
+        const double start = index_->startOfSlot(index_->slotOf(ordinal));
+        return Shown{shareFrame(std::move(frame)), start};
+    }
+    const auto stamp = frame->best_effort_timestamp != AV_NOPTS_VALUE ? frame->best_effort_timestamp : frame->pts;
+    if (stamp == AV_NOPTS_VALUE && !media_->picture->isStill) {
+        return std::nullopt;
+    }
+    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
+    const double start = media_->picture->isStill ? 0 : static_cast<double>(stamp) * tick;
+    return Shown{shareFrame(std::move(frame)), start};
+}
+
+std::optional<PictureReader::Shown> PictureReader::decodeNext()
+{
+    while (!patience_.over()) {
+        if (auto frame = decoder_->receive()) {
+            auto shown = timed(std::move(frame));
+            if (shown && shown->start >= dropBefore_) {
+                return shown;
+            }
+            continue;
+        }
+        if (drained_) {
+            return std::nullopt;
+        }
+        sendPacket();
+    }
+    return std::nullopt;
+}
+
+} // namespace twcore

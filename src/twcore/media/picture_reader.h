@@ -1,0 +1,75 @@
+#pragma once
+
+// The pictures of one stream by time: at any media time exactly the frame whose interval holds it.
+//
+// A reader stays where it is: asking on from the last time decodes on, and only a jump back, or ahead over a key
+// frame, seeks. Not thread safe: one reader serves one thread; several readers of a file share its index.
+
+#include "twcore/media/decoder.h"
+#include "twcore/media/input_file.h"
+#include "twcore/media/media_file.h"
+#include "twcore/media/picture_index.h"
+
+#include <memory>
+#include <optional>
+
+namespace twcore {
+
+/// The index of a file's pictures, listed on first use and then shared between readers. Thread safe.
+std::shared_ptr<const PictureIndex> sharedPictureIndex(const MediaFilePtr& media, const Patience& patience);
+
+class PictureReader {
+public:
+    /// `threads` is what the decoder may use.
+    PictureReader(MediaFilePtr media, int threads, Patience patience = {});
+
+    /// The frame at a media time in seconds; nullptr where there is none: outside the stream, or nothing to decode.
+    /// The same frame is the same pointer while the reader stays on it.
+    SharedFrame at(double seconds);
+
+    /// Media time in seconds at which the frame that was answered last begins.
+    double frameStart() const noexcept { return current_ ? current_->start - media_->zeroSeconds : 0; }
+
+    const MediaFile& media() const noexcept { return *media_; }
+
+private:
+    struct Shown {
+        SharedFrame frame;
+        double start; // in the file's own time
+    };
+
+    bool openFile();
+    bool prepare();
+    SharedFrame answer(double time);
+    bool needsJump(double time) const;
+    void jumpTo(double time);
+    void jumpByTime(double time);
+    void jumpByIndex(double time);
+    bool positionAt(std::size_t keyOrdinal);
+    void restart();
+    std::optional<Shown> decodeNext();
+    std::optional<Shown> timed(FramePtr frame) const;
+    bool sendPacket();
+    double endOfLast(double start) const;
+
+    MediaFilePtr media_;
+    int threads_;
+    Patience patience_;
+    bool broken_ = false;
+
+    std::unique_ptr<InputFile> file_;
+    std::unique_ptr<Decoder> decoder_;
+    std::shared_ptr<const PictureIndex> index_;
+    PacketPtr packet_ = makePacket();
+    bool havePacket_ = false; // packet_ holds one that was read while looking for a place
+    bool drained_ = false;
+
+    double tolerance_ = 0;
+    std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
+    std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
+    double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole
+    std::optional<Shown> current_;
+    std::optional<Shown> next_;
+};
+
+} // namespace twcore

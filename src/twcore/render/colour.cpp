@@ -1,0 +1,176 @@
+#include "twcore/render/colour.h"
+
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace twcore {
+
+namespace {
+
+struct Weights {
+    double red;
+    double blue;
+};
+
+// Luma weights as ITU-R BT.601, BT.709 and BT.2020 give them.
+Weights weightsOf(Matrix matrix)
+{
+    switch (matrix) {
+    case Matrix::kBt709:
+        return {0.2126, 0.0722};
+    case Matrix::kBt2020:
+        return {0.2627, 0.0593};
+    default:
+        return {0.299, 0.114};
+    }
+}
+
+using Rows = std::array<std::array<double, 3>, 3>;
+
+/// From Y (0 to 1) and colour differences (-0.5 to 0.5) to red, green, blue.
+Rows toRgb(Matrix matrix)
+{
+    const auto [red, blue] = weightsOf(matrix);
+    const double green = 1 - red - blue;
+    return {{{1, 0, 2 * (1 - red)},
+             {1, -2 * blue * (1 - blue) / green, -2 * red * (1 - red) / green},
+             {1, 2 * (1 - blue), 0}}};
+}
+
+Rows fromRgb(Matrix matrix)
+{
+    const auto [red, blue] = weightsOf(matrix);
+    const double green = 1 - red - blue;
+    return {{{red, green, blue},
+             {-red / (2 * (1 - blue)), -green / (2 * (1 - blue)), 0.5},
+             {0.5, -green / (2 * (1 - red)), -blue / (2 * (1 - red))}}};
+}
+
+constexpr int kBits = 14;
+
+/// Whole numbers of the map from one colour's 8-bit values to another's.
+struct FixedMap {
+    std::array<std::array<int, 3>, 3> factor;
+    std::array<int, 3> offset;
+};
+
+FixedMap mapBetween(const Colour& from, const Colour& to)
+{
+    const Rows decode = toRgb(from.matrix);
+    const Rows encode = fromRgb(to.matrix);
+    const double lumaIn = from.isFullRange ? 255 : 219;
+    const double chromaIn = from.isFullRange ? 255 : 224;
+    const double lumaOut = to.isFullRange ? 255 : 219;
+    const double chromaOut = to.isFullRange ? 255 : 224;
+    const std::array<double, 3> zeroIn{from.isFullRange ? 0.0 : 16.0, 128, 128};
+    const std::array<double, 3> zeroOut{to.isFullRange ? 0.0 : 16.0, 128, 128};
+    FixedMap map{};
+    for (std::size_t row = 0; row < 3; ++row) {
+        double offset = zeroOut[row];
+        for (std::size_t column = 0; column < 3; ++column) {
+            double factor = 0;
+            for (std::size_t i = 0; i < 3; ++i) {
+                factor += encode[row][i] * decode[i][column];
+            }
+            factor *= (row == 0 ? lumaOut : chromaOut) / (column == 0 ? lumaIn : chromaIn);
+            map.factor[row][column] = static_cast<int>(std::lround(factor * (1 << kBits)));
+            offset -= factor * zeroIn[column];
+        }
+        map.offset[row] = static_cast<int>(std::lround(offset * (1 << kBits))) + (1 << (kBits - 1));
+    }
+    return map;
+}
+
+std::uint8_t toByte(int value) { return static_cast<std::uint8_t>(std::clamp(value >> kBits, 0, 255)); }
+
+void recolourLuma(std::uint8_t* luma, const std::uint8_t* cb, const std::uint8_t* cr, int width, int shiftX,
+                  const FixedMap& map)
+{
+    const auto [ky, kb, kr] = map.factor[0];
+    const int offset = map.offset[0];
+    if (shiftX == 1) {
+        for (int x = 0; x < width / 2; ++x) {
+            const int chroma = kb * cb[x] + kr * cr[x] + offset;
+            luma[2 * x] = toByte(ky * luma[2 * x] + chroma);
+            luma[2 * x + 1] = toByte(ky * luma[2 * x + 1] + chroma);
+        }
+        if ((width & 1) != 0) {
+            luma[width - 1] = toByte(ky * luma[width - 1] + kb * cb[width / 2] + kr * cr[width / 2] + offset);
+        }
+        return;
+    }
+    for (int x = 0; x < width; ++x) {
+        luma[x] = toByte(ky * luma[x] + kb * cb[x >> shiftX] + kr * cr[x >> shiftX] + offset);
+    }
+}
+
+void recolourChroma(std::uint8_t* cb, std::uint8_t* cr, int width, const FixedMap& map)
+{
+    // The brightness has no part in the colour differences: its factor is 0 by construction.
+    for (int x = 0; x < width; ++x) {
+        const int b = cb[x];
+        const int r = cr[x];
+        cb[x] = toByte(map.factor[1][1] * b + map.factor[1][2] * r + map.offset[1]);
+        cr[x] = toByte(map.factor[2][1] * b + map.factor[2][2] * r + map.offset[2]);
+    }
+}
+
+} // namespace
+
+Colour colourOf(const AVFrame& frame)
+{
+    const auto format = static_cast<AVPixelFormat>(frame.format);
+    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(format);
+    if (shape != nullptr && (shape->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL)) != 0) {
+        return {Matrix::kRgb, true};
+    }
+    Colour colour;
+    colour.isFullRange = frame.color_range == AVCOL_RANGE_JPEG || format == AV_PIX_FMT_YUVJ420P
+                         || format == AV_PIX_FMT_YUVJ422P || format == AV_PIX_FMT_YUVJ444P
+                         || format == AV_PIX_FMT_YUVJ440P || format == AV_PIX_FMT_YUVJ411P
+                         || (format == AV_PIX_FMT_GRAY8 && frame.color_range != AVCOL_RANGE_MPEG);
+    switch (frame.colorspace) {
+    case AVCOL_SPC_BT709:
+        colour.matrix = Matrix::kBt709;
+        break;
+    case AVCOL_SPC_BT470BG:
+    case AVCOL_SPC_SMPTE170M:
+    case AVCOL_SPC_FCC:
+        colour.matrix = Matrix::kBt601;
+        break;
+    case AVCOL_SPC_BT2020_NCL:
+    case AVCOL_SPC_BT2020_CL:
+        colour.matrix = Matrix::kBt2020;
+        break;
+    default: {
+        const bool isLarge = frame.width > 1024 || frame.height > 576;
+        colour.matrix = isLarge && !colour.isFullRange ? Matrix::kBt709 : Matrix::kBt601;
+    }
+    }
+    return colour;
+}
+
+void recolour(const PlanarRect& picture, const Colour& from, const Colour& to)
+{
+    const FixedMap map = mapBetween(from, to);
+    const int chromaWidth = -(-picture.width >> picture.shiftX);
+    const int rowsPerChroma = 1 << picture.shiftY;
+    for (int y = 0; y < picture.height; ++y) {
+        const auto chromaRow = std::ptrdiff_t{y >> picture.shiftY};
+        auto* const cb = picture.planes[1] + chromaRow * picture.strides[1];
+        auto* const cr = picture.planes[2] + chromaRow * picture.strides[2];
+        recolourLuma(picture.planes[0] + std::ptrdiff_t{y} * picture.strides[0], cb, cr, picture.width, picture.shiftX,
+                     map);
+        // Every line of brightness that needs the old colour differences has them first.
+        if ((y + 1) % rowsPerChroma == 0 || y + 1 == picture.height) {
+            recolourChroma(cb, cr, chromaWidth, map);
+        }
+    }
+}
+
+} // namespace twcore

@@ -1,0 +1,34 @@
+#pragma once
+
+// What the numbers of a picture mean: the matrix between red, green, blue and brightness with two colour differences,
+// and whether black and white are 0 and 255 (full) or 16 and 235 (limited).
+
+#include "twcore/media/ff.h"
+
+namespace twcore {
+
+enum class Matrix { kRgb, kBt601, kBt709, kBt2020 };
+
+struct Colour {
+    Matrix matrix = Matrix::kBt601;
+    bool isFullRange = false;
+
+    friend bool operator==(const Colour&, const Colour&) = default;
+};
+
+/// What the frame says of itself; unsaid, pictures larger than standard definition are 709, others 601.
+Colour colourOf(const AVFrame& frame);
+
+/// Rewrites a rectangle of an 8-bit planar picture in place from one colour to another. Neither is RGB. Chroma is
+/// subsampled by 1 << shiftX, 1 << shiftY; the rectangle is aligned to that.
+struct PlanarRect {
+    std::uint8_t* planes[3];
+    int strides[3];
+    int width;
+    int height;
+    int shiftX;
+    int shiftY;
+};
+void recolour(const PlanarRect& picture, const Colour& from, const Colour& to);
+
+} // namespace twcore

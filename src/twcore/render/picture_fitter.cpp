@@ -1,0 +1,310 @@
+#include "twcore/render/picture_fitter.h"
+
+#include "twcore/render/deinterlace.h"
+
+extern "C" {
+#include <libavutil/imgutils.h>
+#include <libavutil/pixdesc.h>
+}
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+namespace twcore {
+
+namespace {
+
+constexpr int kAlignment = 64;
+
+/// The same layout without the old names that also say "full range".
+AVPixelFormat plainFormat(AVPixelFormat format)
+{
+    switch (format) {
+    case AV_PIX_FMT_YUVJ420P:
+        return AV_PIX_FMT_YUV420P;
+    case AV_PIX_FMT_YUVJ422P:
+        return AV_PIX_FMT_YUV422P;
+    case AV_PIX_FMT_YUVJ444P:
+        return AV_PIX_FMT_YUV444P;
+    case AV_PIX_FMT_YUVJ440P:
+        return AV_PIX_FMT_YUV440P;
+    case AV_PIX_FMT_YUVJ411P:
+        return AV_PIX_FMT_YUV411P;
+    default:
+        return format;
+    }
+}
+
+const int* coefficientsOf(Matrix matrix)
+{
+    switch (matrix) {
+    case Matrix::kBt709:
+        return sws_getCoefficients(SWS_CS_ITU709);
+    case Matrix::kBt2020:
+        return sws_getCoefficients(SWS_CS_BT2020);
+    default:
+        return sws_getCoefficients(SWS_CS_ITU601);
+    }
+}
+
+int evenRound(double value) { return static_cast<int>(std::lround(value / 2)) * 2; }
+
+bool isYuv(const Colour& colour) { return colour.matrix != Matrix::kRgb; }
+
+PlanarRect planarRect(AVFrame& frame, const PictureRect& rect)
+{
+    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    PlanarRect planar{};
+    planar.width = rect.width;
+    planar.height = rect.height;
+    planar.shiftX = shape->log2_chroma_w;
+    planar.shiftY = shape->log2_chroma_h;
+    for (int i = 0; i < 3; ++i) {
+        const int x = i == 0 ? rect.left : rect.left >> planar.shiftX;
+        const int y = i == 0 ? rect.top : rect.top >> planar.shiftY;
+        planar.planes[i] = frame.data[i] + std::ptrdiff_t{y} * frame.linesize[i] + x;
+        planar.strides[i] = frame.linesize[i];
+    }
+    return planar;
+}
+
+/// Turns one plane. Sizes are those of the whole turned picture; a plane of subsampled colour has its shifts, and where
+/// they differ it is read at the nearest pixel.
+template <int bytes>
+void turnPlane(std::uint8_t* target, int targetStride, const std::uint8_t* source, int sourceStride, PictureSize size,
+               int shiftX, int shiftY, const Orientation& orientation)
+{
+    // Blocks keep both sides in the cache.
+    constexpr int kBlock = 32;
+    const int width = size.width >> shiftX;
+    const int height = size.height >> shiftY;
+    const int sourceWidth = orientation.swapAxes ? size.height : size.width;
+    const int sourceHeight = orientation.swapAxes ? size.width : size.height;
+    for (int blockY = 0; blockY < height; blockY += kBlock) {
+        for (int blockX = 0; blockX < width; blockX += kBlock) {
+            for (int y = blockY; y < std::min(blockY + kBlock, height); ++y) {
+                for (int x = blockX; x < std::min(blockX + kBlock, width); ++x) {
+                    int u = orientation.swapAxes ? y << shiftY : x << shiftX;
+                    int v = orientation.swapAxes ? x << shiftX : y << shiftY;
+                    u = (orientation.mirrorX ? sourceWidth - 1 - u : u) >> shiftX;
+                    v = (orientation.mirrorY ? sourceHeight - 1 - v : v) >> shiftY;
+                    std::memcpy(target + std::ptrdiff_t{y} * targetStride + x * bytes,
+                                source + std::ptrdiff_t{v} * sourceStride + u * bytes, bytes);
+                }
+            }
+        }
+    }
+}
+
+bool isTransparent(const AVFrame& frame)
+{
+    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    return shape != nullptr && (shape->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL)) != 0;
+}
+
+/// The picture over black; nullptr when the libraries cannot read its transparency.
+FramePtr overBlack(const AVFrame& frame)
+{
+    auto flat = makeFrame();
+    flat->format = AV_PIX_FMT_BGRA;
+    flat->width = frame.width;
+    flat->height = frame.height;
+    SwsContext* const scaler =
+        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width, frame.height,
+                       AV_PIX_FMT_BGRA, SWS_POINT, nullptr, nullptr, nullptr);
+    if (scaler == nullptr || av_frame_get_buffer(flat.get(), 0) < 0) {
+        sws_freeContext(scaler);
+        return nullptr;
+    }
+    sws_scale(scaler, frame.data, frame.linesize, 0, frame.height, flat->data, flat->linesize);
+    sws_freeContext(scaler);
+    for (int y = 0; y < flat->height; ++y) {
+        auto* pixel = flat->data[0] + std::ptrdiff_t{y} * flat->linesize[0];
+        for (int x = 0; x < flat->width; ++x, pixel += 4) {
+            const int alpha = pixel[3];
+            for (int i = 0; i < 3; ++i) {
+                pixel[i] = static_cast<std::uint8_t>((pixel[i] * alpha + 127) / 255);
+            }
+        }
+    }
+    flat->format = AV_PIX_FMT_BGR0;
+    return flat;
+}
+
+} // namespace
+
+PictureRect fittedWhole(PictureSize picture, PictureSize projectFrame, PictureSize movie)
+{
+    const double scale = std::min(static_cast<double>(projectFrame.width) / picture.width,
+                                  static_cast<double>(projectFrame.height) / picture.height);
+    const double width = picture.width * scale * movie.width / projectFrame.width;
+    const double height = picture.height * scale * movie.height / projectFrame.height;
+    PictureRect rect;
+    // A bar of a pixel or two is rounding, not a bar.
+    constexpr double kNearly = 2.5;
+    rect.width = movie.width - width < kNearly ? movie.width : std::max(2, evenRound(width));
+    rect.height = movie.height - height < kNearly ? movie.height : std::max(2, evenRound(height));
+    rect.left = (movie.width - rect.width) / 4 * 2;
+    rect.top = (movie.height - rect.height) / 4 * 2;
+    return rect;
+}
+
+PictureFitter::PictureFitter(PictureFormat format) : format_(format)
+{
+    const int bytes = av_image_get_buffer_size(format_.pixels, format_.size.width, format_.size.height, kAlignment);
+    pool_ = bytes > 0 ? av_buffer_pool_init(static_cast<std::size_t>(bytes) + kAlignment, nullptr) : nullptr;
+    if (pool_ == nullptr) {
+        throw std::bad_alloc();
+    }
+}
+
+PictureFitter::~PictureFitter()
+{
+    av_buffer_pool_uninit(&pool_);
+    sws_freeContext(scaler_);
+}
+
+FramePtr PictureFitter::newFrame()
+{
+    auto frame = makeFrame();
+    frame->format = format_.pixels;
+    frame->width = format_.size.width;
+    frame->height = format_.size.height;
+    frame->color_range = format_.colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+    frame->buf[0] = av_buffer_pool_get(pool_);
+    if (frame->buf[0] == nullptr) {
+        throw std::bad_alloc();
+    }
+    av_image_fill_arrays(frame->data, frame->linesize, frame->buf[0]->data, format_.pixels, frame->width, frame->height,
+                         kAlignment);
+    return frame;
+}
+
+void PictureFitter::paintBlack(AVFrame& frame) const
+{
+    const std::ptrdiff_t strides[4] = {frame.linesize[0], frame.linesize[1], frame.linesize[2], frame.linesize[3]};
+    av_image_fill_black(frame.data, strides, format_.pixels,
+                        format_.colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG, frame.width, frame.height);
+}
+
+SharedFrame PictureFitter::black()
+{
+    if (!black_) {
+        auto frame = newFrame();
+        paintBlack(*frame);
+        black_ = shareFrame(std::move(frame));
+    }
+    return black_;
+}
+
+SharedFrame PictureFitter::fit(const SharedFrame& frame, const PictureFacts& facts, const PictureRect& rect)
+{
+    const Colour colour = colourOf(*frame);
+    const PictureRect all{0, 0, format_.size.width, format_.size.height};
+    const AVPixelFormat pixels = plainFormat(static_cast<AVPixelFormat>(frame->format));
+    if (rect == all && PictureSize{frame->width, frame->height} == format_.size && pixels == format_.pixels
+        && colour == format_.colour && facts.orientation.isPlain()) {
+        return frame;
+    }
+    auto target = newFrame();
+    if (rect != all) {
+        paintBlack(*target);
+    }
+    draw(*target, *frame, facts, rect);
+    return shareFrame(std::move(target));
+}
+
+SharedFrame PictureFitter::fitOver(const SharedFrame& below, const SharedFrame& frame, const PictureFacts& facts,
+                                   const PictureRect& rect)
+{
+    auto target = newFrame();
+    av_image_copy(target->data, target->linesize, const_cast<const std::uint8_t**>(below->data), below->linesize,
+                  format_.pixels, target->width, target->height);
+    draw(*target, *frame, facts, rect);
+    return shareFrame(std::move(target));
+}
+
+void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PictureRect& rect)
+{
+    const Colour colour = colourOf(frame);
+    FramePtr whole;
+    const bool linesMove = facts.orientation.swapAxes || rect.height != frame.height;
+    if (isTransparent(frame)) {
+        whole = overBlack(frame);
+    } else if (frame.interlaced_frame != 0 && linesMove) {
+        whole = deinterlaced(frame);
+    }
+    const AVFrame& source = whole ? *whole : frame;
+    if (facts.orientation.isPlain()) {
+        scaleInto(target, source, rect);
+    } else {
+        turnInto(target, source, rect, facts.orientation);
+    }
+    if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
+        recolour(planarRect(target, rect), colour, format_.colour);
+    }
+}
+
+void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& rect)
+{
+    const Colour colour = colourOf(source);
+    const AVPixelFormat sourcePixels = plainFormat(static_cast<AVPixelFormat>(source.format));
+    scaler_ = sws_getCachedContext(scaler_, source.width, source.height, sourcePixels, rect.width, rect.height,
+                                   format_.pixels, SWS_BICUBIC, nullptr, nullptr, nullptr);
+    if (scaler_ == nullptr) {
+        throw std::runtime_error("A picture of this kind cannot be scaled.");
+    }
+    // Between two kinds of colour differences the scaler only scales: the change of colour is made afterwards, on
+    // fewer pixels. To and from red, green and blue it knows the other side's matrix.
+    const bool bothYuv = isYuv(colour) && isYuv(format_.colour);
+    const int* const from = coefficientsOf(isYuv(colour) ? colour.matrix : format_.colour.matrix);
+    const int* const to =
+        bothYuv ? from : coefficientsOf(isYuv(format_.colour) ? format_.colour.matrix : colour.matrix);
+    const int range = bothYuv ? 0 : colour.isFullRange;
+    sws_setColorspaceDetails(scaler_, from, range, to, bothYuv ? 0 : format_.colour.isFullRange, 0, 1 << 16, 1 << 16);
+    std::uint8_t* planes[4] = {};
+    int strides[4] = {};
+    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(format_.pixels);
+    const bool planar = (shape->flags & AV_PIX_FMT_FLAG_PLANAR) != 0;
+    for (int i = 0; i < 4 && target.data[i] != nullptr; ++i) {
+        const int x = i == 0 ? rect.left : rect.left >> shape->log2_chroma_w;
+        const int y = i == 0 ? rect.top : rect.top >> shape->log2_chroma_h;
+        planes[i] = target.data[i] + std::ptrdiff_t{y} * target.linesize[i] + x * (planar ? 1 : shape->comp[0].step);
+        strides[i] = target.linesize[i];
+    }
+    if (sws_scale(scaler_, source.data, source.linesize, 0, source.height, planes, strides) <= 0) {
+        throw std::runtime_error("A picture could not be scaled.");
+    }
+}
+
+void PictureFitter::turnInto(AVFrame& target, const AVFrame& source, const PictureRect& rect,
+                             const Orientation& orientation)
+{
+    const int width = orientation.swapAxes ? rect.height : rect.width;
+    const int height = orientation.swapAxes ? rect.width : rect.height;
+    if (!turned_ || turned_->width != width || turned_->height != height) {
+        turned_ = makeFrame();
+        turned_->format = format_.pixels;
+        turned_->width = width;
+        turned_->height = height;
+        if (av_frame_get_buffer(turned_.get(), 0) < 0) {
+            throw std::bad_alloc();
+        }
+    }
+    scaleInto(*turned_, source, {0, 0, width, height});
+    const PictureSize size{rect.width, rect.height};
+    if (av_pix_fmt_desc_get(format_.pixels)->comp[0].step == 3) {
+        turnPlane<3>(target.data[0] + std::ptrdiff_t{rect.top} * target.linesize[0] + rect.left * 3, target.linesize[0],
+                     turned_->data[0], turned_->linesize[0], size, 0, 0, orientation);
+        return;
+    }
+    const PlanarRect planar = planarRect(target, rect);
+    for (int i = 0; i < 3; ++i) {
+        turnPlane<1>(planar.planes[i], planar.strides[i], turned_->data[i], turned_->linesize[i], size,
+                     i == 0 ? 0 : planar.shiftX, i == 0 ? 0 : planar.shiftY, orientation);
+    }
+}
+
+} // namespace twcore

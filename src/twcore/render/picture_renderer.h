@@ -1,0 +1,54 @@
+#pragma once
+
+// The pictures of a movie, one by one: what the plan shows at a frame's time, in the movie's format. A renderer keeps
+// its decoders warm from frame to frame and serves one thread; several of them share a plan.
+
+#include "twcore/media/picture_reader.h"
+#include "twcore/render/movie_clock.h"
+#include "twcore/render/picture_fitter.h"
+#include "twcore/render/plan.h"
+
+#include <memory>
+#include <vector>
+
+namespace twcore {
+
+class PictureRenderer {
+public:
+    /// `decoderThreads` is what each decoder may use.
+    PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads, Patience patience);
+
+    /// The picture of a frame, from 0. While nothing changes it is the same pointer.
+    SharedFrame frame(std::int64_t number);
+
+private:
+    struct Reader {
+        MediaFilePtr media;
+        std::size_t layer;
+        std::unique_ptr<PictureReader> reader;
+        std::uint64_t lastUse = 0;
+    };
+    /// What the last picture was made of.
+    struct Made {
+        std::vector<SharedFrame> frames;
+        const PictureStretch* stretch = nullptr;
+        SharedFrame picture;
+    };
+
+    const PictureStretch* stretchAt(std::int64_t number);
+    PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer);
+    SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames);
+
+    PlanPtr plan_;
+    MovieClock clock_;
+    PictureFormat format_;
+    int decoderThreads_;
+    Patience patience_;
+    PictureFitter fitter_;
+    std::vector<Reader> readers_;
+    std::uint64_t uses_ = 0;
+    std::size_t stretch_ = 0;
+    Made made_;
+};
+
+} // namespace twcore

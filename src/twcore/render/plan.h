@@ -1,0 +1,65 @@
+#pragma once
+
+// The timeline compiled for playing and saving: immutable, shared between threads, pointing into nothing that an edit
+// could change. Whoever renders holds the plan it began with to the end.
+//
+//     timeline:   A....... B....          plan, pictures:  |A     |A+O |O |B   |
+//     overlay:          O....             (stretches in which the same sources are active)
+
+#include "twcore/media/media_file.h"
+#include "twcore/media/orientation.h"
+#include "twcore/model/timeline_snapshot.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace twcore {
+
+/// A source with what it plays. Timeline and media times in milliseconds, half open.
+struct PlannedSource {
+    MediaFilePtr media;
+    std::int32_t startMs = 0;
+    std::int32_t stopMs = 0;
+    std::int32_t mediaStartMs = 0;
+    std::int32_t mediaStopMs = 0;
+    std::int16_t stretchMode = 0;
+
+    /// Milliseconds of media a millisecond of timeline; 0 when the media range is empty or reversed.
+    double speed() const;
+    /// Media time in seconds at a timeline time in milliseconds.
+    double mediaSecondsAt(double timelineMs) const;
+};
+
+/// A stretch of the picture in which the same sources are active, the lowest first. Milliseconds, half open.
+struct PictureStretch {
+    std::int32_t startMs = 0;
+    std::int32_t stopMs = 0;
+    std::vector<const PlannedSource*> layers;
+};
+
+struct Plan {
+    PictureSize frame;           // the project's, in which pictures are laid out
+    AVRational frameRate{25, 1}; // the first picture source's
+    std::int32_t durationMs = 0; // of the longest track
+    bool hasPictureTrack = false;
+    bool hasSoundTrack = false;
+    std::vector<std::vector<PlannedSource>> pictureTracks; // lowest first
+    std::vector<std::vector<PlannedSource>> soundTracks;
+    std::vector<PictureStretch> stretches; // from 0 to durationMs, without holes
+};
+
+using PlanPtr = std::shared_ptr<const Plan>;
+
+/// What a stream handle stands for: its file, and whether it is the file's picture.
+struct StreamTarget {
+    MediaFilePtr media;
+    bool isPicture = false;
+};
+
+/// Compiles the given tracks of a timeline; disabled ones take no part. `targetOf` answers an empty target for a
+/// stream that cannot be played, which is then black and silent.
+PlanPtr compilePlan(const TimelineSnapshot& timeline, const std::vector<engine::Handle>& tracks,
+                    const std::function<StreamTarget(engine::Handle)>& targetOf);
+
+} // namespace twcore

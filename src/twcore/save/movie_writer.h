@@ -1,0 +1,64 @@
+#pragma once
+
+// A movie file being written: header, packets in the order they are handed in, index. Errors of the disk are kept with
+// their cause.
+
+#include "twcore/media/ff.h"
+
+#include <cstdint>
+#include <string>
+
+namespace twcore {
+
+/// Why a movie could not be written on: a status code of the engine and a sentence for people that names the path.
+struct WriteError {
+    std::uint32_t code = 0;
+    std::string text;
+};
+
+class MovieWriter {
+public:
+    MovieWriter() = default;
+    ~MovieWriter();
+    MovieWriter(const MovieWriter&) = delete;
+    MovieWriter& operator=(const MovieWriter&) = delete;
+
+    /// Begins an AVI with the streams described; a null description leaves a stream out. What stood at the path is
+    /// truncated. False when the file cannot be made or the format refuses a stream.
+    bool openAvi(const std::string& path, const AVCodecParameters* picture, AVRational fps,
+                 const AVCodecParameters* sound);
+
+    /// Stamps in frames for the picture, in samples for the sound. False when the disk refuses.
+    bool writePicture(const AVPacket& packet) { return write(packet, pictureStream_, pictureBase_); }
+    bool writeSound(const AVPacket& packet) { return write(packet, soundStream_, soundBase_); }
+
+    /// Writes the index and closes. False when the disk refuses. A second call does nothing.
+    bool close();
+
+    const WriteError& error() const noexcept { return error_; }
+    std::int64_t packetsWritten(bool picture) const noexcept { return picture ? picturePackets_ : soundPackets_; }
+
+private:
+    static int writeBytes(void* self, std::uint8_t* data, int size) noexcept;
+    static std::int64_t seekBytes(void* self, std::int64_t offset, int whence) noexcept;
+    bool write(const AVPacket& packet, int stream, AVRational base);
+    int addStream(const AVCodecParameters& parameters, AVRational base);
+    bool fail(int ffError);
+    void release();
+
+    std::string path_;
+    int descriptor_ = -1;
+    int diskError_ = 0; // errno of the first refusal
+    AVIOContext* bytes_ = nullptr;
+    AVFormatContext* context_ = nullptr;
+    bool headerWritten_ = false;
+    int pictureStream_ = -1;
+    int soundStream_ = -1;
+    AVRational pictureBase_{1, 25};
+    AVRational soundBase_{1, 48000};
+    std::int64_t picturePackets_ = 0;
+    std::int64_t soundPackets_ = 0;
+    WriteError error_;
+};
+
+} // namespace twcore

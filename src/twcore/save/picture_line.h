@@ -1,0 +1,76 @@
+#pragma once
+
+// The pictures of a movie in order, made by several workers ahead of whoever writes them.
+//
+//     frames   0 ............ 74 | 75 ........... 149 | 150 ...
+//     worker   1                 | 2                  | 1 or 2, whoever is free
+//
+// The movie is cut into chunks at cuts and at key frames, so that workers decode nothing twice. Each worker takes the
+// next chunk, decodes, fits and, where the compressor treats every frame for itself, encodes it. What is ready waits
+// in its chunk; how much may wait is bounded, and the chunk that is being written never waits for another.
+
+#include "twcore/render/picture_renderer.h"
+#include "twcore/save/video_encoder.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace twcore {
+
+/// One picture of the movie: the packet when the workers encode, else the frame.
+struct MadePicture {
+    SharedFrame frame;
+    std::shared_ptr<const AVPacket> packet;
+    std::size_t byteCount = 0; // memory it holds that the picture before does not
+};
+
+class PictureLine {
+public:
+    PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled);
+    /// Stops the workers and waits for them.
+    ~PictureLine();
+
+    /// The next picture; nullopt behind the last and after a cancel. Throws what a worker threw.
+    std::optional<MadePicture> next();
+
+private:
+    struct Chunk {
+        std::int64_t first;
+        std::int64_t end;
+        std::deque<MadePicture> ready;
+        bool done = false;
+    };
+
+    void work();
+    void makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder);
+    bool hand(std::size_t chunk, MadePicture picture);
+
+    const PlanPtr plan_;
+    const MovieClock clock_;
+    const VideoEncoding encoding_;
+    const std::atomic<bool>& cancelled_;
+    std::atomic<bool> stopping_ = false;
+    int decoderThreads_ = 1;
+
+    std::mutex mutex_; // guards what follows
+    std::condition_variable changed_;
+    std::vector<Chunk> chunks_;
+    std::size_t nextChunk_ = 0; // that no worker has taken
+    std::size_t current_ = 0;   // that is being written
+    std::size_t waitingBytes_ = 0;
+    std::exception_ptr failure_;
+
+    std::vector<std::thread> workers_;
+};
+
+/// Where a movie is cut into chunks, as first frames, rising from 0: at cuts, and in long stretches at key frames.
+std::vector<std::int64_t> chunkStarts(const Plan& plan, const MovieClock& clock, const Patience& patience);
+
+} // namespace twcore

@@ -1,0 +1,122 @@
+#pragma once
+
+// Saving as the program calls it: the settings, and one save at a time.
+
+#include "engine/ITWSave.h"
+#include "twcore/engine_options.h"
+#include "twcore/files/file_registry.h"
+#include "twcore/model/timeline.h"
+#include "twcore/save/save_run.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace twcore {
+
+class SaveInterface final : public engine::ITWSave, public EngineOptions {
+public:
+    using Handle = engine::Handle;
+    using Status = engine::Status;
+    using Bool16 = engine::Bool16;
+    using Milliseconds = engine::Milliseconds;
+    using Text = engine::Text;
+    using TextBuffer = engine::TextBuffer;
+
+    SaveInterface(Timeline& timeline, FileRegistry& files) : timeline_(timeline), files_(files) {}
+
+    Status AddSaveTrack(Handle track, Bool16& ok) override;
+    Status PrepareAviFile(Text path, Bool16& ok) override;
+    Status PrepareWindowsMediaFile(Text path, Bool16& ok) override;
+    Status CloseSave() override;
+    Status StartSave(Bool16& ok) override;
+    Status RunSaveToEnd() override;
+    Status StopSave(Bool16& ok) override;
+    Status GetSaveDuration(Milliseconds& duration) override;
+    Status GetSavePosition(Milliseconds& position) override;
+    Status GetSaveState(std::int32_t& state) override;
+    Status OpenVideoCompressorList(Bool16& ok) override;
+    Status OpenAudioCompressorList(Bool16& ok) override;
+    Status GetVideoCompressorName(std::int16_t index, TextBuffer buffer) override;
+    Status GetAudioCompressorName(std::int16_t index, TextBuffer buffer) override;
+    Status CloseVideoCompressorList() override;
+    Status CloseAudioCompressorList() override;
+    Status SetVideoCompressor(Text name) override;
+    Status SetAudioCompressor(Text name) override;
+    Status GetVideoCompressorIndex(std::int32_t& index) override;
+    Status CanSetKeyFrameRate(std::int32_t index, Bool16& can) override;
+    Status CanSetPFrameFrequency(std::int32_t index, Bool16& can) override;
+    Status CanSetQuality(std::int32_t index, Bool16& can) override;
+    Status SetFrameRate(std::int32_t value) override;
+    Status SetKeyFrameRate(std::int32_t value) override;
+    Status SetPFrameFrequency(std::int32_t value) override;
+    Status SetQuality(std::int32_t value) override;
+    Status GetFrameRate(std::int16_t& value) override;
+    Status GetKeyFrameRate(std::int16_t& value) override;
+    Status GetPFrameFrequency(std::int16_t& value) override;
+    Status GetQuality(std::int16_t& value) override;
+    Status ResetSave() override;
+    Status SetSaveRange(Milliseconds start, Milliseconds stop) override;
+    Status SetSaveWholeTimeline(Bool16 whole) override;
+    Status SetSaveEffects(Bool16 include) override;
+    Status GetVideoWidth(std::int16_t& width) override;
+    Status GetVideoHeight(std::int16_t& height) override;
+    Status SetVideoSize(std::int32_t width, std::int32_t height) override;
+    Status SetWindowsMediaVideoSize(std::int16_t width, std::int16_t height) override;
+    Status SetVideoProfile(Text name) override;
+    Status GetVideoProfile(TextBuffer buffer) override;
+    Status SetAudioProfile(Text name) override;
+    Status GetAudioProfile(TextBuffer buffer) override;
+    Status OpenMetadata(Text path, Bool16& ok) override;
+    Status SetTitle(Text text) override;
+    Status SetAuthor(Text text) override;
+    Status SetRating(Text text) override;
+    Status SetCopyright(Text text) override;
+    Status SetDescription(Text text) override;
+    Status SaveMetadata() override;
+
+    bool setSoundRate(int hertz) override;
+    long long framesSaved() const override { return framesSaved_; }
+    long long samplesSaved() const override { return samplesSaved_; }
+    void frameRateSaved(int& numerator, int& denominator) const override;
+
+private:
+    struct Settings {
+        std::string videoCompressor{kUncompressed};
+        std::string audioCompressor{kUncompressed};
+        std::int32_t frameRate = -1;
+        std::int32_t keyFrameRate = -1;
+        std::int32_t pFrameFrequency = -1;
+        std::int32_t quality = -1;
+        std::int32_t width = -1;
+        std::int32_t height = -1;
+        std::string videoProfile;
+        std::string audioProfile;
+    };
+
+    PlanPtr compile();
+    Status prepareAvi(const std::string& path, Bool16& ok);
+    bool begin();
+    Status failureOnce();
+    void note();
+
+    Timeline& timeline_;
+    FileRegistry& files_;
+    Settings settings_;
+    int soundRate_ = 48000;
+
+    std::vector<Handle> tracks_;
+    bool wholeTimeline_ = true;
+    bool withEffects_ = true;
+    Milliseconds rangeStart_ = 0;
+    Milliseconds rangeStop_ = 0;
+
+    std::unique_ptr<SaveRun> run_;
+    bool started_ = false;
+    bool failureTold_ = false;
+    long long framesSaved_ = 0;
+    long long samplesSaved_ = 0;
+    AVRational frameRateSaved_{25, 1};
+};
+
+} // namespace twcore

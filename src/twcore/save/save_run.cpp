@@ -1,0 +1,214 @@
+#include "twcore/save/save_run.h"
+
+#include "engine/status.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace twcore {
+
+namespace {
+
+struct FreeParameters {
+    void operator()(AVCodecParameters* parameters) const noexcept { avcodec_parameters_free(&parameters); }
+};
+using ParametersPtr = std::unique_ptr<AVCodecParameters, FreeParameters>;
+
+/// Ends the writing of a movie; the writer holds the cause.
+struct WriteFailed : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+template <class Encoder>
+ParametersPtr described(const Encoder& encoder)
+{
+    ParametersPtr parameters(avcodec_parameters_alloc());
+    if (!parameters || !encoder.describe(*parameters)) {
+        throw std::bad_alloc();
+    }
+    return parameters;
+}
+
+} // namespace
+
+std::unique_ptr<SaveRun> SaveRun::prepare(SaveOrder order, WriteError& error)
+{
+    std::unique_ptr<SaveRun> run(new SaveRun(std::move(order)));
+    return run->open(error) ? std::move(run) : nullptr;
+}
+
+bool SaveRun::open(WriteError& error)
+{
+    ParametersPtr picture;
+    ParametersPtr sound;
+    if (order_.picture) {
+        pictureEncoder_ = VideoEncoder::open(*order_.picture, 1, error.text);
+        if (!pictureEncoder_) {
+            return false;
+        }
+        picture = described(*pictureEncoder_);
+    }
+    if (order_.hasSound) {
+        soundEncoder_ = SoundEncoder::open(order_.audioCompressor, order_.soundRate, error.text);
+        if (!soundEncoder_) {
+            return false;
+        }
+        sound = described(*soundEncoder_);
+    }
+    if (!picture && !sound) {
+        error.text = "There is nothing to save: no track takes part.";
+        return false;
+    }
+    const AVRational fps = order_.picture ? order_.picture->fps : AVRational{25, 1};
+    if (!writer_.openAvi(order_.path, picture.get(), fps, sound.get())) {
+        error = writer_.error();
+        return false;
+    }
+    return true;
+}
+
+SaveRun::~SaveRun() { stop(); }
+
+void SaveRun::start(PlanPtr plan, std::int32_t startMs, std::int32_t stopMs)
+{
+    plan_ = std::move(plan);
+    clock_ = {order_.picture ? order_.picture->fps : AVRational{25, 1}, startMs, std::max(startMs, stopMs)};
+    state_ = SaveState::kRunning;
+    thread_ = std::thread([this] { run(); });
+}
+
+void SaveRun::wait()
+{
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+}
+
+void SaveRun::stop()
+{
+    cancelled_ = true;
+    wait();
+    writer_.close();
+}
+
+void SaveRun::run()
+{
+    SaveState end = SaveState::kFailed;
+    try {
+        writeMovie();
+        const bool closed = writer_.close();
+        if (cancelled_) {
+            end = SaveState::kStopped;
+        } else if (!closed) {
+            error_ = writer_.error();
+        } else if (isWhole()) {
+            end = SaveState::kComplete;
+        } else {
+            error_ = {engine::kFailed.code(), "\"" + order_.path + "\" is not whole: frames or samples are missing."};
+        }
+    } catch (const WriteFailed&) {
+        writer_.close();
+        error_ = writer_.error();
+    } catch (const std::bad_alloc&) {
+        writer_.close();
+        error_ = {engine::kOutOfMemory.code(),
+                  "Not enough memory to save \"" + order_.path + "\". Close other programs."};
+    } catch (const std::exception& failure) {
+        writer_.close();
+        error_ = {engine::kFailed.code(),
+                  "Cannot save \"" + order_.path + "\": " + failure.what() + " Choose another compressor."};
+    }
+    sound_.reset();
+    state_ = end;
+}
+
+void SaveRun::writeMovie()
+{
+    const std::int64_t frames = order_.picture ? clock_.frameCount() : 0;
+    if (order_.hasSound) {
+        const std::int64_t first = sampleAt(clock_.startMs, order_.soundRate);
+        const std::int64_t end = first + sampleAt(clock_.stopMs - clock_.startMs, order_.soundRate);
+        samplesMeant_ = end - first;
+        sound_ = std::make_unique<SoundLine>(plan_, order_.soundRate, first, end, std::move(soundEncoder_), cancelled_);
+    }
+    if (order_.picture && frames > 0) {
+        PictureLine pictures(plan_, clock_, *order_.picture, cancelled_);
+        for (std::int64_t number = 0; number < frames; ++number) {
+            const auto picture = pictures.next();
+            if (!picture) {
+                return;
+            }
+            // The sound up to a frame's end stands ahead of the frame.
+            writeSoundBefore(av_rescale_q(number + 1, av_inv_q(clock_.fps), {1, order_.soundRate}));
+            writePicture(*picture, number);
+            framesWritten_ = number + 1;
+            positionMs_ = std::min(durationMs(), static_cast<std::int32_t>(clock_.timeMs(number + 1)) - clock_.startMs);
+        }
+        finishPictures();
+    }
+    writeSoundBefore(INT64_MAX);
+    positionMs_ = cancelled_ ? positionMs_.load() : durationMs();
+}
+
+void SaveRun::writePicture(const MadePicture& picture, std::int64_t number)
+{
+    if (picture.packet) {
+        PacketPtr packet(av_packet_clone(picture.packet.get()));
+        if (!packet) {
+            throw std::bad_alloc();
+        }
+        packet->pts = packet->dts = number;
+        putPicture(*packet);
+        return;
+    }
+    std::vector<PacketPtr> packets;
+    pictureEncoder_->encode(picture.frame.get(), number, packets);
+    for (const auto& packet : packets) {
+        putPicture(*packet);
+    }
+}
+
+void SaveRun::finishPictures()
+{
+    std::vector<PacketPtr> packets;
+    if (!order_.picture->isIntraOnly()) {
+        pictureEncoder_->encode(nullptr, 0, packets);
+    }
+    for (const auto& packet : packets) {
+        putPicture(*packet);
+    }
+}
+
+void SaveRun::putPicture(const AVPacket& packet)
+{
+    if (!writer_.writePicture(packet)) {
+        throw WriteFailed("picture");
+    }
+}
+
+void SaveRun::writeSoundBefore(std::int64_t sample)
+{
+    while (sound_) {
+        const AVPacket* const waiting = sound_->peek();
+        if (waiting == nullptr || waiting->pts >= sample) {
+            return;
+        }
+        const auto packet = sound_->take();
+        if (!writer_.writeSound(*packet)) {
+            throw WriteFailed("sound");
+        }
+        soundEnd_ = packet->pts + packet->duration;
+        if (!order_.picture) {
+            positionMs_ = static_cast<std::int32_t>(
+                std::min<std::int64_t>(durationMs(), av_rescale(packet->pts, 1000, order_.soundRate)));
+        }
+    }
+}
+
+bool SaveRun::isWhole() const
+{
+    const bool pictures = !order_.picture || writer_.packetsWritten(true) == clock_.frameCount();
+    return pictures && (!order_.hasSound || soundEnd_ >= samplesMeant_);
+}
+
+} // namespace twcore

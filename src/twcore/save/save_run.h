@@ -1,0 +1,86 @@
+#pragma once
+
+// One save: a movie file that has been prepared, then written on threads of its own over a plan that does not change.
+//
+//     pictures:  decode, fit (, encode), by several workers --+
+//                                                             +--> one thread: (encode,) interleave, write
+//     sound:     decode, mix, encode -------------------------+
+
+#include "twcore/save/movie_writer.h"
+#include "twcore/save/picture_line.h"
+#include "twcore/save/sound_line.h"
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace twcore {
+
+/// What a movie is to be.
+struct SaveOrder {
+    std::string path;
+    std::optional<VideoEncoding> picture;           // none: a movie without picture
+    std::optional<AudioCompressor> audioCompressor; // none: PCM
+    bool hasSound = true;
+    int soundRate = 48000;
+};
+
+enum class SaveState { kPrepared, kRunning, kComplete, kStopped, kFailed };
+
+class SaveRun {
+public:
+    /// Opens the encoders, then the file, and writes its header. nullptr when that fails, with `error` telling why;
+    /// code 0 in it says that a compressor refuses.
+    static std::unique_ptr<SaveRun> prepare(SaveOrder order, WriteError& error);
+
+    /// Stops a running save.
+    ~SaveRun();
+
+    /// Writes the range of the plan on threads of its own. Once only.
+    void start(PlanPtr plan, std::int32_t startMs, std::int32_t stopMs);
+    /// Waits for the end.
+    void wait();
+    /// Stops at once, waits, and leaves a file that plays as far as it goes. Again: nothing.
+    void stop();
+
+    SaveState state() const noexcept { return state_; }
+    std::int32_t durationMs() const noexcept { return clock_.stopMs - clock_.startMs; }
+    std::int32_t positionMs() const noexcept { return positionMs_; }
+    std::int64_t framesWritten() const noexcept { return framesWritten_; }
+    std::int64_t samplesMeant() const noexcept { return samplesMeant_; }
+    /// Good once the state is kFailed.
+    const WriteError& error() const noexcept { return error_; }
+    const SaveOrder& order() const noexcept { return order_; }
+
+private:
+    explicit SaveRun(SaveOrder order) : order_(std::move(order)) {}
+
+    bool open(WriteError& error);
+    void run();
+    void writeMovie();
+    void writePicture(const MadePicture& picture, std::int64_t number);
+    void writeSoundBefore(std::int64_t sample);
+    void putPicture(const AVPacket& packet);
+    void finishPictures();
+    bool isWhole() const;
+
+    SaveOrder order_;
+    MovieClock clock_;
+    PlanPtr plan_;
+    MovieWriter writer_;
+    std::unique_ptr<VideoEncoder> pictureEncoder_; // serial: not for intra-only compressors
+    std::unique_ptr<SoundEncoder> soundEncoder_;
+    std::unique_ptr<SoundLine> sound_;
+    std::thread thread_;
+    std::atomic<bool> cancelled_ = false;
+    std::atomic<SaveState> state_ = SaveState::kPrepared;
+    std::atomic<std::int32_t> positionMs_ = 0;
+    std::atomic<std::int64_t> framesWritten_ = 0;
+    std::atomic<std::int64_t> samplesMeant_ = 0;
+    std::int64_t soundEnd_ = 0; // behind the last sample that was written
+    WriteError error_;          // written ahead of state kFailed, read behind it
+};
+
+} // namespace twcore

@@ -1,0 +1,48 @@
+#pragma once
+
+// Pictures into packets of one movie stream. Serves one thread; encoders of an intra-only compressor made alike give
+// the same packet for the same picture, so that several may share the work.
+
+#include "twcore/render/picture_fitter.h"
+#include "twcore/save/compressors.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace twcore {
+
+struct VideoEncoding {
+    std::optional<VideoCompressor> compressor; // none: uncompressed
+    PictureSize size;
+    AVRational fps{25, 1};
+    int quality = -1;      // 0 to 100
+    int keyFrameRate = -1; // frames from key frame to key frame
+
+    /// What the encoder wants its pictures to be.
+    PictureFormat pictureFormat() const;
+    bool isIntraOnly() const { return !compressor || compressor->isIntraOnly; }
+};
+
+class VideoEncoder {
+public:
+    /// nullptr when the encoder refuses the settings, with `why` a sentence for people.
+    static std::unique_ptr<VideoEncoder> open(const VideoEncoding& encoding, int threads, std::string& why);
+
+    /// Encodes picture `number`, nullptr to end, and adds what packets come out, stamped in frames.
+    /// Throws std::runtime_error when the encoder fails.
+    void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets);
+
+    /// Describes the stream to a writer.
+    bool describe(AVCodecParameters& parameters) const;
+
+private:
+    VideoEncoder() = default;
+    PacketPtr packRaw(const AVFrame& picture, std::int64_t number) const;
+
+    VideoEncoding encoding_;
+    CodecContextPtr context_; // none: uncompressed
+};
+
+} // namespace twcore

@@ -1,0 +1,63 @@
+#include "twcore/tarnwick_timeline.h"
+
+#include "engine/factory.h"
+#include "twcore/engine_options.h"
+#include "twcore/files/core_root.h"
+#include "twcore/media/ff.h"
+#include "twcore/model/timeline_interface.h"
+#include "twcore/project/project_store.h"
+#include "twcore/save/save_interface.h"
+
+namespace twcore {
+
+namespace {
+
+/// What the interfaces share, made ahead of them and living as long.
+struct EngineState {
+    HandleCounter handles;
+    FileRegistry files{handles};
+    Timeline timeline{files, handles};
+};
+
+class TarnwickTimeline final : private EngineState, public CoreRoot {
+public:
+    TarnwickTimeline()
+        : CoreRoot(EngineState::files), streamInterface_(EngineState::files), timelineInterface_(EngineState::timeline),
+          projectStore_(EngineState::timeline, EngineState::files),
+          saveInterface_(EngineState::timeline, EngineState::files)
+    {}
+
+    void* interfaceOf(const std::type_info& type) noexcept override
+    {
+        void* found = nullptr;
+        const auto offer = [&]<class Interface>(Interface* candidate) {
+            found = type == typeid(Interface) ? candidate : found;
+        };
+        offer(static_cast<engine::ITWCoreRoot*>(this));
+        offer(static_cast<engine::ITWTimeline*>(&timelineInterface_));
+        offer(static_cast<engine::ITWKeyTransition*>(&timelineInterface_));
+        offer(static_cast<engine::ITWMediaFiles*>(&streamInterface_));
+        offer(static_cast<engine::ITWStreamInfo*>(&streamInterface_));
+        offer(static_cast<engine::ITWProjectStore*>(&projectStore_));
+        offer(static_cast<engine::ITWSave*>(&saveInterface_));
+        offer(static_cast<EngineOptions*>(&saveInterface_));
+        return found;
+    }
+
+private:
+    StreamInterface streamInterface_;
+    TimelineInterface timelineInterface_;
+    ProjectStore projectStore_;
+    SaveInterface saveInterface_;
+};
+
+} // namespace
+
+void registerTarnwickTimeline()
+{
+    // What the media libraries say of damaged files is told in the engine's own words, or not at all.
+    av_log_set_level(AV_LOG_QUIET);
+    engine::registerEngineClass(engine::kTimelineEngineClass, [] { return std::make_shared<TarnwickTimeline>(); });
+}
+
+} // namespace twcore

@@ -1,0 +1,240 @@
+// Pictures and sound by time, over every kind of file that the generator makes: at any media time the frame whose
+// interval holds it, and the very samples of that moment, in whatever order they are asked for.
+
+#include "support/manifest.h"
+#include "support/media_recipes.h"
+#include "support/movie_reader.h"
+#include "support/patterns.h"
+#include "twcore/media/picture_reader.h"
+#include "twcore/media/sound_source.h"
+#include "twcore/render/picture_fitter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+using namespace testmedia;
+using namespace twcore;
+
+namespace {
+
+MediaFilePtr opened(const MediaEntry& entry) { return tryMediaFile((mediaFolder() / entry.name).string(), {}).file; }
+
+/// Where a file's first picture and first sample stand, in seconds of media time, as a straight decode tells.
+struct Starts {
+    double picture = 0;
+    double sound = 0;
+};
+Starts startsOf(const MediaEntry& entry)
+{
+    const Movie movie = readMovie(mediaFolder() / entry.name);
+    if (movie.format == "avi" || movie.frames.empty() || movie.soundCodec.empty()) {
+        return {};
+    }
+    const double picture = movie.frames.front().seconds;
+    const double zero = std::min(picture, movie.soundStartSeconds);
+    return {picture - zero, movie.soundStartSeconds - zero};
+}
+
+/// When picture i begins behind the first one, in seconds.
+double startOfPicture(const MediaEntry& entry, int i)
+{
+    return entry.note("times").empty() ? i / entry.framesPerSecond() : irregularMs(i) / 1000.0;
+}
+
+/// The bar code that is to be seen so many seconds behind the beginning of the first picture.
+int numberAt(const MediaEntry& entry, double seconds)
+{
+    int i = 0;
+    while (i + 1 < entry.frames && startOfPicture(entry, i + 1) <= seconds) {
+        ++i;
+    }
+    int number = entry.firstNumber + i;
+    if (const std::string dropped = entry.note("dropped"); !dropped.empty()) {
+        const int from = std::stoi(dropped);
+        const int to = std::stoi(dropped.substr(dropped.rfind('.') + 1));
+        number = number >= from && number <= to ? from - 1 : number;
+    }
+    return number;
+}
+
+/// The bar code of a frame as it is displayed; -1 for none.
+int shownNumber(const SharedFrame& frame, const MediaFile& media)
+{
+    if (!frame) {
+        return -1;
+    }
+    const PictureSize size{media.picture->width & ~1, media.picture->height & ~1};
+    PictureFitter fitter({size, AV_PIX_FMT_YUV420P, {Matrix::kBt601, false}});
+    const auto shown = fitter.fit(frame, *media.picture, {0, 0, size.width, size.height});
+    return readBarcode({shown->data[0], static_cast<std::size_t>(shown->linesize[0]), size.width, size.height})
+        .value_or(-2);
+}
+
+std::vector<MediaEntry> entriesWithPicture()
+{
+    auto entries = readManifest();
+    std::erase_if(entries, [](const auto& e) { return e.frames == 0 || e.kind == "still" || e.has("alias"); });
+    return entries;
+}
+
+constexpr double kAsked = 0.013; // inside a frame, away from its edges
+
+} // namespace
+
+TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
+{
+    for (const auto& entry : entriesWithPicture()) {
+        SCOPED_TRACE(entry.name);
+        const auto media = opened(entry);
+        ASSERT_TRUE(media && media->picture);
+        std::vector<double> times;
+        for (int i = 0; i < entry.frames; ++i) {
+            times.push_back(startOfPicture(entry, i) + std::min(kAsked, 0.3 / entry.framesPerSecond()));
+        }
+        std::shuffle(times.begin(), times.end(), std::mt19937(7)); // NOLINT: the same order in every run
+        times.resize(std::min<std::size_t>(times.size(), 40));
+        PictureReader reader(media, 2);
+        const double first = startsOf(entry).picture;
+        for (const double time : times) {
+            ASSERT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
+        }
+    }
+}
+
+TEST(PictureReader, ReadsForwardFrameByFrameAndHoldsTheEdges)
+{
+    for (const auto& entry : entriesWithPicture()) {
+        SCOPED_TRACE(entry.name);
+        const auto media = opened(entry);
+        ASSERT_TRUE(media && media->picture);
+        PictureReader reader(media, 1);
+        const double first = startsOf(entry).picture;
+        for (int i = 0; i < entry.frames; i += i < 30 ? 1 : 7) {
+            const double start = startOfPicture(entry, i); // the beginning belongs to the frame
+            EXPECT_EQ(shownNumber(reader.at(first + start), *media), numberAt(entry, start + 1e-6)) << "picture " << i;
+        }
+        const double end = first + startOfPicture(entry, entry.frames - 1) + 1 / entry.framesPerSecond();
+        EXPECT_EQ(shownNumber(reader.at(end - 0.004), *media), entry.firstNumber + entry.frames - 1);
+        EXPECT_EQ(shownNumber(reader.at(end + 0.3), *media), -1) << "behind the end";
+        EXPECT_NEAR(media->picture->durationMs, 1000 * end, 60) << "length";
+    }
+}
+
+TEST(PictureReader, IsBlackBeforeAPictureThatBeginsLater)
+{
+    const auto entry = mediaEntry("video-later.mkv");
+    const auto media = opened(entry);
+    PictureReader reader(media, 1);
+    const double first = startsOf(entry).picture;
+    EXPECT_NEAR(first, 0.5, 0.03);
+    EXPECT_EQ(reader.at(0.1), nullptr);
+    EXPECT_EQ(shownNumber(reader.at(first), *media), 0);
+    EXPECT_EQ(reader.at(0.1), nullptr) << "also when going back";
+}
+
+TEST(PictureReader, ShowsAStillTurnedAsItsCameraNoted)
+{
+    for (const auto& entry : readManifest()) {
+        if (entry.kind != "still") {
+            continue;
+        }
+        SCOPED_TRACE(entry.name);
+        const auto media = opened(entry);
+        ASSERT_TRUE(media && media->picture);
+        EXPECT_TRUE(media->picture->isStill);
+        EXPECT_EQ(media->picture->durationMs, kStillMs);
+        PictureReader reader(media, 1);
+        EXPECT_EQ(shownNumber(reader.at(4.9), *media), entry.firstNumber);
+        EXPECT_EQ(reader.at(5.1), nullptr);
+    }
+}
+
+TEST(MediaFile, TellsTheSizeAsDisplayed)
+{
+    struct Case {
+        const char* name;
+        int width;
+        int height;
+    };
+    for (const auto& [name, width, height] :
+         {Case{"h264.mp4", 320, 240}, Case{"rotated-90.mp4", 320, 240}, Case{"rotated-270.mp4", 320, 240},
+          Case{"anamorphic.mp4", 465, 240}, Case{"dv-pal.avi", 768, 576}, Case{"large.jpg", 3000, 2000}}) {
+        const auto media = opened(mediaEntry(name));
+        ASSERT_TRUE(media) << name;
+        EXPECT_EQ(media->picture->width, width) << name;
+        EXPECT_EQ(media->picture->height, height) << name;
+    }
+}
+
+TEST(SoundSource, GivesTheSamplesOfATimeInAnyOrder)
+{
+    constexpr int kRate = 48000;
+    for (const auto& entry : readManifest()) {
+        if (entry.rateHz == 0 || entry.has("alias")) {
+            continue;
+        }
+        SCOPED_TRACE(entry.name);
+        const auto media = opened(entry);
+        ASSERT_TRUE(media && media->sound);
+        EXPECT_EQ(media->sound->rate, entry.rateHz);
+        EXPECT_EQ(media->sound->channels, entry.channels);
+        EXPECT_NEAR(media->sound->durationMs, 1000 * (entry.durationSeconds - entry.noteNumber("video-start")), 80);
+        const auto source = openSound(media, kRate, {});
+        const Starts starts = startsOf(entry);
+        const double end = entry.durationSeconds - 0.3;
+        const double start = starts.sound;
+        for (const double share : {0.0, 0.5, 0.51, 0.2, 0.95, 0.05}) {
+            const double at = start + 0.02 + share * (end - start - 0.02);
+            std::vector<float> block(static_cast<std::size_t>(kRate / 5) * 2);
+            source->read(std::llround(at * kRate), block);
+            const double asked = static_cast<double>(std::llround(at * kRate)) / kRate;
+            const double fromPicture = entry.frames > 0 ? starts.picture : 0;
+            const double expected = asked - fromPicture + entry.noteNumber("sound-lag")
+                                    + entry.noteNumber("media-start") + entry.noteNumber("video-start")
+                                    - entry.noteNumber("sound-start");
+            const int channel = entry.channels == 2 ? 0 : entry.channels == 1 ? 0 : kDownmix;
+            const SoundView view{block.data(), block.size() / 2, kRate, 2};
+            const auto match = locate(view, channel, expected - 0.2, expected + 0.2);
+            EXPECT_GT(match.score, 0.4) << "at " << at;
+            EXPECT_NEAR(match.seconds, expected, 0.001) << "at " << at;
+        }
+    }
+}
+
+TEST(SoundSource, IsTheSameWhereverReadingBegins)
+{
+    // To the sample, with a change of rate and without one.
+    for (const char* name : {"stereo-48k.wav", "stereo-44k.wav", "mono-8k-u8.wav", "stereo-96k-24bit.wav"}) {
+        SCOPED_TRACE(name);
+        const auto media = opened(mediaEntry(name));
+        constexpr std::int64_t kFirst = 100000;
+        constexpr std::size_t kCount = 3000;
+        std::vector<float> straight(static_cast<std::size_t>(kFirst + kCount) * 2);
+        openSound(media, 48000, {})->read(0, straight);
+        std::vector<float> jumped(kCount * 2);
+        openSound(media, 48000, {})->read(kFirst, jumped);
+        for (std::size_t i = 0; i < jumped.size(); ++i) {
+            ASSERT_NEAR(jumped[i], straight[static_cast<std::size_t>(kFirst) * 2 + i], 2e-4) << "sample " << i / 2;
+        }
+    }
+}
+
+TEST(SoundSource, PlaysMidiForAsLongAsItsTempoMapSays)
+{
+    const auto entry = mediaEntry("tune.mid");
+    const auto media = opened(entry);
+    ASSERT_TRUE(media && media->sound);
+    EXPECT_NEAR(media->sound->durationMs, 1000 * entry.durationSeconds, 2);
+    const auto source = openSound(media, 48000, {});
+    const auto loudest = [&](double seconds) {
+        std::vector<float> block(48000);
+        source->read(std::llround(seconds * 48000), block);
+        return std::ranges::max(block, {}, [](float s) { return std::abs(s); });
+    };
+    EXPECT_GT(std::abs(loudest(1)), 0.01);
+    EXPECT_LT(std::abs(loudest(1)), 1);
+    EXPECT_EQ(loudest(7), 0) << "behind the end";
+    EXPECT_GT(std::abs(loudest(0.1)), 0.01) << "back again";
+}
