@@ -182,6 +182,26 @@ void waitForEnd(const volatile int& interrupted)
 
 } // namespace
 
+namespace {
+
+void saveTo(const UnfinishedMovie& movie, const RenderWords& words, const volatile int& interrupted)
+{
+    const auto save = EngineAs<ITWSave>();
+    Bool16 ok = engine::kFalse;
+    check(save->PrepareAviFile(movie.path(), ok));
+    if (ok == engine::kFalse) {
+        throw RenderFailed("Nothing can be saved to \"" + words.output
+                           + "\" like this: the timeline is empty, or a compressor refuses the size or the rates. "
+                             "Choose another compressor or size.");
+    }
+    check(save->StartSave(ok));
+    waitForEnd(interrupted);
+    check(save->StopSave(ok));
+    check(save->CloseSave());
+}
+
+} // namespace
+
 RenderResult render(const RenderWords& words, const volatile int& interrupted)
 {
     const auto begin = std::chrono::steady_clock::now();
@@ -198,18 +218,16 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     applyWords(words, laid);
     addTracks(tracks);
-    const auto save = EngineAs<ITWSave>();
-    Bool16 ok = engine::kFalse;
-    check(save->PrepareAviFile(movie.path(), ok));
-    if (ok == engine::kFalse) {
-        throw RenderFailed("Nothing can be saved to \"" + words.output
-                           + "\" like this: the timeline is empty, or a compressor refuses the size or the rates. "
-                             "Choose another compressor or size.");
+    try {
+        saveTo(movie, words, interrupted);
+    } catch (const engine::RuntimeError& error) {
+        // The engine speaks of the file that it writes to, people of the one that they named.
+        std::string text = error.what();
+        if (const auto at = text.find(movie.path()); at != std::string::npos) {
+            text.replace(at, movie.path().size(), words.output);
+        }
+        throw RenderFailed(text);
     }
-    check(save->StartSave(ok));
-    waitForEnd(interrupted);
-    check(save->StopSave(ok));
-    check(save->CloseSave());
     movie.keep();
     const auto options = EngineAs<twcore::EngineOptions>();
     RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};

@@ -102,7 +102,6 @@ int MovieWriter::addStream(const AVCodecParameters& parameters, AVRational base)
     if (stream == nullptr || avcodec_parameters_copy(stream->codecpar, &parameters) < 0) {
         throw std::bad_alloc();
     }
-    stream->codecpar->codec_tag = 0;
     stream->time_base = base;
     return stream->index;
 }

@@ -98,6 +98,11 @@ void SoundEncoder::encode(std::span<const float> samples, std::vector<PacketPtr>
 
 void SoundEncoder::finish(std::vector<PacketPtr>& packets)
 {
+    if (droppedSamples_ > 0 && (context_->codec->capabilities & AV_CODEC_CAP_DELAY) == 0) {
+        // An encoder that gives nothing back at its end has to be pushed until the last samples have come out.
+        waiting_.resize(waiting_.size() + static_cast<std::size_t>(context_->initial_padding) * 2, 0.0f);
+        encode({}, packets);
+    }
     if (!waiting_.empty()) {
         const bool smallLast = frameSize_ == 0 || (context_->codec->capabilities & AV_CODEC_CAP_SMALL_LAST_FRAME) != 0;
         if (!smallLast) {
