@@ -13,6 +13,8 @@ namespace {
 constexpr double kNever = -std::numeric_limits<double>::infinity();
 // Between the last frame's own end and the end that the header tells, as long as that is no damage.
 constexpr double kHoldSeconds = 0.25;
+// How far ahead a packet is looked for that makes another one needless: longer than any group of reordered pictures.
+constexpr std::size_t kLookAhead = 24;
 
 } // namespace
 
@@ -61,7 +63,8 @@ bool PictureReader::openFile()
     decoder_ = Decoder::open(*file_->stream(stream), threads_);
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
-    havePacket_ = false;
+    ahead_.clear();
+    fileEnded_ = false;
     drained_ = false;
     dropBefore_ = kNever;
     return decoder_ != nullptr;
@@ -108,6 +111,7 @@ SharedFrame PictureReader::at(double seconds)
         return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
     }
     const double time = seconds + media_->zeroSeconds + tolerance_;
+    wanted_ = time;
     if (needsJump(time)) {
         jumpTo(time);
     }
@@ -181,21 +185,20 @@ void PictureReader::jumpByTime(double time)
     const double tick = av_q2d(file_->stream(streamIndex)->time_base);
     auto stamp = static_cast<std::int64_t>(std::floor(time / tick));
     for (int attempt = 0; attempt < 6; ++attempt) {
-        decoder_->flush();
-        drained_ = false;
-        havePacket_ = false;
+        forget();
         lastPacketTime_ = AV_NOPTS_VALUE;
         if (av_seek_frame(file_->context(), streamIndex, stamp, AVSEEK_FLAG_BACKWARD) < 0) {
             break;
         }
-        while ((havePacket_ = file_->read(*packet_))
-               && (packet_->stream_index != streamIndex || (packet_->flags & AV_PKT_FLAG_KEY) == 0)) {
+        while (fetchPacket() && (ahead_.front()->flags & AV_PKT_FLAG_KEY) == 0) {
+            ahead_.clear();
         }
-        if (!havePacket_) {
+        if (ahead_.empty()) {
             break;
         }
-        const auto keyTime = packet_->pts != AV_NOPTS_VALUE ? packet_->pts : packet_->dts;
-        const auto storedTime = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
+        const AVPacket& key = *ahead_.front();
+        const auto keyTime = key.pts != AV_NOPTS_VALUE ? key.pts : key.dts;
+        const auto storedTime = key.dts != AV_NOPTS_VALUE ? key.dts : key.pts;
         dropBefore_ = static_cast<double>(keyTime) * tick;
         next_ = decodeNext();
         if (next_ && next_->start <= time) {
@@ -238,9 +241,7 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
     const int streamIndex = media_->picture->streamIndex;
     const auto& key = index_->packet(keyOrdinal);
     const bool byBytes = media_->formatName == "mpeg" && key.position >= 0;
-    decoder_->flush();
-    drained_ = false;
-    havePacket_ = false;
+    forget();
     const int result = byBytes ? av_seek_frame(file_->context(), streamIndex, key.position, AVSEEK_FLAG_BYTE)
                                : av_seek_frame(file_->context(), streamIndex, key.decodeTime, AVSEEK_FLAG_BACKWARD);
     if (result < 0) {
@@ -248,16 +249,13 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
     }
     // The first packets behind a jump by bytes may be pieces that no number fits.
     constexpr int kPieces = 64;
-    for (int unknown = 0; unknown < kPieces && file_->read(*packet_);) {
-        if (packet_->stream_index != streamIndex) {
-            continue;
-        }
-        const auto stored = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
-        const auto ordinal = index_->identify(packet_->pos, stored, packet_->size);
+    for (int unknown = 0; unknown < kPieces && fetchPacket(); ahead_.clear()) {
+        const AVPacket& packet = *ahead_.front();
+        const auto stored = packet.dts != AV_NOPTS_VALUE ? packet.dts : packet.pts;
+        const auto ordinal = index_->identify(packet.pos, stored, packet.size);
         if (!ordinal) {
             ++unknown;
         } else if (*ordinal == keyOrdinal) {
-            havePacket_ = true;
             nextOrdinal_ = keyOrdinal;
             return true;
         } else if (*ordinal > keyOrdinal) {
@@ -267,26 +265,70 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
     return false;
 }
 
+void PictureReader::forget()
+{
+    decoder_->flush();
+    drained_ = false;
+    fileEnded_ = false;
+    ahead_.clear();
+}
+
+bool PictureReader::fetchPacket()
+{
+    auto packet = makePacket();
+    while (!fileEnded_) {
+        fileEnded_ = !file_->read(*packet);
+        if (!fileEnded_ && packet->stream_index == media_->picture->streamIndex) {
+            ahead_.push_back(std::move(packet));
+            return true;
+        }
+    }
+    return false;
+}
+
+bool PictureReader::isPassedOver(const AVPacket& packet)
+{
+    if (index_) {
+        return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_);
+    }
+    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
+    if (packet.pts == AV_NOPTS_VALUE || static_cast<double>(packet.pts) * tick >= wanted_) {
+        return false;
+    }
+    // Another picture stands between this one and what is wanted.
+    const auto comesBetween = [&](const PacketPtr& other) {
+        return other->pts != AV_NOPTS_VALUE && other->pts > packet.pts
+               && static_cast<double>(other->pts) * tick <= wanted_;
+    };
+    if (std::ranges::any_of(ahead_, comesBetween)) {
+        return true;
+    }
+    while (ahead_.size() < kLookAhead && fetchPacket()) {
+        if (comesBetween(ahead_.back())) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool PictureReader::sendPacket()
 {
-    const int streamIndex = media_->picture->streamIndex;
-    if (!havePacket_) {
-        do {
-            if (!file_->read(*packet_)) {
-                drained_ = true;
-                decoder_->send(nullptr);
-                return false;
-            }
-        } while (packet_->stream_index != streamIndex);
+    if (ahead_.empty() && !fetchPacket()) {
+        drained_ = true;
+        decoder_->send(nullptr);
+        return false;
     }
-    havePacket_ = false;
-    const auto stored = packet_->dts != AV_NOPTS_VALUE ? packet_->dts : packet_->pts;
+    const PacketPtr packet = std::move(ahead_.front());
+    ahead_.pop_front();
+    const auto stored = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
     lastPacketTime_ = stored != AV_NOPTS_VALUE ? stored : lastPacketTime_;
+    // What is not shown, and nothing refers to, need not be decoded.
+    decoder_->context().skip_frame = isPassedOver(*packet) ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     if (index_) {
-        packet_->pts = static_cast<std::int64_t>(nextOrdinal_++);
-        packet_->dts = AV_NOPTS_VALUE;
+        packet->pts = static_cast<std::int64_t>(nextOrdinal_++);
+        packet->dts = AV_NOPTS_VALUE;
     }
-    decoder_->send(packet_.get());
+    decoder_->send(packet.get());
     return true;
 }
 

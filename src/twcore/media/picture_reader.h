@@ -10,6 +10,7 @@
 #include "twcore/media/media_file.h"
 #include "twcore/media/picture_index.h"
 
+#include <deque>
 #include <memory>
 #include <optional>
 
@@ -47,9 +48,12 @@ private:
     void jumpByIndex(double time);
     bool positionAt(std::size_t keyOrdinal);
     void restart();
+    void forget();
     std::optional<Shown> decodeNext();
     std::optional<Shown> timed(FramePtr frame) const;
     bool sendPacket();
+    bool fetchPacket();
+    bool isPassedOver(const AVPacket& packet);
     double endOfLast(double start) const;
 
     MediaFilePtr media_;
@@ -60,13 +64,14 @@ private:
     std::unique_ptr<InputFile> file_;
     std::unique_ptr<Decoder> decoder_;
     std::shared_ptr<const PictureIndex> index_;
-    PacketPtr packet_ = makePacket();
-    bool havePacket_ = false; // packet_ holds one that was read while looking for a place
+    std::deque<PacketPtr> ahead_; // read and not yet decoded
+    bool fileEnded_ = false;
     bool drained_ = false;
 
     double tolerance_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
+    double wanted_ = 0;     // the time that was asked for last, in the file's own time
     double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole
     std::optional<Shown> current_;
     std::optional<Shown> next_;
