@@ -4,10 +4,11 @@ find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(CLI11 REQUIRED)
+find_package(JPEG REQUIRED)
 
 pkg_check_modules(ffmpeg REQUIRED IMPORTED_TARGET
                   libavformat>=59 libavcodec>=59 libavutil>=57 libswscale>=6 libswresample>=4)
 pkg_check_modules(fluidsynth REQUIRED IMPORTED_TARGET fluidsynth>=2)
 
 add_library(media_libraries INTERFACE)
-target_link_libraries(media_libraries INTERFACE PkgConfig::ffmpeg PkgConfig::fluidsynth Threads::Threads)
+target_link_libraries(media_libraries INTERFACE PkgConfig::ffmpeg PkgConfig::fluidsynth JPEG::JPEG Threads::Threads)

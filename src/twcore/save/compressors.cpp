@@ -8,7 +8,7 @@ namespace twcore {
 namespace {
 
 constexpr VideoCompressor kVideo[] = {
-    {"Motion JPEG", "mjpeg", AV_PIX_FMT_YUVJ420P, true, true, false, QualityScale::kQuantizer, 3},
+    {"Motion JPEG", "jpeg", AV_PIX_FMT_YUVJ420P, true, true, false, QualityScale::kQuantizer, 3},
     {"MPEG-4", "mpeg4", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"Xvid MPEG-4", "libxvid", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"H.264", "libx264", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kRateFactor, 23},
@@ -27,8 +27,9 @@ template <class Compressor, std::size_t count>
 std::vector<Compressor> present(const Compressor (&all)[count])
 {
     std::vector<Compressor> found;
-    std::ranges::copy_if(all, std::back_inserter(found),
-                         [](const auto& c) { return avcodec_find_encoder_by_name(c.encoder) != nullptr; });
+    std::ranges::copy_if(all, std::back_inserter(found), [](const auto& c) {
+        return c.encoder == kJpegEncoder || avcodec_find_encoder_by_name(c.encoder) != nullptr;
+    });
     return found;
 }
 

@@ -38,6 +38,9 @@ struct AudioCompressor {
     int bitRate; // bits a second for stereo; 0 where the encoder has no choice
 };
 
+/// Stands in place of an encoder of the media libraries: pictures are made with the JPEG library.
+inline constexpr std::string_view kJpegEncoder = "jpeg";
+
 inline constexpr std::string_view kUncompressed = "Uncompressed";
 
 /// Those that this machine has, in the order of the lists.

@@ -1,11 +1,15 @@
 #include "twcore/save/video_encoder.h"
 
+#include "twcore/save/jpeg_encoder.h"
+
 extern "C" {
 #include <libavutil/opt.h>
 }
 
-#include <cstring>
+#include <algorithm>
+#include <span>
 #include <stdexcept>
+#include <string_view>
 
 namespace twcore {
 
@@ -21,6 +25,132 @@ PictureFormat VideoEncoding::pictureFormat() const
 
 namespace {
 
+PacketPtr keyPacket(std::span<const std::uint8_t> bytes, std::int64_t number)
+{
+    auto packet = makePacket();
+    if (av_new_packet(packet.get(), static_cast<int>(bytes.size())) < 0) {
+        throw std::bad_alloc();
+    }
+    std::ranges::copy(bytes, packet->data);
+    packet->pts = packet->dts = number;
+    packet->duration = 1;
+    packet->flags |= AV_PKT_FLAG_KEY;
+    return packet;
+}
+
+void describePicture(AVCodecParameters& parameters, AVCodecID codec, AVPixelFormat pixels, PictureSize size)
+{
+    parameters.codec_type = AVMEDIA_TYPE_VIDEO;
+    parameters.codec_id = codec;
+    parameters.format = pixels;
+    parameters.width = size.width;
+    parameters.height = size.height;
+    parameters.sample_aspect_ratio = {1, 1};
+}
+
+/// Bitmaps as they are stored in files: the last line first, lines filled up to four bytes.
+class RawEncoder final : public VideoEncoder {
+public:
+    explicit RawEncoder(PictureSize size) : size_(size), bytes_(std::size_t(stride()) * std::size_t(size.height)) {}
+
+    void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets) override
+    {
+        if (picture == nullptr) {
+            return;
+        }
+        for (int y = 0; y < size_.height; ++y) {
+            const auto* const line = picture->data[0] + std::ptrdiff_t{y} * picture->linesize[0];
+            std::copy_n(line, size_.width * 3, bytes_.begin() + std::ptrdiff_t{size_.height - 1 - y} * stride());
+        }
+        packets.push_back(keyPacket(bytes_, number));
+    }
+
+    bool describe(AVCodecParameters& parameters) const override
+    {
+        describePicture(parameters, AV_CODEC_ID_RAWVIDEO, AV_PIX_FMT_BGR24, size_);
+        parameters.bits_per_coded_sample = 24;
+        return true;
+    }
+
+private:
+    int stride() const { return (size_.width * 3 + 3) & ~3; }
+
+    PictureSize size_;
+    std::vector<std::uint8_t> bytes_;
+};
+
+class MotionJpegEncoder final : public VideoEncoder {
+public:
+    explicit MotionJpegEncoder(const VideoEncoding& encoding)
+        : size_(encoding.size), jpeg_(size_.width, size_.height, encoderQuality(*encoding.compressor, encoding.quality))
+    {}
+
+    void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets) override
+    {
+        if (picture == nullptr) {
+            return;
+        }
+        const JpegPicture planes{{picture->data[0], picture->data[1], picture->data[2]},
+                                 {picture->linesize[0], picture->linesize[1], picture->linesize[2]}};
+        packets.push_back(keyPacket(jpeg_.encode(planes), number));
+    }
+
+    bool describe(AVCodecParameters& parameters) const override
+    {
+        describePicture(parameters, AV_CODEC_ID_MJPEG, AV_PIX_FMT_YUVJ420P, size_);
+        parameters.color_range = AVCOL_RANGE_JPEG;
+        return true;
+    }
+
+private:
+    PictureSize size_;
+    JpegEncoder jpeg_;
+};
+
+/// An encoder of the media libraries.
+class LibraryEncoder final : public VideoEncoder {
+public:
+    LibraryEncoder(std::string name, CodecContextPtr context) : name_(std::move(name)), context_(std::move(context)) {}
+
+    void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets) override
+    {
+        FramePtr stamped;
+        if (picture != nullptr) {
+            stamped.reset(av_frame_clone(picture));
+            if (!stamped) {
+                throw std::bad_alloc();
+            }
+            // What the decoder noted on the frame must not steer the encoder.
+            stamped->format = context_->pix_fmt;
+            stamped->pict_type = AV_PICTURE_TYPE_NONE;
+            stamped->pts = number;
+            stamped->quality = context_->global_quality;
+            stamped->interlaced_frame = 0;
+        }
+        int result = avcodec_send_frame(context_.get(), stamped.get());
+        while (result >= 0) {
+            auto packet = makePacket();
+            result = avcodec_receive_packet(context_.get(), packet.get());
+            if (result >= 0) {
+                packet->duration = 1;
+                packets.push_back(std::move(packet));
+            }
+        }
+        if (result != AVERROR(EAGAIN) && result != AVERROR_EOF) {
+            throw std::runtime_error(name_ + " failed: " + ffText(result) + ".");
+        }
+    }
+
+    bool describe(AVCodecParameters& parameters) const override
+    {
+        return avcodec_parameters_from_context(&parameters, context_.get()) >= 0;
+    }
+
+private:
+    std::string name_;
+    CodecContextPtr context_;
+};
+
 void setQuality(AVCodecContext& context, const VideoCompressor& compressor, int quality)
 {
     const int value = encoderQuality(compressor, quality);
@@ -33,15 +163,8 @@ void setQuality(AVCodecContext& context, const VideoCompressor& compressor, int 
     }
 }
 
-} // namespace
-
-std::unique_ptr<VideoEncoder> VideoEncoder::open(const VideoEncoding& encoding, int threads, std::string& why)
+std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, int threads, std::string& why)
 {
-    std::unique_ptr<VideoEncoder> encoder(new VideoEncoder);
-    encoder->encoding_ = encoding;
-    if (!encoding.compressor) {
-        return encoder;
-    }
     const VideoCompressor& compressor = *encoding.compressor;
     const AVCodec* const codec = avcodec_find_encoder_by_name(compressor.encoder);
     CodecContextPtr context(codec != nullptr ? avcodec_alloc_context3(codec) : nullptr);
@@ -68,79 +191,20 @@ std::unique_ptr<VideoEncoder> VideoEncoder::open(const VideoEncoding& encoding, 
               + std::to_string(encoding.size.height) + ": " + ffText(error) + ".";
         return nullptr;
     }
-    encoder->context_ = std::move(context);
-    return encoder;
+    return std::make_unique<LibraryEncoder>(compressor.name, std::move(context));
 }
 
-void VideoEncoder::encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets)
-{
-    if (!context_) {
-        if (picture != nullptr) {
-            packets.push_back(packRaw(*picture, number));
-        }
-        return;
-    }
-    FramePtr stamped;
-    if (picture != nullptr) {
-        stamped.reset(av_frame_clone(picture));
-        if (!stamped) {
-            throw std::bad_alloc();
-        }
-        // What the decoder noted on the frame must not steer the encoder.
-        stamped->format = context_->pix_fmt;
-        stamped->pict_type = AV_PICTURE_TYPE_NONE;
-        stamped->pts = number;
-        stamped->quality = context_->global_quality;
-        stamped->interlaced_frame = 0;
-    }
-    int result = avcodec_send_frame(context_.get(), stamped.get());
-    while (result >= 0) {
-        auto packet = makePacket();
-        result = avcodec_receive_packet(context_.get(), packet.get());
-        if (result >= 0) {
-            packet->duration = 1;
-            packets.push_back(std::move(packet));
-        }
-    }
-    if (result != AVERROR(EAGAIN) && result != AVERROR_EOF) {
-        throw std::runtime_error(std::string(encoding_.compressor->name) + " failed: " + ffText(result) + ".");
-    }
-}
+} // namespace
 
-PacketPtr VideoEncoder::packRaw(const AVFrame& picture, std::int64_t number) const
+std::unique_ptr<VideoEncoder> VideoEncoder::open(const VideoEncoding& encoding, int threads, std::string& why)
 {
-    // As bitmaps are stored: the last line first, lines filled up to four bytes.
-    const int lineBytes = picture.width * 3;
-    const int stride = (lineBytes + 3) & ~3;
-    auto packet = makePacket();
-    if (av_new_packet(packet.get(), stride * picture.height) < 0) {
-        throw std::bad_alloc();
+    if (!encoding.compressor) {
+        return std::make_unique<RawEncoder>(encoding.size);
     }
-    for (int y = 0; y < picture.height; ++y) {
-        auto* const line = packet->data + std::ptrdiff_t{picture.height - 1 - y} * stride;
-        std::memcpy(line, picture.data[0] + std::ptrdiff_t{y} * picture.linesize[0],
-                    static_cast<std::size_t>(lineBytes));
-        std::memset(line + lineBytes, 0, static_cast<std::size_t>(stride - lineBytes));
+    if (std::string_view(encoding.compressor->encoder) == kJpegEncoder) {
+        return std::make_unique<MotionJpegEncoder>(encoding);
     }
-    packet->pts = packet->dts = number;
-    packet->duration = 1;
-    packet->flags |= AV_PKT_FLAG_KEY;
-    return packet;
-}
-
-bool VideoEncoder::describe(AVCodecParameters& parameters) const
-{
-    if (context_) {
-        return avcodec_parameters_from_context(&parameters, context_.get()) >= 0;
-    }
-    parameters.codec_type = AVMEDIA_TYPE_VIDEO;
-    parameters.codec_id = AV_CODEC_ID_RAWVIDEO;
-    parameters.format = AV_PIX_FMT_BGR24;
-    parameters.bits_per_coded_sample = 24;
-    parameters.width = encoding_.size.width;
-    parameters.height = encoding_.size.height;
-    parameters.sample_aspect_ratio = {1, 1};
-    return true;
+    return openLibraryEncoder(encoding, threads, why);
 }
 
 } // namespace twcore

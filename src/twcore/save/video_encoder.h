@@ -27,22 +27,17 @@ struct VideoEncoding {
 
 class VideoEncoder {
 public:
+    virtual ~VideoEncoder() = default;
+
     /// nullptr when the encoder refuses the settings, with `why` a sentence for people.
     static std::unique_ptr<VideoEncoder> open(const VideoEncoding& encoding, int threads, std::string& why);
 
     /// Encodes picture `number`, nullptr to end, and adds what packets come out, stamped in frames.
     /// Throws std::runtime_error when the encoder fails.
-    void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets);
+    virtual void encode(const AVFrame* picture, std::int64_t number, std::vector<PacketPtr>& packets) = 0;
 
     /// Describes the stream to a writer.
-    bool describe(AVCodecParameters& parameters) const;
-
-private:
-    VideoEncoder() = default;
-    PacketPtr packRaw(const AVFrame& picture, std::int64_t number) const;
-
-    VideoEncoding encoding_;
-    CodecContextPtr context_; // none: uncompressed
+    virtual bool describe(AVCodecParameters& parameters) const = 0;
 };
 
 } // namespace twcore
