@@ -113,7 +113,16 @@ void layFile(const Tracks& tracks, Handle file, LaidInputs& laid)
         Bool16 ok = engine::kFalse;
         check(media->IsVideoStream(stream, isVideo));
         const bool video = isVideo != engine::kFalse;
-        check(EngineAs<engine::ITWTimeline>()->AppendSource(video ? tracks.video : tracks.audio1, stream, start, ok));
+        const auto timeline = EngineAs<engine::ITWTimeline>();
+        check(timeline->AppendSource(video ? tracks.video : tracks.audio1, stream, start, ok));
+        if (video) {
+            // Whole, with bars: loose files of all shapes must not be squeezed.
+            constexpr std::int16_t kPreserveAspectRatio = 2;
+            std::int16_t count = 0;
+            check(timeline->GetSourceCount(tracks.video, count));
+            check(timeline->SetSourceStretchMode(tracks.video, static_cast<std::int16_t>(count - 1),
+                                                 kPreserveAspectRatio));
+        }
         if (video && laid.width == 0) {
             check(media->SelectStream(stream, ok));
             check(EngineAs<engine::ITWStreamInfo>()->GetVideoSize(laid.height, laid.width));

@@ -49,8 +49,6 @@ const int* coefficientsOf(Matrix matrix)
     }
 }
 
-int evenRound(double value) { return static_cast<int>(std::lround(value / 2)) * 2; }
-
 bool isYuv(const Colour& colour) { return colour.matrix != Matrix::kRgb; }
 
 PlanarRect planarRect(AVFrame& frame, const PictureRect& rect)
@@ -135,22 +133,6 @@ FramePtr overBlack(const AVFrame& frame)
 
 } // namespace
 
-PictureRect fittedWhole(PictureSize picture, PictureSize projectFrame, PictureSize movie)
-{
-    const double scale = std::min(static_cast<double>(projectFrame.width) / picture.width,
-                                  static_cast<double>(projectFrame.height) / picture.height);
-    const double width = picture.width * scale * movie.width / projectFrame.width;
-    const double height = picture.height * scale * movie.height / projectFrame.height;
-    PictureRect rect;
-    // A bar of a pixel or two is rounding, not a bar.
-    constexpr double kNearly = 2.5;
-    rect.width = movie.width - width < kNearly ? movie.width : std::max(2, evenRound(width));
-    rect.height = movie.height - height < kNearly ? movie.height : std::max(2, evenRound(height));
-    rect.left = (movie.width - rect.width) / 4 * 2;
-    rect.top = (movie.height - rect.height) / 4 * 2;
-    return rect;
-}
-
 PictureFitter::PictureFitter(PictureFormat format) : format_(format)
 {
     const int bytes = av_image_get_buffer_size(format_.pixels, format_.size.width, format_.size.height, kAlignment);
@@ -199,59 +181,85 @@ SharedFrame PictureFitter::black()
     return black_;
 }
 
-SharedFrame PictureFitter::fit(const SharedFrame& frame, const PictureFacts& facts, const PictureRect& rect)
+SharedFrame PictureFitter::fit(const SharedFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
-    const Colour colour = colourOf(*frame);
     const PictureRect all{0, 0, format_.size.width, format_.size.height};
     const AVPixelFormat pixels = plainFormat(static_cast<AVPixelFormat>(frame->format));
-    if (rect == all && PictureSize{frame->width, frame->height} == format_.size && pixels == format_.pixels
-        && colour == format_.colour && facts.orientation.isPlain()) {
+    if (place == PicturePlace{all} && PictureSize{frame->width, frame->height} == format_.size
+        && pixels == format_.pixels && colourOf(*frame) == format_.colour && facts.orientation.isPlain()) {
         return frame;
     }
     auto target = newFrame();
-    if (rect != all) {
+    if (place.target != all) {
         paintBlack(*target);
     }
-    draw(*target, *frame, facts, rect);
+    draw(*target, *frame, facts, place);
     return shareFrame(std::move(target));
+}
+
+FramePtr PictureFitter::copyOf(const AVFrame& frame)
+{
+    auto copy = newFrame();
+    const std::uint8_t* planes[4] = {frame.data[0], frame.data[1], frame.data[2], frame.data[3]};
+    av_image_copy(copy->data, copy->linesize, planes, frame.linesize, format_.pixels, copy->width, copy->height);
+    return copy;
 }
 
 SharedFrame PictureFitter::fitOver(const SharedFrame& below, const SharedFrame& frame, const PictureFacts& facts,
-                                   const PictureRect& rect)
+                                   const PicturePlace& place)
 {
-    auto target = newFrame();
-    av_image_copy(target->data, target->linesize, const_cast<const std::uint8_t**>(below->data), below->linesize,
-                  format_.pixels, target->width, target->height);
-    draw(*target, *frame, facts, rect);
+    auto target = copyOf(*below);
+    draw(*target, *frame, facts, place);
     return shareFrame(std::move(target));
 }
 
-void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PictureRect& rect)
+void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
     const Colour colour = colourOf(frame);
     FramePtr whole;
-    const bool linesMove = facts.orientation.swapAxes || rect.height != frame.height;
+    const bool linesMove = facts.orientation.swapAxes || place.target.height != frame.height;
     if (isTransparent(frame)) {
         whole = overBlack(frame);
     } else if (frame.interlaced_frame != 0 && linesMove) {
         whole = deinterlaced(frame);
     }
     const AVFrame& source = whole ? *whole : frame;
+    const PictureRect part = storedPart(source, place, facts.orientation);
     if (facts.orientation.isPlain()) {
-        scaleInto(target, source, rect);
+        scaleInto(target, source, part, place.target);
     } else {
-        turnInto(target, source, rect, facts.orientation);
+        turnInto(target, source, part, place.target, facts.orientation);
     }
     if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
-        recolour(planarRect(target, rect), colour, format_.colour);
+        recolour(planarRect(target, place.target), colour, format_.colour);
     }
 }
 
-void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& rect)
+/// The part of the stored picture that is seen, with even edges.
+PictureRect PictureFitter::storedPart(const AVFrame& frame, const PicturePlace& place, const Orientation& orientation)
+{
+    if (place.showsAll()) {
+        return {0, 0, frame.width, frame.height};
+    }
+    const auto axis = [](double start, double length, bool mirrored, int count) {
+        const double from = (mirrored ? 1 - start - length : start) * count;
+        const int first = static_cast<int>(std::lround(from / 2)) * 2;
+        const int size = std::max(2, static_cast<int>(std::lround(length * count / 2)) * 2);
+        return std::pair{std::clamp(first, 0, std::max(0, count - size)), std::min(size, count)};
+    };
+    const bool swap = orientation.swapAxes;
+    const auto [left, width] = axis(swap ? place.cropTop : place.cropLeft, swap ? place.cropHeight : place.cropWidth,
+                                    orientation.mirrorX, frame.width);
+    const auto [top, height] = axis(swap ? place.cropLeft : place.cropTop, swap ? place.cropWidth : place.cropHeight,
+                                    orientation.mirrorY, frame.height);
+    return {left, top, width, height};
+}
+
+void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect)
 {
     const Colour colour = colourOf(source);
     const AVPixelFormat sourcePixels = plainFormat(static_cast<AVPixelFormat>(source.format));
-    scaler_ = sws_getCachedContext(scaler_, source.width, source.height, sourcePixels, rect.width, rect.height,
+    scaler_ = sws_getCachedContext(scaler_, part.width, part.height, sourcePixels, rect.width, rect.height,
                                    format_.pixels, SWS_BICUBIC, nullptr, nullptr, nullptr);
     if (scaler_ == nullptr) {
         throw std::runtime_error("A picture of this kind cannot be scaled.");
@@ -274,12 +282,26 @@ void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const Pict
         planes[i] = target.data[i] + std::ptrdiff_t{y} * target.linesize[i] + x * (planar ? 1 : shape->comp[0].step);
         strides[i] = target.linesize[i];
     }
-    if (sws_scale(scaler_, source.data, source.linesize, 0, source.height, planes, strides) <= 0) {
+    const std::uint8_t* lines[4] = {};
+    for (int i = 0; i < 4; ++i) {
+        lines[i] = source.data[i];
+    }
+    if (part.left != 0 || part.top != 0) {
+        const AVPixFmtDescriptor* const stored = av_pix_fmt_desc_get(sourcePixels);
+        for (int i = 0; i < 4 && lines[i] != nullptr; ++i) {
+            const bool halved = i == 1 || i == 2;
+            const int step =
+                av_image_get_linesize(sourcePixels, 2, i) / (halved ? std::max(1, 2 >> stored->log2_chroma_w) : 2);
+            lines[i] += std::ptrdiff_t{halved ? part.top >> stored->log2_chroma_h : part.top} * source.linesize[i]
+                        + (halved ? part.left >> stored->log2_chroma_w : part.left) * step;
+        }
+    }
+    if (sws_scale(scaler_, lines, source.linesize, 0, part.height, planes, strides) <= 0) {
         throw std::runtime_error("A picture could not be scaled.");
     }
 }
 
-void PictureFitter::turnInto(AVFrame& target, const AVFrame& source, const PictureRect& rect,
+void PictureFitter::turnInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
                              const Orientation& orientation)
 {
     const int width = orientation.swapAxes ? rect.height : rect.width;
@@ -293,7 +315,7 @@ void PictureFitter::turnInto(AVFrame& target, const AVFrame& source, const Pictu
             throw std::bad_alloc();
         }
     }
-    scaleInto(*turned_, source, {0, 0, width, height});
+    scaleInto(*turned_, source, part, {0, 0, width, height});
     const PictureSize size{rect.width, rect.height};
     if (av_pix_fmt_desc_get(format_.pixels)->comp[0].step == 3) {
         turnPlane<3>(target.data[0] + std::ptrdiff_t{rect.top} * target.linesize[0] + rect.left * 3, target.linesize[0],

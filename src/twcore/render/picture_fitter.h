@@ -6,6 +6,7 @@
 #include "twcore/media/media_file.h"
 #include "twcore/media/orientation.h"
 #include "twcore/render/colour.h"
+#include "twcore/render/picture_place.h"
 
 #include <memory>
 
@@ -14,43 +15,36 @@ namespace twcore {
 /// What every picture of a movie is.
 struct PictureFormat {
     PictureSize size;
-    AVPixelFormat pixels = AV_PIX_FMT_YUV420P; // 8-bit planar with colour differences, or BGR24
+    AVPixelFormat pixels = AV_PIX_FMT_YUV420P; // 8-bit planar, or BGR24
     Colour colour;
 };
-
-/// Where a picture stands in the movie's frame, in pixels.
-struct PictureRect {
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
-    friend bool operator==(const PictureRect&, const PictureRect&) = default;
-};
-
-/// The whole picture as large as it goes, in its proportions, in the middle: laid out in the project's frame and then
-/// brought to the movie's size. Edges are even, as subsampled colour needs it.
-PictureRect fittedWhole(PictureSize picture, PictureSize projectFrame, PictureSize movie);
 
 class PictureFitter {
 public:
     explicit PictureFitter(PictureFormat format);
     ~PictureFitter();
 
-    /// The frame of the movie that shows `frame` at `rect`, black around it.
+    /// The frame of the movie that shows `frame` at its place, black around it.
     /// Throws std::runtime_error when the libraries cannot convert it.
-    SharedFrame fit(const SharedFrame& frame, const PictureFacts& facts, const PictureRect& rect);
+    SharedFrame fit(const SharedFrame& frame, const PictureFacts& facts, const PicturePlace& place);
     /// The same over another frame of the movie instead of over black.
     SharedFrame fitOver(const SharedFrame& below, const SharedFrame& frame, const PictureFacts& facts,
-                        const PictureRect& rect);
+                        const PicturePlace& place);
+    const PictureFormat& format() const noexcept { return format_; }
+    /// A copy that nobody else holds, to be worked on.
+    FramePtr copyOf(const AVFrame& frame);
     /// The black frame; always the same.
     SharedFrame black();
 
 private:
     FramePtr newFrame();
-    void draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PictureRect& rect);
+    void draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place);
     void paintBlack(AVFrame& frame) const;
-    void scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& rect);
-    void turnInto(AVFrame& target, const AVFrame& source, const PictureRect& rect, const Orientation& orientation);
+    void scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect);
+    void turnInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
+                  const Orientation& orientation);
+
+    static PictureRect storedPart(const AVFrame& frame, const PicturePlace& place, const Orientation& orientation);
 
     PictureFormat format_;
     SwsContext* scaler_ = nullptr;

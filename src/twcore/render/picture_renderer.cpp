@@ -10,12 +10,21 @@ namespace {
 // Files that stay open at once: enough for both tracks on either side of a cut.
 constexpr std::size_t kMaxReaders = 4;
 
+/// Pictures are worked on as planes.
+PictureFormat workFormatOf(PictureFormat format)
+{
+    if (format.colour.matrix == Matrix::kRgb) {
+        format.pixels = AV_PIX_FMT_GBRP;
+    }
+    return format;
+}
+
 } // namespace
 
 PictureRenderer::PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads,
                                  Patience patience)
     : plan_(std::move(plan)), clock_(clock), format_(format), decoderThreads_(decoderThreads), patience_(patience),
-      fitter_(format)
+      workFormat_(workFormatOf(format)), fitter_(format), worker_(workFormat_)
 {}
 
 const PictureStretch* PictureRenderer::stretchAt(std::int64_t number)
@@ -61,29 +70,80 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
         const PlannedSource& source = *stretch->layers[i];
         frames.push_back(readerFor(source.media, i).at(source.mediaSecondsAt(clock_.timeMs(number))));
     }
-    if (made_.stretch == stretch && made_.frames == frames) {
+    if (made_.stretch == stretch && made_.frames == frames && stretch->effect == nullptr) {
         return made_.picture;
     }
-    made_ = {frames, stretch, compose(*stretch, frames)};
+    made_ = {frames, stretch, compose(*stretch, frames, clock_.timeMs(number))};
     return made_.picture;
 }
 
-SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames)
+PicturePlace PictureRenderer::placeOf(const PlannedSource& source) const
 {
+    const PictureFacts& facts = *source.media->picture;
+    return placed(source.stretchMode, {facts.width, facts.height}, plan_->frame, format_.size);
+}
+
+SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames,
+                                     double timelineMs)
+{
+    // Nothing to be worked on: straight into the movie's format.
+    bool isPlain = stretch.effect == nullptr;
+    int drawn = 0;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        drawn += frames[i] ? 1 : 0;
+        isPlain = isPlain && drawn <= 1 && !(frames[i] && stretch.layers[i]->key);
+    }
+    PictureFitter& fitter = isPlain ? fitter_ : worker_;
     SharedFrame picture;
     for (std::size_t i = 0; i < frames.size(); ++i) {
         if (!frames[i]) {
             continue;
         }
-        const PictureFacts& facts = *stretch.layers[i]->media->picture;
-        const auto rect = fittedWhole({facts.width, facts.height}, plan_->frame, format_.size);
+        const PlannedSource& source = *stretch.layers[i];
         try {
-            picture = picture ? fitter_.fitOver(picture, frames[i], facts, rect) : fitter_.fit(frames[i], facts, rect);
+            if (isPlain) {
+                picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
+            } else if (source.key) {
+                picture = overlaid(picture ? picture : worker_.black(), frames[i], source);
+            } else if (picture) {
+                picture = fitter.fitOver(picture, frames[i], *source.media->picture, placeOf(source));
+            } else {
+                picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
+            }
         } catch (const std::runtime_error&) {
             // A kind of picture that cannot be converted is left out, as a damaged one is.
         }
     }
-    return picture ? picture : fitter_.black();
+    if (!picture) {
+        return fitter_.black();
+    }
+    if (stretch.effect != nullptr) {
+        auto worked = worker_.copyOf(*picture);
+        applyEffect(stretch.effect->kind, stretch.effect->momentAt(timelineMs), planesOf(*worked, workFormat_.colour));
+        picture = shareFrame(std::move(worked));
+    }
+    if (isPlain || workFormat_.pixels == format_.pixels) {
+        return picture;
+    }
+    return fitter_.fit(picture, PictureFacts{}, {{0, 0, format_.size.width, format_.size.height}});
+}
+
+SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source)
+{
+    const PicturePlace place = placeOf(source);
+    const PictureSize size{place.target.width, place.target.height};
+    const PictureFormat rgb{size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}};
+    if (!overlays_ || overlays_->format().size != size) {
+        overlays_ = std::make_unique<PictureFitter>(rgb);
+    }
+    PicturePlace whole = place;
+    whole.target = {0, 0, size.width, size.height};
+    const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
+    auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
+    auto target = worker_.copyOf(*below);
+    key_.blend(planesOf(*overlay, rgb.colour), *source.key, planesOf(*target, workFormat_.colour), place.target.left,
+               place.target.top);
+    return shareFrame(std::move(target));
 }
 
 } // namespace twcore

@@ -37,14 +37,20 @@ private:
 
     const PictureStretch* stretchAt(std::int64_t number);
     PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer);
-    SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames);
+    SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames, double timelineMs);
+    SharedFrame overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source);
+    PicturePlace placeOf(const PlannedSource& source) const;
 
     PlanPtr plan_;
     MovieClock clock_;
     PictureFormat format_;
     int decoderThreads_;
     Patience patience_;
-    PictureFitter fitter_;
+    PictureFormat workFormat_;                // pictures that are worked on: planes, where the movie's format has none
+    PictureFitter fitter_;                    // to the movie's format
+    PictureFitter worker_;                    // to the work format
+    std::unique_ptr<PictureFitter> overlays_; // to green, blue and red of an overlay's size
+    OverlayKey key_;
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
     std::size_t stretch_ = 0;

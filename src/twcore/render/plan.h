@@ -9,9 +9,12 @@
 #include "twcore/media/media_file.h"
 #include "twcore/media/orientation.h"
 #include "twcore/model/timeline_snapshot.h"
+#include "twcore/render/effects.h"
+#include "twcore/render/overlay_key.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace twcore {
@@ -24,6 +27,7 @@ struct PlannedSource {
     std::int32_t mediaStartMs = 0;
     std::int32_t mediaStopMs = 0;
     std::int16_t stretchMode = 0;
+    std::optional<KeyRgb> key; // of an overlay; none: opaque
 
     /// Milliseconds of media a millisecond of timeline; 0 when the media range is empty or reversed.
     double speed() const;
@@ -31,11 +35,25 @@ struct PlannedSource {
     double mediaSecondsAt(double timelineMs) const;
 };
 
-/// A stretch of the picture in which the same sources are active, the lowest first. Milliseconds, half open.
+/// An effect over its stretch. Milliseconds, half open.
+struct PlannedEffect {
+    EffectKind kind = EffectKind::kNone;
+    std::int32_t startMs = 0;
+    std::int32_t stopMs = 0;
+    // Fade: where its level is 0 and where 1; between them it goes evenly. From the left edge of picture it rises, to
+    // the right edge it falls, over a cut it dips.
+    std::vector<std::pair<std::int32_t, double>> levels;
+
+    EffectMoment momentAt(double timelineMs) const;
+};
+
+/// A stretch of the picture in which the same sources and the same effect are active, the lowest source first.
+/// Milliseconds, half open.
 struct PictureStretch {
     std::int32_t startMs = 0;
     std::int32_t stopMs = 0;
     std::vector<const PlannedSource*> layers;
+    const PlannedEffect* effect = nullptr;
 };
 
 struct Plan {
@@ -46,6 +64,7 @@ struct Plan {
     bool hasSoundTrack = false;
     std::vector<std::vector<PlannedSource>> pictureTracks; // lowest first
     std::vector<std::vector<PlannedSource>> soundTracks;
+    std::vector<PlannedEffect> effects;    // in the order of time
     std::vector<PictureStretch> stretches; // from 0 to durationMs, without holes
 };
 
@@ -58,8 +77,8 @@ struct StreamTarget {
 };
 
 /// Compiles the given tracks of a timeline; disabled ones take no part. `targetOf` answers an empty target for a
-/// stream that cannot be played, which is then black and silent.
-PlanPtr compilePlan(const TimelineSnapshot& timeline, const std::vector<engine::Handle>& tracks,
+/// stream that cannot be played, which is then black and silent. Effects are those of the lowest picture track.
+PlanPtr compilePlan(const TimelineSnapshot& timeline, const std::vector<engine::Handle>& tracks, bool withEffects,
                     const std::function<StreamTarget(engine::Handle)>& targetOf);
 
 } // namespace twcore

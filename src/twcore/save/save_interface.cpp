@@ -48,7 +48,8 @@ std::string_view nameAt(const std::vector<Compressor>& list, std::int16_t index)
 
 PlanPtr SaveInterface::compile()
 {
-    return compilePlan(timeline_.snapshot(), tracks_, [&](Handle stream) { return files_.targetOf(stream); });
+    return compilePlan(timeline_.snapshot(), tracks_, withEffects_,
+                       [&](Handle stream) { return files_.targetOf(stream); });
 }
 
 engine::Status SaveInterface::AddSaveTrack(Handle track, Bool16& ok)

@@ -87,6 +87,7 @@ std::unique_ptr<SoundEncoder> SoundEncoder::open(const std::optional<AudioCompre
 void SoundEncoder::encode(std::span<const float> samples, std::vector<PacketPtr>& packets)
 {
     waiting_.insert(waiting_.end(), samples.begin(), samples.end());
+    given_ += static_cast<std::int64_t>(samples.size() / 2);
     const auto block = static_cast<std::size_t>(frameSize_ > 0 ? frameSize_ : kAnySizeBlock) * 2;
     std::size_t taken = 0;
     while (waiting_.size() - taken >= block) {
@@ -143,8 +144,14 @@ void SoundEncoder::send(const AVFrame* frame, std::vector<PacketPtr>& packets)
             --packetsToDrop_;
             continue;
         }
-        const std::int64_t early = packet->pts + context_->initial_padding - droppedSamples_;
-        packet->pts = packet->dts = early;
+        // Counted, since encoders stamp what they still hold at their end as they like.
+        const std::int64_t count = frameSize_ > 0 ? frameSize_ : packet->duration;
+        if (nextStart_ >= given_) {
+            continue; // nothing of the movie is in it
+        }
+        packet->pts = packet->dts = nextStart_;
+        packet->duration = count;
+        nextStart_ += count;
         packets.push_back(std::move(packet));
     }
     if (result != AVERROR(EAGAIN) && result != AVERROR_EOF) {

@@ -38,6 +38,8 @@ private:
     int packetsToDrop_ = 0; // nothing but the encoder's delay is in them
     std::int64_t droppedSamples_ = 0;
     std::int64_t sent_ = 0;
+    std::int64_t given_ = 0;     // samples of the movie so far
+    std::int64_t nextStart_ = 0; // of the packet that comes out next
     std::vector<float> waiting_;
 };
 

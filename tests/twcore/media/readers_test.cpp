@@ -67,7 +67,7 @@ int shownNumber(const SharedFrame& frame, const MediaFile& media)
     }
     const PictureSize size{media.picture->width & ~1, media.picture->height & ~1};
     PictureFitter fitter({size, AV_PIX_FMT_YUV420P, {Matrix::kBt601, false}});
-    const auto shown = fitter.fit(frame, *media.picture, {0, 0, size.width, size.height});
+    const auto shown = fitter.fit(frame, *media.picture, {{0, 0, size.width, size.height}});
     return readBarcode({shown->data[0], static_cast<std::size_t>(shown->linesize[0]), size.width, size.height})
         .value_or(-2);
 }

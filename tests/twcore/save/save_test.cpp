@@ -195,6 +195,10 @@ TEST_F(SaveTest, WritesEveryCompressorWithNothingLostOrLate)
             ASSERT_TRUE(shift) << at;
             EXPECT_NEAR(*shift, 1.0, 0.001) << at;
         }
+        // A length of whole packets: what the encoder holds at its end is one too many.
+        const Movie whole = saved({.audio = audio, .rangeStart = 0, .rangeStop = 1920});
+        EXPECT_GE(whole.soundSeconds(), 1.92 - 1e-9);
+        EXPECT_LT(whole.soundSeconds(), 1.92 + 0.05);
     }
 }
 
