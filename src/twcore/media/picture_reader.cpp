@@ -64,6 +64,7 @@ bool PictureReader::openFile()
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
     ahead_.clear();
+    inside_.clear();
     fileEnded_ = false;
     drained_ = false;
     dropBefore_ = kNever;
@@ -120,17 +121,21 @@ SharedFrame PictureReader::at(double seconds)
 
 SharedFrame PictureReader::answer(double time)
 {
-    if (!next_ && !drained_) {
-        next_ = decodeNext();
-    }
-    while (next_ && next_->start <= time) {
+    while (next_ || !current_ || !isLastUpTo(*current_, time)) {
+        if (!next_) {
+            next_ = decodeNext();
+        }
+        if (!next_ || next_->start > time) {
+            break;
+        }
         current_ = std::move(next_);
-        next_ = decodeNext();
+        next_.reset();
     }
     if (!current_ && next_ && next_->start - time <= kHoldSeconds && time < media_->zeroSeconds + kHoldSeconds) {
         return next_->frame; // a picture that begins a little behind its sound
     }
-    if (!current_ || current_->start > time || (!next_ && time >= endOfLast(current_->start))) {
+    const bool isLast = !next_ && drained_ && inside_.empty();
+    if (!current_ || current_->start > time || (isLast && time >= endOfLast(current_->start))) {
         return nullptr;
     }
     return current_->frame;
@@ -271,6 +276,7 @@ void PictureReader::forget()
     drained_ = false;
     fileEnded_ = false;
     ahead_.clear();
+    inside_.clear();
 }
 
 bool PictureReader::fetchPacket()
@@ -292,13 +298,17 @@ bool PictureReader::isPassedOver(const AVPacket& packet)
         return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_);
     }
     const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    if (packet.pts == AV_NOPTS_VALUE || static_cast<double>(packet.pts) * tick >= wanted_) {
-        return false;
-    }
-    // Another picture stands between this one and what is wanted.
+    return packet.pts != AV_NOPTS_VALUE && static_cast<double>(packet.pts) * tick < wanted_
+           && anyBetween(static_cast<double>(packet.pts) * tick, wanted_);
+}
+
+/// Whether a packet that is still to be decoded holds a picture that begins in (start, time].
+bool PictureReader::anyBetween(double start, double time)
+{
+    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
     const auto comesBetween = [&](const PacketPtr& other) {
-        return other->pts != AV_NOPTS_VALUE && other->pts > packet.pts
-               && static_cast<double>(other->pts) * tick <= wanted_;
+        const double begin = static_cast<double>(other->pts) * tick;
+        return other->pts != AV_NOPTS_VALUE && begin > start && begin <= time;
     };
     if (std::ranges::any_of(ahead_, comesBetween)) {
         return true;
@@ -309,6 +319,17 @@ bool PictureReader::isPassedOver(const AVPacket& packet)
         }
     }
     return false;
+}
+
+/// Whether no later picture begins by that time, as far as that is known without decoding on.
+bool PictureReader::isLastUpTo(const Shown& shown, double time)
+{
+    if (index_) {
+        const std::size_t slot = index_->slotAt(shown.start + tolerance_ / 2);
+        return slot == index_->slotAt(time) && slot + 1 < index_->count();
+    }
+    const auto inside = inside_.upper_bound(shown.start);
+    return !fileEnded_ && (inside == inside_.end() || *inside > time) && !anyBetween(shown.start, time) && !fileEnded_;
 }
 
 bool PictureReader::sendPacket()
@@ -327,6 +348,9 @@ bool PictureReader::sendPacket()
     if (index_) {
         packet->pts = static_cast<std::int64_t>(nextOrdinal_++);
         packet->dts = AV_NOPTS_VALUE;
+    } else if (packet->pts != AV_NOPTS_VALUE && decoder_->context().skip_frame == AVDISCARD_DEFAULT) {
+        const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
+        inside_.insert(static_cast<double>(packet->pts) * tick);
     }
     decoder_->send(packet.get());
     return true;
@@ -356,12 +380,16 @@ std::optional<PictureReader::Shown> PictureReader::decodeNext()
     while (!patience_.over()) {
         if (auto frame = decoder_->receive()) {
             auto shown = timed(std::move(frame));
+            if (shown) {
+                inside_.erase(shown->start);
+            }
             if (shown && shown->start >= dropBefore_) {
                 return shown;
             }
             continue;
         }
         if (drained_) {
+            inside_.clear();
             return std::nullopt;
         }
         sendPacket();

@@ -13,6 +13,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace twcore {
 
@@ -54,6 +55,8 @@ private:
     bool sendPacket();
     bool fetchPacket();
     bool isPassedOver(const AVPacket& packet);
+    bool anyBetween(double start, double time);
+    bool isLastUpTo(const Shown& shown, double time);
     double endOfLast(double start) const;
 
     MediaFilePtr media_;
@@ -64,7 +67,8 @@ private:
     std::unique_ptr<InputFile> file_;
     std::unique_ptr<Decoder> decoder_;
     std::shared_ptr<const PictureIndex> index_;
-    std::deque<PacketPtr> ahead_; // read and not yet decoded
+    std::deque<PacketPtr> ahead_;  // read and not yet decoded
+    std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
     bool fileEnded_ = false;
     bool drained_ = false;
 
