@@ -1,6 +1,7 @@
 #include "twcore/render/picture_fitter.h"
 
 #include "twcore/render/deinterlace.h"
+#include "twcore/render/tone_map.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>
@@ -215,15 +216,23 @@ SharedFrame PictureFitter::fitOver(const SharedFrame& below, const SharedFrame& 
 
 void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
-    const Colour colour = colourOf(frame);
     FramePtr whole;
     const bool linesMove = facts.orientation.swapAxes || place.target.height != frame.height;
-    if (isTransparent(frame)) {
+    if (isHighDynamicRange(frame)) {
+        // Scaled first where that can be: fewer pixels to work on.
+        PictureSize size{frame.width, frame.height};
+        if (place.showsAll()) {
+            size = facts.orientation.swapAxes ? PictureSize{place.target.height, place.target.width}
+                                              : PictureSize{place.target.width, place.target.height};
+        }
+        whole = toneMapped(frame, size);
+    } else if (isTransparent(frame)) {
         whole = overBlack(frame);
     } else if (frame.interlaced_frame != 0 && linesMove) {
         whole = deinterlaced(frame);
     }
     const AVFrame& source = whole ? *whole : frame;
+    const Colour colour = colourOf(source);
     const PictureRect part = storedPart(source, place, facts.orientation);
     if (facts.orientation.isPlain()) {
         scaleInto(target, source, part, place.target);

@@ -1,0 +1,74 @@
+// High dynamic range brought down: light up to nearly diffuse white keeps its brightness, more is compressed, grey
+// stays grey.
+
+#include "twcore/render/tone_map.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace twcore;
+
+namespace {
+
+/// ST 2084 the other way round: nits to code 0 to 1.
+double pqCode(double nits)
+{
+    const double power = std::pow(nits / 10000, 2610.0 / 16384);
+    return std::pow((3424.0 / 4096 + 2413.0 / 128 * power) / (1 + 2392.0 / 128 * power), 2523.0 / 32);
+}
+
+FramePtr flatPicture(double code, AVColorTransferCharacteristic curve, int cbOffset = 0)
+{
+    auto frame = makeFrame();
+    frame->format = AV_PIX_FMT_YUV420P10;
+    frame->width = 32;
+    frame->height = 32;
+    frame->color_trc = curve;
+    frame->colorspace = AVCOL_SPC_BT2020_NCL;
+    frame->color_range = AVCOL_RANGE_MPEG;
+    EXPECT_GE(av_frame_get_buffer(frame.get(), 0), 0);
+    for (int plane = 0; plane < 3; ++plane) {
+        const int value =
+            plane == 0 ? static_cast<int>(std::lround(64 + 876 * code)) : 512 + (plane == 1 ? cbOffset : 0);
+        for (int y = 0; y < (plane == 0 ? 32 : 16); ++y) {
+            auto* const line = reinterpret_cast<std::uint16_t*>(frame->data[plane] + y * frame->linesize[plane]);
+            std::fill_n(line, plane == 0 ? 32 : 16, static_cast<std::uint16_t>(value));
+        }
+    }
+    return frame;
+}
+
+} // namespace
+
+TEST(ToneMap, KeepsBrightnessUpToWhiteAndCompressesTheRest)
+{
+    int before = -1;
+    for (const double nits : {0.0, 1.0, 10.0, 40.0, 100.0, 150.0, 203.0, 400.0, 1000.0, 4000.0}) {
+        const auto frame = flatPicture(pqCode(nits), AVCOL_TRC_SMPTE2084);
+        ASSERT_TRUE(isHighDynamicRange(*frame));
+        const auto mapped = toneMapped(*frame, {16, 16});
+        ASSERT_TRUE(mapped);
+        const int luma = mapped->data[0][5];
+        SCOPED_TRACE(testing::Message() << nits << " nits give " << luma);
+        if (nits <= 150) { // the table's steps are coarse in the darkest parts
+            EXPECT_NEAR(luma, 16 + 219 * std::pow(nits / 203, 1 / 2.4), nits < 20 ? 5 : 2);
+        }
+        EXPECT_GE(luma, before) << "brighter is never darker";
+        EXPECT_NEAR(mapped->data[1][5], 128, 1);
+        EXPECT_NEAR(mapped->data[2][5], 128, 1);
+        before = luma;
+    }
+    EXPECT_NEAR(before, 235, 1) << "the peak is white";
+}
+
+TEST(ToneMap, KnowsHlgAndLeavesStandardPicturesAlone)
+{
+    // Three quarters of the signal is diffuse white.
+    const auto mapped = toneMapped(*flatPicture(0.75, AVCOL_TRC_ARIB_STD_B67), {16, 16});
+    const auto white = toneMapped(*flatPicture(pqCode(203), AVCOL_TRC_SMPTE2084), {16, 16});
+    EXPECT_NEAR(mapped->data[0][5], white->data[0][5], 4);
+    const auto blue = toneMapped(*flatPicture(0.4, AVCOL_TRC_ARIB_STD_B67, 150), {16, 16});
+    EXPECT_GT(blue->data[1][5], 150) << "colour stays colour";
+    EXPECT_FALSE(isHighDynamicRange(*flatPicture(0.5, AVCOL_TRC_BT709)));
+}
