@@ -1,15 +1,21 @@
 // quillmont-measure: how long single things of the engine take, for comparison with other programs.
 //
+//   quillmont-measure open FILE     trying, opening and its streams, through the engine's contract: "open_ms"
+//   quillmont-measure walk FILE     10,000 sources walked by GetSourceTimes: "walk_ms"
 //   quillmont-measure seek FILE [--dump FOLDER]
 //
-// reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once the exact
-// frame lies decoded as BGRA: the time that was asked for, the time at which that frame begins, and how long it took.
-// With
+// The last reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once
+// the exact frame lies decoded as BGRA: the time that was asked for, the time at which that frame begins, and how long
+// it took. With
 // --dump each frame is also written as a bitmap.
 
-#include "engine/status.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "engine/factory.h"
 #include "twcore/media/picture_reader.h"
-#include "twcore/render/picture_fitter.h"
+#include "twcore/tarnwick_timeline.h"
 
 #include <chrono>
 #include <cstdio>
@@ -70,6 +76,67 @@ private:
     std::vector<std::uint8_t> bytes_;
 };
 
+class Stopwatch {
+public:
+    double ms() const
+    {
+        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin_).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+};
+
+/// Opens a file with all its streams; the picture's handle, or the sound's when it has none.
+engine::Handle openAll(const std::string& path)
+{
+    const auto core = engine::EngineAs<engine::ITWCoreRoot>();
+    std::uint32_t code = 0;
+    engine::Handle file = 0;
+    engine::Handle first = 0;
+    engine::check(core->GetFileError(path, code));
+    engine::check(core->OpenFile(path, file));
+    for (std::int16_t index = 0;; ++index) {
+        engine::Handle stream = 0;
+        engine::check(engine::EngineAs<engine::ITWMediaFiles>()->OpenStream(file, index, stream));
+        if (stream == 0) {
+            return first;
+        }
+        first = first == 0 ? stream : first;
+    }
+}
+
+int open(const std::string& path)
+{
+    const Stopwatch watch;
+    const bool isOpen = openAll(path) != 0;
+    std::printf("open_ms %.3f\n", isOpen ? watch.ms() : -1.0);
+    return isOpen ? 0 : 1;
+}
+
+int walk(const std::string& path)
+{
+    constexpr int kSources = 10000;
+    const auto timeline = engine::EngineAs<engine::ITWTimeline>();
+    const engine::Handle stream = openAll(path);
+    engine::Handle track = 0;
+    engine::Bool16 ok = engine::kTrue;
+    engine::check(timeline->CreateTrack(engine::kTrue, track));
+    for (int i = 0; i < kSources && ok != engine::kFalse; ++i) {
+        engine::check(timeline->AppendSource(track, stream, -1, ok));
+    }
+    engine::Milliseconds startMs = 0;
+    engine::Milliseconds stopMs = 0;
+    engine::check(timeline->GetSourceTimes(track, 0, startMs, stopMs, ok)); // settles the track
+    const Stopwatch watch;
+    int count = 0;
+    for (; ok != engine::kFalse; ++count) {
+        engine::check(timeline->GetSourceTimes(track, static_cast<std::int16_t>(count), startMs, stopMs, ok));
+    }
+    std::printf("walk_ms %.3f sources %d\n", watch.ms(), count - 1);
+    return count - 1 == kSources ? 0 : 1;
+}
+
 int seek(const std::string& path, const std::string& folder)
 {
     const Trial trial = tryMediaFile(path, {});
@@ -80,11 +147,11 @@ int seek(const std::string& path, const std::string& folder)
     PictureReader reader(trial.file, static_cast<int>(std::thread::hardware_concurrency()));
     BgraPicture picture;
     for (double askedMs = 0; std::cin >> askedMs;) {
-        const auto begin = std::chrono::steady_clock::now();
+        const Stopwatch watch;
         const SharedFrame frame = reader.at(askedMs / 1000);
         const bool isThere = frame && picture.take(*frame);
-        const std::chrono::duration<double, std::milli> latency = std::chrono::steady_clock::now() - begin;
-        std::printf("%.3f %.3f %.3f\n", askedMs, isThere ? reader.frameStart() * 1000 : -1.0, latency.count());
+        const double latencyMs = watch.ms();
+        std::printf("%.3f %.3f %.3f\n", askedMs, isThere ? reader.frameStart() * 1000 : -1.0, latencyMs);
         if (isThere && !folder.empty()
             && !picture.write(folder + "/" + std::to_string(static_cast<long long>(askedMs)) + ".bmp")) {
             std::cerr << "quillmont-measure: cannot write to \"" << folder << "\".\n";
@@ -98,11 +165,19 @@ int seek(const std::string& path, const std::string& folder)
 
 int main(int count, char** words)
 {
-    av_log_set_level(AV_LOG_QUIET);
-    const bool dumps = count == 5 && std::strcmp(words[3], "--dump") == 0;
-    if ((count != 3 && !dumps) || std::strcmp(words[1], "seek") != 0) {
-        std::cerr << "usage: quillmont-measure seek FILE [--dump FOLDER] < TIMES\n";
-        return 2;
+    twcore::registerTarnwickTimeline();
+    engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+    const std::string what = count > 1 ? words[1] : "";
+    int status = 2;
+    if (what == "open" && count == 3) {
+        status = open(words[2]);
+    } else if (what == "walk" && count == 3) {
+        status = walk(words[2]);
+    } else if (what == "seek" && (count == 3 || (count == 5 && std::strcmp(words[3], "--dump") == 0))) {
+        status = seek(words[2], count == 5 ? words[4] : "");
+    } else {
+        std::cerr << "usage: quillmont-measure open FILE | walk FILE | seek FILE [--dump FOLDER] < TIMES\n";
     }
-    return seek(words[2], dumps ? words[4] : "");
+    engine::Engine.reset();
+    return status;
 }
