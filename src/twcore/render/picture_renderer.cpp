@@ -1,5 +1,7 @@
 #include "twcore/render/picture_renderer.h"
 
+#include "twcore/trace.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -68,11 +70,13 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
     std::vector<SharedFrame> frames;
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
         const PlannedSource& source = *stretch->layers[i];
+        const TraceSpan span("decode", number);
         frames.push_back(readerFor(source.media, i).at(source.mediaSecondsAt(clock_.timeMs(number))));
     }
     if (made_.stretch == stretch && made_.frames == frames && stretch->effect == nullptr) {
         return made_.picture;
     }
+    const TraceSpan span("compose", number);
     made_ = {frames, stretch, compose(*stretch, frames, clock_.timeMs(number))};
     return made_.picture;
 }
@@ -100,6 +104,7 @@ SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::v
             continue;
         }
         const PlannedSource& source = *stretch.layers[i];
+        const TraceSpan span("fit");
         try {
             if (isPlain) {
                 picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
@@ -118,6 +123,7 @@ SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::v
         return fitter_.black();
     }
     if (stretch.effect != nullptr) {
+        const TraceSpan span("effect");
         auto worked = worker_.copyOf(*picture);
         applyEffect(stretch.effect->kind, stretch.effect->momentAt(timelineMs), planesOf(*worked, workFormat_.colour));
         picture = shareFrame(std::move(worked));
@@ -139,6 +145,7 @@ SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFram
     PicturePlace whole = place;
     whole.target = {0, 0, size.width, size.height};
     const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
+    const TraceSpan span("key");
     auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
     auto target = worker_.copyOf(*below);
     key_.blend(planesOf(*overlay, rgb.colour), *source.key, planesOf(*target, workFormat_.colour), place.target.left,

@@ -1,6 +1,7 @@
 #include "twcore/save/picture_line.h"
 
 #include "twcore/media/key_frames.h"
+#include "twcore/trace.h"
 
 #include <algorithm>
 #include <map>
@@ -98,6 +99,7 @@ PictureLine::~PictureLine()
 
 void PictureLine::work()
 {
+    Trace::nameThread("pictures");
     try {
         PictureRenderer renderer(plan_, clock_, encoding_.pictureFormat(), decoderThreads_,
                                  Patience{.cancelled = &stopping_});
@@ -143,6 +145,7 @@ void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoE
             made = last; // the same picture is the same packet
             made.byteCount = 0;
         } else {
+            const TraceSpan span("encode", number);
             std::vector<PacketPtr> packets;
             encoder->encode(made.frame.get(), number, packets);
             if (packets.size() != 1) {
@@ -167,6 +170,7 @@ void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoE
 bool PictureLine::hand(std::size_t chunk, MadePicture picture)
 {
     std::unique_lock lock(mutex_);
+    const TraceSpan span("wait for room");
     changed_.wait(lock, [&] {
         return stopping_ || waitingBytes_ < kMaxWaitingBytes
                || (chunk == current_ && chunks_[chunk].ready.size() < kAlwaysReady);
@@ -187,6 +191,7 @@ std::optional<MadePicture> PictureLine::next()
     std::unique_lock lock(mutex_);
     while (current_ < chunks_.size()) {
         auto& chunk = chunks_[current_];
+        const TraceSpan span("wait for a picture");
         // A cancel comes without a note to the waiting.
         while (!changed_.wait_for(lock, std::chrono::milliseconds(50),
                                   [&] { return failure_ || cancelled_ || !chunk.ready.empty() || chunk.done; })) {
@@ -201,6 +206,7 @@ std::optional<MadePicture> PictureLine::next()
             auto picture = std::move(chunk.ready.front());
             chunk.ready.pop_front();
             waitingBytes_ -= picture.byteCount;
+            Trace::addValue("bytes of pictures ready", static_cast<std::int64_t>(waitingBytes_));
             changed_.notify_all();
             return picture;
         }

@@ -1,5 +1,7 @@
 #include "twcore/save/sound_line.h"
 
+#include "twcore/trace.h"
+
 #include <algorithm>
 
 namespace twcore {
@@ -29,14 +31,21 @@ SoundLine::~SoundLine()
 
 void SoundLine::work(std::int64_t first, std::int64_t end)
 {
+    Trace::nameThread("sound");
     try {
         SoundMixer mixer(plan_, rate_, Patience{.cancelled = &stopping_});
         std::vector<float> block;
         std::vector<PacketPtr> packets;
         for (std::int64_t at = first; at < end && !stopping_; at += kMixBlock) {
             block.resize(static_cast<std::size_t>(std::min(kMixBlock, end - at)) * 2);
-            mixer.read(at, block);
-            encoder_->encode(block, packets);
+            {
+                const TraceSpan span("mix");
+                mixer.read(at, block);
+            }
+            {
+                const TraceSpan span("encode sound");
+                encoder_->encode(block, packets);
+            }
             if (!hand(packets)) {
                 return;
             }
@@ -56,6 +65,7 @@ void SoundLine::work(std::int64_t first, std::int64_t end)
 bool SoundLine::hand(std::vector<PacketPtr>& packets)
 {
     std::unique_lock lock(mutex_);
+    const TraceSpan span("wait for room");
     changed_.wait(lock, [&] { return stopping_ || ready_.size() < kMaxWaitingPackets; });
     if (stopping_) {
         return false;
