@@ -38,6 +38,12 @@ std::string causeOf(const std::string& path, std::uint32_t code)
     if (status.type() == fs::file_type::directory) {
         return quoted(path) + " is a folder. Name the files in it.";
     }
+    if (error == std::errc::filename_too_long) {
+        return quoted(path) + " is too long for a name. Check the path.";
+    }
+    if (error == std::errc::too_many_symbolic_link_levels) {
+        return quoted(path) + " is a ring of links. Name the file itself.";
+    }
     if (error || ::access(path.c_str(), R_OK) != 0) {
         return quoted(path) + " may not be read. Change its permissions, or copy it to a place of your own.";
     }
@@ -50,15 +56,15 @@ std::string causeOf(const std::string& path, std::uint32_t code)
     namespace media_error = engine::media_error;
     switch (code) {
     case media_error::kUnknownFormat:
-        return quoted(path) + " is no video, sound or image that is known here.";
+        return quoted(path) + " is no video, sound or image that is known here. Name another file, or convert it.";
     case media_error::kInvalidFormat:
         return quoted(path) + " is damaged: nothing in it can be decoded. Copy it again.";
     case media_error::kNoDecoder:
-        return quoted(path) + " needs a decoder that this machine does not have.";
+        return quoted(path) + " needs a decoder that this machine does not have. Install it, or convert the file.";
     case media_error::kCannotLoad:
-        return quoted(path) + " cannot be read, or its disk does not answer.";
+        return quoted(path) + " cannot be read, or its disk does not answer. Copy it to another disk.";
     default:
-        return quoted(path) + " cannot be opened.";
+        return quoted(path) + " cannot be opened. Name another file.";
     }
 }
 
@@ -69,9 +75,18 @@ std::string absolutePath(const std::string& path)
     return error ? path : absolute.string();
 }
 
-/// Opens a file and all its streams.
-Handle openFile(const std::string& path)
+ReadFile stampOf(const std::string& path)
 {
+    std::error_code error;
+    ReadFile file{path, std::filesystem::last_write_time(path, error), 0};
+    file.byteCount = std::filesystem::file_size(path, error);
+    return file;
+}
+
+/// Opens a file and all its streams.
+Handle openFile(const std::string& path, LaidInputs& laid)
+{
+    laid.files.push_back(stampOf(path));
     const auto core = EngineAs<engine::ITWCoreRoot>();
     std::uint32_t code = 0;
     Handle file = 0;
@@ -115,6 +130,9 @@ void layFile(const Tracks& tracks, Handle file, LaidInputs& laid)
         const bool video = isVideo != engine::kFalse;
         const auto timeline = EngineAs<engine::ITWTimeline>();
         check(timeline->AppendSource(video ? tracks.video : tracks.audio1, stream, start, ok));
+        if (ok == engine::kFalse) {
+            throw RenderFailed("The timeline is full. Render fewer inputs at once.");
+        }
         if (video) {
             // Whole, with bars: loose files of all shapes must not be squeezed.
             constexpr std::int16_t kPreserveAspectRatio = 2;
@@ -144,17 +162,26 @@ bool isProject(const std::string& path)
     return std::string_view(head).starts_with("<QuillmontProject");
 }
 
-LaidInputs layProject(const Tracks& tracks, const std::string& path)
+void stopIf(const volatile int& interrupted)
+{
+    if (interrupted != 0) {
+        throw RenderFailed("Interrupted. No movie was written.");
+    }
+}
+
+LaidInputs layProject(const Tracks& tracks, const std::string& path, const volatile int& interrupted)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error) || ::access(path.c_str(), R_OK) != 0) {
         throw RenderFailed(causeOf(path, 0));
     }
     const auto project = project::readProjectFile(path);
+    LaidInputs laid{{stampOf(path)}, project.previewWidth, project.previewHeight, true};
     const auto folder = std::filesystem::path(path).parent_path();
     for (const auto& mediaPath : project.mediaPaths) {
+        stopIf(interrupted);
         // Projects name full paths; one that was written by hand may name them from its own folder.
-        openFile(absolutePath((folder / mediaPath).string()));
+        openFile(absolutePath((folder / mediaPath).string()), laid);
     }
     check(EngineAs<engine::ITWProjectStore>()->LoadProject(path));
     const auto keys = EngineAs<engine::ITWKeyTransition>();
@@ -166,7 +193,7 @@ LaidInputs layProject(const Tracks& tracks, const std::string& path)
         check(keys->SetKeyParameter(tracks.overlay, seq, "KeyType", 0, ok));
         check(keys->SetKeyColor(tracks.overlay, seq, key.red, key.green, key.blue, ok));
     }
-    return {project.previewWidth, project.previewHeight, true};
+    return laid;
 }
 
 } // namespace
@@ -182,19 +209,33 @@ Tracks createTracks()
     return tracks;
 }
 
-LaidInputs layInputs(const Tracks& tracks, const std::vector<std::string>& inputs)
+LaidInputs layInputs(const Tracks& tracks, const std::vector<std::string>& inputs, const volatile int& interrupted)
 {
     if (std::ranges::any_of(inputs, isProject)) {
         if (inputs.size() > 1) {
             throw RenderFailed("A project is rendered alone. Leave out the other inputs, or add them to the project.");
         }
-        return layProject(tracks, inputs.front());
+        return layProject(tracks, inputs.front(), interrupted);
     }
     LaidInputs laid;
     for (const auto& input : inputs) {
-        layFile(tracks, openFile(absolutePath(input)), laid);
+        stopIf(interrupted);
+        layFile(tracks, openFile(absolutePath(input), laid), laid);
     }
     return laid;
+}
+
+void checkUnchanged(const LaidInputs& laid)
+{
+    for (const auto& file : laid.files) {
+        const ReadFile now = stampOf(file.path);
+        if (now.changed != file.changed || now.byteCount != file.byteCount) {
+            throw RenderFailed(
+                quoted(file.path)
+                + " changed or vanished while it was read, so that the movie is not whole. Leave it alone "
+                  "and start again.");
+        }
+    }
 }
 
 } // namespace app

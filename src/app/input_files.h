@@ -4,6 +4,8 @@
 
 #include "engine/types.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -21,13 +23,25 @@ struct Tracks {
 
 Tracks createTracks();
 
+/// A file that the movie is made from, as it was when it was opened.
+struct ReadFile {
+    std::string path;
+    std::filesystem::file_time_type changed;
+    std::uintmax_t byteCount = 0;
+};
+
 struct LaidInputs {
+    std::vector<ReadFile> files;
     int width = 0; // the project's frame, or the first picture's; 0 without picture
     int height = 0;
     bool isProject = false;
 };
 
-/// Lays a project, or media files each behind the end of the longest track. Raises `RenderFailed`.
-LaidInputs layInputs(const Tracks& tracks, const std::vector<std::string>& inputs);
+/// Lays a project, or media files each behind the end of the longest track. Raises `RenderFailed`, also when
+/// `interrupted` becomes true between two files.
+LaidInputs layInputs(const Tracks& tracks, const std::vector<std::string>& inputs, const volatile int& interrupted);
+
+/// Raises `RenderFailed` when a file is not what it was when it was opened: what was missing of it is black and silent.
+void checkUnchanged(const LaidInputs& laid);
 
 } // namespace app

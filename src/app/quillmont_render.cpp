@@ -1,5 +1,6 @@
 // quillmont-render: projects and media files to a movie, without a display.
 
+#include "app/engine_lists.h"
 #include "app/render_job.h"
 #include "app/render_words.h"
 #include "engine/engine_access.h"
@@ -19,7 +20,10 @@ void onSignal(int) { interrupted = 1; }
 void watchSignals()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        std::signal(signal, onSignal);
+        // Who was started to outlive a hangup, or beside another program, does.
+        if (std::signal(signal, onSignal) == SIG_IGN) {
+            std::signal(signal, SIG_IGN);
+        }
     }
     // A limit on file size and a reader that went away are errors of a write, with a cause to tell.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -32,13 +36,21 @@ int run(const app::RenderWords& words)
     engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
     if (words.listsCompressors) {
         app::listCompressors();
-        return 0;
+    }
+    if (words.listsProfiles) {
+        app::listProfiles();
+    }
+    if (words.listsCompressors || words.listsProfiles) {
+        return std::cout.flush() ? 0 : 1;
     }
     const auto result = app::render(words, interrupted);
     if (words.tellsJson) {
         std::cout << app::asJson(words, result) << "\n";
     }
-    return std::cout.flush() ? 0 : 1;
+    if (!std::cout.flush()) {
+        throw app::RenderFailed("The movie is whole, but the result could not be printed. Check standard output.");
+    }
+    return 0;
 }
 
 } // namespace

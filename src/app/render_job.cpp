@@ -1,6 +1,8 @@
 #include "app/render_job.h"
 
+#include "app/engine_lists.h"
 #include "app/input_files.h"
+#include "engine/ITWProfiles.h"
 #include "engine/ITWSave.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
@@ -11,10 +13,10 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
 #include <thread>
 #include <tuple>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace app {
@@ -26,16 +28,28 @@ using engine::ITWSave;
 
 namespace {
 
+// What Windows Media files are saved with when nothing else is said.
+const std::string kVideoProfile = "Video for local area networks (1 Mbps)";
+const std::string kAudioProfile = "Audio for CD-quality transparency (128 Kbps stereo)";
+
 /// The movie while it is being written: a sibling of its final name, gone again unless it is kept.
 class UnfinishedMovie {
 public:
     explicit UnfinishedMovie(const std::string& output) : output_(output)
     {
         namespace fs = std::filesystem;
-        const fs::path path(output);
         std::error_code error;
+        fs::path path(output);
+        constexpr int kMostLinks = 40;
+        for (int i = 0; i < kMostLinks && fs::is_symlink(path, error); ++i) {
+            path = path.parent_path() / fs::read_symlink(path, error);
+        }
+        target_ = path;
         if (fs::is_directory(path, error)) {
             throw RenderFailed("\"" + output + "\" is a folder. Name a file in it.");
+        }
+        if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
+            throw RenderFailed("\"" + output + "\" is a pipe or a device. Name a file.");
         }
         const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
         if (!fs::is_directory(folder, error)) {
@@ -43,6 +57,10 @@ public:
         }
         if (::access(folder.c_str(), W_OK) != 0) {
             throw RenderFailed("The folder \"" + folder.string() + "\" may not be written to. Choose another.");
+        }
+        const long longest = ::pathconf(folder.c_str(), _PC_NAME_MAX);
+        if (longest > 0 && path.filename().string().size() > static_cast<std::size_t>(longest)) {
+            throw RenderFailed("\"" + output + "\" is too long for a name. Choose a shorter one.");
         }
         path_ = (folder / (".quillmont-" + std::to_string(::getpid()) + ".part.avi")).string();
     }
@@ -57,10 +75,23 @@ public:
 
     const std::string& path() const { return path_; }
 
+    /// What is read is not written over.
+    void checkIsNone(const std::vector<ReadFile>& files) const
+    {
+        for (const auto& file : files) {
+            std::error_code error;
+            if (std::filesystem::equivalent(file.path, target_, error)) {
+                throw RenderFailed("\"" + output_
+                                   + "\" is read for this movie: an input, a project or a clip of it. "
+                                     "Choose another name for the movie.");
+            }
+        }
+    }
+
     void keep()
     {
         std::error_code error;
-        std::filesystem::rename(path_, output_, error);
+        std::filesystem::rename(path_, target_, error);
         if (error) {
             throw RenderFailed("The movie cannot be named \"" + output_ + "\": " + error.message()
                                + ". Choose another name.");
@@ -70,34 +101,9 @@ public:
 
 private:
     std::string output_;
+    std::filesystem::path target_; // the output, or what a link of that name leads to
     std::string path_;
 };
-
-std::string trimmed(const std::string& buffer)
-{
-    const auto end = buffer.find_last_not_of(' ');
-    std::string text = end == std::string::npos ? std::string() : buffer.substr(0, end + 1);
-    while (!text.empty() && text.back() == '\0') {
-        text.pop_back();
-    }
-    return text;
-}
-
-std::vector<std::string> compressorNames(engine::Status (ITWSave::*nameAt)(std::int16_t, engine::TextBuffer))
-{
-    constexpr std::size_t kNameLength = 128;
-    std::vector<std::string> names;
-    const auto save = EngineAs<ITWSave>();
-    for (std::int16_t index = 0;; ++index) {
-        std::string buffer(kNameLength, ' ');
-        check((save.get()->*nameAt)(index, buffer));
-        const std::string name = trimmed(buffer);
-        if (name.empty()) {
-            return names;
-        }
-        names.push_back(name);
-    }
-}
 
 void checkCompressor(const std::string& name, const std::vector<std::string>& known)
 {
@@ -106,23 +112,58 @@ void checkCompressor(const std::string& name, const std::vector<std::string>& kn
     }
 }
 
-void applyWords(const RenderWords& words, const LaidInputs& laid)
+void applyAviWords(const RenderWords& words, const LaidInputs& laid)
 {
     const auto save = EngineAs<ITWSave>();
-    check(save->ResetSave());
-    checkCompressor(words.videoCompressor, compressorNames(&ITWSave::GetVideoCompressorName));
-    checkCompressor(words.audioCompressor, compressorNames(&ITWSave::GetAudioCompressorName));
+    checkCompressor(words.videoCompressor, videoCompressorNames());
+    checkCompressor(words.audioCompressor, audioCompressorNames());
     check(save->SetVideoCompressor(words.videoCompressor));
     check(save->SetAudioCompressor(words.audioCompressor));
     check(save->SetFrameRate(words.framesPerSecond));
     check(save->SetQuality(words.quality));
     check(save->SetKeyFrameRate(words.keyFrameRate));
+    EngineAs<twcore::EngineOptions>()->setVideoBitRate(words.videoRate);
     // Subsampled colour wants even sides, so an odd picture loses its last line or column.
     const int width = words.size ? words.size->first : std::max(16, laid.width & ~1);
     const int height = words.size ? words.size->second : std::max(16, laid.height & ~1);
     if (laid.width > 0) {
         check(save->SetVideoSize(width, height));
     }
+}
+
+void applyProfileWords(const RenderWords& words)
+{
+    const auto save = EngineAs<ITWSave>();
+    if (!words.profile.empty()) {
+        Bool16 ok = engine::kFalse;
+        const auto profiles = EngineAs<engine::ITWProfiles>();
+        check(profiles->OpenProfile(words.profile, ok));
+        check(profiles->CloseProfile());
+        if (ok == engine::kFalse) {
+            throw RenderFailed("There is no profile \"" + words.profile + "\" here. See --list-profiles.");
+        }
+    }
+    check(save->SetVideoProfile(words.profile.empty() ? kVideoProfile : words.profile));
+    check(save->SetAudioProfile(words.profile.empty() ? kAudioProfile : words.profile));
+    if (words.size) {
+        check(save->SetWindowsMediaVideoSize(static_cast<std::int16_t>(words.size->first),
+                                             static_cast<std::int16_t>(words.size->second)));
+    }
+    if (words.framesPerSecond > 0) {
+        EngineAs<twcore::EngineOptions>()->setProfileFrameRate(words.framesPerSecond);
+    }
+}
+
+void applyWords(const RenderWords& words, const LaidInputs& laid)
+{
+    const auto save = EngineAs<ITWSave>();
+    check(save->ResetSave());
+    if (words.isWindowsMedia()) {
+        applyProfileWords(words);
+    } else {
+        applyAviWords(words, laid);
+    }
+    check(save->SetSaveEffects(engine::toBool16(words.withEffects)));
     if (words.soundRate > 0 && !EngineAs<twcore::EngineOptions>()->setSoundRate(words.soundRate)) {
         throw RenderFailed("The engine does not take that sound rate. Choose one from 8000 to 192000.");
     }
@@ -132,13 +173,17 @@ void applyWords(const RenderWords& words, const LaidInputs& laid)
     }
 }
 
-void addTracks(const Tracks& tracks)
+void addTracks(const Tracks& tracks, const ChosenTracks& chosen)
 {
-    for (const auto track : tracks.all()) {
+    const std::pair<engine::Handle, bool> all[] = {{tracks.video, chosen.video},
+                                                   {tracks.overlay, chosen.overlay},
+                                                   {tracks.audio1, chosen.audio1},
+                                                   {tracks.audio2, chosen.audio2}};
+    for (const auto& [track, isChosen] : all) {
         std::int16_t count = 0;
         Bool16 ok = engine::kFalse;
         check(EngineAs<engine::ITWTimeline>()->GetSourceCount(track, count));
-        if (count > 0) {
+        if (count > 0 && isChosen) {
             check(EngineAs<ITWSave>()->AddSaveTrack(track, ok));
         }
     }
@@ -184,20 +229,37 @@ void waitForEnd(const volatile int& interrupted)
 
 namespace {
 
+void describe(const std::string& path, const DescribingWords& texts)
+{
+    const auto save = EngineAs<ITWSave>();
+    Bool16 ok = engine::kFalse;
+    check(save->OpenMetadata(path, ok));
+    if (ok != engine::kFalse) {
+        check(save->SetTitle(texts.title));
+        check(save->SetAuthor(texts.author));
+        check(save->SetRating(texts.rating));
+        check(save->SetDescription(texts.description));
+        check(save->SetCopyright(texts.copyright));
+        check(save->SaveMetadata());
+    }
+}
+
 void saveTo(const UnfinishedMovie& movie, const RenderWords& words, const volatile int& interrupted)
 {
     const auto save = EngineAs<ITWSave>();
     Bool16 ok = engine::kFalse;
-    check(save->PrepareAviFile(movie.path(), ok));
+    const bool isProfiled = words.isWindowsMedia();
+    check(isProfiled ? save->PrepareWindowsMediaFile(movie.path(), ok) : save->PrepareAviFile(movie.path(), ok));
     if (ok == engine::kFalse) {
-        throw RenderFailed("Nothing can be saved to \"" + words.output
-                           + "\" like this: the timeline is empty, or a compressor refuses the size or the rates. "
-                             "Choose another compressor or size.");
+        const std::string kind = isProfiled ? "profile" : "compressor";
+        throw RenderFailed("Nothing can be saved to \"" + words.output + "\" like this: the timeline is empty, or a "
+                           + kind + " refuses the size or the rates. Choose another " + kind + " or size.");
     }
     check(save->StartSave(ok));
     waitForEnd(interrupted);
     check(save->StopSave(ok));
     check(save->CloseSave());
+    describe(movie.path(), words.describing);
 }
 
 } // namespace
@@ -207,7 +269,8 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     const auto begin = std::chrono::steady_clock::now();
     UnfinishedMovie movie(words.output);
     const Tracks tracks = createTracks();
-    LaidInputs laid = layInputs(tracks, words.inputs);
+    LaidInputs laid = layInputs(tracks, words.inputs, interrupted);
+    movie.checkIsNone(laid.files);
     if (words.size && !laid.isProject && laid.width > 0) {
         // Loose files have no frame of their own to be laid out in: nothing is squeezed.
         std::tie(laid.width, laid.height) = *words.size;
@@ -217,7 +280,7 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
         check(EngineAs<engine::ITWTimeline>()->SetFrameSize(clamp(laid.width), clamp(laid.height)));
     }
     applyWords(words, laid);
-    addTracks(tracks);
+    addTracks(tracks, words.tracks);
     try {
         saveTo(movie, words, interrupted);
     } catch (const engine::RuntimeError& error) {
@@ -228,6 +291,7 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
         }
         throw RenderFailed(text);
     }
+    checkUnchanged(laid);
     movie.keep();
     const auto options = EngineAs<twcore::EngineOptions>();
     RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};
@@ -235,23 +299,10 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     int denominator = 1;
     options->frameRateSaved(numerator, denominator);
     const double pictureSeconds = static_cast<double>(result.frames) * denominator / numerator;
-    const double soundSeconds = static_cast<double>(result.samples) / (words.soundRate > 0 ? words.soundRate : 48000);
+    const double soundSeconds = static_cast<double>(result.samples) / options->soundRateSaved();
     result.movieSeconds = result.samples > 0 ? soundSeconds : pictureSeconds;
     result.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
-}
-
-void listCompressors()
-{
-    std::cout << "Video:\n";
-    for (const auto& name : compressorNames(&ITWSave::GetVideoCompressorName)) {
-        std::cout << "  " << name << "\n";
-    }
-    std::cout << "  Uncompressed\nAudio:\n";
-    for (const auto& name : compressorNames(&ITWSave::GetAudioCompressorName)) {
-        std::cout << "  " << name << "\n";
-    }
-    std::cout << "  Uncompressed\n";
 }
 
 std::string asJson(const RenderWords& words, const RenderResult& result)

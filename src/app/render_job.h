@@ -25,9 +25,6 @@ struct RenderResult {
 /// `engine::RuntimeError` with a text for people. `interrupted` is asked all the time.
 RenderResult render(const RenderWords& words, const volatile int& interrupted);
 
-/// Prints the names of the compressors, one a line.
-void listCompressors();
-
 /// As one line of JSON.
 std::string asJson(const RenderWords& words, const RenderResult& result);
 

@@ -9,9 +9,30 @@
 
 namespace app {
 
+/// Which of the editor's tracks take part.
+struct ChosenTracks {
+    bool video = true;
+    bool overlay = true;
+    bool audio1 = true;
+    bool audio2 = true;
+};
+
+/// Texts that players show; blank ones are not written.
+struct DescribingWords {
+    std::string title;
+    std::string author;
+    std::string rating;
+    std::string copyright;
+    std::string description;
+};
+
 struct RenderWords {
     std::vector<std::string> inputs; // one project file, or media files
     std::string output;
+    ChosenTracks tracks;
+    bool withEffects = true;
+    DescribingWords describing;
+    std::string profile;                     // of a Windows Media file; empty: one that fits
     std::optional<std::pair<int, int>> size; // width, height in pixels
     int framesPerSecond = -1;
     int soundRate = -1; // Hz
@@ -19,9 +40,14 @@ struct RenderWords {
     std::string audioCompressor = "PCM";
     int quality = -1;                           // 0 to 100
     int keyFrameRate = -1;                      // frames
+    int videoRate = 0;                          // bits a second; 0: quality decides
     std::optional<std::pair<int, int>> rangeMs; // start, stop
     bool listsCompressors = false;
+    bool listsProfiles = false;
     bool tellsJson = false;
+
+    /// The output's name ends in .wmv, .wma or .asf.
+    bool isWindowsMedia() const;
 };
 
 /// The words, or the exit status of a run that ends here: help or version were asked for (0), or words are wrong (2),

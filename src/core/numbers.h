@@ -69,7 +69,7 @@ inline double fromText(std::string_view text)
     double value = 0;
     if (first != std::string_view::npos) {
         text = text.substr(first, last - first + 1);
-        text.remove_prefix(text.starts_with('+') ? 1 : 0);
+        text.remove_prefix(text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         if (error == std::errc{} && end == text.data() + text.size() && std::isfinite(value)) {
             return value;

@@ -23,8 +23,8 @@ engine::Status guarded(Body&& body) noexcept
         }
     } catch (const std::bad_alloc&) {
         return engine::kOutOfMemory;
-    } catch (const std::exception&) {
-        return engine::kUnexpected;
+    } catch (const std::exception& failure) {
+        return engine::Status(engine::kUnexpected.code(), failure.what());
     }
 }
 

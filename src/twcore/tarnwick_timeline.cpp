@@ -5,6 +5,7 @@
 #include "twcore/files/core_root.h"
 #include "twcore/media/ff.h"
 #include "twcore/model/timeline_interface.h"
+#include "twcore/profiles/profiles_interface.h"
 #include "twcore/project/project_store.h"
 #include "twcore/save/save_interface.h"
 
@@ -40,6 +41,7 @@ public:
         offer(static_cast<engine::ITWStreamInfo*>(&streamInterface_));
         offer(static_cast<engine::ITWProjectStore*>(&projectStore_));
         offer(static_cast<engine::ITWSave*>(&saveInterface_));
+        offer(static_cast<engine::ITWProfiles*>(&profilesInterface_));
         offer(static_cast<EngineOptions*>(&saveInterface_));
         return found;
     }
@@ -49,6 +51,7 @@ private:
     TimelineInterface timelineInterface_;
     ProjectStore projectStore_;
     SaveInterface saveInterface_;
+    ProfilesInterface profilesInterface_;
 };
 
 } // namespace

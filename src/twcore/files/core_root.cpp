@@ -83,7 +83,7 @@ engine::Status CoreRoot::FileExists(Text path, Bool16& exists)
     exists = kFalse;
     return guarded([&] {
         std::error_code error;
-        exists = toBool16(std::filesystem::exists(std::filesystem::path(path), error));
+        exists = toBool16(path.find('\0') == Text::npos && std::filesystem::exists(std::filesystem::path(path), error));
     });
 }
 
@@ -166,7 +166,8 @@ engine::Status CoreRoot::DeleteFile(Text path, Bool16& ok)
         std::error_code error;
         const std::filesystem::path name(path);
         const bool isFile =
-            std::filesystem::symlink_status(name, error).type() != std::filesystem::file_type::directory;
+            path.find('\0') == Text::npos
+            && std::filesystem::symlink_status(name, error).type() != std::filesystem::file_type::directory;
         ok = toBool16(isFile && std::filesystem::remove(name, error) && !error);
     });
 }

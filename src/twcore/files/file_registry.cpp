@@ -173,10 +173,8 @@ bool FileRegistry::acquire(engine::Handle stream)
     if (found == streams_.end()) {
         return false;
     }
-    if (!found->second.isOpen) {
-        reopen(found->second.file);
-        found->second.isOpen = true;
-    }
+    reopen(found->second.file);
+    found->second.isOpen = true;
     return true;
 }
 

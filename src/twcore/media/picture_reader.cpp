@@ -112,11 +112,19 @@ SharedFrame PictureReader::at(double seconds)
         return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
     }
     const double time = seconds + media_->zeroSeconds + tolerance_;
+    if (time >= lostFrom_) {
+        return nullptr;
+    }
     wanted_ = time;
     if (needsJump(time)) {
         jumpTo(time);
     }
-    return broken_ ? nullptr : answer(time);
+    auto frame = broken_ ? nullptr : answer(time);
+    if (!frame && fromStart_ && drained_) {
+        // Every packet was read on the way: what is not there now is not looked for again, picture by picture.
+        lostFrom_ = std::min(lostFrom_, current_ ? endOfLast(current_->start) : time);
+    }
+    return frame;
 }
 
 SharedFrame PictureReader::answer(double time)
@@ -182,7 +190,11 @@ void PictureReader::jumpTo(double time)
     }
 }
 
-void PictureReader::restart() { broken_ = !openFile(); }
+void PictureReader::restart()
+{
+    broken_ = !openFile();
+    fromStart_ = true;
+}
 
 void PictureReader::jumpByTime(double time)
 {
@@ -272,6 +284,7 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
 
 void PictureReader::forget()
 {
+    fromStart_ = false;
     decoder_->flush();
     drained_ = false;
     fileEnded_ = false;

@@ -11,6 +11,7 @@
 #include "twcore/media/picture_index.h"
 
 #include <deque>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <set>
@@ -75,6 +76,8 @@ private:
     double tolerance_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
+    bool fromStart_ = false; // nothing but reading from the beginning was left to find a picture
+    double lostFrom_ = std::numeric_limits<double>::infinity(); // the file has shrunk: from here on it gives nothing
     double wanted_ = 0;     // the time that was asked for last, in the file's own time
     double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole
     std::optional<Shown> current_;

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -51,13 +52,16 @@ struct DescriptorWriter final : pugi::xml_writer {
     int error = 0;
 };
 
-/// What a link stands for, so that the link itself stays.
+/// What a link stands for, so that the link itself stays; also where nothing stands yet.
 std::string realPath(const std::string& path)
 {
-    char* const found = ::realpath(path.c_str(), nullptr);
-    std::string real = found != nullptr ? found : path;
-    std::free(found);
-    return real;
+    std::error_code error;
+    std::filesystem::path real = path;
+    constexpr int kMostLinks = 40;
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(real, error); ++i) {
+        real = real.parent_path() / std::filesystem::read_symlink(real, error);
+    }
+    return real.string();
 }
 
 /// Writes beside the file and renames, so that a failure leaves the old one. 0, or the error of the disk.
@@ -74,7 +78,8 @@ int writeWhole(const pugi::xml_document& document, const std::string& path)
     if (isThere && !S_ISREG(old.st_mode)) {
         return S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
     }
-    std::string temporary = target + ".XXXXXX";
+    // A name of its own: the target's may be as long as the disk takes it.
+    std::string temporary = (std::filesystem::path(target).parent_path() / ".quillmont-XXXXXX").string();
     DescriptorWriter writer(::mkostemp(temporary.data(), O_CLOEXEC));
     if (writer.descriptor < 0) {
         return errno;
@@ -135,6 +140,14 @@ engine::Status ProjectStore::LoadProject(engine::Text path)
         const auto refusal = [&](const std::string& why) {
             return engine::Status(engine::kFailed.code(), "Cannot open the project \"" + name + "\": " + why);
         };
+        std::error_code error;
+        if (std::filesystem::exists(name, error) && !std::filesystem::is_regular_file(name, error)) {
+            return refusal("it is no file.");
+        }
+        if (constexpr std::uintmax_t kMostBytes = 256u << 20;
+            std::filesystem::file_size(name, error) > kMostBytes && !error) {
+            return refusal("it is too large for a project.");
+        }
         pugi::xml_document document;
         if (const auto result = document.load_file(name.c_str()); !result) {
             return refusal(std::string(result.description()) + ", at byte " + std::to_string(result.offset) + ".");

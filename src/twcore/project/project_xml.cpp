@@ -75,6 +75,14 @@ std::int16_t smallNumber(pugi::xml_node node, const char* name, std::optional<st
     return static_cast<std::int16_t>(value);
 }
 
+std::int32_t toNumber(pugi::xml_node node, const char* name, std::int64_t value)
+{
+    if (value > std::numeric_limits<std::int32_t>::max()) {
+        refuse(node, std::string("the attribute ") + name + " is out of range");
+    }
+    return static_cast<std::int32_t>(value);
+}
+
 /// Start and stop of an item: from 0 upwards, the stop behind the start.
 std::pair<std::int32_t, std::int32_t> range(pugi::xml_node node)
 {
@@ -100,7 +108,9 @@ SourceItem readSource(pugi::xml_node node, const std::function<engine::Handle(St
     }
     std::tie(source.startMs, source.stopMs) = range(node);
     source.mediaStartMs = number(node, "MediaStart", 0);
-    source.mediaStopMs = number(node, "MediaStop", source.mediaStartMs + (source.stopMs - source.startMs));
+    const std::int64_t ownStop = std::int64_t{source.mediaStartMs} + (source.stopMs - source.startMs);
+    source.mediaStopMs =
+        node.attribute("MediaStop") ? number(node, "MediaStop") : toNumber(node, "MediaStart", ownStop);
     source.stretchMode = smallNumber(node, "StretchMode", 0);
     return source;
 }
@@ -131,6 +141,9 @@ void append(std::vector<Item>& items, Item item, pugi::xml_node node)
 {
     if (!items.empty() && item.startMs < items.back().stopMs) {
         refuse(node, "it begins before the one ahead of it ends");
+    }
+    if (items.size() >= static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+        refuse(node, "a track has no more numbers for it");
     }
     items.push_back(std::move(item));
 }

@@ -8,7 +8,7 @@ namespace twcore {
 double PlannedSource::speed() const
 {
     const double length = stopMs - startMs;
-    return mediaStopMs <= mediaStartMs || length <= 0 ? 0 : (mediaStopMs - mediaStartMs) / length;
+    return mediaStopMs <= mediaStartMs || length <= 0 ? 0 : (static_cast<double>(mediaStopMs) - mediaStartMs) / length;
 }
 
 double PlannedSource::mediaSecondsAt(double timelineMs) const

@@ -66,7 +66,7 @@ void SoundMixer::readSource(std::vector<Voice>& voices, const PlannedSource& sou
         return;
     }
     Voice& voice = voiceFor(voices, source);
-    if (source.mediaStopMs - source.mediaStartMs == source.stopMs - source.startMs) {
+    if (std::int64_t{source.mediaStopMs} - source.mediaStartMs == source.stopMs - source.startMs) {
         voice.source->read(sampleAt(source.mediaStartMs, rate_) + first, out);
         return;
     }

@@ -7,20 +7,27 @@ namespace twcore {
 
 namespace {
 
+constexpr VideoCompressor kWindowsMediaVideo{"Windows Media Video 8",  "wmv2", AV_PIX_FMT_YUV420P, false, false, true,
+                                             QualityScale::kQuantizer, 4};
+
 constexpr VideoCompressor kVideo[] = {
     {"Motion JPEG", "jpeg", AV_PIX_FMT_YUVJ420P, true, true, false, QualityScale::kQuantizer, 3},
     {"MPEG-4", "mpeg4", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"Xvid MPEG-4", "libxvid", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"H.264", "libx264", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kRateFactor, 23},
+    kWindowsMediaVideo,
     {"MS-MPEG4 V3", "msmpeg4", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"HuffYUV", "huffyuv", AV_PIX_FMT_YUV422P, false, true, false, QualityScale::kNone, 0},
     {"FFV1", "ffv1", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kNone, 0},
     {"Ut Video", "utvideo", AV_PIX_FMT_YUV420P, false, true, false, QualityScale::kNone, 0},
+    {"DV", kDvEncoder, AV_PIX_FMT_YUV420P, false, true, false, QualityScale::kNone, 0},
+    {"Cinepak", "cinepak", AV_PIX_FMT_RGB24, false, false, true, QualityScale::kNone, 0},
 };
 
 constexpr AudioCompressor kAudio[] = {
-    {"PCM", "pcm_s16le", 0}, {"MP3", "libmp3lame", 192000},     {"MP2", "mp2", 224000},
-    {"AC-3", "ac3", 192000}, {"IMA ADPCM", "adpcm_ima_wav", 0},
+    {"PCM", "pcm_s16le", 0},  {"MP3", "libmp3lame", 192000},     {"MP2", "mp2", 224000},
+    {"AC-3", "ac3", 192000},  {"IMA ADPCM", "adpcm_ima_wav", 0}, {"Microsoft ADPCM", "adpcm_ms", 0},
+    {"A-law", "pcm_alaw", 0}, {"Mu-law", "pcm_mulaw", 0},
 };
 
 template <class Compressor, std::size_t count>
@@ -52,6 +59,14 @@ const std::vector<AudioCompressor>& audioCompressors()
 {
     static const auto list = present(kAudio);
     return list;
+}
+
+const VideoCompressor& windowsMediaVideo() { return kWindowsMediaVideo; }
+
+AudioCompressor windowsMediaAudio(int bitRate, int channels)
+{
+    constexpr int kSkippedPackets = 2;
+    return {"Windows Media Audio 2", "wmav2", bitRate, channels, kSkippedPackets};
 }
 
 int videoCompressorIndex(std::string_view name) { return indexOf(videoCompressors(), name); }

@@ -35,17 +35,26 @@ struct VideoCompressor {
 struct AudioCompressor {
     const char* name;
     const char* encoder;
-    int bitRate; // bits a second for stereo; 0 where the encoder has no choice
+    int bitRate; // bits a second; 0 where the encoder has no choice
+    int channels = 2;
+    int skippedPackets = 0; // at the start of a stream, that whatever decodes it throws away
 };
 
 /// Stands in place of an encoder of the media libraries: pictures are made with the JPEG library.
 inline constexpr std::string_view kJpegEncoder = "jpeg";
+
+/// Takes two sizes only, each with a rate of its own.
+inline constexpr const char* kDvEncoder = "dvvideo";
 
 inline constexpr std::string_view kUncompressed = "Uncompressed";
 
 /// Those that this machine has, in the order of the lists.
 const std::vector<VideoCompressor>& videoCompressors();
 const std::vector<AudioCompressor>& audioCompressors();
+
+/// What Windows Media files are written with.
+const VideoCompressor& windowsMediaVideo();
+AudioCompressor windowsMediaAudio(int bitRate, int channels);
 
 /// Index in the list; -1 for any other name.
 int videoCompressorIndex(std::string_view name);

@@ -1,6 +1,7 @@
 #include "twcore/save/movie_writer.h"
 
 #include "engine/status.h"
+#include "twcore/save/asf_header.h"
 
 #include <cerrno>
 #include <cstring>
@@ -14,6 +15,7 @@ namespace twcore {
 namespace {
 
 constexpr int kBufferBytes = 1 << 20;
+constexpr int kFieldRoomBytes = 16 * 1024; // for descriptive fields
 
 std::uint32_t statusOf(int diskError)
 {
@@ -106,27 +108,37 @@ int MovieWriter::addStream(const AVCodecParameters& parameters, AVRational base)
     return stream->index;
 }
 
-bool MovieWriter::openAvi(const std::string& path, const AVCodecParameters* picture, AVRational fps,
-                          const AVCodecParameters* sound)
+bool MovieWriter::open(MovieFormat format, const std::string& path, const MovieStreams& streams)
 {
+    format_ = format;
     path_ = path;
-    if (avformat_alloc_output_context2(&context_, nullptr, "avi", nullptr) < 0) {
+    if (avformat_alloc_output_context2(&context_, nullptr, format == MovieFormat::kAvi ? "avi" : "asf", nullptr) < 0) {
         return fail(AVERROR_MUXER_NOT_FOUND);
     }
+    describe(streams);
+    return openFile() && writeHeader();
+}
+
+void MovieWriter::describe(const MovieStreams& streams)
+{
     // The same project gives the same bytes: no dates, no versions.
     context_->flags |= AVFMT_FLAG_BITEXACT;
     context_->avoid_negative_ts = AVFMT_AVOID_NEG_TS_DISABLED;
-    if (picture != nullptr) {
-        pictureBase_ = av_inv_q(fps);
-        pictureStream_ = addStream(*picture, pictureBase_);
-        context_->streams[pictureStream_]->avg_frame_rate = fps;
+    if (streams.picture != nullptr) {
+        pictureBase_ = av_inv_q(streams.fps);
+        pictureStream_ = addStream(*streams.picture, pictureBase_);
+        context_->streams[pictureStream_]->avg_frame_rate = streams.fps;
         context_->streams[pictureStream_]->sample_aspect_ratio = {1, 1};
     }
-    if (sound != nullptr) {
-        soundBase_ = {1, sound->sample_rate};
-        soundStream_ = addStream(*sound, soundBase_);
+    if (streams.sound != nullptr) {
+        soundBase_ = {1, streams.sound->sample_rate};
+        soundStream_ = addStream(*streams.sound, soundBase_);
     }
-    descriptor_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+}
+
+bool MovieWriter::openFile()
+{
+    descriptor_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor_ < 0) {
         diskError_ = errno;
         return fail(0);
@@ -140,14 +152,41 @@ bool MovieWriter::openAvi(const std::string& path, const AVCodecParameters* pict
         throw std::bad_alloc();
     }
     context_->pb = bytes_;
+    return true;
+}
+
+bool MovieWriter::writeHeader()
+{
     AVDictionary* options = nullptr;
-    av_dict_set_int(&options, "flipped_raw_rgb", 1, 0);
+    if (format_ == MovieFormat::kAvi) {
+        context_->metadata_header_padding = kFieldRoomBytes;
+        av_dict_set_int(&options, "flipped_raw_rgb", 1, 0);
+    } else {
+        std::int64_t rate = 0;
+        for (unsigned i = 0; i < context_->nb_streams; ++i) {
+            rate += context_->streams[i]->codecpar->bit_rate;
+        }
+        // Large packets waste little behind large blocks of sound; small ones suit slow lines.
+        av_dict_set_int(&options, "packet_size", rate > 150000 ? 8000 : 3200, 0);
+        av_dict_set(&context_->metadata, "Room", std::string(kFieldRoomBytes / 2, ' ').c_str(), 0);
+    }
     const int result = avformat_write_header(context_, &options);
     av_dict_free(&options);
+    avio_flush(bytes_);
     if (result < 0 || diskError_ != 0) {
         return fail(result);
     }
     headerWritten_ = true;
+    return reserveRoom();
+}
+
+/// The format's library knows no empty room: it is asked to write a long text, and that becomes the room.
+bool MovieWriter::reserveRoom()
+{
+    if (format_ == MovieFormat::kWindowsMedia && !emptyExtendedFields(descriptor_)) {
+        diskError_ = diskError_ != 0 ? diskError_ : EIO;
+        return fail(0);
+    }
     return true;
 }
 
@@ -159,6 +198,10 @@ bool MovieWriter::write(const AVPacket& packet, int stream, AVRational base)
     }
     copy->stream_index = stream;
     av_packet_rescale_ts(copy.get(), base, context_->streams[stream]->time_base);
+    if (format_ == MovieFormat::kWindowsMedia && copy->dts < lastStamp_) {
+        return fail(AVERROR(EINVAL)); // one order of time for all streams
+    }
+    lastStamp_ = copy->dts;
     const int result = av_write_frame(context_, copy.get());
     if (result < 0 || diskError_ != 0) {
         return fail(result);
@@ -177,6 +220,7 @@ bool MovieWriter::close()
         if (result < 0 || diskError_ != 0) {
             good = fail(result);
         }
+        good = reserveRoom() && good; // the header has been written again
     }
     if (descriptor_ >= 0) {
         if (::close(descriptor_) != 0 && good) {

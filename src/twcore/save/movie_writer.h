@@ -16,6 +16,15 @@ struct WriteError {
     std::string text;
 };
 
+enum class MovieFormat { kAvi, kWindowsMedia };
+
+/// What a movie holds; a null description leaves a stream out.
+struct MovieStreams {
+    const AVCodecParameters* picture = nullptr;
+    AVRational fps{25, 1};
+    const AVCodecParameters* sound = nullptr;
+};
+
 class MovieWriter {
 public:
     MovieWriter() = default;
@@ -23,12 +32,12 @@ public:
     MovieWriter(const MovieWriter&) = delete;
     MovieWriter& operator=(const MovieWriter&) = delete;
 
-    /// Begins an AVI with the streams described; a null description leaves a stream out. What stood at the path is
-    /// truncated. False when the file cannot be made or the format refuses a stream.
-    bool openAvi(const std::string& path, const AVCodecParameters* picture, AVRational fps,
-                 const AVCodecParameters* sound);
+    /// Begins a movie, with room in its header for descriptive fields. What stood at the path is truncated. False when
+    /// the file cannot be made or the format refuses a stream.
+    bool open(MovieFormat format, const std::string& path, const MovieStreams& streams);
 
-    /// Stamps in frames for the picture, in samples for the sound. False when the disk refuses.
+    /// Stamps in frames for the picture, in samples for the sound; Windows Media files take both in one order of time.
+    /// False when the disk refuses.
     bool writePicture(const AVPacket& packet) { return write(packet, pictureStream_, pictureBase_); }
     bool writeSound(const AVPacket& packet) { return write(packet, soundStream_, soundBase_); }
 
@@ -42,10 +51,15 @@ private:
     static int writeBytes(void* self, std::uint8_t* data, int size) noexcept;
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence) noexcept;
     bool write(const AVPacket& packet, int stream, AVRational base);
+    void describe(const MovieStreams& streams);
+    bool openFile();
+    bool writeHeader();
+    bool reserveRoom();
     int addStream(const AVCodecParameters& parameters, AVRational base);
     bool fail(int ffError);
     void release();
 
+    MovieFormat format_ = MovieFormat::kAvi;
     std::string path_;
     int descriptor_ = -1;
     int diskError_ = 0; // errno of the first refusal
@@ -56,6 +70,7 @@ private:
     int soundStream_ = -1;
     AVRational pictureBase_{1, 25};
     AVRational soundBase_{1, 48000};
+    std::int64_t lastStamp_ = INT64_MIN; // of the format's time base
     std::int64_t picturePackets_ = 0;
     std::int64_t soundPackets_ = 0;
     WriteError error_;

@@ -6,9 +6,12 @@
 #include "twcore/engine_options.h"
 #include "twcore/files/file_registry.h"
 #include "twcore/model/timeline.h"
+#include "twcore/profiles/system_profiles.h"
+#include "twcore/save/movie_fields.h"
 #include "twcore/save/save_run.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -76,9 +79,12 @@ public:
     Status SaveMetadata() override;
 
     bool setSoundRate(int hertz) override;
+    bool setProfileFrameRate(int framesPerSecond) override;
+    bool setVideoBitRate(int bitsPerSecond) override;
     long long framesSaved() const override { return framesSaved_; }
     long long samplesSaved() const override { return samplesSaved_; }
     void frameRateSaved(int& numerator, int& denominator) const override;
+    int soundRateSaved() const override { return soundRateSaved_; }
 
 private:
     struct Settings {
@@ -90,12 +96,18 @@ private:
         std::int32_t quality = -1;
         std::int32_t width = -1;
         std::int32_t height = -1;
-        std::string videoProfile;
-        std::string audioProfile;
+        std::int32_t profileWidth = -1; // of a Windows Media movie; -1: the profile's own
+        std::int32_t profileHeight = -1;
+        std::string videoProfile{kDefaultVideoProfile};
+        std::string audioProfile{kDefaultAudioProfile};
     };
 
     PlanPtr compile();
-    Status prepareAvi(const std::string& path, Bool16& ok);
+    /// What is to be made of the plan; nullopt when a compressor or a profile refuses.
+    std::optional<SaveOrder> aviOrder(const Plan& plan) const;
+    std::optional<SaveOrder> windowsMediaOrder(const Plan& plan) const;
+    Status prepare(const std::string& path, std::optional<SaveOrder> (SaveInterface::*orderFor)(const Plan&) const,
+                   Bool16& ok);
     bool begin();
     Status failureOnce();
     void note();
@@ -103,7 +115,9 @@ private:
     Timeline& timeline_;
     FileRegistry& files_;
     Settings settings_;
-    int soundRate_ = 48000;
+    int soundRate_ = 0;        // 0: 48,000, or what the profile says
+    int profileFrameRate_ = 0; // 0: what the profile says
+    int videoBitRate_ = 0;     // 0: quality decides
 
     std::vector<Handle> tracks_;
     bool wholeTimeline_ = true;
@@ -117,6 +131,10 @@ private:
     long long framesSaved_ = 0;
     long long samplesSaved_ = 0;
     AVRational frameRateSaved_{25, 1};
+    int soundRateSaved_ = 48000;
+
+    std::string describedPath_; // of the file whose fields are being set; empty: none
+    MovieFields fields_;
 };
 
 } // namespace twcore

@@ -60,7 +60,7 @@ bool SaveRun::open(WriteError& error)
         return false;
     }
     const AVRational fps = order_.picture ? order_.picture->fps : AVRational{25, 1};
-    if (!writer_.openAvi(order_.path, picture.get(), fps, sound.get())) {
+    if (!writer_.open(order_.format, order_.path, {picture.get(), fps, sound.get()})) {
         error = writer_.error();
         return false;
     }
@@ -138,11 +138,13 @@ void SaveRun::writeMovie()
             if (!picture) {
                 return;
             }
-            // The sound up to a frame's end stands ahead of the frame.
-            writeSoundBefore(av_rescale_q(number + 1, av_inv_q(clock_.fps), {1, order_.soundRate}));
+            // In AVI the sound up to a frame's end stands ahead of the frame; Windows Media wants the order of time.
+            const std::int64_t heard = order_.format == MovieFormat::kAvi ? number + 1 : number;
+            writeSoundBefore(av_rescale_q_rnd(heard, av_inv_q(clock_.fps), {1, order_.soundRate}, AV_ROUND_UP));
             writePicture(*picture, number);
             framesWritten_ = number + 1;
-            positionMs_ = std::min(durationMs(), static_cast<std::int32_t>(clock_.timeMs(number + 1)) - clock_.startMs);
+            const double doneMs = clock_.timeMs(number + 1) - clock_.startMs;
+            positionMs_ = static_cast<std::int32_t>(std::min<double>(durationMs(), doneMs));
         }
         finishPictures();
     }

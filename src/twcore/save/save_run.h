@@ -21,6 +21,7 @@ namespace twcore {
 /// What a movie is to be.
 struct SaveOrder {
     std::string path;
+    MovieFormat format = MovieFormat::kAvi;
     std::optional<VideoEncoding> picture;           // none: a movie without picture
     std::optional<AudioCompressor> audioCompressor; // none: PCM
     bool hasSound = true;

@@ -32,15 +32,17 @@ AVSampleFormat pickFormat(const AVCodec& codec)
 void fillFrame(AVFrame& frame, std::span<const float> samples)
 {
     const int count = frame.nb_samples;
-    for (int c = 0; c < 2; ++c) {
+    const int channels = frame.ch_layout.nb_channels;
+    for (int c = 0; c < channels; ++c) {
         for (int i = 0; i < count; ++i) {
-            const float sample = samples[static_cast<std::size_t>(2 * i + c)];
+            const auto at = static_cast<std::size_t>(2 * i);
+            const float sample = channels == 1 ? (samples[at] + samples[at + 1]) / 2 : samples[at + std::size_t(c)];
             if (frame.format == AV_SAMPLE_FMT_FLTP) {
                 reinterpret_cast<float*>(frame.data[c])[i] = std::clamp(sample, -1.0f, 1.0f);
             } else if (frame.format == AV_SAMPLE_FMT_S16P) {
                 reinterpret_cast<std::int16_t*>(frame.data[c])[i] = toInt16(sample);
             } else {
-                reinterpret_cast<std::int16_t*>(frame.data[0])[2 * i + c] = toInt16(sample);
+                reinterpret_cast<std::int16_t*>(frame.data[0])[channels * i + c] = toInt16(sample);
             }
         }
     }
@@ -62,7 +64,7 @@ std::unique_ptr<SoundEncoder> SoundEncoder::open(const std::optional<AudioCompre
     context->sample_rate = rate;
     context->time_base = {1, rate};
     context->sample_fmt = pickFormat(*codec);
-    av_channel_layout_default(&context->ch_layout, 2);
+    av_channel_layout_default(&context->ch_layout, compressor ? compressor->channels : 2);
     context->bit_rate = compressor ? compressor->bitRate : 0;
     context->flags |= AV_CODEC_FLAG_BITEXACT;
     // A packet may not lean on one that is dropped with the delay.
@@ -73,11 +75,14 @@ std::unique_ptr<SoundEncoder> SoundEncoder::open(const std::optional<AudioCompre
     }
     encoder->frameSize_ = (codec->capabilities & AV_CODEC_CAP_VARIABLE_FRAME_SIZE) != 0 ? 0 : context->frame_size;
     if (context->initial_padding > 0 && encoder->frameSize_ > 0) {
-        // Silence ahead makes the delay a whole number of packets, which are then left out.
-        const int filled = (context->initial_padding + encoder->frameSize_ - 1) / encoder->frameSize_;
-        encoder->packetsToDrop_ = filled;
-        encoder->droppedSamples_ = std::int64_t{filled} * encoder->frameSize_;
-        const auto silence = static_cast<std::size_t>(encoder->droppedSamples_ - context->initial_padding);
+        // Silence ahead makes the delay a whole number of packets, which are then left out or skipped by who decodes.
+        const int skipped = compressor ? compressor->skippedPackets : 0;
+        const int filled =
+            std::max(skipped, (context->initial_padding + encoder->frameSize_ - 1) / encoder->frameSize_);
+        encoder->packetsToDrop_ = filled - skipped;
+        encoder->packetsToSkip_ = skipped;
+        encoder->delaySamples_ = std::int64_t{filled} * encoder->frameSize_;
+        const auto silence = static_cast<std::size_t>(encoder->delaySamples_ - context->initial_padding);
         encoder->waiting_.assign(silence * 2, 0.0f);
     }
     encoder->context_ = std::move(context);
@@ -99,7 +104,7 @@ void SoundEncoder::encode(std::span<const float> samples, std::vector<PacketPtr>
 
 void SoundEncoder::finish(std::vector<PacketPtr>& packets)
 {
-    if (droppedSamples_ > 0 && (context_->codec->capabilities & AV_CODEC_CAP_DELAY) == 0) {
+    if (delaySamples_ > 0 && (context_->codec->capabilities & AV_CODEC_CAP_DELAY) == 0) {
         // An encoder that gives nothing back at its end has to be pushed until the last samples have come out.
         waiting_.resize(waiting_.size() + static_cast<std::size_t>(context_->initial_padding) * 2, 0.0f);
         encode({}, packets);
@@ -121,7 +126,7 @@ void SoundEncoder::sendBlock(std::span<const float> samples, std::vector<PacketP
     frame->format = context_->sample_fmt;
     frame->nb_samples = static_cast<int>(samples.size() / 2);
     frame->sample_rate = context_->sample_rate;
-    av_channel_layout_default(&frame->ch_layout, 2);
+    av_channel_layout_default(&frame->ch_layout, context_->ch_layout.nb_channels);
     if (av_frame_get_buffer(frame.get(), 0) < 0) {
         throw std::bad_alloc();
     }
@@ -142,6 +147,12 @@ void SoundEncoder::send(const AVFrame* frame, std::vector<PacketPtr>& packets)
         }
         if (packetsToDrop_ > 0) {
             --packetsToDrop_;
+            continue;
+        }
+        if (packetsToSkip_ > 0) {
+            --packetsToSkip_;
+            packet->pts = packet->dts = packet->duration = 0;
+            packets.push_back(std::move(packet));
             continue;
         }
         // Counted, since encoders stamp what they still hold at their end as they like.
@@ -165,6 +176,11 @@ bool SoundEncoder::describe(AVCodecParameters& parameters) const
         return false;
     }
     parameters.initial_padding = 0;
+    if (parameters.bit_rate <= 0 && parameters.block_align > 0 && context_->frame_size > 0) {
+        // Blocks of one size have this rate; readers tell the time by it.
+        parameters.bit_rate =
+            av_rescale(std::int64_t{parameters.block_align} * 8, context_->sample_rate, context_->frame_size);
+    }
     return true;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
 // Sound of the mix into packets of one movie stream, with the encoder's own delay taken out: the first packet that
-// comes out begins with sample 0 of the movie.
+// comes out begins with sample 0 of the movie. Ahead of it stand, at the same time and with no length of their own,
+// those that every decoder of the format throws away.
 
 #include "twcore/save/compressors.h"
 
@@ -34,9 +35,11 @@ private:
 
     std::string name_;
     CodecContextPtr context_;
-    int frameSize_ = 0;     // samples the encoder takes at once; 0: any number
-    int packetsToDrop_ = 0; // nothing but the encoder's delay is in them
-    std::int64_t droppedSamples_ = 0;
+    int frameSize_ = 0; // samples the encoder takes at once; 0: any number
+    // Nothing but the encoder's delay and silence is in the first packets.
+    int packetsToDrop_ = 0;
+    int packetsToSkip_ = 0; // behind those, for decoders to throw away
+    std::int64_t delaySamples_ = 0;
     std::int64_t sent_ = 0;
     std::int64_t given_ = 0;     // samples of the movie so far
     std::int64_t nextStart_ = 0; // of the packet that comes out next

@@ -7,19 +7,49 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <limits>
 #include <span>
 #include <stdexcept>
 #include <string_view>
 
 namespace twcore {
 
+namespace {
+
+constexpr PictureSize kDvPal{720, 576};
+constexpr PictureSize kDvNtsc{720, 480};
+
+bool isDv(const VideoCompressor& compressor) { return std::string_view(compressor.encoder) == kDvEncoder; }
+
+AVPixelFormat encoderPixels(const VideoEncoding& encoding)
+{
+    const bool isNarrow = isDv(*encoding.compressor) && encoding.size.height == kDvNtsc.height;
+    return isNarrow ? AV_PIX_FMT_YUV411P : encoding.compressor->pixels;
+}
+
+/// Why a compressor does not take what its encoder would not refuse, or not say so clearly; empty when it does.
+std::string refusal(const VideoEncoding& encoding)
+{
+    const auto is = [&](const PictureSize& size, AVRational fps) {
+        return encoding.size.width == size.width && encoding.size.height == size.height
+               && av_cmp_q(encoding.fps, fps) == 0;
+    };
+    if (isDv(*encoding.compressor) && !is(kDvPal, {25, 1}) && !is(kDvNtsc, {30000, 1001})) {
+        return "DV takes 720 x 576 at 25 frames a second, and 720 x 480 at 30000/1001.";
+    }
+    return {};
+}
+
+} // namespace
+
 PictureFormat VideoEncoding::pictureFormat() const
 {
-    if (!compressor) {
+    if (!compressor || compressor->pixels == AV_PIX_FMT_RGB24) {
         return {size, AV_PIX_FMT_BGR24, {Matrix::kRgb, true}};
     }
     // AVI tells no colour of its own, and what reads these streams takes them as 601.
-    const AVPixelFormat pixels = compressor->pixels == AV_PIX_FMT_YUVJ420P ? AV_PIX_FMT_YUV420P : compressor->pixels;
+    const AVPixelFormat wanted = encoderPixels(*this);
+    const AVPixelFormat pixels = wanted == AV_PIX_FMT_YUVJ420P ? AV_PIX_FMT_YUV420P : wanted;
     return {size, pixels, {Matrix::kBt601, compressor->isFullRange}};
 }
 
@@ -116,7 +146,7 @@ public:
     {
         FramePtr stamped;
         if (picture != nullptr) {
-            stamped.reset(av_frame_clone(picture));
+            stamped = context_->pix_fmt == AV_PIX_FMT_RGB24 ? swapped(*picture) : FramePtr(av_frame_clone(picture));
             if (!stamped) {
                 throw std::bad_alloc();
             }
@@ -147,19 +177,52 @@ public:
     }
 
 private:
+    static FramePtr swapped(const AVFrame& picture);
+
     std::string name_;
     CodecContextPtr context_;
 };
 
-void setQuality(AVCodecContext& context, const VideoCompressor& compressor, int quality)
+/// Blue, green, red turned round.
+FramePtr LibraryEncoder::swapped(const AVFrame& picture)
 {
-    const int value = encoderQuality(compressor, quality);
-    if (compressor.quality == QualityScale::kQuantizer) {
+    FramePtr turned = makeFrame();
+    turned->format = AV_PIX_FMT_RGB24;
+    turned->width = picture.width;
+    turned->height = picture.height;
+    if (av_frame_get_buffer(turned.get(), 0) < 0) {
+        throw std::bad_alloc();
+    }
+    for (int y = 0; y < picture.height; ++y) {
+        const auto* const from = picture.data[0] + std::ptrdiff_t{y} * picture.linesize[0];
+        auto* const to = turned->data[0] + std::ptrdiff_t{y} * turned->linesize[0];
+        for (int x = 0; x < 3 * picture.width; x += 3) {
+            to[x] = from[x + 2];
+            to[x + 1] = from[x + 1];
+            to[x + 2] = from[x];
+        }
+    }
+    return turned;
+}
+
+void setQuality(AVCodecContext& context, const VideoEncoding& encoding)
+{
+    const VideoCompressor& compressor = *encoding.compressor;
+    const int value = encoderQuality(compressor, encoding.quality);
+    if (compressor.quality == QualityScale::kRateFactor) {
+        av_opt_set(context.priv_data, "preset", "veryfast", 0);
+    }
+    if (encoding.bitRate > 0 && compressor.quality != QualityScale::kNone) {
+        constexpr int kBufferSeconds = 3; // what a player on a line of that rate keeps ahead
+        context.bit_rate = context.rc_max_rate = encoding.bitRate;
+        context.rc_buffer_size = static_cast<int>(
+            std::min<std::int64_t>(std::int64_t{encoding.bitRate} * kBufferSeconds, std::numeric_limits<int>::max()));
+        context.qmin = encoding.quality >= 0 ? value : context.qmin;
+    } else if (compressor.quality == QualityScale::kQuantizer) {
         context.flags |= AV_CODEC_FLAG_QSCALE;
         context.global_quality = value * FF_QP2LAMBDA;
     } else if (compressor.quality == QualityScale::kRateFactor) {
         av_opt_set_int(context.priv_data, "crf", value, 0);
-        av_opt_set(context.priv_data, "preset", "veryfast", 0);
     }
 }
 
@@ -174,7 +237,7 @@ std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, 
     }
     context->width = encoding.size.width;
     context->height = encoding.size.height;
-    context->pix_fmt = compressor.pixels;
+    context->pix_fmt = encoderPixels(encoding);
     context->color_range = compressor.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
     context->time_base = av_inv_q(encoding.fps);
     context->framerate = encoding.fps;
@@ -185,7 +248,7 @@ std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, 
     if (compressor.canSetKeyFrameRate && encoding.keyFrameRate > 0) {
         context->gop_size = encoding.keyFrameRate;
     }
-    setQuality(*context, compressor, encoding.quality);
+    setQuality(*context, encoding);
     if (const int error = avcodec_open2(context.get(), codec, nullptr); error < 0) {
         why = std::string(compressor.name) + " cannot encode pictures of " + std::to_string(encoding.size.width) + " x "
               + std::to_string(encoding.size.height) + ": " + ffText(error) + ".";
@@ -200,6 +263,10 @@ std::unique_ptr<VideoEncoder> VideoEncoder::open(const VideoEncoding& encoding, 
 {
     if (!encoding.compressor) {
         return std::make_unique<RawEncoder>(encoding.size);
+    }
+    why = refusal(encoding);
+    if (!why.empty()) {
+        return nullptr;
     }
     if (std::string_view(encoding.compressor->encoder) == kJpegEncoder) {
         return std::make_unique<MotionJpegEncoder>(encoding);

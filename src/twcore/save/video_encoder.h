@@ -17,7 +17,8 @@ struct VideoEncoding {
     std::optional<VideoCompressor> compressor; // none: uncompressed
     PictureSize size;
     AVRational fps{25, 1};
-    int quality = -1;      // 0 to 100
+    int bitRate = 0;       // bits a second; 0: quality alone decides
+    int quality = -1;      // 0 to 100; beside a bit rate the finest that a picture may be
     int keyFrameRate = -1; // frames from key frame to key frame
 
     /// What the encoder wants its pictures to be.

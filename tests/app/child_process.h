@@ -1,0 +1,177 @@
+#pragma once
+
+// A program run as people run it: words, a folder to stand in, limits; then its exit status and what it said.
+
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <poll.h>
+#include <set>
+#include <string>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace app_test {
+
+struct Outcome {
+    int status = -1; // exit status; -1 when a signal or the deadline ended it
+    int signal = 0;
+    std::string out;
+    std::string err;
+};
+
+struct Limits {
+    std::optional<rlim_t> fileBytes = {}; // no file may grow beyond
+    bool asNobody = false;                // without the rights of the user who runs the tests; needs root
+    std::string stdoutPath = {};          // instead of being caught
+    std::vector<int> ignoredSignals = {};
+};
+
+class Child {
+public:
+    Child(const std::vector<std::string>& words, const std::filesystem::path& folder, const Limits& limits = {})
+    {
+        std::vector<char*> raw;
+        for (const auto& word : words) {
+            raw.push_back(const_cast<char*>(word.c_str()));
+        }
+        raw.push_back(nullptr);
+        const int out = limits.stdoutPath.empty() ? ::dup(::fileno(out_)) : ::open(limits.stdoutPath.c_str(), O_WRONLY);
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            become(limits, out);
+            if (::chdir(folder.c_str()) == 0) {
+                ::execv(raw.front(), raw.data());
+            }
+            ::_exit(kNotStarted);
+        }
+        ::close(out);
+        watch_ = static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0));
+    }
+    ~Child()
+    {
+        if (!ended_) {
+            kill(SIGKILL);
+            ::waitpid(pid_, nullptr, 0);
+        }
+        ::close(watch_);
+        std::fclose(out_);
+        std::fclose(err_);
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    static constexpr int kNotStarted = 127;
+
+    pid_t pid() const { return pid_; }
+    void kill(int signal) const { ::kill(pid_, signal); }
+
+    /// Waits until the condition holds. False when the child ends first, or after 60 s.
+    bool runsUntil(const std::function<bool()>& condition) const
+    {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (std::chrono::steady_clock::now() < deadline) {
+            if (condition()) {
+                return true;
+            }
+            if (endsWithin(1)) {
+                return false;
+            }
+        }
+        return false;
+    }
+
+    /// Waits for the end. One that hangs is killed, and its signal told.
+    Outcome end(int seconds = 60)
+    {
+        if (!endsWithin(seconds * 1000)) {
+            kill(SIGKILL);
+        }
+        int raw = 0;
+        ::waitpid(pid_, &raw, 0);
+        ended_ = true;
+        return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, WIFSIGNALED(raw) ? WTERMSIG(raw) : 0, textOf(out_),
+                textOf(err_)};
+    }
+
+private:
+    bool endsWithin(int ms) const
+    {
+        pollfd watched{watch_, POLLIN, 0};
+        return ::poll(&watched, 1, ms) > 0;
+    }
+
+    void become(const Limits& limits, int out) const
+    {
+        ::dup2(out, STDOUT_FILENO);
+        ::dup2(::fileno(err_), STDERR_FILENO);
+        for (const int signal : limits.ignoredSignals) {
+            ::signal(signal, SIG_IGN);
+        }
+        if (limits.fileBytes) {
+            const rlimit limit{*limits.fileBytes, *limits.fileBytes};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+        }
+        constexpr id_t kNobody = 65534;
+        if (limits.asNobody && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
+            ::_exit(kNotStarted);
+        }
+    }
+
+    static std::string textOf(std::FILE* file)
+    {
+        std::string text;
+        std::rewind(file);
+        for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) {
+            text += static_cast<char>(c);
+        }
+        return text;
+    }
+
+    std::FILE* out_ = std::tmpfile();
+    std::FILE* err_ = std::tmpfile();
+    pid_t pid_ = -1;
+    int watch_ = -1;
+    bool ended_ = false;
+};
+
+/// A folder of a test's own, open to everybody, gone with it.
+class TempFolder {
+public:
+    TempFolder()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "quillmont-test-XXXXXX").string();
+        path_ = ::mkdtemp(name.data());
+        std::filesystem::permissions(path_, std::filesystem::perms::all);
+    }
+    ~TempFolder()
+    {
+        std::error_code error;
+        std::filesystem::remove_all(path_, error);
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+    const std::filesystem::path& path() const { return path_; }
+
+    std::set<std::string> names() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace app_test

@@ -1,0 +1,544 @@
+// quillmont-render from outside: words, movies, messages, and what it leaves on the disk when it fails.
+
+#include "app/child_process.h"
+#include "support/manifest.h"
+#include "support/movie_reader.h"
+
+#include <cmath>
+#include <csignal>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
+#include <sys/stat.h>
+
+namespace app_test {
+namespace {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::string>;
+
+/// Enough to be in the middle of for as long as a test likes: a clip, then black.
+const std::string kTenHours = "0-36000000";
+
+std::string media(const std::string& name) { return (testmedia::mediaFolder() / name).string(); }
+
+void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+std::string read(const fs::path& path)
+{
+    std::stringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+class RenderTest : public testing::Test {
+protected:
+    Words command(const Words& words) const
+    {
+        Words all{QUILLMONT_RENDER};
+        all.insert(all.end(), words.begin(), words.end());
+        return all;
+    }
+
+    Outcome run(const Words& words, const Limits& limits = {}) const
+    {
+        return Child(command(words), folder.path(), limits).end();
+    }
+
+    /// Runs into a failure that names its cause and leaves the folder, old movie included, as it was.
+    Outcome runFailing(const Words& words, const std::vector<std::string>& saying, const Limits& limits = {})
+    {
+        write(movie, "the old movie");
+        const auto before = folder.names();
+        Outcome outcome = run(words, limits);
+        expectFailure(outcome, saying);
+        EXPECT_EQ(folder.names(), before) << "left beside the output";
+        EXPECT_TRUE(read(movie) == "the old movie");
+        return outcome;
+    }
+
+    static void expectFailure(const Outcome& outcome, const std::vector<std::string>& saying)
+    {
+        EXPECT_EQ(outcome.status, 1) << "signal " << outcome.signal << " " << outcome.err;
+        EXPECT_TRUE(outcome.out.empty()) << outcome.out;
+        for (const auto& part : saying) {
+            EXPECT_NE(outcome.err.find(part), std::string::npos) << part << " is not told in: " << outcome.err;
+        }
+    }
+
+    testmedia::Movie rendered(Words words, const Limits& limits = {})
+    {
+        words.insert(words.end(), {"-o", movie.string(), "--json"});
+        last = run(words, limits);
+        EXPECT_EQ(last.status, 0) << "signal " << last.signal << " " << last.err;
+        EXPECT_TRUE(last.err.empty()) << last.err;
+        return last.status == 0 ? testmedia::readMovie(movie) : testmedia::Movie{};
+    }
+
+    /// A number of the JSON line of the last run.
+    double told(const std::string& name) const
+    {
+        const std::string key = "\"" + name + "\":";
+        const auto at = last.out.find(key);
+        EXPECT_NE(at, std::string::npos) << name << " is not told in: " << last.out;
+        return at != std::string::npos ? std::strtod(last.out.c_str() + at + key.size(), nullptr) : -1;
+    }
+
+    std::uintmax_t unfinishedBytes() const
+    {
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            std::error_code error;
+            if (entry.path().filename().string().find(".part") != std::string::npos) {
+                return entry.file_size(error);
+            }
+        }
+        return 0;
+    }
+
+    TempFolder folder;
+    fs::path movie = folder / "movie.avi";
+    Outcome last;
+};
+
+TEST_F(RenderTest, WrongWordsExitWith2AndTouchNothing)
+{
+    const std::string clip = media("h264.mp4");
+    const Words cases[] = {{},
+                           {clip},
+                           {"-o", "movie.avi"},
+                           {clip, "-o", ""},
+                           {clip, "-o"},
+                           {clip, "-o", "movie.avi", "--nonsense"},
+                           {clip, "-o", "movie.avi", "--fps", "0"},
+                           {clip, "-o", "movie.avi", "--fps", "25.5x"},
+                           {clip, "-o", "movie.avi", "--size", "640"},
+                           {clip, "-o", "movie.avi", "--size", "8x8"},
+                           {clip, "-o", "movie.avi", "--size", "99999x16"},
+                           {clip, "-o", "movie.avi", "--audio-rate", "7999"},
+                           {clip, "-o", "movie.avi", "--quality", "101"},
+                           {clip, "-o", "movie.avi", "--range", "5000-1000"},
+                           {clip, "-o", "movie.avi", "--range", "1000-"},
+                           {clip, "-o", "movie.avi", "--range", "0-99999999999"}};
+    for (const auto& words : cases) {
+        const Outcome outcome = run(words);
+        EXPECT_EQ(outcome.status, 2) << (words.empty() ? "" : words.back()) << outcome.err;
+        EXPECT_NE(outcome.err.find("--help"), std::string::npos) << outcome.err;
+        EXPECT_TRUE(folder.names().empty());
+    }
+}
+
+TEST_F(RenderTest, AnswersOnStandardOutput)
+{
+    const std::pair<std::string, std::vector<std::string>> cases[] = {
+        {"--help", {"INPUT", "--output", "--range", "Exit status"}},
+        {"--version", {"quillmont-render ", "."}},
+        {"--list-compressors", {"Video:", "  Motion JPEG\n", "  Uncompressed\n", "Audio:", "  PCM\n"}}};
+    for (const auto& [word, parts] : cases) {
+        const Outcome outcome = run({word});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(outcome.err.empty()) << outcome.err;
+        for (const auto& part : parts) {
+            EXPECT_NE(outcome.out.find(part), std::string::npos) << part;
+        }
+    }
+}
+
+TEST_F(RenderTest, BadInputsAreNamedWithTheirCause)
+{
+    ASSERT_EQ(::mkfifo((folder / "pipe.mp4").c_str(), 0666), 0);
+    ASSERT_EQ(::mkfifo((folder / "pipe.mid").c_str(), 0666), 0);
+    ASSERT_EQ(::mkfifo((folder / "pipe.qpj").c_str(), 0666), 0);
+    fs::create_symlink("loop.mp4", folder / "loop.mp4");
+    const std::string unknown = "no video, sound or image";
+    const std::pair<std::string, std::string> cases[] = {{"", "Check the path"},
+                                                         {"missing.mp4", "is not there"},
+                                                         {folder.path().string(), "is a folder"},
+                                                         {"pipe.mp4", "no regular file"},
+                                                         {"pipe.mid", "no regular file"},
+                                                         {"pipe.qpj", "no regular file"},
+                                                         {"/dev/zero", "no regular file"},
+                                                         {"loop.mp4", "links"},
+                                                         {std::string(300, 'n'), "too long"},
+                                                         {media("bad/empty.avi"), "is empty"},
+                                                         {media("bad/random.mp4"), unknown},
+                                                         {media("bad/text.avi"), unknown},
+                                                         {media("bad/no-moov.mp4"), "damaged"},
+                                                         {media("bad/huge.png"), "damaged"},
+                                                         {media("bad/network.m3u8"), unknown},
+                                                         {media("bad/network.mp4"), unknown},
+                                                         {media("bad/network.m3u"), unknown},
+                                                         {media("bad/network.pls"), "network.pls"},
+                                                         {media("bad/local.m3u8"), unknown},
+                                                         {media("bad/concat.avi"), unknown}};
+    for (const auto& [input, cause] : cases) {
+        SCOPED_TRACE(input);
+        runFailing({input, "-o", movie.string()}, {cause, fs::path(input).filename().string().substr(0, 20)});
+    }
+    // A good input does not hide a bad one.
+    runFailing({media("still.png"), "missing.mp4", "-o", movie.string()}, {"missing.mp4"});
+}
+
+TEST_F(RenderTest, DamagedInputsPlayWhatTheyHold)
+{
+    for (const auto& entry : testmedia::readManifest()) {
+        if (entry.kind == "bad" && entry.has("readable-in-part")) {
+            SCOPED_TRACE(entry.name);
+            const auto read = rendered({media(entry.name)});
+            EXPECT_TRUE(!read.frames.empty() || read.soundCount() > 0);
+        }
+    }
+}
+
+TEST_F(RenderTest, OddPathsOnBothSides)
+{
+    for (const auto& entry : testmedia::readManifest()) {
+        if (entry.has("alias")) {
+            const fs::path name = fs::path(entry.name).filename();
+            EXPECT_EQ(rendered({media(entry.name), "--range", "0-200"}).numbers().size(), 5u) << name;
+            const Outcome beside = run({media(entry.name), "--range", "0-40", "-o", name.string() + ".avi"});
+            EXPECT_EQ(beside.status, 0) << name << beside.err;
+            EXPECT_EQ(folder.names().count(name.string() + ".avi"), 1u) << name;
+        }
+    }
+    for (const std::string name : {"-dash.png", "[a,b]", "[take 1]", "back\\slash", "new\nline", "bytes\xff.png"}) {
+        fs::copy_file(media("still.png"), folder / name);
+        const Outcome bare = run({"-o", movie.string(), "--json", "--range", "0-40", "--", name});
+        EXPECT_EQ(bare.status, 0) << name << bare.err;
+    }
+    // Deeper than 300 characters, and a name as long as the disk takes it.
+    fs::path deep = folder.path();
+    for (int i = 0; i < 7; ++i) {
+        deep /= std::string(50, static_cast<char>('a' + i));
+    }
+    fs::create_directories(deep);
+    for (const auto& output : {deep / "movie.avi", folder / (std::string(251, 'm') + ".avi")}) {
+        EXPECT_EQ(run({media("still.png"), "--range", "0-40", "-o", output.string()}).status, 0);
+        EXPECT_EQ(testmedia::readMovie(output).frames.size(), 1u);
+    }
+}
+
+TEST_F(RenderTest, OutputsThatCannotBe)
+{
+    const std::string clip = media("still.png");
+    fs::create_directory(folder / "in");
+    const std::pair<std::string, std::string> cases[] = {{"none/movie.avi", "\"none\""},
+                                                         {"in", "\"in\" is a folder"},
+                                                         {"movie.avi/movie.avi", "\"movie.avi\""},
+                                                         {std::string(252, 'm') + ".avi", "mmm"},
+                                                         {"/proc/movie.avi", "\"/proc"}};
+    for (const auto& [output, cause] : cases) {
+        runFailing({clip, "-o", output}, {cause});
+    }
+    EXPECT_TRUE(fs::is_empty(folder / "in"));
+    // Neither a pipe nor a device gives way to a movie, nor does what is being read.
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0666), 0);
+    runFailing({clip, "-o", "pipe"}, {"pipe"});
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+    fs::copy_file(clip, folder / "own.png");
+    fs::create_symlink("own.png", folder / "link.png");
+    for (const std::string output : {"own.png", "in/../own.png", "link.png"}) {
+        runFailing({"own.png", "-o", output}, {"\"" + output + "\""});
+        EXPECT_TRUE(read(folder / "own.png") == read(clip)) << "the input was overwritten";
+    }
+}
+
+TEST_F(RenderTest, WhatMayNotBeReadOrWritten)
+{
+    const bool isRoot = ::geteuid() == 0;
+    if (isRoot && run({"--version"}, {.asNobody = true}).status != 0) {
+        GTEST_SKIP() << "nobody may not run the program from here";
+    }
+    const Limits others{.asNobody = isRoot};
+    fs::copy_file(media("still.png"), folder / "closed.png");
+    fs::permissions(folder / "closed.png", fs::perms::none);
+    fs::create_directory(folder / "shut");
+    fs::permissions(folder / "shut", fs::perms::owner_exec | fs::perms::others_exec | fs::perms::others_read);
+    runFailing({"closed.png", "-o", movie.string()}, {"may not be read", "closed.png"}, others);
+    fs::copy_file(media("still.png"), folder / "open.png");
+    fs::permissions(folder / "open.png", fs::perms::others_read | fs::perms::owner_read);
+    runFailing({"open.png", "-o", "shut/movie.avi"}, {"may not be written", "shut"}, others);
+}
+
+TEST_F(RenderTest, OldMovieIsReplacedOnlyByAWholeOne)
+{
+    write(movie, "the old movie");
+    EXPECT_EQ(rendered({media("still.png"), "--range", "0-200"}).frames.size(), 5u);
+    EXPECT_EQ(folder.names(), std::set<std::string>{"movie.avi"});
+    const std::string first = read(movie);
+    rendered({media("still.png"), "--range", "0-200"});
+    EXPECT_TRUE(read(movie) == first) << "the same movie twice has the same bytes";
+    // A link stays a link to the movie.
+    fs::create_symlink("movie.avi", folder / "link.avi");
+    EXPECT_EQ(run({media("still.png"), "--range", "0-40", "-o", "link.avi"}).status, 0);
+    EXPECT_TRUE(fs::is_symlink(folder / "link.avi"));
+    EXPECT_LT(fs::file_size(movie), first.size());
+}
+
+struct Case {
+    Words words;
+    std::size_t frames;
+    std::size_t samples;
+    int width = 320;
+    int height = 240;
+    double fps = 25;
+    int rate = 48000;
+    std::map<std::size_t, int> numbers = {}; // frame of the movie: its bar code
+};
+
+TEST_F(RenderTest, OptionsAndTheNumbersTold)
+{
+    const std::string clip = media("h264.mp4");
+    const Case cases[] = {
+        {{clip}, 125, 240000, 320, 240, 25, 48000, {{0, 0}, {124, 124}}},
+        {{clip, clip}, 250, 480000, 320, 240, 25, 48000, {{124, 124}, {125, 0}, {249, 124}}},
+        {{clip, "--range", "1000-2000"}, 25, 48000, 320, 240, 25, 48000, {{0, 25}, {24, 49}}},
+        {{clip, "--range", "990-1001"}, 1, 528, 320, 240, 25, 48000, {{0, 24}}},
+        {{clip, "--range", "4960-6000"}, 26, 49920, 320, 240, 25, 48000, {{0, 124}, {1, -1}, {25, -1}}},
+        {{clip, "--fps", "10"}, 50, 240000, 320, 240, 10, 48000, {{1, 2}, {2, 5}, {49, 122}}},
+        {{clip, "--fps", "240", "--range", "0-100"}, 24, 4800, 320, 240, 240, 48000, {{9, 0}, {10, 1}}},
+        {{clip, "--range", "2147483000-2147483647"}, 17, 31056, 320, 240, 25, 48000, {{0, -1}, {16, -1}}},
+        {{clip, "--size", "176x144", "--range", "0-80"}, 2, 3840, 176, 144},
+        {{clip, "--audio-rate", "44100"}, 125, 220500, 320, 240, 25, 44100},
+        {{clip, "--audio-rate", "8000", "--range", "0-1001"}, 26, 8008, 320, 240, 25, 8000},
+        {{media("30p.mp4")}, 150, 240240, 320, 240, 30000.0 / 1001},
+        {{media("anamorphic.mp4"), "--range", "0-40"}, 1, 1920, 464, 240},
+        {{media("turned.jpg"), "--range", "0-40"}, 1, 0},
+        {{media("still.png")}, 125, 0, 320, 240, 25, 0},
+        {{media("tone.flac")}, 0, 240000, 0, 0, 0},
+        {{media("no-sound.mp4"), media("tone.flac")}, 175, 336000, 320, 240, 25, 48000, {{49, 49}, {50, -1}}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.words.front() + (c.words.size() > 2 ? " " + c.words[1] + " " + c.words[2] : ""));
+        const auto made = rendered(c.words);
+        const double seconds =
+            c.samples > 0 ? static_cast<double>(c.samples) / c.rate : static_cast<double>(c.frames) / c.fps;
+        EXPECT_EQ(made.frames.size(), c.frames);
+        EXPECT_EQ(made.soundCount(), c.samples);
+        EXPECT_EQ(told("frames"), static_cast<double>(c.frames));
+        EXPECT_EQ(told("samples"), static_cast<double>(c.samples));
+        EXPECT_NEAR(told("seconds"), seconds, 1e-6);
+        EXPECT_EQ(made.codedWidthPx, c.width);
+        EXPECT_EQ(made.codedHeightPx, c.height);
+        EXPECT_EQ(made.rateHz, c.samples > 0 ? c.rate : 0);
+        EXPECT_NEAR(made.frameRate, c.fps, 1e-3);
+        const auto numbers = made.numbers();
+        for (const auto& [frame, number] : c.numbers) {
+            EXPECT_EQ(frame < numbers.size() ? numbers[frame] : -3, number) << "frame " << frame;
+        }
+    }
+}
+
+TEST_F(RenderTest, EveryCompressorReadsBack)
+{
+    std::istringstream list(run({"--list-compressors"}).out);
+    bool isVideo = true;
+    int count = 0;
+    for (std::string line; std::getline(list, line);) {
+        if (!line.starts_with("  ")) {
+            isVideo = line == "Video:";
+            continue;
+        }
+        const std::string name = line.substr(2);
+        // DV has one size; Cinepak takes seconds for a second.
+        const std::string size = name.starts_with("DV") ? "720x576" : name == "Cinepak" ? "160x120" : "320x240";
+        // With 3 s an MP3 packet ends where the sound does; the others end within one.
+        for (const std::string range : {"1000-1600", "0-3000", "0-17"}) {
+            SCOPED_TRACE(name + " " + range);
+            const int startMs = std::stoi(range);
+            const int lengthMs = std::stoi(range.substr(range.find('-') + 1)) - startMs;
+            const auto made = rendered({media("h264.mp4"), "--range", range, "--size", size,
+                                        isVideo ? "--video-compressor" : "--audio-compressor", name});
+            std::vector<int> numbers;
+            for (int ms = startMs; ms < startMs + lengthMs; ms += 40) {
+                numbers.push_back(ms / 40);
+            }
+            EXPECT_EQ(made.numbers(), numbers);
+            EXPECT_EQ(told("samples"), 48.0 * lengthMs);
+            EXPECT_EQ(made.decodeErrors, 0);
+            const auto samples = static_cast<double>(made.soundCount());
+            EXPECT_GE(samples, 48.0 * lengthMs);
+            EXPECT_LT(samples, 48.0 * lengthMs + (isVideo || name == "PCM" ? 1 : 2100));
+            ++count;
+        }
+    }
+    EXPECT_GE(count, 3 * 7);
+    runFailing({media("still.png"), "-o", movie.string(), "--video-compressor", "Nothing"}, {"\"Nothing\"", "--list"});
+    runFailing({media("h264.mp4"), "-o", movie.string(), "--audio-compressor", "Mp3"}, {"\"Mp3\"", "--list"});
+}
+
+TEST_F(RenderTest, FullDiskLeavesTheOldMovie)
+{
+    rendered({media("h264.mp4")});
+    const auto whole = fs::file_size(movie);
+    // In the header, in the middle, in the index, and in the last byte.
+    for (const auto limit : {std::uintmax_t{1000}, whole / 2, whole - 1500, whole - 1}) {
+        SCOPED_TRACE(limit);
+        runFailing({media("h264.mp4"), "-o", movie.string()}, {"\"" + movie.string() + "\"", "space"}, {limit});
+    }
+    const Outcome unheard = run({media("still.png"), "-o", movie.string(), "--json"}, {.stdoutPath = "/dev/full"});
+    EXPECT_EQ(unheard.status, 1);
+    EXPECT_FALSE(unheard.err.empty()) << "a result that nobody got has a cause to tell";
+}
+
+TEST_F(RenderTest, SignalsEndALongRender)
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        write(movie, "the old movie");
+        Child child(command({media("h264.mp4"), "--range", kTenHours, "-o", movie.string()}), folder.path());
+        ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 100'000; }));
+        child.kill(signal);
+        expectFailure(child.end(10), {"Interrupted"});
+        EXPECT_EQ(folder.names(), std::set<std::string>{"movie.avi"});
+        EXPECT_TRUE(read(movie) == "the old movie");
+    }
+    // Started to outlive its terminal, it does.
+    Child child(command({media("h264.mp4"), "--range", kTenHours, "-o", movie.string()}), folder.path(),
+                {.ignoredSignals = {SIGHUP}});
+    ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 100'000; }));
+    child.kill(SIGHUP);
+    const auto then = unfinishedBytes();
+    EXPECT_TRUE(child.runsUntil([&] { return unfinishedBytes() > then + 500'000; })) << "a hangup ended it";
+    child.kill(SIGTERM);
+    expectFailure(child.end(10), {"Interrupted"});
+}
+
+TEST_F(RenderTest, InputsThatShrinkOrVanishMeanwhile)
+{
+    const fs::path input = folder / "input.avi";
+    for (const std::string name : {"mjpeg.avi", "h264.mp4", "mpeg2.ts", "stereo-48k.wav"}) {
+        for (const bool vanishes : {false, true}) {
+            SCOPED_TRACE(name + (vanishes ? " vanishes" : " shrinks"));
+            fs::copy_file(media(name), input, fs::copy_options::overwrite_existing);
+            const Words many(40, input.string());
+            Words words = command(many);
+            words.insert(words.end(), {"--video-compressor", "MPEG-4", "-o", movie.string(), "--json"});
+            Child child(words, folder.path());
+            ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 10'000; }));
+            if (vanishes) {
+                fs::remove(input);
+            } else {
+                fs::resize_file(input, fs::file_size(input) / 2);
+            }
+            last = child.end(60);
+            EXPECT_EQ(last.signal, 0);
+            EXPECT_NE(last.err.find("input.avi"), std::string::npos) << "nothing is told of it";
+            if (last.status == 0) {
+                const auto made = testmedia::readMovie(movie);
+                EXPECT_EQ(static_cast<double>(made.frames.size()), told("frames"));
+                EXPECT_EQ(static_cast<double>(made.soundCount()), told("samples"));
+                EXPECT_GE(told("seconds"), 40 * 5.0);
+            } else {
+                EXPECT_EQ(last.status, 1);
+                EXPECT_EQ(folder.names().count("movie.avi"), 0u);
+            }
+            fs::remove(movie);
+            EXPECT_LE(folder.names().size(), 1u);
+        }
+    }
+}
+
+// --- Projects ---
+
+std::string escaped(const std::string& text)
+{
+    std::string safe;
+    for (const char c : text) {
+        safe += c == '&' ? "&amp;" : c == '"' ? "&quot;" : c == '<' ? "&lt;" : std::string(1, c);
+    }
+    return safe;
+}
+
+std::string project(const std::vector<std::string>& paths, const std::string& tracks)
+{
+    std::string list;
+    for (const auto& path : paths) {
+        list += "<File Path=\"" + escaped(path) + "\"/>";
+    }
+    return "<QuillmontProject><Timeline FrameWidth=\"160\" FrameHeight=\"120\">" + tracks + "</Timeline><MediaList>"
+           + list
+           + "</MediaList><PropertySettings/><PreviewDimension Width=\"160\" Height=\"120\"/></QuillmontProject>";
+}
+
+std::string source(const std::string& stream, const std::string& range, int file = 0)
+{
+    return "<Source File=\"" + std::to_string(file) + "\" Stream=\"" + stream + "\" " + range + "/>";
+}
+
+TEST_F(RenderTest, Projects)
+{
+    const fs::path path = folder / "my & \"project\".qpj";
+    fs::copy_file(media("h264.mp4"), folder / "clip & %03d.mp4");
+    const std::string tracks = "<Track Kind=\"Video\">"
+                               + source("Video", "Start=\"0\" Stop=\"400\" MediaStart=\"2000\"")
+                               + source("Video", "Start=\"800\" Stop=\"1000\" MediaStart=\"1000\"", 1)
+                               + "</Track><Track Kind=\"Video\"/><Track Kind=\"Audio\">"
+                               + source("Audio", "Start=\"200\" Stop=\"1200\" MediaStart=\"0\"") + "</Track>";
+    // By full path, and from the project's own folder.
+    write(path, project({media("h264.mp4"), "clip & %03d.mp4"}, tracks));
+    const auto made = rendered({path.string()});
+    const auto numbers = made.numbers();
+    ASSERT_EQ(numbers.size(), 30u);
+    const std::map<std::size_t, int> expected{{0, 50}, {9, 59}, {10, -1}, {19, -1}, {20, 25}, {24, 29}, {25, -1}};
+    for (const auto& [frame, number] : expected) {
+        EXPECT_EQ(numbers[frame], number) << frame;
+    }
+    EXPECT_EQ(made.codedWidthPx, 160);
+    EXPECT_EQ(made.soundCount(), 57600u);
+    EXPECT_NEAR(made.soundShift(0, 0.6, 0.5).value_or(9), -0.2, 0.0005);
+    EXPECT_EQ(rendered({path.string(), "--size", "320x240"}).codedWidthPx, 320);
+    for (const std::string range : {"MediaStart=\"-2147483648\" MediaStop=\"2147483647\"",
+                                    "MediaStart=\"9\" MediaStop=\"5\"", "MediaStart=\"2147483647\" MediaStop=\"-5\""}) {
+        const std::string times = "Start=\"0\" Stop=\"400\" " + range;
+        write(folder / "wild.qpj", project({media("h264.mp4")}, "<Track Kind=\"Video\">" + source("Video", times)
+                                                                    + "</Track><Track Kind=\"Audio\">"
+                                                                    + source("Audio", times) + "</Track>"));
+        EXPECT_EQ(rendered({"wild.qpj"}).frames.size(), 10u) << range;
+    }
+
+    runFailing({path.string(), media("h264.mp4"), "-o", movie.string()}, {"alone"});
+    const std::string whole = read(path);
+    runFailing({path.string(), "-o", path.string()}, {"project"});
+    EXPECT_TRUE(read(path) == whole) << "the project was overwritten";
+}
+
+TEST_F(RenderTest, BrokenProjects)
+{
+    const std::string clip = media("no-sound.mp4");
+    const std::string start = "<Track Kind=\"Video\">";
+    const std::string whole = project({clip}, start + source("Video", "Start=\"0\" Stop=\"400\"") + "</Track>");
+    const auto holding = [&](const std::string& item) { return project({clip}, start + item + "</Track>"); };
+    std::string wide = whole;
+    wide.replace(wide.rfind("160"), 3, "99999");
+    std::string nested = "<QuillmontProject>";
+    for (int i = 0; i < 1'000'000; ++i) {
+        nested += "<a>";
+    }
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "p.qpj"},
+        {"hello", "p.qpj"},
+        {std::string(5000, '\0'), "p.qpj"},
+        {"<Other/>", "p.qpj"},
+        {whole.substr(0, whole.size() / 2), "p.qpj"},
+        {nested, "p.qpj"},
+        {project({"/nowhere/clip.mp4"}, ""), "/nowhere/clip.mp4"},
+        {project({media("bad/text.avi")}, ""), "text.avi"},
+        {project({clip}, ""), "empty"},
+        {holding(source("Video", "Start=\"0\" Stop=\"400\"", 1)), "file 1"},
+        {holding(source("Video", "Start=\"0\" Stop=\"400\"", -1)), "file -1"},
+        {holding(source("Audio", "Start=\"0\" Stop=\"400\"")), "file 0"},
+        {holding(source("Video", "Start=\"400\" Stop=\"400\"")), "stop"},
+        {holding(source("Video", "Start=\"0\" Stop=\"99999999999\"")), "Stop"},
+        {holding(source("Video", "Start=\"0\" Stop=\"400\"") + source("Video", "Start=\"399\" Stop=\"500\"")), "ahead"},
+        {wide, "p.qpj"},
+        {start, "p.qpj"}};
+    for (const auto& [text, cause] : cases) {
+        SCOPED_TRACE(text.substr(0, 300));
+        write(folder / "p.qpj", text);
+        runFailing({"p.qpj", "-o", movie.string()}, {cause});
+    }
+    EXPECT_EQ(run({media("still.png"), "-o", "p.avi", "--range", "0-40"}).status, 0);
+}
+
+} // namespace
+} // namespace app_test

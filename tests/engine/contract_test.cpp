@@ -1,0 +1,173 @@
+// The contract's own pieces: classes by name, casts, statuses as errors; and who may include whom.
+
+#include "engine/ITWCapture.h"
+#include "engine/ITWKeyTransition.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/ITWProjectStore.h"
+#include "engine/ITWSave.h"
+#include "engine/ITWStreamInfo.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "engine/factory.h"
+#include "twcore/tarnwick_timeline.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace contract_test {
+namespace {
+
+namespace fs = std::filesystem;
+using engine::EngineAs;
+
+template <class Call>
+std::int32_t errorOf(Call call, std::string* text = nullptr)
+{
+    try {
+        call();
+    } catch (const engine::RuntimeError& error) {
+        if (text != nullptr) {
+            *text = error.what();
+        }
+        return error.number();
+    }
+    return 0;
+}
+
+struct Unknown {};
+
+TEST(Contract, EnginesByNameAndTheirInterfaces)
+{
+    engine::Engine.reset();
+    EXPECT_EQ(errorOf([] { (void)EngineAs<engine::ITWTimeline>(); }), 91);
+    EXPECT_EQ(errorOf([] { (void)engine::createEngine("TWCore.Nothing"); }), 429);
+    engine::registerEngineClass("TWCore.Empty", [] { return nullptr; });
+    EXPECT_EQ(errorOf([] { (void)engine::createEngine("TWCore.Empty"); }), 429);
+
+    twcore::registerTarnwickTimeline();
+    engine::Engine = engine::createEngine("TWCore.TarnwickTimeline");
+    EXPECT_EQ(errorOf([] { (void)EngineAs<Unknown>(); }), 430);
+    EXPECT_EQ(EngineAs<engine::ITWCoreRoot>().get(), engine::Engine.get());
+    EXPECT_EQ(errorOf([] {
+                  (void)EngineAs<engine::ITWTimeline>();
+                  (void)EngineAs<engine::ITWKeyTransition>();
+                  (void)EngineAs<engine::ITWMediaFiles>();
+                  (void)EngineAs<engine::ITWStreamInfo>();
+                  (void)EngineAs<engine::ITWProjectStore>();
+                  (void)EngineAs<engine::ITWSave>();
+              }),
+              0);
+    // A cast that is still held keeps its object, and two engines share nothing.
+    const std::weak_ptr<engine::ITWCoreRoot> first = engine::Engine;
+    auto held = EngineAs<engine::ITWTimeline>();
+    engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+    EXPECT_FALSE(first.expired());
+    engine::Handle track = 0;
+    engine::check(held->CreateTrack(engine::kTrue, track));
+    std::int16_t count = 0;
+    EXPECT_EQ(EngineAs<engine::ITWTimeline>()->GetSourceCount(track, count), engine::kInvalidArgument);
+    held.reset();
+    EXPECT_TRUE(first.expired());
+    engine::Engine.reset();
+}
+
+TEST(Contract, StatusesAsErrors)
+{
+    struct Case {
+        std::uint32_t code;
+        std::string text;
+        std::int32_t number; // 0: no error
+        std::string told;
+    };
+    const Case cases[] = {{0, "", 0, ""},
+                          {1, "", 0, ""},
+                          {0x00040257, "half", 0, ""},
+                          {0x80070005, "", static_cast<std::int32_t>(0x80070005), "0x80070005"},
+                          {0x8007000E, "No memory.", static_cast<std::int32_t>(0x8007000E), "No memory."},
+                          {0x800A004B, "Cannot write.", 75, "Cannot write."},
+                          {0x800AFFFF, "", 65535, "0x800AFFFF"},
+                          {0x800B004B, "", static_cast<std::int32_t>(0x800B004B), "0x800B004B"},
+                          {0xFFFFFFFF, "", -1, "0xFFFFFFFF"}};
+    for (const auto& c : cases) {
+        std::string told;
+        EXPECT_EQ(errorOf([&] { engine::check(engine::Status(c.code, c.text)); }, &told), c.number) << c.code;
+        EXPECT_NE(told.find(c.told), std::string::npos) << told;
+    }
+}
+
+bool startsWithAny(std::string_view text, std::initializer_list<std::string_view> starts)
+{
+    return std::ranges::any_of(starts, [&](auto start) { return text.starts_with(start); });
+}
+
+/// The names in the #include lines of a file.
+std::vector<std::string> includesOf(const fs::path& file)
+{
+    std::vector<std::string> names;
+    std::ifstream source(file);
+    for (std::string line; std::getline(source, line);) {
+        std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+        if (startsWithAny(line, {"#include<", "#include\""})) {
+            constexpr std::size_t kNameAt = 9;
+            names.push_back(line.substr(kNameAt, line.find_first_of(">\"", kNameAt) - kNameAt));
+        }
+    }
+    return names;
+}
+
+bool isQt(const std::string& name)
+{
+    const std::string last = name.substr(name.rfind('/') + 1);
+    return name.starts_with("Qt") || (last.size() > 1 && last[0] == 'Q' && last[1] >= 'A' && last[1] <= 'Z');
+}
+
+bool isMedia(const std::string& name)
+{
+    return startsWithAny(name, {"libav", "libsw", "libpostproc", "SDL", "fluidsynth"});
+}
+
+/// <vector>: what has a dot or a slash is somebody's header.
+bool isStandard(const std::string& name) { return name.find_first_of("./") == std::string::npos; }
+
+bool mayShowQt(const std::string& file)
+{
+    return startsWithAny(file, {"windowing/", "app/"})
+           || startsWithAny(file.substr(file.rfind('/') + 1), {"frm", "mdi"});
+}
+
+TEST(Contract, IncludesStayInTheirRings)
+{
+    const fs::path root = QUILLMONT_SOURCE;
+    std::size_t count = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        if (!entry.is_regular_file() || (entry.path().extension() != ".h" && entry.path().extension() != ".cpp")) {
+            continue;
+        }
+        const std::string file = fs::relative(entry.path(), root).generic_string();
+        const bool isContract = file.starts_with("engine/");
+        const bool isEngine = file.starts_with("twcore/");
+        for (const std::string& name : includesOf(entry.path())) {
+            const std::string line = file + " includes " + name;
+            const bool isOurs = fs::exists(root / name) || fs::exists(entry.path().parent_path() / name);
+            ++count;
+            EXPECT_TRUE(mayShowQt(file) || !isQt(name)) << line;
+            EXPECT_TRUE(isEngine || !isMedia(name)) << line;
+            EXPECT_TRUE(!isContract || name.starts_with("engine/") || (isStandard(name) && !isQt(name))) << line;
+            EXPECT_TRUE(!isEngine || !isOurs || name.starts_with("engine/") || name.starts_with("twcore/")
+                        || name.starts_with("core/"))
+                << line;
+            EXPECT_TRUE(isEngine || file.starts_with("app/") || !name.starts_with("twcore/")) << line;
+            EXPECT_TRUE(file.starts_with("app/") || !name.starts_with("app/")) << line;
+        }
+    }
+    EXPECT_GT(count, 200u) << "the sources were not found in " << root;
+}
+
+} // namespace
+} // namespace contract_test

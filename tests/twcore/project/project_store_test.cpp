@@ -1,0 +1,415 @@
+// Projects through the contract: what is saved reads back the same, and what cannot be read or written changes nothing.
+
+#include "engine/ITWKeyTransition.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/ITWProjectStore.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "engine/factory.h"
+#include "support/manifest.h"
+#include "twcore/tarnwick_timeline.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace project_test {
+namespace {
+
+namespace fs = std::filesystem;
+using engine::Bool16;
+using engine::check;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::kTrue;
+
+std::string read(const fs::path& path)
+{
+    std::stringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+
+/// Calls one operation of the timeline that answers ok last.
+template <class... Parameters, class... Arguments>
+void did(engine::Status (ITWTimeline::*operation)(Parameters...), Arguments&&... arguments)
+{
+    Bool16 ok = engine::kFalse;
+    check((EngineAs<ITWTimeline>().get()->*operation)(std::forward<Arguments>(arguments)..., ok));
+    EXPECT_EQ(ok, kTrue);
+}
+
+class ProjectStoreTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { twcore::registerTarnwickTimeline(); }
+
+    void SetUp() override
+    {
+        std::string name = (fs::temp_directory_path() / "quillmont-store-XXXXXX").string();
+        folder = ::mkdtemp(name.data());
+        path = folder / "my & \"project\".qpj";
+        start();
+    }
+    void TearDown() override
+    {
+        engine::Engine.reset();
+        fs::remove_all(folder);
+    }
+
+    /// A new engine with the editor's tracks and two open files, in the order of the media list.
+    void start()
+    {
+        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+        files.clear();
+        for (std::size_t i = 0; i < tracks.size(); ++i) {
+            check(EngineAs<ITWTimeline>()->CreateTrack(engine::toBool16(i < 2), tracks[i]));
+        }
+        for (const char* name : {"no-sound.mp4", "h264.mp4"}) {
+            Handle file = 0;
+            check(engine::Engine->OpenFile((testmedia::mediaFolder() / name).string(), file));
+            ASSERT_NE(file, 0) << "the media have not been made";
+            files.push_back(file);
+        }
+    }
+
+    Handle stream(std::size_t file, std::int16_t index)
+    {
+        Handle stream = 0;
+        check(EngineAs<engine::ITWMediaFiles>()->OpenStream(files[file], index, stream));
+        EXPECT_NE(stream, 0);
+        return stream;
+    }
+
+    //  video    A 0-2000 (mode 2)   B 3000-4000 of 500-2500        effect 100-600, 2500-2600
+    //  overlay      C 500-5500                                     transition 500-900, key 1,2,255; disabled
+    //  audio 1  D 0-5000                                           not linked
+    //  audio 2  (empty)                                            linked
+    void layEverything()
+    {
+        did(&ITWTimeline::AppendSource, tracks[0], stream(0, 0), -1);
+        did(&ITWTimeline::AppendSource, tracks[0], stream(1, 0), 3000);
+        did(&ITWTimeline::SetSourceTimes, tracks[0], std::int16_t{1}, 3000, 4000);
+        did(&ITWTimeline::SetSourceMediaTimes, tracks[0], std::int16_t{1}, 500, 2500);
+        did(&ITWTimeline::AddEffectAt, tracks[0], "Blur & <", 100, 600);
+        did(&ITWTimeline::AddEffectAt, tracks[0], "Каюк", 2500, 2600);
+        did(&ITWTimeline::AppendSource, tracks[1], stream(1, 0), 500);
+        did(&ITWTimeline::AddTransitionAt, tracks[1], "DxtKey", 500, 900);
+        did(&ITWTimeline::AppendSource, tracks[2], stream(1, 1), -1);
+        check(EngineAs<ITWTimeline>()->SetSourceStretchMode(tracks[0], 0, 2));
+        check(EngineAs<ITWTimeline>()->SetTrackDisabled(tracks[1], kTrue));
+        for (std::size_t i = 0; i < tracks.size(); ++i) {
+            check(EngineAs<ITWTimeline>()->SetTrackLink(tracks[i], engine::toBool16(i != 2)));
+        }
+        check(EngineAs<ITWTimeline>()->SetFrameSize(720, 576));
+        const auto keys = EngineAs<engine::ITWKeyTransition>();
+        Bool16 ok = engine::kFalse;
+        check(keys->SetKeyParameter(tracks[1], 0, "KeyType", 0, ok));
+        check(keys->SetKeyParameter(tracks[1], 0, "Invert \"", -7, ok));
+        check(keys->SetKeyColor(tracks[1], 0, 1, 2, 255, ok));
+        EXPECT_EQ(ok, kTrue);
+    }
+
+    /// Everything that the contract tells of the timeline.
+    std::string timelineText()
+    {
+        const auto timeline = EngineAs<ITWTimeline>();
+        const auto keys = EngineAs<engine::ITWKeyTransition>();
+        std::ostringstream text;
+        for (const Handle track : tracks) {
+            Bool16 ok = kTrue;
+            std::int32_t start = 0, stop = 0, mediaStart = 0, mediaStop = 0;
+            Bool16 linked = 0;
+            std::string name(10, ' ');
+            check(timeline->GetTrackLink(track, linked));
+            text << "\ntrack, linked " << linked << ":";
+            for (std::int16_t i = 0; check(timeline->GetSourceTimes(track, i, start, stop, ok)), ok != 0; ++i) {
+                Handle played = 0;
+                Handle file = 0;
+                Bool16 isVideo = 0;
+                std::int16_t mode = 0;
+                check(timeline->GetSourceStream(track, i, played));
+                check(timeline->GetSourceMediaTimes(track, i, mediaStart, mediaStop, ok));
+                check(timeline->GetSourceStretchMode(track, i, mode));
+                check(EngineAs<engine::ITWMediaFiles>()->GetStreamFile(played, file));
+                check(EngineAs<engine::ITWMediaFiles>()->IsVideoStream(played, isVideo));
+                text << " file " << std::ranges::find(files, file) - files.begin()
+                     << (isVideo != 0 ? " picture " : " sound ") << start << "-" << stop << "[" << mediaStart << "-"
+                     << mediaStop << "]*" << mode;
+            }
+            for (std::int16_t i = 0; check(timeline->GetEffectTimes(track, i, start, stop, ok)), ok != 0; ++i) {
+                check(timeline->GetEffectName(track, i, name));
+                text << " effect " << name << start << "-" << stop;
+            }
+            for (std::int16_t i = 0; check(timeline->GetTransitionTimes(track, i, start, stop, ok)), ok != 0; ++i) {
+                std::int16_t red = 0, green = 0, blue = 0;
+                check(timeline->GetTransitionName(track, i, name));
+                check(keys->GetKeyRed(track, i, red));
+                check(keys->GetKeyGreen(track, i, green));
+                check(keys->GetKeyBlue(track, i, blue));
+                text << " transition " << name << start << "-" << stop << "#" << red << "," << green << "," << blue;
+            }
+        }
+        return text.str();
+    }
+
+    static engine::Status saveTo(const fs::path& target)
+    {
+        Bool16 ok = 7;
+        const auto status = EngineAs<engine::ITWProjectStore>()->SaveProject(target.string(), ok);
+        EXPECT_EQ(ok, status.failed() ? engine::kFalse : kTrue);
+        return status;
+    }
+
+    static engine::Status loadFrom(const fs::path& source)
+    {
+        return EngineAs<engine::ITWProjectStore>()->LoadProject(source.string());
+    }
+
+    /// A save that fails with this status, names the path, and leaves the folder's files and bytes.
+    void expectNotSaved(const fs::path& target, std::uint32_t code)
+    {
+        const auto before = listing();
+        const auto status = saveTo(target);
+        EXPECT_EQ(status.code(), code) << status.text();
+        EXPECT_NE(status.text().find(target.string()), std::string::npos) << status.text();
+        EXPECT_EQ(listing(), before);
+    }
+
+    std::string listing() const
+    {
+        std::set<std::string> lines;
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            lines.insert(entry.path().string() + "=" + (entry.is_regular_file() ? read(entry.path()) : "") + "\n");
+        }
+        std::string all;
+        for (const auto& line : lines) {
+            all += line;
+        }
+        return all;
+    }
+
+    std::array<Handle, 4> tracks{};
+    std::vector<Handle> files;
+    fs::path folder;
+    fs::path path;
+};
+
+TEST_F(ProjectStoreTest, WhatIsSavedReadsBack)
+{
+    layEverything();
+    const std::string laid = timelineText();
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    const std::string bytes = read(path);
+    EXPECT_TRUE(bytes.starts_with("<QuillmontProject")) << bytes.substr(0, 60);
+    EXPECT_EQ(fs::status(path).permissions() & fs::perms::others_write, fs::perms::none);
+
+    start();
+    check(EngineAs<engine::ITWProjectStore>()->LoadProject(path.string()));
+    EXPECT_EQ(timelineText(), laid);
+    // What the contract cannot ask for, disabled tracks, parameters and the frame size, shows in the second file.
+    ASSERT_EQ(saveTo(folder / "again.qpj"), engine::kDone);
+    EXPECT_EQ(read(folder / "again.qpj"), bytes);
+    for (const char* part : {"Disabled=\"1\"", "Invert &quot;", "\"-7\"", "\"720\"", "\"576\""}) {
+        EXPECT_NE(bytes.find(part), std::string::npos) << part;
+    }
+    // Loading replaces; saving over an old file keeps its mode.
+    did(&ITWTimeline::AppendSource, tracks[3], stream(1, 1), -1);
+    check(EngineAs<engine::ITWProjectStore>()->LoadProject(path.string()));
+    EXPECT_EQ(timelineText(), laid);
+    fs::permissions(path, fs::perms(0640));
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+    EXPECT_EQ(read(path), bytes);
+}
+
+TEST_F(ProjectStoreTest, SourcesOfAClosedFileAreKept)
+{
+    layEverything();
+    const std::string laid = timelineText();
+    Bool16 ok = engine::kFalse;
+    check(engine::Engine->CloseFile(files[0], ok)); // its streams are still open, and on the tracks
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    EXPECT_EQ(loadFrom(path), engine::kDone) << loadFrom(path).text();
+    EXPECT_EQ(timelineText(), laid);
+}
+
+TEST_F(ProjectStoreTest, OtherPartsOfTheFileAreLeftAlone)
+{
+    layEverything();
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    std::string text = read(path);
+    text.insert(text.rfind("</"), "<MediaList><a b=\"c\"/></MediaList><Odd>text</Odd>");
+    write(path, "\xEF\xBB\xBF<?xml version=\"1.0\"?><!-- by hand -->\n" + text);
+    const std::string laid = timelineText();
+    start();
+    EXPECT_EQ(loadFrom(path), engine::kDone);
+    EXPECT_EQ(timelineText(), laid);
+}
+
+TEST_F(ProjectStoreTest, DamagedProjectsChangeNothing)
+{
+    layEverything();
+    const std::string laid = timelineText();
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    const std::string whole = read(path);
+    const auto with = [&](const std::string& part, const std::string& instead) {
+        std::string changed = whole;
+        const auto at = changed.find(part);
+        EXPECT_NE(at, std::string::npos) << part;
+        return at != std::string::npos ? changed.replace(at, part.size(), instead) : changed;
+    };
+    std::string deep = "<QuillmontProject><Timeline><Track Kind=\"Video\">";
+    for (int i = 0; i < 1'000'000; ++i) {
+        deep += "<Source>";
+    }
+    const std::string cases[] = {"",
+                                 "no XML",
+                                 std::string(100'000, '\0'),
+                                 whole.substr(0, whole.size() / 2),
+                                 whole.substr(0, whole.size() - 5),
+                                 "<QuillmontProject/>",
+                                 "<Other><Timeline/></Other>",
+                                 deep,
+                                 with("Kind=\"Video\"", "Kind=\"Smell\""),
+                                 with("Kind=\"Audio\"", "Kind=\"Video\""), // a third track of pictures
+                                 with("Stream=\"Video\"", "Stream=\"\""),
+                                 with("Stream=\"Video\"", "Stream=\"Audio\""), // of a file without sound
+                                 with("File=\"1\"", ""),
+                                 with("File=\"1\"", "File=\"2\""),
+                                 with("File=\"1\"", "File=\"-1\""),
+                                 with("File=\"1\"", "File=\"4294967296\""),
+                                 with("Start=\"3000\"", "Start=\"1999\""), // over the one ahead of it
+                                 with("Start=\"3000\"", "Start=\"4000\""),
+                                 with("Start=\"0\"", "Start=\"-1\""),
+                                 with("Stop=\"4000\"", "Stop=\"2147483648\""),
+                                 with("Stop=\"4000\"", "Stop=\"4e3\""),
+                                 with("StretchMode=\"2\"", "StretchMode=\"40000\""),
+                                 with("Red=\"1\"", "Red=\"red\""),
+                                 with("FrameWidth=\"720\"", "FrameWidth=\"0\""),
+                                 with("FrameWidth=\"720\"", "FrameWidth=\"65536\"")};
+    for (const std::string& text : cases) {
+        SCOPED_TRACE(text.substr(0, 900));
+        write(path, text);
+        const auto status = loadFrom(path);
+        EXPECT_TRUE(status.failed());
+        EXPECT_NE(status.text().find(path.string()), std::string::npos) << status.text();
+        EXPECT_EQ(timelineText(), laid);
+    }
+    ASSERT_EQ(::mkfifo((folder / "pipe.qpj").c_str(), 0666), 0);
+    ::alarm(60); // a pipe that nobody writes to must not hold the program
+    for (const fs::path& other :
+         {folder / "missing.qpj", folder, fs::path("/dev/zero"), fs::path(), folder / "pipe.qpj"}) {
+        EXPECT_TRUE(loadFrom(other).failed()) << other;
+        EXPECT_EQ(timelineText(), laid);
+    }
+    ::alarm(0);
+}
+
+TEST_F(ProjectStoreTest, OddButReadableProjects)
+{
+    const std::string head = "<QuillmontProject><Timeline><Track Kind=\"Video\">";
+    const std::string tail = "</Track></Timeline></QuillmontProject>";
+    const std::string item = "<Source File=\"0\" Stream=\"Video\" Start=\"0\" Stop=\"400\" ";
+    const std::pair<std::string, std::string> cases[] = {
+        {item + "/>", "0-400[0-400]*0"},
+        {item + "MediaStart=\"2147483647\" MediaStop=\"5\"/>", "0-400[2147483647-5]*0"},
+        {item + "MediaStart=\"-2147483648\" MediaStop=\"2147483647\"/>", "0-400[-2147483648-2147483647]*0"},
+        {"<Unknown/>" + item + "Odd=\"1\"><Deep/></Source>", "0-400[0-400]*0"}};
+    for (const auto& [source, expected] : cases) {
+        write(path, head + source + tail);
+        EXPECT_EQ(loadFrom(path), engine::kDone) << source << loadFrom(path).text();
+        EXPECT_NE(timelineText().find(expected), std::string::npos) << timelineText();
+    }
+    // A media range that would end behind the last number is refused or cut, not wrapped.
+    write(path, head + item + "MediaStart=\"2147483647\"/>" + tail);
+    if (!loadFrom(path).failed()) {
+        EXPECT_EQ(timelineText().find("[2147483647--"), std::string::npos) << timelineText();
+    }
+    // As many items as there are numbers for them.
+    std::string many = head;
+    for (int i = 0; i < 40'000; ++i) {
+        many += "<Source File=\"0\" Stream=\"Video\" Start=\"" + std::to_string(i) + "\" Stop=\""
+                + std::to_string(i + 1) + "\"/>";
+    }
+    write(path, many + tail);
+    EXPECT_TRUE(loadFrom(path).failed()) << "sources were dropped in silence";
+}
+
+TEST_F(ProjectStoreTest, FilesThatCannotBeWrittenStay)
+{
+    layEverything();
+    write(path, "the old project");
+    fs::permissions(path, fs::perms(0444));
+    expectNotSaved(path, 0x80070005); // also for those whom permissions do not bind
+    fs::permissions(path, fs::perms(0644));
+
+    fs::create_directory(folder / "in");
+    expectNotSaved(folder / "in", 0x800A004B);
+    expectNotSaved(folder / "none" / "p.qpj", 0x800A004B);
+    expectNotSaved(path / "p.qpj", 0x800A004B);
+    try {
+        check(saveTo(folder / "none" / "p.qpj"));
+        ADD_FAILURE() << "no error was raised";
+    } catch (const engine::RuntimeError& error) {
+        EXPECT_EQ(error.number(), 75);
+    }
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0666), 0);
+    expectNotSaved(folder / "pipe", 0x800A004B);
+
+    fs::permissions(folder, fs::perms(0555));
+    const bool isRoot = ::geteuid() == 0;
+    if (!isRoot || ::seteuid(65534) == 0) {
+        expectNotSaved(folder / "new.qpj", 0x80070005);
+        EXPECT_TRUE(!isRoot || ::seteuid(0) == 0);
+    }
+    fs::permissions(folder, fs::perms(0755));
+
+    // A disk that is full, as far as this process can tell.
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{100, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    expectNotSaved(path, 0x80070070);
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_EQ(saveTo(path), engine::kDone);
+}
+
+TEST_F(ProjectStoreTest, LinksAndLongNames)
+{
+    layEverything();
+    write(path, "the old project");
+    fs::create_symlink(path.filename(), folder / "link.qpj");
+    fs::create_symlink("new.qpj", folder / "dangling.qpj");
+    for (const auto& [link, target] :
+         {std::pair{folder / "link.qpj", path}, {folder / "dangling.qpj", folder / "new.qpj"}}) {
+        EXPECT_EQ(saveTo(link), engine::kDone);
+        EXPECT_TRUE(fs::is_symlink(link)) << link;
+        EXPECT_TRUE(read(target).starts_with("<QuillmontProject")) << target;
+    }
+    fs::path deep = folder;
+    for (int i = 0; i < 7; ++i) {
+        deep /= std::string(50, static_cast<char>('a' + i));
+    }
+    fs::create_directories(deep);
+    for (const auto& target : {deep / "p.qpj", folder / (std::string(251, 'p') + ".qpj"), folder / "日本 %s 'x'.qpj"}) {
+        EXPECT_EQ(saveTo(target), engine::kDone) << target;
+        EXPECT_EQ(loadFrom(target), engine::kDone) << target;
+    }
+}
+
+} // namespace
+} // namespace project_test
