@@ -83,7 +83,7 @@ def cuts(paths, count=20, length_ms=3000):
     return [(paths[i % len(paths)], (i * 17713 + 1340) % 60000, length_ms) for i in range(count)]
 
 
-def write_project(path, parts, width=640, height=480):
+def write_project(path, parts, width=640, height=480, speed=1.0):
     files = sorted({part[0] for part in parts})
     lines = []
     for kind, stream in (("Video", "Video"), ("Video", None), ("Audio", "Audio"), ("Audio", None)):
@@ -91,7 +91,7 @@ def write_project(path, parts, width=640, height=480):
         at = 0
         for source, start, length in parts if stream else []:
             lines.append(f'<Source File="{files.index(source)}" Stream="{stream}" Start="{at}" Stop="{at + length}" '
-                         f'MediaStart="{start}" MediaStop="{start + length}" StretchMode="2"/>')
+                         f'MediaStart="{start}" MediaStop="{start + int(length * speed)}" StretchMode="2"/>')
             at += length
         lines.append("</Track>")
     media = "".join(f"<File Src={quoteattr(name)}/>" for name in files)
@@ -101,13 +101,17 @@ def write_project(path, parts, width=640, height=480):
                       f'<PreviewDimension Width="{width}" Height="{height}"/></QuillmontProject>\n')
 
 
-def ffmpeg_cuts(parts, output, encoding, width=640, height=480):
+def ffmpeg_cuts(parts, output, encoding, width=640, height=480, speed=1.0):
     command = ["ffmpeg", "-v", "error", "-y"]
     for source, start, length in parts:
-        command += ["-ss", f"{start / 1000}", "-t", f"{length / 1000}", "-i", source]
-    fit = f"scale={width}:{height}:force_original_aspect_ratio=decrease,pad={width}:{height}:-1:-1,setsar=1,fps=25"
+        command += ["-ss", f"{start / 1000}", "-t", f"{length * speed / 1000}", "-i", source]
+    tempo = "" if speed == 1 else f"setpts=PTS/{speed},"
+    fit = f"{tempo}scale={width}:{height}:force_original_aspect_ratio=decrease,pad={width}:{height}:-1:-1,setsar=1,fps=25"
     graph = "".join(f"[{i}:v]{fit}[v{i}];" for i in range(len(parts)))
-    graph += "".join(f"[v{i}][{i}:a]" for i in range(len(parts))) + f"concat=n={len(parts)}:v=1:a=1[v][a]"
+    if speed != 1:
+        graph += "".join(f"[{i}:a]atempo={speed}[a{i}];" for i in range(len(parts)))
+    sound = "{}:a" if speed == 1 else "a{}"
+    graph += "".join(f"[v{i}][{sound.format(i)}]" for i in range(len(parts))) + f"concat=n={len(parts)}:v=1:a=1[v][a]"
     return command + ["-filter_complex", graph, "-map", "[v]", "-map", "[a]"] + encoding + [output]
 
 
@@ -117,11 +121,14 @@ def works(clips):
              ["-c:v", "mjpeg", "-q:v", "3", "-c:a", "pcm_s16le", "-ar", "48000", "-ac", "2"])
     table = {}
 
-    def add(name, parts, encoding, asked):
+    mpeg4 = (["--video-compressor", "MPEG-4", "--audio-compressor", "MP3"],
+             ["-c:v", "mpeg4", "-q:v", "4", "-c:a", "libmp3lame", "-b:a", "192k", "-ar", "48000", "-ac", "2"])
+
+    def add(name, parts, encoding, asked, size=(640, 480), speed=1.0):
         project = os.path.join(clips.folder, name + ".qpj")
-        write_project(project, parts)
+        write_project(project, parts, *size, speed)
         ours = [RENDER, project, "-o", os.path.join(clips.folder, name + "-ours.avi"), "--fps", "25"] + encoding[0]
-        theirs = ffmpeg_cuts(parts, os.path.join(clips.folder, name + "-theirs.avi"), encoding[1])
+        theirs = ffmpeg_cuts(parts, os.path.join(clips.folder, name + "-theirs.avi"), encoding[1], *size, speed)
         table[name] = (ours, theirs, asked)
 
     add("cuts-mixed-mjpeg", cuts([clips.long_gop, clips.short_gop, clips.mpeg4]), mjpeg, 1.1)
@@ -129,6 +136,11 @@ def works(clips):
     add("cuts-short-gop-mjpeg", cuts([clips.short_gop]), mjpeg, 1.1)
     add("cuts-mpeg4avi-mjpeg", cuts([clips.mpeg4]), mjpeg, 1.1)
     add("whole-short-gop-mjpeg", [(clips.short_gop, 0, 60000)], mjpeg, 1.1)
+    mixed = [clips.long_gop, clips.short_gop, clips.mpeg4]
+    add("cuts-mixed-mpeg4-mp3", cuts(mixed), mpeg4, 0.75)
+    add("cuts-mixed-720p-mjpeg", cuts(mixed), mjpeg, 0.8, (1280, 720))
+    add("half-speed", cuts([clips.short_gop], 5, 6000), mjpeg, 0.7, speed=0.5)
+    add("double-speed", cuts([clips.short_gop], 5, 6000), mjpeg, 0.7, speed=2.0)
     return table
 
 

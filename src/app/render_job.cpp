@@ -281,6 +281,9 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     applyWords(words, laid);
     addTracks(tracks, words.tracks);
+    if (!words.trace.empty()) {
+        EngineAs<twcore::EngineOptions>()->startTrace();
+    }
     try {
         saveTo(movie, words, interrupted);
     } catch (const engine::RuntimeError& error) {
@@ -293,6 +296,10 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     checkUnchanged(laid);
     movie.keep();
+    if (!words.trace.empty() && !EngineAs<twcore::EngineOptions>()->finishTrace(words.trace)) {
+        throw RenderFailed("The movie is whole, but the trace \"" + words.trace
+                           + "\" cannot be written. Choose another place for it.");
+    }
     const auto options = EngineAs<twcore::EngineOptions>();
     RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};
     int numerator = 25;

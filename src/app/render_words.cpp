@@ -103,10 +103,12 @@ void addOptions(CLI::App& program, RenderWords& words)
                 throw CLI::ValidationError("--size", "goes up to 8192x8192");
             }
         },
-        "Size of the picture, WxH (the project's; else the first picture's)");
-    program.add_option("--fps", words.framesPerSecond, "Frames a second (the first video's; else 25)")
+        "Size of the picture, WxH (the profile's; else the project's; else the first picture's)");
+    program
+        .add_option("--fps", words.framesPerSecond, "Frames a second (the profile's; else the first video's; else 25)")
         ->check(CLI::Range(1, 240));
-    program.add_option("--audio-rate", words.soundRate, "Samples a second (48000)")->check(CLI::Range(8000, 192000));
+    program.add_option("--audio-rate", words.soundRate, "Samples a second (the profile's; else 48000)")
+        ->check(CLI::Range(8000, 192000));
     program.add_option("--video-compressor", words.videoCompressor,
                        "A name of --list-compressors, or Uncompressed (Motion JPEG)");
     program.add_option("--audio-compressor", words.audioCompressor,
@@ -131,6 +133,7 @@ void addOptions(CLI::App& program, RenderWords& words)
     addTimelineOptions(program, words);
     addProfileOptions(program, words);
     program.add_flag("--list-compressors", words.listsCompressors, "Print the compressors of this machine");
+    program.add_option("--trace", words.trace, "Write where the time went, as trace events for a browser");
     program.add_flag("--json", words.tellsJson, "Print the result as JSON in the last line");
     program.set_version_flag("--version", "quillmont-render " QUILLMONT_VERSION);
 }

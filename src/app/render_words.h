@@ -45,6 +45,7 @@ struct RenderWords {
     bool listsCompressors = false;
     bool listsProfiles = false;
     bool tellsJson = false;
+    std::string trace; // file for where the time went; empty: none
 
     /// The output's name ends in .wmv, .wma or .asf.
     bool isWindowsMedia() const;

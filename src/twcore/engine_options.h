@@ -3,6 +3,8 @@
 // What this engine can be told beyond the contract, for programs that render without a screen. Reached as an interface
 // of the engine object, like the others.
 
+#include <string>
+
 namespace twcore {
 
 class EngineOptions {
@@ -18,6 +20,10 @@ public:
     /// Bits a second of the picture of AVI movies that are saved from now on, where the compressor takes a quality;
     /// 0, as until told otherwise: quality decides. False below 0.
     virtual bool setVideoBitRate(int bitsPerSecond) = 0;
+    /// Begins to note where the time of saves goes, and writes it as a file of trace events. False when the file cannot
+    /// be written.
+    virtual void startTrace() = 0;
+    virtual bool finishTrace(const std::string& path) = 0;
     /// Frames and samples of the movie saved last: written pictures, and samples of its range.
     virtual long long framesSaved() const = 0;
     virtual long long samplesSaved() const = 0;

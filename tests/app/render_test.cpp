@@ -465,6 +465,25 @@ std::string source(const std::string& stream, const std::string& range, int file
     return "<Source File=\"" + std::to_string(file) + "\" Stream=\"" + stream + "\" " + range + "/>";
 }
 
+TEST_F(RenderTest, TraceTellsTheWorkOfEveryFrame)
+{
+    const auto trace = folder / "trace.json";
+    rendered({media("mjpeg.avi"), "--size", "160x120", "--trace", trace.string()});
+    const std::string text = read(trace);
+    const auto countOf = [&](const std::string& part) {
+        int count = 0;
+        for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+            ++count;
+        }
+        return count;
+    };
+    EXPECT_TRUE(text.starts_with("{") && text.ends_with("]}\n"));
+    for (const char* name : {"decode", "fit", "encode"}) {
+        EXPECT_EQ(countOf(std::string("\"name\":\"") + name + "\""), 125) << name;
+    }
+    EXPECT_GT(countOf("\"name\":\"mix\""), 10);
+}
+
 TEST_F(RenderTest, Projects)
 {
     const fs::path path = folder / "my & \"project\".qpj";

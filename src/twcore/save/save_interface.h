@@ -9,6 +9,7 @@
 #include "twcore/profiles/system_profiles.h"
 #include "twcore/save/movie_fields.h"
 #include "twcore/save/save_run.h"
+#include "twcore/trace.h"
 
 #include <memory>
 #include <optional>
@@ -79,6 +80,8 @@ public:
     Status SaveMetadata() override;
 
     bool setSoundRate(int hertz) override;
+    void startTrace() override { Trace::start(); }
+    bool finishTrace(const std::string& path) override { return Trace::finish(path); }
     bool setProfileFrameRate(int framesPerSecond) override;
     bool setVideoBitRate(int bitsPerSecond) override;
     long long framesSaved() const override { return framesSaved_; }

@@ -1,6 +1,7 @@
 #include "twcore/save/save_run.h"
 
 #include "engine/status.h"
+#include "twcore/trace.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -94,6 +95,7 @@ void SaveRun::stop()
 void SaveRun::run()
 {
     SaveState end = SaveState::kFailed;
+    Trace::nameThread("movie");
     try {
         writeMovie();
         const bool closed = writer_.close();
@@ -154,6 +156,7 @@ void SaveRun::writeMovie()
 
 void SaveRun::writePicture(const MadePicture& picture, std::int64_t number)
 {
+    const TraceSpan span(picture.packet ? "write" : "encode and write", number);
     if (picture.packet) {
         PacketPtr packet(av_packet_clone(picture.packet.get()));
         if (!packet) {
