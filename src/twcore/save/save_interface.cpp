@@ -125,8 +125,9 @@ std::optional<SaveOrder> SaveInterface::windowsMediaOrder(const Plan& plan) cons
         const ProfilePicture& wanted = *profile->picture;
         VideoEncoding encoding;
         encoding.compressor = windowsMediaVideo();
+        // The encoder wants even sides, and every frame size has to be good for every profile.
         const auto side = [](int told, int profiled, int framed) {
-            return told > 0 ? told : profiled > 0 ? profiled : framed;
+            return std::max(2, (told > 0 ? told : profiled > 0 ? profiled : framed) & ~1);
         };
         encoding.size = {side(settings_.profileWidth, wanted.width, plan.frame.width),
                          side(settings_.profileHeight, wanted.height, plan.frame.height)};

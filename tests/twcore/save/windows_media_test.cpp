@@ -214,7 +214,7 @@ TEST_F(WindowsMediaTest, TakesSizeRateQualityAndKeyFramesFromTheProfileOfTheUser
              Case{"<video/>" + sound, 0, 0, 640, 480, 30000.0 / 1001, 240, true}, // the timeline's frame and rate
              Case{"<video width=\"320\" height=\"180\" fps=\"12\" key-frame-seconds=\"1\"/>" + sound, 0, 0, 320, 180,
                   12, 12, true},
-             Case{"<video width=\"320\" height=\"180\" fps=\"24000/1001\" key-frame-seconds=\"2\"/>", 402, 302, 402,
+             Case{"<video width=\"320\" height=\"180\" fps=\"24000/1001\" key-frame-seconds=\"2\"/>", 403, 303, 402,
                   302, 24000.0 / 1001, 48, false},
          }) {
         SCOPED_TRACE(streams);
