@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMaxWaitingBytes = 64u << 20;
 constexpr std::size_t kAlwaysReady = 4;      // pictures of the chunk that is being written
-constexpr std::int64_t kMinChunkFrames = 50; // shorter pieces cost more run-up than they gain
+constexpr std::int64_t kMinChunkFrames = 180; // each piece costs what its decoder had begun behind its end
 constexpr int kMaxWorkers = 8;
 
 int coreCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
