@@ -6,8 +6,7 @@
 //
 // The last reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once
 // the exact frame lies decoded as BGRA: the time that was asked for, the time at which that frame begins, and how long
-// it took. With
-// --dump each frame is also written as a bitmap.
+// it took. With --dump each frame is also written as a bitmap.
 
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"

@@ -115,17 +115,13 @@ void SoundReader::jumpTo(std::int64_t first)
 
 bool SoundReader::landAhead(std::int64_t anchor, double seconds)
 {
-    const AVStream& stream = *file_->stream(media_->sound->streamIndex);
-    const double target = std::max(seconds, 0.0) + media_->zeroSeconds;
-    const bool toBeginning = seconds <= 0;
-    if (toBeginning) {
+    if (seconds <= 0) {
         // The skipping of an encoder's delay is told in the first packets only, and only a fresh start obeys it surely.
-        if (!openFile()) {
-            broken_ = true;
-            return true;
-        }
+        broken_ = !openFile();
         return true;
     }
+    const AVStream& stream = *file_->stream(media_->sound->streamIndex);
+    const double target = seconds + media_->zeroSeconds;
     decoder_->flush();
     drained_ = false;
     pending_.reset();

@@ -10,15 +10,8 @@ extern "C" {
 
 namespace twcore {
 
-namespace {
-
-struct Weights {
-    double red;
-    double blue;
-};
-
-// Luma weights as ITU-R BT.601, BT.709 and BT.2020 give them.
-Weights weightsOf(Matrix matrix)
+// As ITU-R BT.601, BT.709 and BT.2020 give them.
+LumaWeights lumaWeightsOf(Matrix matrix)
 {
     switch (matrix) {
     case Matrix::kBt709:
@@ -30,12 +23,14 @@ Weights weightsOf(Matrix matrix)
     }
 }
 
+namespace {
+
 using Rows = std::array<std::array<double, 3>, 3>;
 
 /// From Y (0 to 1) and colour differences (-0.5 to 0.5) to red, green, blue.
 Rows toRgb(Matrix matrix)
 {
-    const auto [red, blue] = weightsOf(matrix);
+    const auto [red, blue] = lumaWeightsOf(matrix);
     const double green = 1 - red - blue;
     return {{{1, 0, 2 * (1 - red)},
              {1, -2 * blue * (1 - blue) / green, -2 * red * (1 - red) / green},
@@ -44,7 +39,7 @@ Rows toRgb(Matrix matrix)
 
 Rows fromRgb(Matrix matrix)
 {
-    const auto [red, blue] = weightsOf(matrix);
+    const auto [red, blue] = lumaWeightsOf(matrix);
     const double green = 1 - red - blue;
     return {{{red, green, blue},
              {-red / (2 * (1 - blue)), -green / (2 * (1 - blue)), 0.5},

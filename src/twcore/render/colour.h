@@ -16,6 +16,13 @@ struct Colour {
     friend bool operator==(const Colour&, const Colour&) = default;
 };
 
+/// Shares of red and blue in brightness; green has the rest.
+struct LumaWeights {
+    double red;
+    double blue;
+};
+LumaWeights lumaWeightsOf(Matrix matrix);
+
 /// What the frame says of itself; unsaid, pictures larger than standard definition are 709, others 601.
 Colour colourOf(const AVFrame& frame);
 

@@ -52,8 +52,7 @@ struct Weights {
 /// Whole numbers, 14 bits behind the point, from red, green, blue to the target's brightness and colour differences.
 Weights weightsOf(const Colour& colour)
 {
-    const double red = colour.matrix == Matrix::kBt709 ? 0.2126 : colour.matrix == Matrix::kBt2020 ? 0.2627 : 0.299;
-    const double blue = colour.matrix == Matrix::kBt709 ? 0.0722 : colour.matrix == Matrix::kBt2020 ? 0.0593 : 0.114;
+    const auto [red, blue] = lumaWeightsOf(colour.matrix);
     const double green = 1 - red - blue;
     const double luma = (colour.isFullRange ? 255 : 219) / 255.0 * 16384;
     const double chroma = (colour.isFullRange ? 255 : 224) / 255.0 * 16384;
