@@ -15,6 +15,8 @@ constexpr double kNever = -std::numeric_limits<double>::infinity();
 constexpr double kHoldSeconds = 0.25;
 // How far ahead a packet is looked for that makes another one needless: longer than any group of reordered pictures.
 constexpr std::size_t kLookAhead = 24;
+// Packets that are decoded on the way rather than jumped over: a jump costs about as much.
+constexpr int kWorthDecoding = 6;
 
 } // namespace
 
@@ -67,6 +69,7 @@ bool PictureReader::openFile()
     inside_.clear();
     fileEnded_ = false;
     drained_ = false;
+    stoppedBehind_.reset();
     dropBefore_ = kNever;
     return decoder_ != nullptr;
 }
@@ -99,6 +102,8 @@ bool PictureReader::prepare()
     return true;
 }
 
+void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = seconds + media_->zeroSeconds + tolerance_; }
+
 SharedFrame PictureReader::at(double seconds)
 {
     if (!media_->picture || seconds < 0 || !prepare()) {
@@ -116,7 +121,7 @@ SharedFrame PictureReader::at(double seconds)
         return nullptr;
     }
     wanted_ = time;
-    if (needsJump(time)) {
+    if ((stoppedBehind_ && time > *stoppedBehind_) || needsJump(time)) {
         jumpTo(time);
     }
     auto frame = broken_ ? nullptr : answer(time);
@@ -168,15 +173,20 @@ bool PictureReader::needsJump(double time) const
         return current_ || time < next_->start - kHoldSeconds || next_->start > media_->picture->startSeconds + 1;
     }
     if (index_) {
-        return index_->keyOrdinalFor(index_->slotAt(time)) > nextOrdinal_;
+        return index_->keyOrdinalFor(index_->slotAt(time)) > nextOrdinal_ + kWorthDecoding;
     }
     if ((next_ && time < next_->start) || drained_) {
         return false;
     }
+    // Formats list their key frames by the time of decoding, which is ahead of the time at which they are shown.
     auto* const stream = const_cast<AVStream*>(file_->stream(media_->picture->streamIndex));
-    const auto stamp = static_cast<std::int64_t>(std::floor(time / av_q2d(stream->time_base)));
+    const double tick = av_q2d(stream->time_base);
+    const auto stamp = static_cast<std::int64_t>(std::floor(time / tick)) - longestLead_;
     const auto* const key = avformat_index_get_entry_from_timestamp(stream, stamp, AVSEEK_FLAG_BACKWARD);
-    return key != nullptr && lastPacketTime_ != AV_NOPTS_VALUE && key->timestamp > lastPacketTime_;
+    const AVRational rate = media_->picture->frameRate;
+    const double frame = rate.num > 0 ? 1 / av_q2d(rate) : 0.04;
+    return key != nullptr && lastPacketTime_ != AV_NOPTS_VALUE
+           && static_cast<double>(key->timestamp - lastPacketTime_) * tick > kWorthDecoding * frame;
 }
 
 void PictureReader::jumpTo(double time)
@@ -216,16 +226,16 @@ void PictureReader::jumpByTime(double time)
         const AVPacket& key = *ahead_.front();
         const auto keyTime = key.pts != AV_NOPTS_VALUE ? key.pts : key.dts;
         const auto storedTime = key.dts != AV_NOPTS_VALUE ? key.dts : key.pts;
+        const auto* const entry = avformat_index_get_entry(const_cast<AVStream*>(file_->stream(streamIndex)), 0);
+        const bool isFirst = entry != nullptr && storedTime <= entry->timestamp;
         dropBefore_ = static_cast<double>(keyTime) * tick;
-        next_ = decodeNext();
-        if (next_ && next_->start <= time) {
-            return;
+        if (isFirst || dropBefore_ <= time) {
+            next_ = decodeNext();
+            if (isFirst || (next_ && next_->start <= time)) {
+                return;
+            }
         }
         // Landed behind the time: pictures ahead of this key frame belong to the group before it.
-        const auto* const entry = avformat_index_get_entry(const_cast<AVStream*>(file_->stream(streamIndex)), 0);
-        if (entry != nullptr && storedTime <= entry->timestamp) {
-            return; // there is no group before
-        }
         stamp = std::min(stamp, storedTime) - (attempt < 2 ? 1 : static_cast<std::int64_t>(attempt * 5 / tick));
         next_.reset();
     }
@@ -287,6 +297,7 @@ void PictureReader::forget()
     fromStart_ = false;
     decoder_->flush();
     drained_ = false;
+    stoppedBehind_.reset();
     fileEnded_ = false;
     ahead_.clear();
     inside_.clear();
@@ -298,6 +309,9 @@ bool PictureReader::fetchPacket()
     while (!fileEnded_) {
         fileEnded_ = !file_->read(*packet);
         if (!fileEnded_ && packet->stream_index == media_->picture->streamIndex) {
+            if (packet->pts != AV_NOPTS_VALUE && packet->dts != AV_NOPTS_VALUE) {
+                longestLead_ = std::max(longestLead_, packet->pts - packet->dts);
+            }
             ahead_.push_back(std::move(packet));
             return true;
         }
@@ -345,10 +359,34 @@ bool PictureReader::isLastUpTo(const Shown& shown, double time)
     return !fileEnded_ && (inside == inside_.end() || *inside > time) && !anyBetween(shown.start, time) && !fileEnded_;
 }
 
+/// Whether every picture up to the expected end has gone into the decoder, as far as the packets ahead tell.
+bool PictureReader::nothingWantedAhead()
+{
+    if (expectedEnd_ == std::numeric_limits<double>::infinity() || media_->picture->isStill || wanted_ > expectedEnd_) {
+        return false;
+    }
+    if (index_) {
+        const std::size_t lastSlot = index_->slotAt(expectedEnd_);
+        for (std::size_t i = nextOrdinal_; i < std::min(index_->count(), nextOrdinal_ + kLookAhead); ++i) {
+            if (index_->slotOf(i) <= lastSlot) {
+                return false;
+            }
+        }
+        return nextOrdinal_ < index_->count();
+    }
+    const auto hasTime = [](const PacketPtr& packet) { return packet->pts != AV_NOPTS_VALUE; };
+    return !anyBetween(kNever, expectedEnd_) && std::ranges::all_of(ahead_, hasTime);
+}
+
 bool PictureReader::sendPacket()
 {
     if (ahead_.empty() && !fetchPacket()) {
         drained_ = true;
+        decoder_->send(nullptr);
+        return false;
+    }
+    if (nothingWantedAhead()) {
+        stoppedBehind_ = expectedEnd_;
         decoder_->send(nullptr);
         return false;
     }
@@ -401,7 +439,7 @@ std::optional<PictureReader::Shown> PictureReader::decodeNext()
             }
             continue;
         }
-        if (drained_) {
+        if (drained_ || stoppedBehind_) {
             inside_.clear();
             return std::nullopt;
         }

@@ -30,6 +30,10 @@ public:
     /// The same frame is the same pointer while the reader stays on it.
     SharedFrame at(double seconds);
 
+    /// Nothing behind this media time in seconds will be asked for before something ahead of it is, so that nothing is
+    /// decoded behind it. What is asked for all the same is found, only later.
+    void expectUpTo(double seconds) noexcept;
+
     /// Media time in seconds at which the frame that was answered last begins.
     double frameStart() const noexcept { return current_ ? current_->start - media_->zeroSeconds : 0; }
 
@@ -58,6 +62,7 @@ private:
     bool isPassedOver(const AVPacket& packet);
     bool anyBetween(double start, double time);
     bool isLastUpTo(const Shown& shown, double time);
+    bool nothingWantedAhead();
     double endOfLast(double start) const;
 
     MediaFilePtr media_;
@@ -72,11 +77,14 @@ private:
     std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
     bool fileEnded_ = false;
     bool drained_ = false;
+    double expectedEnd_ = std::numeric_limits<double>::infinity(); // in the file's own time
+    std::optional<double> stoppedBehind_; // the decoder was drained here, since nothing behind it was expected
 
     double tolerance_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
-    bool fromStart_ = false; // nothing but reading from the beginning was left to find a picture
+    std::int64_t longestLead_ = 0; // of decoding ahead of showing, in ticks of the stream, as far as it was read
+    bool fromStart_ = false;       // nothing but reading from the beginning was left to find a picture
     double lostFrom_ = std::numeric_limits<double>::infinity(); // the file has shrunk: from here on it gives nothing
     double wanted_ = 0;     // the time that was asked for last, in the file's own time
     double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole

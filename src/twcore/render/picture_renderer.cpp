@@ -61,6 +61,12 @@ PictureReader& PictureRenderer::readerFor(const MediaFilePtr& media, std::size_t
     return *found->reader;
 }
 
+void PictureRenderer::takeReaders(PictureRenderer& other)
+{
+    readers_ = std::move(other.readers_);
+    uses_ = other.uses_;
+}
+
 SharedFrame PictureRenderer::frame(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
@@ -71,7 +77,11 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
         const PlannedSource& source = *stretch->layers[i];
         const TraceSpan span("decode", number);
-        frames.push_back(readerFor(source.media, i).at(source.mediaSecondsAt(clock_.timeMs(number))));
+        PictureReader& reader = readerFor(source.media, i);
+        if (expectedEnd_ != std::numeric_limits<std::int64_t>::max()) {
+            reader.expectUpTo(source.mediaSecondsAt(clock_.timeMs(std::max(number, expectedEnd_ - 1))));
+        }
+        frames.push_back(reader.at(source.mediaSecondsAt(clock_.timeMs(number))));
     }
     if (made_.stretch == stretch && made_.frames == frames && stretch->effect == nullptr) {
         return made_.picture;

@@ -8,6 +8,7 @@
 #include "twcore/render/picture_fitter.h"
 #include "twcore/render/plan.h"
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -20,6 +21,11 @@ public:
 
     /// The picture of a frame, from 0. While nothing changes it is the same pointer.
     SharedFrame frame(std::int64_t number);
+
+    /// No frame from this one on will be asked for next, so that nothing is decoded for it.
+    void expectUpTo(std::int64_t end) { expectedEnd_ = end; }
+    /// Takes over the files that another renderer has open, for another plan or size. Both have the same patience.
+    void takeReaders(PictureRenderer& other);
 
 private:
     struct Reader {
@@ -54,6 +60,7 @@ private:
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
     std::size_t stretch_ = 0;
+    std::int64_t expectedEnd_ = std::numeric_limits<std::int64_t>::max();
     Made made_;
 };
 

@@ -4,6 +4,7 @@
 #include "twcore/trace.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <stdexcept>
 
@@ -12,8 +13,8 @@ namespace twcore {
 namespace {
 
 constexpr std::size_t kMaxWaitingBytes = 64u << 20;
-constexpr std::size_t kAlwaysReady = 4;      // pictures of the chunk that is being written
-constexpr std::int64_t kMinChunkFrames = 180; // each piece costs what its decoder had begun behind its end
+constexpr std::size_t kAlwaysReady = 4; // pictures of the chunk that is being written
+constexpr std::int64_t kMinChunkFrames = 48;
 constexpr int kMaxWorkers = 8;
 
 int coreCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
@@ -25,6 +26,44 @@ std::size_t bytesOf(const AVFrame& frame)
         bytes += buffer != nullptr ? static_cast<std::size_t>(buffer->size) : 0;
     }
     return bytes;
+}
+
+/// Frames over which the lowest source plays on without a jump in its media, [first, end).
+struct Scene {
+    std::int64_t first = 0;
+    std::int64_t end = 0;
+    std::vector<const PlannedSource*> sources; // one after the other; more than one where a clip was only split
+};
+
+bool playsOn(const PlannedSource& source, const PlannedSource& next)
+{
+    constexpr double kSameSeconds = 0.002;
+    return &source == &next
+           || (source.media == next.media && source.stopMs == next.startMs
+               && std::abs(source.mediaSecondsAt(next.startMs) - next.mediaSecondsAt(next.startMs)) < kSameSeconds);
+}
+
+std::vector<Scene> scenesOf(const Plan& plan, const MovieClock& clock)
+{
+    std::vector<Scene> scenes;
+    for (const auto& stretch : plan.stretches) {
+        const std::int64_t first = clock.firstFrameAt(stretch.startMs);
+        const std::int64_t end = std::min(clock.frameCount(), clock.firstFrameAt(stretch.stopMs));
+        if (first >= end) {
+            continue;
+        }
+        const PlannedSource* const source = stretch.layers.empty() ? nullptr : stretch.layers.front();
+        const PlannedSource* const last =
+            scenes.empty() || scenes.back().sources.empty() ? nullptr : scenes.back().sources.back();
+        if (source == nullptr || last == nullptr || !playsOn(*last, *source)) {
+            scenes.push_back({first, end, {}});
+        }
+        scenes.back().end = end;
+        if (source != nullptr && source != last) {
+            scenes.back().sources.push_back(source);
+        }
+    }
+    return scenes;
 }
 
 } // namespace
@@ -39,29 +78,28 @@ std::vector<std::int64_t> chunkStarts(const Plan& plan, const MovieClock& clock,
             starts.push_back(frame);
         }
     };
-    for (const auto& stretch : plan.stretches) {
-        const std::int64_t first = clock.firstFrameAt(stretch.startMs);
-        const std::int64_t end = std::min(count, clock.firstFrameAt(stretch.stopMs));
-        if (first >= end) {
+    for (const Scene& scene : scenesOf(plan, clock)) {
+        add(scene.first);
+        if (scene.end - scene.first < 2 * kMinChunkFrames) {
             continue;
         }
-        add(first);
-        if (stretch.layers.empty() || end - first < 2 * kMinChunkFrames) {
-            continue;
-        }
-        const PlannedSource& source = *stretch.layers.front();
-        const auto [known, isNew] = keys.try_emplace(source.media.get());
-        if (isNew) {
-            known->second = keyFrameTimes(source.media, patience);
-        }
-        for (const double key : known->second) {
-            const double timelineMs = source.startMs + (key * 1000 - source.mediaStartMs) / source.speed();
-            if (timelineMs <= stretch.startMs || timelineMs >= stretch.stopMs) {
+        for (const PlannedSource* const source : scene.sources) {
+            if (source->speed() <= 0) {
                 continue;
             }
-            const std::int64_t frame = clock.firstFrameAt(static_cast<std::int32_t>(timelineMs) + 1);
-            if (frame - starts.back() >= kMinChunkFrames && end - frame >= kMinChunkFrames) {
-                add(frame);
+            const auto [known, isNew] = keys.try_emplace(source->media.get());
+            if (isNew) {
+                known->second = keyFrameTimes(source->media, patience);
+            }
+            for (const double key : known->second) {
+                const double timelineMs = source->startMs + (key * 1000 - source->mediaStartMs) / source->speed();
+                if (timelineMs <= source->startMs || timelineMs >= source->stopMs) {
+                    continue;
+                }
+                const std::int64_t frame = clock.firstFrameAt(static_cast<std::int32_t>(timelineMs) + 1);
+                if (frame - starts.back() >= kMinChunkFrames && scene.end - frame >= kMinChunkFrames) {
+                    add(frame);
+                }
             }
         }
     }
@@ -134,6 +172,7 @@ void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoE
 {
     const std::int64_t first = chunks_[chunk].first;
     const std::int64_t end = chunks_[chunk].end;
+    renderer.expectUpTo(end);
     MadePicture last;
     for (std::int64_t number = first; number < end && !stopping_; ++number) {
         MadePicture made;
