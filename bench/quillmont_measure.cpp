@@ -3,8 +3,15 @@
 //   quillmont-measure open FILE     trying, opening and its streams, through the engine's contract: "open_ms"
 //   quillmont-measure walk FILE     10,000 sources walked by GetSourceTimes: "walk_ms"
 //   quillmont-measure seek FILE [--dump FOLDER]
+//   quillmont-measure play FILE     ms from Play to the first sample that the sound device is given: at the beginning,
+//                                   and at places sought before: "first_ms", "sought_ms" each. Without SDL_AUDIODRIVER
+//                                   in the environment the device is SDL's dummy. Then how many pictures of the first
+//                                   4 s were shown at 640x360
+//   quillmont-measure show FILE     reads times in ms, and writes "asked_ms latency_ms" for each: from Seek of the
+//   small
+//                                   player to the picture on a surface of 640x360
 //
-// The last reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once
+// "seek" reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once
 // the exact frame lies decoded as BGRA: the time that was asked for, the time at which that frame begins, and how long
 // it took. With --dump each frame is also written as a bitmap.
 
@@ -13,11 +20,15 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
+#include "engine/surfaces.h"
 #include "twcore/media/picture_reader.h"
+#include "twcore/play/file_preview_interface.h"
 #include "twcore/tarnwick_timeline.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -160,6 +171,95 @@ int seek(const std::string& path, const std::string& folder)
     return 0;
 }
 
+class CountingSink final : public engine::FrameSink {
+public:
+    void show(const engine::SurfacePicture&) noexcept override
+    {
+        ++count;
+        count.notify_all();
+    }
+    void say(engine::Text) noexcept override {}
+    std::atomic<int> count = 0;
+};
+
+/// Between the player and its device: notes when the first sample passes.
+class NotedSource final : public AudioSource {
+public:
+    std::int64_t pull(std::span<float> out) noexcept override
+    {
+        const std::int64_t count = source->pull(out);
+        if (count > 0) {
+            passed = true;
+            passed.notify_all();
+        }
+        return count;
+    }
+    AudioSource* source = nullptr;
+    std::atomic<bool> passed = false;
+};
+
+int play(const std::string& path)
+{
+    ::setenv("SDL_AUDIODRIVER", "dummy", 0);
+    const Trial trial = tryMediaFile(path, {});
+    if (!trial.file) {
+        std::cerr << "quillmont-measure: \"" << path << "\" cannot be played.\n";
+        return 1;
+    }
+    NotedSource noted;
+    Player player([&](AudioSource& source) {
+        noted.source = &source;
+        return openAudio(noted);
+    });
+    player.load(planOfFile(trial.file));
+    for (int i = 0; i < 10; ++i) {
+        if (i > 0) {
+            player.stop();
+            player.seek(std::int64_t{player.durationMs()} * ((i * 7) % 10) / 10);
+            // The device has stopped, and nothing has been mixed ahead yet.
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        }
+        noted.passed = false;
+        const Stopwatch watch;
+        player.play();
+        noted.passed.wait(false);
+        std::printf("%s_ms %.1f\n", i == 0 ? "first" : "sought", watch.ms());
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    if (trial.file->picture) {
+        constexpr int kSeconds = 4;
+        CountingSink sink;
+        const std::int32_t surface = engine::surfaces().add(sink, {640, 360});
+        player.setSurface(surface);
+        player.seek(0);
+        player.play();
+        std::this_thread::sleep_for(std::chrono::seconds(kSeconds));
+        std::printf("pictures %d of %.0f\n", sink.count.load(), kSeconds * av_q2d(trial.file->picture->frameRate));
+        engine::surfaces().remove(surface);
+    }
+    return 0;
+}
+
+int show(const std::string& path)
+{
+    const auto preview = engine::EngineAs<engine::ITWFilePreview>();
+    CountingSink sink;
+    const std::int32_t surface = engine::surfaces().add(sink, {640, 360});
+    engine::Bool16 ok = engine::kFalse;
+    engine::check(preview->SetOwnerWindow(surface));
+    engine::check(preview->OpenFile(path, ok));
+    for (double askedMs = 0; ok != engine::kFalse && std::cin >> askedMs;) {
+        const int before = sink.count;
+        const Stopwatch watch;
+        engine::check(preview->Seek(static_cast<std::int32_t>(askedMs), ok));
+        sink.count.wait(before);
+        std::printf("%.3f %.3f\n", askedMs, watch.ms());
+    }
+    engine::check(preview->Close());
+    engine::surfaces().remove(surface);
+    return ok != engine::kFalse ? 0 : 1;
+}
+
 } // namespace
 
 int main(int count, char** words)
@@ -174,8 +274,13 @@ int main(int count, char** words)
         status = walk(words[2]);
     } else if (what == "seek" && (count == 3 || (count == 5 && std::strcmp(words[3], "--dump") == 0))) {
         status = seek(words[2], count == 5 ? words[4] : "");
+    } else if (what == "play" && count == 3) {
+        status = play(words[2]);
+    } else if (what == "show" && count == 3) {
+        status = show(words[2]);
     } else {
-        std::cerr << "usage: quillmont-measure open FILE | walk FILE | seek FILE [--dump FOLDER] < TIMES\n";
+        std::cerr << "usage: quillmont-measure open FILE | walk FILE | seek FILE [--dump FOLDER] < TIMES | play FILE\n"
+                     "       | show FILE < TIMES\n";
     }
     engine::Engine.reset();
     return status;

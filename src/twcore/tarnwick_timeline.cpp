@@ -5,6 +5,8 @@
 #include "twcore/files/core_root.h"
 #include "twcore/media/ff.h"
 #include "twcore/model/timeline_interface.h"
+#include "twcore/play/file_preview_interface.h"
+#include "twcore/play/preview_interface.h"
 #include "twcore/profiles/profiles_interface.h"
 #include "twcore/project/project_store.h"
 #include "twcore/save/save_interface.h"
@@ -23,7 +25,9 @@ struct EngineState {
 class TarnwickTimeline final : private EngineState, public CoreRoot {
 public:
     TarnwickTimeline()
-        : CoreRoot(EngineState::files), streamInterface_(EngineState::files), timelineInterface_(EngineState::timeline),
+        : CoreRoot(EngineState::files), streamInterface_(EngineState::files),
+          preview_(EngineState::timeline, EngineState::files), filePreview_(EngineState::files),
+          timelineInterface_(EngineState::timeline, [this] { preview_.refreshLook(); }),
           projectStore_(EngineState::timeline, EngineState::files),
           saveInterface_(EngineState::timeline, EngineState::files)
     {}
@@ -39,6 +43,8 @@ public:
         offer(static_cast<engine::ITWKeyTransition*>(&timelineInterface_));
         offer(static_cast<engine::ITWMediaFiles*>(&streamInterface_));
         offer(static_cast<engine::ITWStreamInfo*>(&streamInterface_));
+        offer(static_cast<engine::ITWFilePreview*>(&filePreview_));
+        offer(static_cast<engine::ITWPreview*>(&preview_));
         offer(static_cast<engine::ITWProjectStore*>(&projectStore_));
         offer(static_cast<engine::ITWSave*>(&saveInterface_));
         offer(static_cast<engine::ITWProfiles*>(&profilesInterface_));
@@ -48,6 +54,8 @@ public:
 
 private:
     StreamInterface streamInterface_;
+    PreviewInterface preview_;
+    FilePreviewInterface filePreview_;
     TimelineInterface timelineInterface_;
     ProjectStore projectStore_;
     SaveInterface saveInterface_;

@@ -1,6 +1,7 @@
 #include "twcore/files/file_registry.h"
 
 #include "engine/status.h"
+#include "twcore/files/answered_within.h"
 
 #include <algorithm>
 
@@ -8,7 +9,7 @@ namespace twcore {
 
 namespace {
 
-constexpr double kTrialSeconds = 10;
+constexpr auto kTrialTime = std::chrono::seconds(10);
 constexpr std::size_t kMaxTried = 256;
 
 std::vector<bool> kindsOf(const MediaFile& media)
@@ -25,25 +26,42 @@ std::vector<bool> kindsOf(const MediaFile& media)
 
 } // namespace
 
+FileRegistry::Stamp FileRegistry::stampOf(const std::string& path)
+{
+    Stamp stamp;
+    std::error_code none;
+    stamp.changed = std::filesystem::last_write_time(path, none);
+    stamp.byteCount = none ? 0 : std::filesystem::file_size(path, none);
+    stamp.isKnown = !none;
+    return stamp;
+}
+
 Trial FileRegistry::tryFile(const std::string& path)
 {
-    std::error_code none;
-    const auto changed = std::filesystem::last_write_time(path, none);
-    const auto byteCount = none ? 0 : std::filesystem::file_size(path, none);
-    const bool isKnown = !none;
+    const auto stamp = answeredWithin<Stamp>(kTrialTime, [path] { return stampOf(path); });
+    if (!stamp) {
+        return {engine::media_error::kCannotLoad, nullptr};
+    }
     const auto found = std::ranges::find(tried_, path, &Tried::path);
     if (found != tried_.end()) {
-        if (isKnown && found->changed == changed && found->byteCount == byteCount) {
+        if (stamp->isKnown && found->stamp == *stamp) {
             return found->trial;
         }
         tried_.erase(found);
     }
-    Trial trial = tryMediaFileWithin(path, kTrialSeconds);
-    if (isKnown && trial.error != engine::media_error::kCannotLoad) {
+    const auto tried = answeredWithin<Trial>(kTrialTime, [path] {
+        try {
+            return tryMediaFile(path, Patience{.deadline = std::chrono::steady_clock::now() + kTrialTime});
+        } catch (const std::exception&) {
+            return Trial{engine::media_error::kInvalidFormat, nullptr};
+        }
+    });
+    Trial trial = tried.value_or(Trial{engine::media_error::kCannotLoad, nullptr});
+    if (stamp->isKnown && trial.error != engine::media_error::kCannotLoad) {
         if (tried_.size() >= kMaxTried) {
             tried_.pop_front();
         }
-        tried_.push_back({path, changed, byteCount, trial});
+        tried_.push_back({path, *stamp, trial});
     }
     return trial;
 }

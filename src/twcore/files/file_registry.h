@@ -64,13 +64,21 @@ private:
         bool isOpen = false;
         std::vector<engine::Handle> streams; // by index, 0 while never opened
     };
+    /// What tells that a file is still the one that was tried.
+    struct Stamp {
+        bool isKnown = false;
+        std::filesystem::file_time_type changed;
+        std::uintmax_t byteCount = 0;
+
+        bool operator==(const Stamp&) const = default;
+    };
     struct Tried {
         std::string path;
-        std::filesystem::file_time_type changed;
-        std::uintmax_t byteCount;
+        Stamp stamp;
         Trial trial;
     };
 
+    static Stamp stampOf(const std::string& path);
     bool hasOpenStream(const File& file) const;
     void reopen(engine::Handle file);
 

@@ -9,10 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <condition_variable>
-#include <mutex>
 #include <string_view>
-#include <thread>
 
 namespace twcore {
 
@@ -276,38 +273,6 @@ Trial tryMediaFile(const std::string& path, const Patience& patience)
     Trial trial;
     const auto file = InputFile::open(path, patience, trial.error);
     return file ? tryOpened(path, *file, patience) : trial;
-}
-
-Trial tryMediaFileWithin(const std::string& path, double seconds)
-{
-    // The thread may be stuck in the kernel for longer than we wait: it owns what it works on.
-    struct Work {
-        std::mutex mutex;
-        std::condition_variable finished;
-        bool done = false;
-        Trial trial;
-    };
-    auto work = std::make_shared<Work>();
-    const auto wait =
-        std::chrono::duration_cast<std::chrono::steady_clock::duration>(std::chrono::duration<double>(seconds));
-    const auto deadline = std::chrono::steady_clock::now() + wait;
-    std::thread([work, path, deadline] {
-        Trial trial{media_error::kInvalidFormat, nullptr};
-        try {
-            trial = tryMediaFile(path, Patience{.deadline = deadline});
-        } catch (const std::exception&) {
-            trial.error = media_error::kInvalidFormat;
-        }
-        const std::lock_guard lock(work->mutex);
-        work->trial = std::move(trial);
-        work->done = true;
-        work->finished.notify_one();
-    }).detach();
-    std::unique_lock lock(work->mutex);
-    if (!work->finished.wait_until(lock, deadline, [&] { return work->done; })) {
-        return {media_error::kCannotLoad, nullptr};
-    }
-    return work->trial;
 }
 
 } // namespace twcore

@@ -72,9 +72,6 @@ struct Trial {
 /// Opens the file, decodes the beginning of its streams and reads what there is to know. Waits as long as `patience`.
 Trial tryMediaFile(const std::string& path, const Patience& patience);
 
-/// The same on a thread of its own, given up after `seconds` even when the disk does not answer.
-Trial tryMediaFileWithin(const std::string& path, double seconds);
-
 /// How long a still lasts.
 inline constexpr std::int32_t kStillMs = 5000;
 

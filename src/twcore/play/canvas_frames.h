@@ -1,0 +1,23 @@
+#pragma once
+
+// Single frames for the dialogues, and canvases as bitmap files.
+
+#include "engine/surfaces.h"
+#include "twcore/media/media_file.h"
+#include "twcore/media/orientation.h"
+
+#include <functional>
+#include <string>
+
+namespace twcore {
+
+/// Draws the frame of a file at a time on a canvas, which is then exactly of that size. `find` opens the file, on a
+/// thread of its own. After 2 s, or when there is no such frame, the canvas stays as it is: false.
+bool drawFrame(std::function<MediaFilePtr(const Patience&)> find, double seconds, PictureSize size,
+               engine::PixelCanvas& canvas);
+
+/// Writes the upper left of a canvas in that size, black where it is smaller, as a bitmap of 24 bits a pixel. False
+/// when it cannot be written: then what stood there before stands there still.
+bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::string& path);
+
+} // namespace twcore

@@ -1,0 +1,191 @@
+#include "twcore/play/picture_room.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace twcore {
+
+namespace {
+
+// Pictures that wait for their moment, beside the one that is being made.
+constexpr std::size_t kAhead = 4;
+
+std::int64_t endOf(const Plan& plan) { return std::int64_t{plan.durationMs} * (kPlayRate / 1000); }
+
+/// Of a picture on the screen: what most sources have, so that it need not be changed.
+Colour colourFor(const Plan& plan)
+{
+    for (const auto& track : plan.pictureTracks) {
+        for (const auto& source : track) {
+            if (source.media) {
+                const bool isLarge = source.media->picture->width > 1024 || source.media->picture->height > 576;
+                return {isLarge ? Matrix::kBt709 : Matrix::kBt601, false};
+            }
+        }
+    }
+    return {};
+}
+
+int decoderThreads() { return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4); }
+
+} // namespace
+
+std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::jobAt(std::int64_t at) const
+{
+    const auto size = engine::surfaces().sizeOf(surface);
+    if (!size) {
+        return std::nullopt;
+    }
+    Job job{wish, surface, layOut(*size, area, wish.plan->frame)};
+    job.wish.at = std::clamp<std::int64_t>(at, 0, std::max<std::int64_t>(0, endOf(*wish.plan) - 1));
+    return job.layout.isEmpty() ? std::nullopt : std::optional(std::move(job));
+}
+
+std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::nextJob()
+{
+    if (!wish.plan) {
+        return std::nullopt;
+    }
+    if (!wish.isRunning) {
+        return servedSerial != wish.serial ? jobAt(wish.at) : std::nullopt;
+    }
+    if (servedSerial != wish.serial) {
+        servedSerial = wish.serial;
+        nextDue = wish.at;
+        costSamples = 0;
+        shown.reset();
+    }
+    if (ahead.size() >= kAhead || nextDue >= endOf(*wish.plan)) {
+        return std::nullopt;
+    }
+    const PictureGrid grid(*wish.plan);
+    const std::int64_t now = clock->position();
+    if (nextDue + grid.frameSamples() < now) {
+        // Late by more than a frame: on to the one that can be there in time.
+        const std::int64_t next = grid.after(now + std::min<std::int64_t>(costSamples, kPlayRate / 2));
+        nextDue = std::min(next, endOf(*wish.plan) - 1);
+    }
+    return jobAt(nextDue);
+}
+
+void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::SurfacePicture>& picture,
+                                 WorkWatch::Clock::duration cost)
+{
+    if (job.surface != surface || job.wish.plan != wish.plan || job.wish.isRunning != wish.isRunning) {
+        return;
+    }
+    const auto now = jobAt(job.wish.at);
+    if (!now || now->layout != job.layout) {
+        return; // the surface has another size
+    }
+    if (!wish.isRunning) {
+        // Also for a wish that is no longer the newest: better than nothing while the hand still moves.
+        servedSerial = job.wish.serial;
+        if (picture) {
+            ahead.assign(1, {job.wish.at, *picture});
+        }
+        return;
+    }
+    if (job.wish.serial != wish.serial) {
+        return;
+    }
+    const auto samples = std::chrono::duration<double>(cost).count() * kPlayRate;
+    costSamples = (costSamples * 3 + static_cast<std::int64_t>(samples)) / 4;
+    if (nextDue == job.wish.at) {
+        nextDue = PictureGrid(*wish.plan).after(nextDue);
+    }
+    if (picture) {
+        ahead.push_back({job.wish.at, *picture});
+    }
+}
+
+void PicturePlayer::Room::make() noexcept
+{
+    Lock lock(mutex, std::defer_lock);
+    try {
+        lock.lock();
+        makeLoop(lock);
+    } catch (const std::exception&) {
+        if (!lock.owns_lock()) {
+            lock.lock();
+        }
+        hasFailed = true;
+    }
+}
+
+void PicturePlayer::Room::makeLoop(Lock& lock)
+{
+    while (!isClosing) {
+        const auto job = nextJob();
+        if (!job) {
+            if (!wish.plan) {
+                renderer.reset(); // closes the files
+                rendererPlan.reset();
+                painter.reset();
+            }
+            changed.wait(lock);
+            continue;
+        }
+        watch.begin(job->wish.serial);
+        const auto begin = WorkWatch::Clock::now();
+        lock.unlock();
+        const auto picture = pictureOf(*job);
+        lock.lock();
+        if (watch.end()) {
+            renderer.reset(); // a reader that was stopped in the middle is worth nothing
+            continue;
+        }
+        finish(*job, picture, WorkWatch::Clock::now() - begin);
+        changed.notify_all();
+    }
+}
+
+/// Takes the renderer along to another plan, or another size, with its files open.
+void PicturePlayer::Room::fitRenderer(const Job& job)
+{
+    const PlanPtr& plan = job.wish.plan;
+    const Colour colour = colourFor(*plan);
+    if (renderer && rendererPlan == plan && painter->layout() == job.layout) {
+        return;
+    }
+    const PictureSize size{job.layout.picture.width, job.layout.picture.height};
+    auto next = std::make_unique<PictureRenderer>(plan, MovieClock{{kPlayRate, 1}, 0, plan->durationMs},
+                                                  PictureFormat{size, AV_PIX_FMT_YUV420P, colour}, decoderThreads(),
+                                                  Patience{.cancelled = watch.flag()});
+    if (renderer) {
+        next->takeReaders(*renderer);
+    }
+    painter = std::make_unique<SurfacePainter>(job.layout, colour);
+    renderer = std::move(next);
+    rendererPlan = plan;
+}
+
+/// What takes long and is good for every later wish is not given up for one.
+void PicturePlayer::Room::listPictures(const Job& job) const
+{
+    const auto& stretches = job.wish.plan->stretches;
+    const auto above = std::ranges::upper_bound(
+        stretches, job.wish.at, {}, [](const auto& s) { return std::int64_t{s.startMs} * kPlayRate / 1000; });
+    if (above == stretches.begin()) {
+        return;
+    }
+    for (const PlannedSource* const source : (above - 1)->layers) {
+        if (source->media->timeStamps == TimeStamps::kIndexed && !source->media->picture->isStill) {
+            (void)sharedPictureIndex(source->media, Patience{.cancelled = &isLeaving});
+        }
+    }
+}
+
+std::optional<engine::SurfacePicture> PicturePlayer::Room::pictureOf(const Job& job)
+{
+    try {
+        fitRenderer(job);
+        listPictures(job);
+        return painter->paint(renderer->frame(job.wish.at));
+    } catch (const std::runtime_error&) {
+        engine::surfaces().say(job.surface, "This picture cannot be shown.");
+        return std::nullopt;
+    }
+}
+
+} // namespace twcore

@@ -1,0 +1,105 @@
+#pragma once
+
+// What the two threads of a picture player share with it, and what each of them does.
+
+#include "twcore/play/picture_player.h"
+#include "twcore/play/surface_painter.h"
+#include "twcore/play/work_watch.h"
+#include "twcore/render/picture_renderer.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+
+namespace twcore {
+
+/// The moments at which pictures change: those of the first source's frames, as a movie has them.
+struct PictureGrid {
+    static constexpr int kMostPerSecond = 60;
+    AVRational fps{25, 1};
+
+    explicit PictureGrid(const Plan& plan)
+    {
+        if (plan.frameRate.num > 0 && plan.frameRate.den > 0 && av_q2d(plan.frameRate) >= 1) {
+            fps = av_q2d(plan.frameRate) > kMostPerSecond ? AVRational{kMostPerSecond, 1} : plan.frameRate;
+        }
+        av_reduce(&fps.num, &fps.den, fps.num, fps.den, 1'000'000); // so that an hour times it stays a number
+    }
+    /// The first moment behind a place.
+    std::int64_t after(std::int64_t sample) const
+    {
+        const std::int64_t perFrame = std::int64_t{kPlayRate} * fps.den; // in samples by fps.num
+        const std::int64_t number = sample * fps.num / perFrame + 1;
+        return (number * perFrame + fps.num - 1) / fps.num;
+    }
+    std::int64_t frameSamples() const { return std::int64_t{kPlayRate} * fps.den / fps.num; }
+};
+
+struct PicturePlayer::Room {
+    using Lock = std::unique_lock<std::mutex>;
+
+    struct Wish {
+        PlanPtr plan;
+        std::int64_t at = 0;
+        bool isRunning = false;
+        std::uint64_t serial = 0; // of place and running, and of the look while nothing runs
+    };
+    struct Job {
+        Wish wish; // `at` is the picture's own place
+        std::int32_t surface = 0;
+        SurfaceLayout layout;
+    };
+    struct Made {
+        std::int64_t due = 0;
+        engine::SurfacePicture picture;
+    };
+
+    explicit Room(std::shared_ptr<PlayClock> playClock) : clock(std::move(playClock)) {}
+
+    void wishFor(PlanPtr plan, std::int64_t at, bool running);
+    /// The same picture again, for a look that has changed. Under the lock.
+    void showAgain();
+
+    // The maker's thread.
+    void make() noexcept;
+    void makeLoop(Lock& lock);
+    std::optional<Job> nextJob();
+    std::optional<Job> jobAt(std::int64_t at) const;
+    void finish(const Job& job, const std::optional<engine::SurfacePicture>& picture, WorkWatch::Clock::duration cost);
+    std::optional<engine::SurfacePicture> pictureOf(const Job& job);
+    void fitRenderer(const Job& job);
+    void listPictures(const Job& job) const;
+
+    // The presenter's thread.
+    void present() noexcept;
+    void presentLoop(Lock& lock);
+    void show(Lock& lock, const Made& made);
+    void waitForDue(Lock& lock);
+
+    const std::shared_ptr<PlayClock> clock;
+
+    mutable std::mutex mutex; // guards what follows
+    std::condition_variable changed;
+    Wish wish;
+    std::int32_t surface = 0;
+    std::optional<PictureRect> area;
+    bool isClosing = false;
+    bool hasFailed = false;
+    bool isShowing = false; // the sink is being called
+    WorkWatch watch;
+    std::uint64_t servedSerial = 0; // the wish whose picture has been made, or whose run has begun
+    std::int64_t nextDue = 0;       // running: the place of the picture to be made next
+    std::int64_t lastDue = -1;      // running: that of the picture shown last
+    std::int64_t costSamples = 0;   // running: what a picture takes, as playing time
+    std::deque<Made> ahead;
+    std::shared_ptr<const std::uint8_t> shown; // the pixels shown last in this run
+
+    // The maker's thread.
+    std::atomic<bool> isLeaving = false; // for work that is kept for later wishes
+    PlanPtr rendererPlan;
+    std::unique_ptr<PictureRenderer> renderer;
+    std::unique_ptr<SurfacePainter> painter;
+};
+
+} // namespace twcore

@@ -1,0 +1,126 @@
+#include "twcore/play/surface_painter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+namespace twcore {
+
+namespace {
+
+constexpr std::ptrdiff_t kPixelBytes = 4;
+// The converter writes whole blocks, a little behind the last pixel.
+constexpr std::size_t kSlackBytes = 64;
+
+std::ptrdiff_t strideFor(int width) { return (width * kPixelBytes + 63) / 64 * 64; }
+
+int devicePixels(int logical, double ratio)
+{
+    constexpr double kMost = 16384;
+    return static_cast<int>(std::clamp(std::round(logical * ratio), 0.0, kMost));
+}
+
+/// One side of the picture in a side of its area.
+std::pair<int, int> sideIn(int start, int room, double wanted)
+{
+    const int most = room & ~1;
+    // A bar of a pixel or two is rounding.
+    const int length = room - wanted < 2.5 ? most : std::clamp(static_cast<int>(std::lround(wanted / 2)) * 2, 2, most);
+    return {start + (room - length) / 2, length};
+}
+
+} // namespace
+
+SurfaceLayout layOut(const engine::SurfaceSize& surface, const std::optional<PictureRect>& area, PictureSize picture)
+{
+    const double ratio = surface.pixelRatio > 0 ? surface.pixelRatio : 1;
+    SurfaceLayout layout;
+    layout.surface = {devicePixels(surface.width, ratio), devicePixels(surface.height, ratio)};
+    PictureRect room{0, 0, layout.surface.width, layout.surface.height};
+    if (area) {
+        room.left = std::min(devicePixels(area->left, ratio), layout.surface.width);
+        room.top = std::min(devicePixels(area->top, ratio), layout.surface.height);
+        room.width = std::min(devicePixels(area->width, ratio), layout.surface.width - room.left);
+        room.height = std::min(devicePixels(area->height, ratio), layout.surface.height - room.top);
+    }
+    if (room.width < 2 || room.height < 2 || picture.width < 1 || picture.height < 1) {
+        return layout;
+    }
+    const double scale =
+        std::min(static_cast<double>(room.width) / picture.width, static_cast<double>(room.height) / picture.height);
+    std::tie(layout.picture.left, layout.picture.width) = sideIn(room.left, room.width, picture.width * scale);
+    std::tie(layout.picture.top, layout.picture.height) = sideIn(room.top, room.height, picture.height * scale);
+    return layout;
+}
+
+engine::SurfacePicture blackSurface(const engine::SurfaceSize& surface)
+{
+    const PictureSize size = layOut(surface, std::nullopt, {1, 1}).surface;
+    const std::ptrdiff_t stride = strideFor(size.width);
+    auto pixels = std::make_shared<std::vector<std::uint8_t>>(static_cast<std::size_t>(stride * size.height));
+    return {size.width, size.height, stride, {pixels, pixels->data()}};
+}
+
+SurfacePainter::SurfacePainter(const SurfaceLayout& layout, const Colour& colour)
+    : layout_(layout), stride_(strideFor(layout.surface.width))
+{
+    const PictureRect& rect = layout_.picture;
+    converter_ = sws_getContext(rect.width, rect.height, AV_PIX_FMT_YUV420P, rect.width, rect.height, AV_PIX_FMT_BGR0,
+                                SWS_BILINEAR, nullptr, nullptr, nullptr);
+    const auto bytes = static_cast<std::size_t>(stride_ * layout_.surface.height) + kSlackBytes;
+    pool_ = av_buffer_pool_init(bytes, nullptr);
+    if (converter_ == nullptr || pool_ == nullptr) {
+        sws_freeContext(converter_);
+        av_buffer_pool_uninit(&pool_);
+        throw std::bad_alloc();
+    }
+    const int* const matrix = sws_getCoefficients(colour.matrix == Matrix::kBt709 ? SWS_CS_ITU709 : SWS_CS_ITU601);
+    sws_setColorspaceDetails(converter_, matrix, colour.isFullRange, matrix, 1, 0, 1 << 16, 1 << 16);
+}
+
+SurfacePainter::~SurfacePainter()
+{
+    sws_freeContext(converter_);
+    av_buffer_pool_uninit(&pool_);
+}
+
+engine::SurfacePicture SurfacePainter::paint(const SharedFrame& frame)
+{
+    if (frame == frame_) {
+        return painted_;
+    }
+    AVBufferRef* buffer = av_buffer_pool_get(pool_);
+    if (buffer == nullptr) {
+        throw std::bad_alloc();
+    }
+    const std::shared_ptr<const std::uint8_t> pixels(
+        buffer->data, [buffer](const std::uint8_t*) mutable { av_buffer_unref(&buffer); });
+    std::uint8_t* const target = buffer->data + layout_.picture.top * stride_ + layout_.picture.left * kPixelBytes;
+    std::uint8_t* const planes[4] = {target};
+    const int strides[4] = {static_cast<int>(stride_)};
+    if (sws_scale(converter_, frame->data, frame->linesize, 0, layout_.picture.height, planes, strides) <= 0) {
+        throw std::runtime_error("A picture could not be converted.");
+    }
+    paintBars(buffer->data); // afterwards: the converter may have written beside the picture
+    painted_ = {layout_.surface.width, layout_.surface.height, stride_, pixels};
+    frame_ = frame;
+    return painted_;
+}
+
+void SurfacePainter::paintBars(std::uint8_t* pixels) const
+{
+    const PictureRect& rect = layout_.picture;
+    const std::ptrdiff_t leftBytes = rect.left * kPixelBytes;
+    const std::ptrdiff_t rightStart = (rect.left + rect.width) * kPixelBytes;
+    std::memset(pixels, 0, static_cast<std::size_t>(rect.top * stride_));
+    for (int y = rect.top; y < rect.top + rect.height; ++y) {
+        std::uint8_t* const line = pixels + y * stride_;
+        std::memset(line, 0, static_cast<std::size_t>(leftBytes));
+        std::memset(line + rightStart, 0, static_cast<std::size_t>(stride_ - rightStart));
+    }
+    const int below = rect.top + rect.height;
+    std::memset(pixels + below * stride_, 0, static_cast<std::size_t>((layout_.surface.height - below) * stride_));
+}
+
+} // namespace twcore

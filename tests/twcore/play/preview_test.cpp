@@ -1,0 +1,339 @@
+// The player over the timeline: exact pictures wherever it stands, sound and picture in step, nothing lost by a
+// refresh, and everything as far as a damaged file goes.
+
+#include "engine/ITWMediaFiles.h"
+#include "engine/factory.h"
+#include "play_harness.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace playtest {
+namespace {
+
+using twcore::PreviewInterface;
+
+// Frames of 40 ms:  h264.mp4 from 1 s | mpeg4-b.avi from 2 s | nothing | long-gop.mp4 from 4 s
+//                   0               1000                  2000    2500                 3500
+class PreviewTest : public PlayTest {
+protected:
+    void layThree()
+    {
+        layBoth("h264.mp4", 0, 1000, 1000);
+        layBoth("mpeg4-b.avi", 1000, 2000, 2000);
+        layBoth("long-gop.mp4", 2500, 3500, 4000);
+    }
+    void build() { expectOk(preview, &PreviewInterface::BuildPreview); }
+    void seek(int ms) { expectOk(preview, &PreviewInterface::Seek, ms); }
+    void play() { expectOk(preview, &PreviewInterface::Play); }
+    void stop() { expectOk(preview, &PreviewInterface::Stop); }
+    int numberAt(int ms)
+    {
+        return ms < 1000 ? (ms + 1000) / 40 : ms < 2000 ? (ms + 1000) / 40 : ms < 2500 ? -1 : (ms + 1500) / 40;
+    }
+};
+
+TEST_F(PreviewTest, ShowsTheExactFrameWherever)
+{
+    layThree();
+    build();
+    EXPECT_TRUE(shows(25));
+    struct Case {
+        int asked;
+        int position;
+        int number;
+    };
+    for (const Case c : {Case{39, 39, 25},
+                         {40, 40, 26},
+                         {999, 999, 49},
+                         {1000, 1000, 50},
+                         {2200, 2200, -1},
+                         {2500, 2500, 100},
+                         {3480, 3480, 124},
+                         {-7, 0, 25},
+                         {1999, 1999, 74},
+                         {99999, 3500, 124}}) {
+        SCOPED_TRACE(c.asked);
+        seek(c.asked);
+        EXPECT_EQ(position(), c.position); // at once, whatever is being decoded
+        EXPECT_TRUE(shows(c.number));
+    }
+    // A hand on the slider: the last one counts.
+    for (int ms = 3400; ms >= 20; ms -= 20) {
+        seek(ms);
+    }
+    EXPECT_TRUE(shows(25));
+    seek(1500);
+    EXPECT_TRUE(shows(62));
+    engine::surfaces().resize(surface, {200, 120, 2});
+    EXPECT_TRUE(soon([&] { return screen.picture().width == 400; }));
+    EXPECT_EQ(screen.picture().height, 240);
+    EXPECT_EQ(screen.last(), 62);
+    EXPECT_NEAR(screen.area().left, 40, 1); // the frame keeps its proportions
+    EXPECT_NEAR(screen.area().right, 360, 1);
+    EXPECT_EQ(device.starts(), 0);
+}
+
+TEST_F(PreviewTest, PlaysInStepToTheVeryEnd)
+{
+    layThree();
+    build();
+    engine::Milliseconds duration = 0;
+    check(preview.GetDuration(duration));
+    EXPECT_EQ(duration, 3500);
+    seek(500);
+    play();
+    play();
+    int last = position();
+    EXPECT_EQ(last, 500);
+    for (int step = 0; step < 13; ++step) {
+        const int from = position();
+        ASSERT_TRUE(device.advance(100));
+        EXPECT_EQ(position(), from + 100);
+        // A piece across the cut at 1 s has no one moment. AVI holds a frame of compressed sound back.
+        if (from + 100 <= 1000 || from >= 1000) {
+            const double moment = (from + 1000) / 1000.0;
+            EXPECT_NEAR(heardMoment(moment), moment, from < 1000 ? 0.001 : 0.03) << from;
+        }
+        EXPECT_TRUE(isInStep([&](int ms) { return numberAt(ms); }));
+    }
+    const int at = position();
+    stop();
+    stop();
+    EXPECT_EQ(position(), at);
+    EXPECT_TRUE(shows(numberAt(at)));
+    EXPECT_TRUE(soon([&] { return !device.isRunning(); }));
+
+    play();
+    ASSERT_TRUE(device.advance(900));
+    EXPECT_TRUE(isInStep([&](int ms) { return numberAt(ms); }));
+    // Most of a second gone at once: what would come late is not shown, and no sound is missing.
+    const auto before = screen.numbers().size();
+    ASSERT_TRUE(device.advance(500));
+    EXPECT_TRUE(isInStep([&](int ms) { return numberAt(ms); }));
+    EXPECT_LT(screen.numbers().size() - before, 12u);
+    device.playOut();
+    EXPECT_EQ(position(), 3500);
+    EXPECT_TRUE(shows(124));
+    EXPECT_EQ(device.heard().size() / 2,
+              48u * 3000); // from 500 to the end: stopped in between, nothing twice and nothing lost
+    EXPECT_EQ(device.starts(), 2);
+    // At the end there is nothing to play; sought back, it plays again.
+    play();
+    EXPECT_EQ(position(), 3500);
+    seek(3000);
+    EXPECT_TRUE(shows(112));
+    play();
+    ASSERT_TRUE(device.advance(200));
+    EXPECT_EQ(position(), 3200);
+}
+
+TEST_F(PreviewTest, SeeksWhilePlayingAndHaltsWhereItWasSought)
+{
+    layThree();
+    build();
+    play();
+    ASSERT_TRUE(device.advance(300));
+    seek(2600);
+    EXPECT_EQ(position(), 2600);
+    EXPECT_TRUE(soon([&] { return device.starts() == 2; }));
+    ASSERT_TRUE(device.advance(200));
+    EXPECT_EQ(position(), 2800);
+    EXPECT_NEAR(heardMoment(4.2), 4.2, 0.001);
+    EXPECT_TRUE(isInStep([&](int ms) { return numberAt(ms); }));
+    const int at = position();
+    expectOk(preview, &PreviewInterface::Pause);
+    EXPECT_EQ(position(), at);
+    expectOk(preview, &PreviewInterface::Halt);
+    EXPECT_EQ(position(), 2600);
+    EXPECT_TRUE(shows(numberAt(2600)));
+    play();
+    ASSERT_TRUE(device.advance(200));
+    seek(100);
+    expectOk(preview, &PreviewInterface::Halt);
+    EXPECT_EQ(position(), 100);
+    EXPECT_TRUE(shows(numberAt(100)));
+}
+
+TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)
+{
+    layBoth("h264.mp4", 0, 4000, 0);
+    build();
+    play();
+    ASSERT_TRUE(device.advance(1000));
+    EXPECT_TRUE(isInStep([](int ms) { return ms / 40; }));
+    // The same place now plays one second later in the file, and half as long.
+    Bool16 ok = engine::kFalse;
+    for (const Handle track : {video, audio}) {
+        check(timelineCalls.SetSourceTimes(track, 0, 0, 2000, ok));
+        check(timelineCalls.SetSourceMediaTimes(track, 0, 1000, 3000, ok));
+    }
+    expectOk(preview, &PreviewInterface::RefreshPreview);
+    EXPECT_TRUE(isInStep([](int ms) { return (ms + 1000) / 40; }));
+    ASSERT_TRUE(device.advance(500));
+    EXPECT_TRUE(isInStep([](int ms) { return (ms + 1000) / 40; }));
+    const double moment = position() / 1000.0 + 0.9;
+    EXPECT_NEAR(heardMoment(moment), moment, 0.001);
+    EXPECT_EQ(device.starts(), 1);
+    // Shorter than where it plays: that is the end.
+    for (const Handle track : {video, audio}) {
+        check(timelineCalls.SetSourceTimes(track, 0, 0, 1200, ok));
+    }
+    expectOk(preview, &PreviewInterface::RefreshPreview);
+    EXPECT_EQ(position(), 1200);
+    EXPECT_TRUE(soon([&] { return !device.isRunning(); }));
+    // Building again keeps the position too.
+    seek(700);
+    check(preview.ClosePreview());
+    EXPECT_TRUE(shows(-1));
+    Bool16 valid = engine::kTrue;
+    check(preview.IsPreviewValid(valid));
+    EXPECT_EQ(valid, engine::kFalse);
+    check(preview.Play(ok));
+    EXPECT_EQ(ok, engine::kFalse);
+    build();
+    EXPECT_EQ(position(), 700);
+    check(preview.IsPreviewValid(valid));
+    EXPECT_EQ(valid, engine::kTrue);
+}
+
+TEST_F(PreviewTest, ALookThatChangesIsSeenAtOnceAndSettlesNothing)
+{
+    lay(video, stream("h264.mp4", true), 0, 2000, 0);
+    lay(overlay, stream("still.png", true), 1000, 2000, 0);
+    build();
+    seek(1200);
+    EXPECT_TRUE(shows(16));
+    check(timelineCalls.SetTrackDisabled(overlay, engine::kTrue));
+    EXPECT_TRUE(shows(30));
+    check(timelineCalls.SetTrackDisabled(video, engine::kTrue));
+    EXPECT_TRUE(shows(-1));
+    check(timelineCalls.SetTrackDisabled(video, engine::kFalse));
+    EXPECT_TRUE(shows(30));
+    Bool16 ok = engine::kFalse;
+    check(timelineCalls.AddEffectAt(video, "DxtFade", 1200, 1300, ok));
+    const auto before = screen.numbers().size();
+    // In the middle of an insertion: two sources stand on each other, and must go on doing so.
+    check(timelineCalls.InsertSource(video, stream("large.jpg", true), 0, 0, 0, ok));
+    check(timelineCalls.SetSourceStretchMode(video, 0, 1));
+    EXPECT_TRUE(soon([&] { return screen.numbers().size() > before; }));
+    check(timelineCalls.SetSourceTimes(video, 0, 2500, 3000, ok));
+    engine::Milliseconds start = 0;
+    engine::Milliseconds end = 0;
+    check(timelineCalls.GetSourceTimes(video, 0, start, end, ok));
+    EXPECT_EQ(start, 2500);
+    EXPECT_EQ(end, 3000);
+}
+
+TEST_F(PreviewTest, DamagedFilesPlayWhatTheyHave)
+{
+    for (const std::string name : {"bad/half.mp4", "bad/half.avi"}) {
+        SCOPED_TRACE(name);
+        const Handle picture = stream(name, true);
+        const Handle sound = stream(name, false);
+        ASSERT_NE(picture, 0);
+        lay(video, picture, 0, 5000, 0);
+        lay(audio, sound != 0 ? sound : stream("stereo-48k.wav", false), 0, 5000, 0);
+        build();
+        seek(0);
+        EXPECT_TRUE(shows(0));
+        play();
+        ASSERT_TRUE(device.advance(1000));
+        EXPECT_TRUE(isInStep([](int ms) { return ms / 40; }));
+        ASSERT_TRUE(device.advance(3000));
+        EXPECT_TRUE(isInStep([](int) { return -1; }));
+        device.playOut();
+        EXPECT_EQ(position(), 5000);
+        Bool16 ok = engine::kFalse;
+        check(timelineCalls.RemoveSource(video, 0, ok));
+        check(timelineCalls.RemoveSource(audio, 0, ok));
+    }
+}
+
+TEST_F(PreviewTest, VolumeFallsToSilence)
+{
+    lay(audio, stream("stereo-48k.wav", false), 0, 3000, 0);
+    build();
+    play();
+    double last = 1e9;
+    for (const int level : {7, -10, -50, -90, -100, -1000}) {
+        check(preview.SetVolume(level));
+        ASSERT_TRUE(device.advance(200));
+        const auto view = device.lastHeard(100);
+        double power = 0;
+        for (std::size_t i = 0; i < view.count; ++i) {
+            power += std::abs(view.samples[i * view.stride]);
+        }
+        EXPECT_TRUE(level <= -100 ? power == 0 : power < last * 0.9) << level;
+        last = power;
+    }
+}
+
+TEST_F(PreviewTest, WithoutSurfaceOrDeviceItPlaysOn)
+{
+    ::setenv("SDL_AUDIODRIVER", "there-is-no-such-driver", 1);
+    lay(video, stream("h264.mp4", true), 0, 400, 0);
+    PreviewInterface deaf(timeline, files);
+    Bool16 ok = engine::kFalse;
+    check(deaf.BuildPreview(ok));
+    check(deaf.SetOwnerWindow(surface + 1000));
+    const auto begin = std::chrono::steady_clock::now();
+    check(deaf.Play(ok));
+    engine::Milliseconds last = 0;
+    EXPECT_TRUE(soon([&] {
+        engine::Milliseconds now = 0;
+        check(deaf.GetPosition(now));
+        EXPECT_GE(now, last);
+        last = now;
+        return now == 400;
+    }));
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(380));
+    ::unsetenv("SDL_AUDIODRIVER");
+}
+
+// Through the contract, in real time, on a device that is not there.
+TEST_F(PreviewTest, TheEngineOffersBothPlayers)
+{
+    ::setenv("SDL_AUDIODRIVER", "dummy", 1);
+    const auto made = engine::createEngine(engine::kTimelineEngineClass);
+    const auto as = [&]<class Interface>(Interface*) {
+        return static_cast<Interface*>(made->interfaceOf(typeid(Interface)));
+    };
+    auto* const player = as(static_cast<engine::ITWPreview*>(nullptr));
+    auto* const small = as(static_cast<engine::ITWFilePreview*>(nullptr));
+    auto* const calls = as(static_cast<engine::ITWTimeline*>(nullptr));
+    auto* const media = as(static_cast<engine::ITWMediaFiles*>(nullptr));
+    ASSERT_TRUE(player != nullptr && small != nullptr && calls != nullptr && media != nullptr);
+    Handle file = 0;
+    Handle picture = 0;
+    Handle track = 0;
+    Bool16 ok = engine::kFalse;
+    check(made->OpenFile(path("h264.mp4"), file));
+    check(media->OpenStream(file, 0, picture));
+    check(calls->CreateTrack(engine::kTrue, track));
+    check(calls->AppendSource(track, picture, -1, ok));
+    check(player->SetOwnerWindow(surface));
+    check(player->BuildPreview(ok));
+    EXPECT_EQ(ok, engine::kTrue);
+    check(player->Seek(1000, ok));
+    EXPECT_TRUE(shows(25));
+    check(calls->SetTrackDisabled(track, engine::kTrue));
+    EXPECT_TRUE(shows(-1));
+    check(calls->SetTrackDisabled(track, engine::kFalse));
+    EXPECT_TRUE(shows(25));
+    // Both at once.
+    check(small->OpenFile(path("stereo-48k.wav"), ok));
+    check(small->Play(ok));
+    check(player->Play(ok));
+    std::int32_t ms = 0;
+    EXPECT_TRUE(soon([&] {
+        check(small->GetPosition(ms));
+        return ms > 100;
+    }));
+    EXPECT_TRUE(soon([&] { return screen.last() > 27; }));
+    engine::surfaces().remove(surface); // while pictures come
+    ::unsetenv("SDL_AUDIODRIVER");
+}
+
+} // namespace
+} // namespace playtest
