@@ -1,0 +1,109 @@
+// quillmont: the editor.
+
+#include "core/forms/mdiTarnwick.h"
+#include "core/shared_state.h"
+#include "core/start_up.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "engine/ITWProjectStore.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "media/moduleTarnwick.h"
+#include "project/project_file.h"
+#include "report/frmbug_form.h"
+#include "shell/frmSplash_form.h"
+#include "shell/mdiTarnwick_form.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "twcore/tarnwick_timeline.h"
+#include "windowing/icons.h"
+#include "windowing/ini_settings.h"
+#include "windowing/qt_ports.h"
+#include "windowing/show_pass.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLockFile>
+#include <QStandardPaths>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+/// Held while this process lives; a crash cannot leave it behind.
+std::unique_ptr<QLockFile> instanceLock()
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty() || !QDir().mkpath(folder)) {
+        folder = QDir::tempPath();
+    }
+    auto lock = std::make_unique<QLockFile>(folder + "/quillmont.lock");
+    lock->setStaleLockTime(0);
+    return lock;
+}
+
+/// Fills media list and timeline from a project file, until the program opens projects itself.
+void openTimelineOf(const std::string& path)
+{
+    Trapped("quillmont", "openTimelineOf", [&] {
+        for (const std::string& file : project::readProjectFile(path).mediaPaths) {
+            moduleTarnwick::OpenResentFile(file);
+        }
+        engine::check(engine::EngineAs<engine::ITWProjectStore>()->LoadProject(path));
+        moduleScaleRenderer::AdjustScroll();
+        RenderAllBars();
+        UpdateTreeView();
+        moduleTimeline::UpdateTrackOptions();
+    });
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    QApplication application(count, words);
+    QApplication::setApplicationName("quillmont");
+    QApplication::setApplicationDisplayName("Quillmont");
+    QApplication::setWindowIcon(applicationIcon());
+    QApplication::setDesktopFileName("quillmont");
+
+    QtMessageBoxes messages;
+    QtCommonDialogs dialogs;
+    QtEvents events;
+    QtFonts fonts;
+    IniSettings settings;
+    QtShell shell;
+    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell};
+    ShowPass pass;
+    twcore::registerTarnwickTimeline();
+    frmbug::connectScreens();
+
+    const auto lock = instanceLock();
+    std::unique_ptr<SplashForm> splash;
+    std::unique_ptr<MainWindow> window;
+    bool isShown = false;
+    StartProgram({
+        .anotherInstanceRuns = [&] { return !lock->tryLock() && lock->error() == QLockFile::LockFailedError; },
+        .showSplash =
+            [&] {
+                splash = std::make_unique<SplashForm>();
+                splash->show();
+            },
+        .init = [] { return moduleTarnwick::Init(); },
+        .loadMainWindow = [&] { window = std::make_unique<MainWindow>(); },
+        .showMainWindow =
+            [&] {
+                window->show();
+                isShown = true;
+            },
+        .unloadSplash = [&] { splash.reset(); },
+        .endProcess = [] { std::exit(EXIT_SUCCESS); },
+    });
+    if (isShown && count == 3 && std::string_view(words[1]) == "--open") {
+        openTimelineOf(words[2]);
+    }
+    const int status = isShown ? QApplication::exec() : EXIT_FAILURE;
+    window.reset();
+    engine::Engine.reset();
+    return status;
+}

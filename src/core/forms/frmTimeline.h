@@ -1,0 +1,70 @@
+#pragma once
+
+// What stands on the timeline's form, as state. Rows: Video, the effect lane, Overlay, Audio 1 and Audio 2.
+// Behaviour: `timeline/`. Places are logical pixels; the pictures and the scale share one left edge,
+// `lblHighlight.Left`.
+
+#include "core/controls.h"
+
+#include <array>
+
+namespace forms {
+
+struct FrmTimeline {
+    // The scale and its sliders.
+    PictureBox picScale;
+    ImageBox imgScaleMarker;
+    Label lblHighlight; // marks where the track pictures start
+    ScrollBar hsb;
+    ImageBox imgSliderHandle;
+    ImageBox imgStartSelHandle;
+    ImageBox imgEndSelHandle;
+    Marker imgScaleSlider; // the lines on the scale
+    Marker imgStartSelSlider;
+    Marker imgEndSelSlider;
+    Marker picSlider; // the lines over the tracks
+    Marker picStartSelSlider;
+    Marker picEndSelSlider;
+    Timer tmTimeline{.Enabled = false, .Interval = 20, .tick = {}};
+
+    // The rows.
+    std::array<PictureBox, 1> picVideo;
+    std::array<PictureBox, 1> picEffect;
+    std::array<PictureBox, 1> picOverlay;
+    std::array<PictureBox, 2> picAudio;
+    std::array<Marker, 1> shpVideoSel; // the tinted shapes of the selection
+    std::array<Marker, 1> shpEffectSel;
+    std::array<Marker, 1> shpOverlaySel;
+    std::array<Marker, 2> shpAudioSel;
+    std::array<CheckBox, 1> chkLinkVideo, chkLockVideo, chkDisableVideo;
+    std::array<CheckBox, 1> chkLinkEffect, chkLockEffect, chkDisableEffect;
+    std::array<CheckBox, 1> chkLinkOverlay, chkLockOverlay, chkDisableOverlay;
+    std::array<CheckBox, 2> chkLinkAudio, chkLockAudio, chkDisableAudio;
+    std::array<ImageBox, 1> imgLinkVideo, imgLockVideo, imgDisableVideo;
+    std::array<ImageBox, 1> imgLinkEffect, imgLockEffect, imgDisableEffect;
+    std::array<ImageBox, 1> imgLinkOverlay, imgLockOverlay, imgDisableOverlay;
+    std::array<ImageBox, 2> imgLinkAudio, imgLockAudio, imgDisableAudio;
+
+    // The list and the divider before the rows.
+    TreeView tvwTimeline;
+    Shown<std::int32_t> picVerticalResizeLeft{200};
+    Shown<std::int32_t> Width{0}; // of the form, told by the screen
+
+    Button cmdZoomIn;
+    Button cmdZoomOut;
+    Button cmdSelSliders;
+
+    // A drag of a slider.
+    bool Dragging = false;
+    float DragOffset = 0; // pixels; x of the press inside the handle
+    bool DraggingSlider = false;
+    bool DraggingStart = false;
+    bool DraggingEnd = false;
+    bool ScrollingRight = false;
+    bool Scrolling = false;  // a tick of `tmTimeline` is being worked on
+    float DividerOffset = 0; // pixels; x of the press inside the divider
+    bool DividerHeld = false;
+};
+inline FrmTimeline frmTimeline;
+
+} // namespace forms

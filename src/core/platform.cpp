@@ -1,0 +1,11 @@
+#include "core/platform.h"
+
+void tellUser(std::string_view text, MessageIcon icon)
+{
+    ports.messages->show(text, icon, MessageButtons::kOk, kProductTitle);
+}
+
+MessageAnswer askUser(std::string_view text, MessageButtons buttons, MessageIcon icon)
+{
+    return ports.messages->show(text, icon, buttons, kProductTitle);
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+// The state that all rooms of the program share, by name. It lives for the whole process; the interface thread alone
+// touches it. Times are milliseconds, colours as `colours.h` says.
+//
+// `engine::Engine`, the timeline engine, stands in `engine/engine_access.h`.
+
+#include "core/collection.h"
+#include "engine/types.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace state {
+
+// The media list and the tracks.
+inline Collection<engine::Handle> FileCollection;   // one file per row of the media list, in its order
+inline Collection<engine::Handle> StreamCollection; // every open stream of every open file, in opening order
+inline Collection<engine::Handle> TrackCollection;  // Video, Audio 1, Audio 2
+inline engine::Handle OverlayTrack = 0;
+inline std::string LastOpenedExtension; // of the file being opened; its media class follows from it
+inline bool FirstStreamOfFile = false;
+inline bool FileNotFoundShown = false; // keeps the recent files from repeating that message
+
+// The view of the timeline.
+inline std::int32_t SliderPosition = 0;
+inline std::int32_t SelStartPosition = 1000;
+inline std::int32_t SelEndPosition = 2000;
+inline std::int16_t ZoomFactor = 10;  // ms a pixel
+inline std::int16_t TickSpacing = 10; // pixels between two ticks
+inline std::int32_t ScaleBandColor = 0xFFBBBB;
+inline std::int32_t VideoBarFill = 0xFFFF80;
+inline std::int32_t AudioBarFill = 0x80FFFF;
+inline std::int32_t EffectBarFill = 0x80FF80;
+inline std::int32_t OverlayBarFill = 0xC0E0FF;
+inline std::int32_t ClickX = 0; // pixels; of the last press on a track picture
+inline bool ClickShift = false;
+inline bool ClickCtrl = false;
+
+// The project.
+inline std::string WorkingFolder; // for new files and dialogues
+inline std::int16_t ProjectWidth = 320;
+inline std::int16_t ProjectHeight = 240;
+inline bool ProjectModified = false;
+inline std::string ProjectFilePath;
+inline std::string AppSection = "Quillmont 1.1"; // under which all settings are stored
+
+// The recent lists. They grow for the whole run; the menus of the main window show the last four.
+inline std::vector<std::string> RecentFilePaths;
+inline std::int32_t RecentFileCount = 0;
+inline std::vector<std::string> RecentProjectPaths;
+inline std::int32_t RecentProjectCount = 0;
+inline std::string NewRecentProject; // what `UpdateResentProjectMenu` puts on top
+
+// Against re-entry.
+inline bool InSelectionUpdate = false;
+inline bool BusyOpening = false;
+inline bool OpeningCancelled = false; // set by the person while files are being opened; asked between two files
+
+/// Puts everything back to its start value; for tests, which run many programs in one process.
+void reset();
+
+} // namespace state

@@ -1,0 +1,69 @@
+#pragma once
+
+// What the media list's form does: the facts of the selected file, the small player beside the list, hints.
+//
+// The form calls these as the person acts; state stands in `forms::frmMediaList`. Nothing is raised to the caller.
+// Interface thread only.
+
+#include <cstdint>
+
+namespace frmMediaList {
+
+/// Binds the timer, writes the captions.
+void Load();
+/// Stops the small player and its timer.
+void Unload();
+/// The form was asked to close from its window menu: it hides instead, and the view menu loses its check.
+void CloseFromWindowMenu();
+
+// --- The list ------------------------------------------------------------------------------------------------------
+// Before these calls the form writes the rows' `Selected` and `SelectedItem`, the row with the focus.
+
+/// 1 left, 2 right.
+void lvwMediaList_MouseDown(int button);
+/// Also on a selection by key. Skipped while another selection is being worked on.
+void lvwMediaList_Click();
+/// Key codes 38 and 40 (up, down) select, once the focus has moved.
+void lvwMediaList_KeyDown(int key);
+/// Opens the selected file with the desktop's program for it.
+void OnLvwMediaListDblClick();
+/// Refreshes status text, information box and small player for the row with the focus.
+void OnLvwMediaListClick();
+/// Sets every row to not selected.
+void ClearMediaListSelections();
+
+/// A row is being dragged to the timeline: while `DraggingRow` is set, its tracks take drops and the pointer is the
+/// form's own (99).
+void lvwMediaList_OLEStartDrag();
+void lvwMediaList_OLECompleteDrag();
+
+// --- The information box -------------------------------------------------------------------------------------------
+
+void SetFileInformationCaptions();
+/// Empties the captions, and what stood beside them.
+void ClearFileInformation();
+
+// --- The small player ----------------------------------------------------------------------------------------------
+
+/// Plays or stops.
+void cmdPlay_Click();
+/// Play, and pause, when the file can be played and is not in that state yet.
+void OnCmdPlayClick();
+void OnCmdPauseClick();
+/// Keys of the form: 13 (Enter) plays, 32 (Space) pauses.
+void Form_KeyDown(int key);
+/// Every 100 ms while it plays.
+void tmFilePreview_Timer();
+/// The person moved the slider; its value is set before. A value set by the program is no scroll.
+void sldFilePreview_Scroll();
+/// The form has written a new size in `picPreviewSmallWidth` and `picPreviewSmallHeight`.
+void picPreviewSmall_Resize();
+
+// --- Hints in the status bar ---------------------------------------------------------------------------------------
+
+void lvwMediaList_MouseMove();
+void fmeMediaInfo_MouseMove();
+void picPreviewSmall_MouseMove();
+void Form_MouseMove();
+
+} // namespace frmMediaList

@@ -1,0 +1,302 @@
+#include "media/frmMediaList_form.h"
+
+#include "core/forms/frmMediaList.h"
+#include "media/frmMediaList_events.h"
+#include "windowing/icons.h"
+#include "windowing/picture_widget.h"
+#include "windowing/scheme.h"
+#include "windowing/show_pass.h"
+#include "windowing/text.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace {
+
+forms::FrmMediaList& form() { return forms::frmMediaList; }
+
+} // namespace
+
+MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
+{
+    setObjectName("frmMediaList");
+    setMouseTracking(true);
+    makeList();
+    side_ = new QWidget(this);
+    makePlayer();
+    makeFacts();
+    refreshIcons();
+    form().picPreviewSmallHandle = picture_->number();
+    form().picPreviewSmallCleared.changed = [this] { picture_->clearPicture(); };
+    driveTimer(this, form().tmFilePreview);
+    showPass().add(this, [this] { showState(); });
+}
+
+void MediaListForm::makeList()
+{
+    model_ = new ListModel(form().lvwMediaList,
+                           {tr("Name"), tr("Media Type"), tr("Duration"), tr("Video Info"), tr("Audio Info")}, this);
+    views_ = new QStackedWidget(this);
+    details_ = new QTreeView(views_);
+    details_->setObjectName("lvwMediaList");
+    details_->setRootIsDecorated(false);
+    details_->setUniformRowHeights(true);
+    details_->setItemsExpandable(false);
+    icons_ = new QListView(views_);
+    icons_->setObjectName("lvwMediaListIcons");
+    icons_->setUniformItemSizes(true);
+    icons_->setResizeMode(QListView::Adjust);
+    icons_->setMovement(QListView::Static);
+    for (QAbstractItemView* const view :
+         {static_cast<QAbstractItemView*>(details_), static_cast<QAbstractItemView*>(icons_)}) {
+        watchView(view);
+        views_->addWidget(view);
+    }
+    icons_->setSelectionModel(details_->selectionModel());
+    details_->header()->setStretchLastSection(false);
+    details_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    connect(details_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionChanged(); });
+    emptyHint_ = new QLabel(tr("Open video, sound and picture files with File > Open File (Ctrl+I),\n"
+                               "or drop them here from your file manager."),
+                            views_);
+    emptyHint_->setAlignment(Qt::AlignCenter);
+    emptyHint_->setWordWrap(true);
+    emptyHint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void MediaListForm::watchView(QAbstractItemView* view)
+{
+    view->setModel(model_);
+    view->setAccessibleName(tr("Media files"));
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setFrameShape(QFrame::NoFrame);
+    view->viewport()->setMouseTracking(true);
+    view->viewport()->installEventFilter(this);
+    connect(view, &QAbstractItemView::doubleClicked, this, [] { frmMediaList::OnLvwMediaListDblClick(); });
+}
+
+void MediaListForm::makePlayer()
+{
+    picture_ = new FrameView("picPreviewSmall", side_);
+    picture_->setMouseTracking(true);
+    picture_->installEventFilter(this);
+    picture_->setAccessibleName(tr("Picture of the selected file"));
+    play_ = new QToolButton(side_);
+    play_->setObjectName("cmdPlay");
+    play_->setIconSize({16, 16});
+    connect(play_, &QToolButton::clicked, this, [] { frmMediaList::cmdPlay_Click(); });
+    position_ = new QSlider(Qt::Horizontal, side_);
+    position_->setObjectName("sldFilePreview");
+    position_->setAccessibleName(tr("Position in the selected file"));
+    connect(position_, &QSlider::valueChanged, this, [this](int value) {
+        if (!isShowing_) {
+            form().sldFilePreview.SetValue(value);
+            frmMediaList::sldFilePreview_Scroll();
+        }
+    });
+}
+
+void MediaListForm::makeFacts()
+{
+    factBox_ = new QWidget(side_);
+    factBox_->setMouseTracking(true);
+    factBox_->installEventFilter(this);
+    auto* const grid = new QGridLayout(factBox_);
+    grid->setContentsMargins(10, 6, 10, 6);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(2);
+    grid->setColumnStretch(1, 1);
+    for (std::size_t i = 0; i < facts_.size(); ++i) {
+        const int row = static_cast<int>(i);
+        factNames_[i] = new QLabel(factBox_);
+        facts_[i] = new QLabel(factBox_);
+        facts_[i]->setTextFormat(Qt::PlainText);
+        facts_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        facts_[i]->setMinimumWidth(10);
+        facts_[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        grid->addWidget(factNames_[i], row, 0, Qt::AlignLeft | Qt::AlignTop);
+        grid->addWidget(facts_[i], row, 1);
+    }
+    grid->setRowStretch(static_cast<int>(facts_.size()), 1);
+}
+
+void MediaListForm::refreshIcons()
+{
+    model_->setIcons(
+        {programIcon("AUDIO", palette()), programIcon("VIDEO", palette()), programIcon("IMAGE", palette())});
+    playPicture_.clear();
+    QPalette quiet = palette();
+    quiet.setColor(QPalette::WindowText, quietText(palette()));
+    for (QLabel* const name : factNames_) {
+        name->setPalette(quiet);
+    }
+    emptyHint_->setPalette(quiet);
+}
+
+void MediaListForm::resizeEvent(QResizeEvent*)
+{
+    constexpr int kControls = 30;
+    constexpr int kFacts = 132;
+    const int sideWidth = std::clamp(width() * 2 / 5, 200, 420);
+    const int listWidth = std::max(10, width() - sideWidth - 1);
+    views_->setGeometry(0, 0, listWidth, height());
+    emptyHint_->setGeometry(0, 20, listWidth, std::max(10, height() - 40));
+    side_->setGeometry(listWidth + 1, 0, sideWidth, height());
+    const int factsHeight = std::min(kFacts, height() / 2);
+    const int pictureHeight = std::max(10, height() - kControls - factsHeight);
+    picture_->setGeometry(0, 0, sideWidth, pictureHeight);
+    play_->setGeometry(6, pictureHeight + 2, 26, 26);
+    position_->setGeometry(38, pictureHeight + 2, sideWidth - 46, 26);
+    factBox_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight);
+    tellPlayerSize();
+}
+
+void MediaListForm::tellPlayerSize()
+{
+    if (form().picPreviewSmallWidth != picture_->width() || form().picPreviewSmallHeight != picture_->height()) {
+        form().picPreviewSmallWidth = picture_->width();
+        form().picPreviewSmallHeight = picture_->height();
+        frmMediaList::picPreviewSmall_Resize();
+    }
+}
+
+void MediaListForm::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && emptyHint_ != nullptr && factNames_[0] != nullptr) {
+        refreshIcons();
+        show::mark();
+    }
+}
+
+void MediaListForm::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(views_->width(), 0, 1, height(), hairline(palette()));
+}
+
+void MediaListForm::keyPressEvent(QKeyEvent* event)
+{
+    const int key = programKey(event->key());
+    if (key == 13 || key == 32) {
+        frmMediaList::Form_KeyDown(key);
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isList = watched == details_->viewport() || watched == icons_->viewport();
+    if (event->type() == QEvent::MouseMove) {
+        if (isList) {
+            frmMediaList::lvwMediaList_MouseMove();
+        } else if (watched == factBox_) {
+            frmMediaList::fmeMediaInfo_MouseMove();
+        } else if (watched == picture_) {
+            frmMediaList::picPreviewSmall_MouseMove();
+        }
+    } else if (isList && event->type() == QEvent::MouseButtonPress) {
+        frmMediaList::lvwMediaList_MouseDown(programButton(static_cast<QMouseEvent*>(event)->button()));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void MediaListForm::selectionChanged()
+{
+    if (isShowing_) {
+        return;
+    }
+    auto& list = form().lvwMediaList;
+    const QItemSelectionModel& selection = *details_->selectionModel();
+    for (std::int32_t i = 1; i <= list.Count(); ++i) {
+        const bool isSelected = selection.isRowSelected(i - 1, {});
+        if (list.Row(i).Selected != isSelected) {
+            list.Change(i).Selected = isSelected;
+        }
+    }
+    list.SelectedItem = selection.currentIndex().isValid() ? selection.currentIndex().row() + 1 : 0;
+    frmMediaList::lvwMediaList_Click();
+}
+
+void MediaListForm::showSelection()
+{
+    const auto& list = form().lvwMediaList;
+    QItemSelection selection;
+    for (std::int32_t i = 1; i <= list.Count(); ++i) {
+        if (list.Row(i).Selected) {
+            selection.select(model_->index(i - 1, 0), model_->index(i - 1, model_->columnCount() - 1));
+        }
+    }
+    auto& shown = *details_->selectionModel();
+    if (shown.selection() != selection) {
+        shown.select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+    const QModelIndex current = model_->index(list.SelectedItem - 1, 0);
+    if (current.isValid() && current != shown.currentIndex()) {
+        shown.setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    }
+}
+
+void MediaListForm::showFacts()
+{
+    const auto& f = form();
+    const auto showFact = [&](std::size_t i, const Label& name, const Label& fact) {
+        factNames_[i]->setText(fromProgram(name.Caption.get()));
+        // A long path keeps its end, which tells more than its beginning.
+        const QString whole = fromProgram(fact.Caption.get());
+        facts_[i]->setText(facts_[i]->fontMetrics().elidedText(whole, Qt::ElideMiddle, facts_[i]->width()));
+        facts_[i]->setToolTip(whole);
+    };
+    showFact(0, f.lblFile, f.lblFileDisplay);
+    for (std::size_t i = 0; i < f.lblInfo.size(); ++i) {
+        showFact(i + 1, f.lblInfo[i], f.lblInfoDisplay[i]);
+    }
+}
+
+void MediaListForm::showState()
+{
+    isShowing_ = true;
+    const auto& f = form();
+    if (model_->showState()) {
+        const int rowHeight = details_->fontMetrics().horizontalAdvance("0:00:00.000   ");
+        for (const int column : {1, 2}) {
+            details_->header()->resizeSection(column, rowHeight);
+        }
+        details_->header()->resizeSection(3, details_->fontMetrics().horizontalAdvance("1920 x 1080, 25fps   "));
+        details_->header()->resizeSection(4, details_->fontMetrics().horizontalAdvance("Audio Info    "));
+    }
+    showSelection();
+    const std::int16_t view = f.lvwMediaList.View;
+    views_->setCurrentWidget(view == 3 ? static_cast<QWidget*>(details_) : icons_);
+    icons_->setViewMode(view == 0 ? QListView::IconMode : QListView::ListMode);
+    icons_->setIconSize(view == 0 ? QSize(32, 32) : QSize(16, 16));
+    icons_->setGridSize(view == 0 ? QSize(110, 70) : view == 1 ? QSize(190, 24) : QSize());
+    icons_->setFlow(view == 2 ? QListView::TopToBottom : QListView::LeftToRight);
+    icons_->setWrapping(true);
+    icons_->setWordWrap(view == 0);
+    emptyHint_->setVisible(f.lvwMediaList.Count() == 0);
+    emptyHint_->raise();
+    position_->setVisible(f.sldFilePreview.Visible);
+    position_->setRange(f.sldFilePreview.Min(), f.sldFilePreview.Max());
+    position_->setValue(f.sldFilePreview.Value());
+    play_->setVisible(f.cmdPlay.Visible);
+    play_->setEnabled(f.cmdPlay.Enabled && f.lvwMediaList.Count() > 0);
+    position_->setEnabled(f.lvwMediaList.Count() > 0);
+    if (playPicture_ != f.cmdPlay.Picture.get()) {
+        playPicture_ = f.cmdPlay.Picture.get();
+        play_->setIcon(programIcon(playPicture_, palette()));
+        play_->setToolTip(playPicture_ == "PLAY" ? tr("Play") : tr("Stop"));
+        play_->setAccessibleName(play_->toolTip());
+    }
+    showFacts();
+    isShowing_ = false;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+// The media list's form: the list of files, the facts of the selected one, and the small player.
+
+#include "windowing/frame_view.h"
+#include "windowing/list_model.h"
+
+#include <QLabel>
+#include <QListView>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QTreeView>
+#include <array>
+
+class MediaListForm final : public QWidget {
+public:
+    explicit MediaListForm(QWidget* parent);
+
+    QSize sizeHint() const override { return {900, 320}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeList();
+    void makePlayer();
+    void makeFacts();
+    void watchView(QAbstractItemView* view);
+    void selectionChanged();
+    void showState();
+    void showSelection();
+    void showFacts();
+    void refreshIcons();
+    void tellPlayerSize();
+
+    QStackedWidget* views_ = nullptr;
+    QTreeView* details_ = nullptr;
+    QListView* icons_ = nullptr;
+    QLabel* emptyHint_ = nullptr;
+    ListModel* model_ = nullptr;
+    QWidget* side_ = nullptr; // player and facts
+    FrameView* picture_ = nullptr;
+    QSlider* position_ = nullptr;
+    QToolButton* play_ = nullptr;
+    QWidget* factBox_ = nullptr;
+    std::array<QLabel*, 6> factNames_{};
+    std::array<QLabel*, 6> facts_{};
+    std::string playPicture_;
+    bool isShowing_ = false; // state is being copied: what the widgets tell is no deed of the person's
+};

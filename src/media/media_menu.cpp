@@ -1,0 +1,46 @@
+#include "media/media_menu.h"
+
+#include "core/forms/frmMediaList.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/shared_state.h"
+#include "media/media_files.h"
+#include "media/moduleTarnwick.h"
+
+namespace mdiTarnwick {
+
+void mnuFileOpen_Click()
+{
+    if (state::BusyOpening) {
+        return;
+    }
+    const media::OpeningSpan span;
+    moduleTarnwick::OnFileOpenClick();
+    state::ProjectModified = true;
+}
+
+void mnuFileClose_Click()
+{
+    if (state::BusyOpening) {
+        return;
+    }
+    const media::OpeningSpan span;
+    moduleTarnwick::OnFileCloseClick();
+    state::ProjectModified = true;
+}
+
+void mnuFileRF_Click(std::size_t index)
+{
+    const auto& items = forms::mdiTarnwick.mnuFileRF;
+    if (state::BusyOpening || index >= items.size() || !items[index].Enabled) {
+        return;
+    }
+    const media::OpeningSpan span;
+    const std::string path = items[index].Caption; // the menu may be made anew meanwhile
+    const std::int32_t rowsBefore = forms::frmMediaList.lvwMediaList.Count();
+    moduleTarnwick::OpenResentFile(path);
+    if (forms::frmMediaList.lvwMediaList.Count() > rowsBefore) {
+        state::ProjectModified = true;
+    }
+}
+
+} // namespace mdiTarnwick

@@ -1,0 +1,55 @@
+#pragma once
+
+// The error log and the report dialogue.
+//
+// Every trap ends here (`ReportError` in `core/upcalls.h`). A function name that ends in "*" only writes a record to
+// the log; any other shows the dialogue, whose load writes the record. Nothing in this room raises or reports: a
+// failure in the log must not lead to another record.
+//
+// The log is "ErrLog.asr" in the program's folder, or in the user's state folder when the former cannot be written.
+//
+// A timer that fails thirty times a second must not fill the disk: a silent record with the number, module and
+// function of another one that came less than a second ago, written or not, is dropped. What `WriteError` is asked to
+// write is always written.
+//
+// Interface thread only.
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace frmbug {
+
+/// Shows the dialogue and comes back when it is closed. Its load calls `Load`. Set by the screens; while it is not
+/// set, a reported error writes its record at once and nothing is shown. An error that comes while the dialogue is
+/// open is logged silently.
+inline std::function<void()> showDialogue;
+/// Closes the dialogue. Set by the screens.
+inline std::function<void()> closeDialogue;
+
+// The last error, as its trap told it.
+void SetErrDescription(std::string_view description);
+void SetErrNumber(std::string_view number);
+void SetErrModule(std::string_view module);
+void SetErrFunction(std::string_view function);
+
+/// Appends one record of the last error to the log.
+void WriteError() noexcept;
+
+/// The dialogue's load: writes the record.
+void Load() noexcept;
+
+/// What the link "click here" tells.
+std::string ReportContentsText();
+void lblReportContents_Click();
+
+/// Writes the report page and opens it with the desktop, which sends it; then deletes the log and closes the
+/// dialogue. Where the page could not be written or opened, the log stays, so that it can be sent another time.
+void cmdsendreport_Click() noexcept;
+/// Closes the dialogue; the log stays.
+void frmdontsend_Click() noexcept;
+
+/// The page and the deletion, without the dialogue. False when the log stays.
+bool WriteReportPage() noexcept;
+
+} // namespace frmbug

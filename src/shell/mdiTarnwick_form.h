@@ -1,0 +1,53 @@
+#pragma once
+
+// The main window: menus, panels, status bar. Files dropped on it are opened.
+
+#include "windowing/panel_frame.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <array>
+
+class MediaListForm;
+class QMimeData;
+class TimelineForm;
+
+class MainWindow final : public QMainWindow {
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    /// The first time that the window stands whole on the screen.
+    std::function<void()> firstShown;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeMenus();
+    void makePanels();
+    void makeStatusBar();
+    void placePanels();
+    void showState();
+    void showRecent();
+    void takeDrop(const QMimeData& dropped);
+
+    QWidget* ground_ = nullptr;
+    TimelineForm* timeline_ = nullptr;
+    MediaListForm* mediaList_ = nullptr;
+    PanelFrame* timelinePanel_ = nullptr;
+    PanelFrame* mediaListPanel_ = nullptr;
+    QMenu* recentFiles_ = nullptr;
+    QAction* viewMediaList_ = nullptr;
+    QAction* viewSelectionSliders_ = nullptr;
+    std::array<QLabel*, 4> statusPanels_{};
+    QProgressBar* progress_ = nullptr;
+    QPushButton* cancel_ = nullptr;
+};

@@ -1,0 +1,255 @@
+#include "timeline/frmTimeline_events.h"
+
+#include "core/forms/frmPreview.h"
+#include "core/forms/frmTimeline.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "timeline/ModuleTreeView.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+#include "timeline/track_options.h"
+
+namespace frmTimeline {
+
+using timeline::RowKind;
+
+namespace {
+
+forms::FrmTimeline& form = forms::frmTimeline;
+
+constexpr int kLeftButton = 1;
+constexpr int kShiftKey = 1;
+constexpr int kCtrlKey = 2;
+
+void say(const char* hint) { forms::mdiTarnwick.sbr.Panel(1) = std::string(hint); }
+
+std::string nameOf(const timeline::TrackRow& row)
+{
+    const std::string kind = timeline::nameOf(row.kind);
+    return row.kind == RowKind::kAudio ? kind + " " + std::to_string(row.index + 1) : kind;
+}
+
+void setToolTips()
+{
+    for (const timeline::TrackRow& row : timeline::rows()) {
+        row.imgDisable.ToolTipText = "Hide " + nameOf(row);
+        row.imgLock.ToolTipText = "Unlock " + nameOf(row);
+        row.imgLink.ToolTipText = "Unlink " + nameOf(row);
+    }
+    form.cmdZoomIn.ToolTipText = std::string("Zoom In");
+    form.cmdZoomOut.ToolTipText = std::string("Zoom Out");
+    form.cmdSelSliders.ToolTipText = std::string("Show/Hide Selection Sliders");
+}
+
+void hideWhatComesLater()
+{
+    form.imgScaleMarker.Visible = false;
+    form.imgStartSelHandle.Visible = false;
+    form.imgEndSelHandle.Visible = false;
+    for (const timeline::TrackRow& row : timeline::rows()) {
+        row.chkLink.Visible = false; // shown with the selection
+        row.imgLink.Visible = false;
+    }
+}
+
+/// The main slider goes where the preview's slider stands.
+void followPreviewSlider() { moduleTimeline::SetSliderPosition(forms::frmPreview.sldPreview.Value(), false); }
+
+/// The arrow keys move the main slider, within the range of the preview's slider.
+void onArrowKey(int key, int shift)
+{
+    constexpr int kLeftArrow = 37;
+    constexpr int kRightArrow = 39;
+    auto& preview = forms::frmPreview.sldPreview;
+    const engine::Milliseconds step = moduleScaleRenderer::PixelsToMs((shift & kShiftKey) != 0 ? 1 : 5);
+    const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();
+    if (key == kRightArrow && numbers::added(pos, step) <= preview.Max()) {
+        preview.SetValue(pos + step);
+    } else if (key == kLeftArrow && numbers::subtracted(pos, step) >= preview.Min()) {
+        preview.SetValue(pos - step);
+    }
+    followPreviewSlider();
+}
+
+template <class Press>
+void onRowPressed(const char* routine, int button, int shift, float x, const Press& onPress)
+{
+    Trapped("frmTimeline", routine, [&] {
+        if (button != kLeftButton) {
+            return;
+        }
+        state::ClickX = numbers::rounded<std::int32_t>(x);
+        state::ClickShift = (shift & kShiftKey) != 0;
+        state::ClickCtrl = (shift & kCtrlKey) != 0;
+        onPress();
+        state::ClickShift = false;
+        state::ClickCtrl = false;
+    });
+}
+
+} // namespace
+
+// --- The form ------------------------------------------------------------------------------------------------------
+
+void Load()
+{
+    Trapped("frmTimeline", "Form_Load", [] {
+        setToolTips();
+        hideWhatComesLater();
+        timeline::bindOptions();
+        form.hsb.changed = hsb_Scroll;
+        form.tmTimeline.tick = tmTimeline_Timer;
+        moduleTimeline::InitTimeline();
+    });
+}
+
+void Form_Resize()
+{
+    Trapped("frmTimeline", "Form_Resize*", [] {
+        moduleScaleRenderer::AdjustScroll();
+        timeline::placeAllAgain(); // no events run here: the screen is in the middle of its layout
+        moduleScaleRenderer::RenderScale();
+        moduleScaleRenderer::RenderAllBars();
+        moduleTimeline::RenderAllSelections();
+    });
+}
+
+void Form_MouseMove() { moduleScaleRenderer::ClearScaleLine(); }
+
+// --- Scale and ground ----------------------------------------------------------------------------------------------
+
+void hsb_Scroll()
+{
+    Trapped("frmTimeline", "hsb_Scroll*", [] {
+        if (!form.DraggingSlider) {
+            moduleTimeline::SetSliderPosition(state::SliderPosition, false);
+        }
+        if (!form.DraggingStart) {
+            moduleTimeline::SetSelSliderPosition(state::SelStartPosition, true);
+        }
+        if (!form.DraggingEnd) {
+            moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
+        }
+        moduleScaleRenderer::RenderScale();
+        moduleScaleRenderer::RenderAllBars();
+        moduleTimeline::RenderAllSelections();
+    });
+}
+
+void picScale_MouseDown(int button, float x)
+{
+    Trapped("frmTimeline", "picScale_MouseDown", [&] {
+        if (button == kLeftButton) {
+            const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
+            forms::frmPreview.sldPreview.SetValue(moduleScaleRenderer::PixelsToMs(px));
+            followPreviewSlider();
+        }
+    });
+}
+
+void picScale_MouseMove(float x)
+{
+    moduleScaleRenderer::DrawScaleLine(x);
+    say("Ready");
+}
+
+void picScale_KeyDown(int key, int shift)
+{
+    Trapped("frmTimeline", "picScale_KeyDown", [&] { onArrowKey(key, shift); });
+}
+
+void picTimelineBase_MouseMove(float x)
+{
+    moduleScaleRenderer::DrawScaleLine(x - static_cast<float>(form.lblHighlight.Left));
+    say("Ready");
+}
+
+void picTimelineBase_KeyDown(int key, int shift)
+{
+    Trapped("frmTimeline", "picTimelineBase_KeyDown", [&] { onArrowKey(key, shift); });
+}
+
+void cmdZoomIn_Click() { moduleScaleRenderer::ZoomIn(); }
+
+void cmdZoomOut_Click() { moduleScaleRenderer::ZoomOut(); }
+
+void cmdSelSliders_Click()
+{
+    moduleTimeline::ToggleSelSliders();
+    state::ProjectModified = true;
+}
+
+// --- The rows ------------------------------------------------------------------------------------------------------
+
+void picVideo_MouseDown(std::int16_t index, int button, int shift, float x)
+{
+    onRowPressed("picVideo_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicMediaClick(index, true); });
+}
+
+void picEffect_MouseDown(std::int16_t index, int button, int shift, float x)
+{
+    onRowPressed("picEffect_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicEffectClick(index); });
+}
+
+void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x)
+{
+    onRowPressed("picOverlay_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicOverlayClick(index); });
+}
+
+void picAudio_MouseDown(std::int16_t index, int button, int shift, float x)
+{
+    onRowPressed("picAudio_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicMediaClick(index, false); });
+}
+
+namespace {
+
+void click(const char* routine, void (*turn)(const timeline::TrackRow&), RowKind kind, std::int16_t index)
+{
+    Trapped("frmTimeline", routine, [&] { turn(timeline::row(kind, index)); });
+}
+
+} // namespace
+
+void imgLinkVideo_Click(std::int16_t i) { click("imgLinkVideo_Click", timeline::turnLink, RowKind::kVideo, i); }
+
+void imgLinkEffect_Click(std::int16_t i) { click("imgLinkEffect_Click", timeline::turnLink, RowKind::kEffect, i); }
+
+void imgLinkOverlay_Click(std::int16_t i) { click("imgLinkOverlay_Click", timeline::turnLink, RowKind::kOverlay, i); }
+
+void imgLinkAudio_Click(std::int16_t i) { click("imgLinkAudio_Click", timeline::turnLink, RowKind::kAudio, i); }
+
+void imgLockVideo_Click(std::int16_t i) { click("imgLockVideo_Click", timeline::turnLock, RowKind::kVideo, i); }
+
+void imgLockEffect_Click(std::int16_t i) { click("imgLockEffect_Click", timeline::turnLock, RowKind::kEffect, i); }
+
+void imgLockOverlay_Click(std::int16_t i) { click("imgLockOverlay_Click", timeline::turnLock, RowKind::kOverlay, i); }
+
+void imgLockAudio_Click(std::int16_t i) { click("imgLockAudio_Click", timeline::turnLock, RowKind::kAudio, i); }
+
+void imgDisableVideo_Click(std::int16_t i)
+{
+    click("imgDisableVideo_Click", timeline::turnDisable, RowKind::kVideo, i);
+}
+
+void imgDisableEffect_Click(std::int16_t i)
+{
+    click("imgDisableEffect_Click", timeline::turnDisable, RowKind::kEffect, i);
+}
+
+void imgDisableOverlay_Click(std::int16_t i)
+{
+    click("imgDisableOverlay_Click", timeline::turnDisable, RowKind::kOverlay, i);
+}
+
+void imgDisableAudio_Click(std::int16_t i)
+{
+    click("imgDisableAudio_Click", timeline::turnDisable, RowKind::kAudio, i);
+}
+
+} // namespace frmTimeline

@@ -1,0 +1,84 @@
+#pragma once
+
+// What happens on the timeline's form: the screen calls these as the person acts.
+//
+// State stands in `forms::frmTimeline`. Before a call the screen has written there what the control shows now. x is
+// logical pixels from the control's left edge; buttons are 1 left, 2 right; shift is the sum of 1 Shift, 2 Ctrl,
+// 4 Alt; index is the row of its kind, from 0. Nothing is raised to the caller. Interface thread only.
+//
+// The screen lays out the rows: it puts image boxes over their check boxes, keeps the list and the ground beside the
+// divider, and hands on the focus that the scroll bar gets to the list.
+
+#include <cstdint>
+#include <vector>
+
+namespace frmTimeline {
+
+/// Gives the controls their start values and tool tips, binds the change handlers and the timer, makes the timeline.
+void Load();
+/// The screen has written new sizes of the pictures, and `lblHighlight.Left`.
+void Form_Resize();
+void Form_MouseMove();
+
+// --- Scale and ground ----------------------------------------------------------------------------------------------
+
+/// The value of the scroll bar is another one.
+void hsb_Scroll();
+void picScale_MouseDown(int button, float x);
+void picScale_MouseMove(float x);
+void picScale_KeyDown(int key, int shift);
+void picTimelineBase_MouseMove(float x);
+void picTimelineBase_KeyDown(int key, int shift);
+
+void cmdZoomIn_Click();
+void cmdZoomOut_Click();
+void cmdSelSliders_Click();
+
+// --- The sliders' handles ------------------------------------------------------------------------------------------
+// x counts from the handle, which moves along. `button` of a move is what is held down.
+
+void imgSliderHandle_MouseDown(int button, float x);
+void imgSliderHandle_MouseMove(int button, float x);
+void imgSliderHandle_MouseUp(int button, float x);
+void imgStartSelHandle_MouseDown(int button, float x);
+void imgStartSelHandle_MouseMove(int button, float x);
+void imgStartSelHandle_MouseUp(int button, float x);
+void imgEndSelHandle_MouseDown(int button, float x);
+void imgEndSelHandle_MouseMove(int button, float x);
+void imgEndSelHandle_MouseUp(int button, float x);
+/// Scrolls by a tick while a handle is held at the edge of the view.
+void tmTimeline_Timer();
+
+// --- The rows ------------------------------------------------------------------------------------------------------
+
+void picVideo_MouseDown(std::int16_t index, int button, int shift, float x);
+void picEffect_MouseDown(std::int16_t index, int button, int shift, float x);
+void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x);
+void picAudio_MouseDown(std::int16_t index, int button, int shift, float x);
+
+/// Turn over the option of a row. A link box that is disabled, on a locked row, stays as it is.
+void imgLinkVideo_Click(std::int16_t index);
+void imgLinkEffect_Click(std::int16_t index);
+void imgLinkOverlay_Click(std::int16_t index);
+void imgLinkAudio_Click(std::int16_t index);
+void imgLockVideo_Click(std::int16_t index);
+void imgLockEffect_Click(std::int16_t index);
+void imgLockOverlay_Click(std::int16_t index);
+void imgLockAudio_Click(std::int16_t index);
+void imgDisableVideo_Click(std::int16_t index);
+void imgDisableEffect_Click(std::int16_t index);
+void imgDisableOverlay_Click(std::int16_t index);
+void imgDisableAudio_Click(std::int16_t index);
+
+// --- The list and the divider --------------------------------------------------------------------------------------
+
+/// A node was clicked; its places as in `TreeView::Selected`, empty for the root.
+void tvwTimeline_NodeClick(const std::vector<std::int32_t>& places);
+
+/// The divider follows the pointer by way of `picVerticalResizeLeft`; the screen fits list and rows to it on release,
+/// before it hands that event on.
+void picVerticalResize_MouseDown(int button, float x);
+void picVerticalResize_MouseMove(int button, float x);
+void picVerticalResize_MouseUp(int button, float x);
+
+} // namespace frmTimeline

@@ -1,0 +1,388 @@
+#include "timeline/frmTimeline_form.h"
+
+#include "core/shared_state.h"
+#include "timeline/frmTimeline_events.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/timeline_row_form.h"
+#include "timeline/timeline_sliders_form.h"
+#include "windowing/icons.h"
+#include "windowing/scheme.h"
+#include "windowing/show_pass.h"
+#include "windowing/text.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+namespace {
+
+constexpr int kScaleHeight = 40;
+constexpr int kScrollHeight = 16;
+constexpr int kDividerWidth = 5;
+constexpr int kHeaderWidth = 160;
+
+forms::FrmTimeline& form() { return forms::frmTimeline; }
+
+} // namespace
+
+TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
+{
+    setObjectName("frmTimeline");
+    setMouseTracking(true);
+    makeList();
+    base_ = new QWidget(this);
+    base_->setObjectName("picTimelineBase");
+    base_->setMouseTracking(true);
+    base_->setFocusPolicy(Qt::ClickFocus);
+    base_->installEventFilter(this);
+    makeScale();
+    makeRows();
+    makeSliders();
+    makeButtons();
+    refreshIcons();
+    driveTimer(this, form().tmTimeline);
+    showPass().add(this, [this] { showState(); });
+}
+
+void TimelineForm::makeList()
+{
+    tree_ = new QTreeView(this);
+    tree_->setObjectName("tvwTimeline");
+    tree_->setAccessibleName(tr("Timeline list"));
+    tree_->setHeaderHidden(true);
+    tree_->setUniformRowHeights(true);
+    tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tree_->setFrameShape(QFrame::NoFrame);
+    tree_->setTextElideMode(Qt::ElideMiddle);
+    treeModel_ = new TreeModel(
+        form().tvwTimeline, [this](const std::string& key) { return programIcon(key, palette()); }, this);
+    tree_->setModel(treeModel_);
+    connect(tree_, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { frmTimeline::tvwTimeline_NodeClick(treeModel_->placesOf(index)); });
+    divider_ = new QWidget(this);
+    divider_->setObjectName("picVerticalResize");
+    divider_->setCursor(Qt::SplitHCursor);
+    divider_->installEventFilter(this);
+}
+
+void TimelineForm::makeScale()
+{
+    scale_ = new PictureWidget(form().picScale, "picScale", base_);
+    scale_->setAccessibleName(tr("Time scale"));
+    scale_->pressed = [](int button, int, float x, float) { frmTimeline::picScale_MouseDown(button, x); };
+    scale_->moved = [](int, int, float x, float) { frmTimeline::picScale_MouseMove(x); };
+    scale_->keyDown = [](int key, int shift) {
+        frmTimeline::picScale_KeyDown(key, shift);
+        return key == 37 || key == 39;
+    };
+    connectPicture(*scale_);
+    scrollBar_ = new QScrollBar(Qt::Horizontal, base_);
+    scrollBar_->setObjectName("hsb");
+    scrollBar_->setFocusPolicy(Qt::NoFocus);
+    connect(scrollBar_, &QScrollBar::valueChanged, this, [](int value) { form().hsb.SetValue(value); });
+    scaleMarker_ = new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale_);
+}
+
+void TimelineForm::connectPicture(PictureWidget& widget)
+{
+    widget.wheel = [this](double notches, int shift, float x) {
+        if ((shift & 2) != 0) {
+            zoomAt(notches, x);
+        } else {
+            scrollBy(notches);
+        }
+    };
+}
+
+void TimelineForm::scrollBy(double notches)
+{
+    constexpr double kTicksANotch = 5;
+    form().hsb.SetValue(form().hsb.Value() - static_cast<int>(notches * kTicksANotch));
+}
+
+void TimelineForm::zoomAt(double notches, float x)
+{
+    // The time under the pointer stays under it, as far as whole ticks allow.
+    const double leftPx = double{0} + form().hsb.Value() * state::TickSpacing;
+    const double ms = (leftPx + x) * state::ZoomFactor;
+    if (notches > 0) {
+        moduleScaleRenderer::ZoomIn();
+    } else {
+        moduleScaleRenderer::ZoomOut();
+    }
+    const double newLeft = ms / std::max<int>(1, state::ZoomFactor) - x;
+    form().hsb.SetValue(static_cast<int>(newLeft / state::TickSpacing + 0.5));
+}
+
+void TimelineForm::makeRows()
+{
+    auto& f = form();
+    const auto add = [&](RowParts parts, auto mouseDown) {
+        auto* const row = new TrackRow(std::move(parts), base_);
+        row->picture().pressed = [mouseDown](int button, int shift, float x, float) { mouseDown(button, shift, x); };
+        row->picture().moved = [](int, int, float x, float) {
+            frmTimeline::picTimelineBase_MouseMove(x + static_cast<float>(form().lblHighlight.Left.get()));
+        };
+        connectPicture(row->picture());
+        row->installEventFilter(this);
+        rows_.push_back(row);
+    };
+    const auto option = [](CheckBox& box, ImageBox& image, std::function<void()> click) {
+        return RowParts::Option{&box, &image, std::move(click)};
+    };
+    add({tr("Video"), "picVideo0", &f.picVideo[0], &f.shpVideoSel[0],
+         option(f.chkDisableVideo[0], f.imgDisableVideo[0], [] { frmTimeline::imgDisableVideo_Click(0); }),
+         option(f.chkLockVideo[0], f.imgLockVideo[0], [] { frmTimeline::imgLockVideo_Click(0); }),
+         option(f.chkLinkVideo[0], f.imgLinkVideo[0], [] { frmTimeline::imgLinkVideo_Click(0); })},
+        [](int button, int shift, float x) { frmTimeline::picVideo_MouseDown(0, button, shift, x); });
+    add({tr("Effects"), "picEffect0", &f.picEffect[0], &f.shpEffectSel[0],
+         option(f.chkDisableEffect[0], f.imgDisableEffect[0], [] { frmTimeline::imgDisableEffect_Click(0); }),
+         option(f.chkLockEffect[0], f.imgLockEffect[0], [] { frmTimeline::imgLockEffect_Click(0); }),
+         option(f.chkLinkEffect[0], f.imgLinkEffect[0], [] { frmTimeline::imgLinkEffect_Click(0); })},
+        [](int button, int shift, float x) { frmTimeline::picEffect_MouseDown(0, button, shift, x); });
+    add({tr("Overlays"), "picOverlay0", &f.picOverlay[0], &f.shpOverlaySel[0],
+         option(f.chkDisableOverlay[0], f.imgDisableOverlay[0], [] { frmTimeline::imgDisableOverlay_Click(0); }),
+         option(f.chkLockOverlay[0], f.imgLockOverlay[0], [] { frmTimeline::imgLockOverlay_Click(0); }),
+         option(f.chkLinkOverlay[0], f.imgLinkOverlay[0], [] { frmTimeline::imgLinkOverlay_Click(0); })},
+        [](int button, int shift, float x) { frmTimeline::picOverlay_MouseDown(0, button, shift, x); });
+    for (std::int16_t i = 0; i < 2; ++i) {
+        const auto n = static_cast<std::size_t>(i);
+        add({tr("Audio %1").arg(i + 1), QString("picAudio%1").arg(i), &f.picAudio[n], &f.shpAudioSel[n],
+             option(f.chkDisableAudio[n], f.imgDisableAudio[n], [i] { frmTimeline::imgDisableAudio_Click(i); }),
+             option(f.chkLockAudio[n], f.imgLockAudio[n], [i] { frmTimeline::imgLockAudio_Click(i); }),
+             option(f.chkLinkAudio[n], f.imgLinkAudio[n], [i] { frmTimeline::imgLinkAudio_Click(i); })},
+            [i](int button, int shift, float x) { frmTimeline::picAudio_MouseDown(i, button, shift, x); });
+    }
+}
+
+void TimelineForm::makeSliders()
+{
+    auto& f = form();
+    const QColor mainInk = QColor::fromRgb(kMainInk);
+    const QColor selectionInk = QColor::fromRgb(kSelectionInk);
+    scaleLines_ = {new ThinLine(selectionInk, "imgStartSelSlider", scale_),
+                   new ThinLine(selectionInk, "imgEndSelSlider", scale_),
+                   new ThinLine(mainInk, "imgScaleSlider", scale_)};
+    trackLines_ = {new ThinLine(selectionInk, "picStartSelSlider", base_),
+                   new ThinLine(selectionInk, "picEndSelSlider", base_), new ThinLine(mainInk, "picSlider", base_)};
+    using Shape = SliderHandle::Shape;
+    handles_ = {new SliderHandle(f.imgStartSelHandle, Shape::kStart,
+                                 {frmTimeline::imgStartSelHandle_MouseDown, frmTimeline::imgStartSelHandle_MouseMove,
+                                  frmTimeline::imgStartSelHandle_MouseUp},
+                                 "imgStartSelHandle", scale_),
+                new SliderHandle(f.imgEndSelHandle, Shape::kEnd,
+                                 {frmTimeline::imgEndSelHandle_MouseDown, frmTimeline::imgEndSelHandle_MouseMove,
+                                  frmTimeline::imgEndSelHandle_MouseUp},
+                                 "imgEndSelHandle", scale_),
+                new SliderHandle(f.imgSliderHandle, Shape::kMain,
+                                 {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,
+                                  frmTimeline::imgSliderHandle_MouseUp},
+                                 "imgSliderHandle", scale_)};
+}
+
+void TimelineForm::makeButtons()
+{
+    const auto make = [this](const char* name, auto click) {
+        auto* const button = new QToolButton(base_);
+        button->setObjectName(name);
+        button->setAutoRaise(true);
+        button->setIconSize({16, 16});
+        button->setFocusPolicy(Qt::TabFocus);
+        connect(button, &QToolButton::clicked, this, click);
+        return button;
+    };
+    zoomIn_ = make("cmdZoomIn", [] { frmTimeline::cmdZoomIn_Click(); });
+    zoomOut_ = make("cmdZoomOut", [] { frmTimeline::cmdZoomOut_Click(); });
+    selSliders_ = make("cmdSelSliders", [] { frmTimeline::cmdSelSliders_Click(); });
+}
+
+void TimelineForm::refreshIcons()
+{
+    zoomIn_->setIcon(programIcon("ZOOM_IN", palette()));
+    zoomOut_->setIcon(programIcon("ZOOM_OUT", palette()));
+    selSliders_->setIcon(programIcon("SEL_SLIDERS", palette()));
+    for (TrackRow* const row : rows_) {
+        row->refreshIcons();
+    }
+}
+
+void TimelineForm::place()
+{
+    const int listWidth = std::clamp<int>(form().picVerticalResizeLeft, 0, std::max(0, width() - 300));
+    tree_->setGeometry(0, 0, listWidth, height());
+    divider_->setGeometry(listWidth, 0, kDividerWidth, height());
+    base_->setGeometry(listWidth + kDividerWidth, 0, std::max(1, width() - listWidth - kDividerWidth), height());
+    const int pictureWidth = std::max(1, base_->width() - kHeaderWidth);
+    scale_->setGeometry(kHeaderWidth, 0, pictureWidth, kScaleHeight);
+    constexpr int kButton = 26;
+    int x = 8;
+    for (QToolButton* const button : {zoomIn_, zoomOut_, selSliders_}) {
+        button->setGeometry(x, (kScaleHeight - kButton) / 2, kButton, kButton);
+        x += kButton + 4;
+    }
+    placeRows(kScaleHeight, std::max(5, height() - kScaleHeight - kScrollHeight));
+    scrollBar_->setGeometry(kHeaderWidth, height() - kScrollHeight, pictureWidth, kScrollHeight);
+    if (isTold_) {
+        tellSizes();
+    }
+}
+
+void TimelineForm::placeRows(int top, int height)
+{
+    // The lane of effects is lower than the rows of sources.
+    constexpr int kShares[] = {12, 8, 10, 10, 10};
+    constexpr int kAllShares = 50;
+    int y = top;
+    int shares = 0;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        shares += kShares[i];
+        const int bottom = top + height * shares / kAllShares;
+        rows_[i]->setGeometry(0, y, base_->width(), bottom - y - 1);
+        rows_[i]->setHeaderWidth(kHeaderWidth);
+        y = bottom;
+    }
+}
+
+void TimelineForm::tellSizes()
+{
+    auto& f = form();
+    f.Width = width();
+    f.lblHighlight.Left = kHeaderWidth;
+    f.picScale.ScaleWidth = scale_->width();
+    f.picScale.ScaleHeight = scale_->height();
+    for (TrackRow* const row : rows_) {
+        row->parts().picture->ScaleWidth = row->picture().width();
+        row->parts().picture->ScaleHeight = row->picture().height();
+        row->parts().picture->Left = kHeaderWidth;
+    }
+    frmTimeline::Form_Resize();
+}
+
+void TimelineForm::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    isTold_ = true;
+    place();
+}
+
+void TimelineForm::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    place();
+}
+
+void TimelineForm::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        refreshIcons();
+    }
+}
+
+void TimelineForm::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(divider_->geometry(), hairline(palette()));
+    painter.fillRect(base_->geometry(), hairline(palette()));
+    painter.fillRect(QRect(base_->x(), 0, kHeaderWidth, kScaleHeight - 1), palette().color(QPalette::Button));
+    painter.fillRect(QRect(base_->x(), height() - kScrollHeight, base_->width(), kScrollHeight),
+                     palette().color(QPalette::Window));
+}
+
+bool TimelineForm::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto type = event->type();
+    if (watched == divider_
+        && (type == QEvent::MouseButtonPress || type == QEvent::MouseMove || type == QEvent::MouseButtonRelease)) {
+        const auto& mouse = static_cast<QMouseEvent&>(*event);
+        // The program counts from the divider as it has placed it.
+        const auto x = static_cast<float>(divider_->mapToParent(mouse.position().toPoint()).x()
+                                          - form().picVerticalResizeLeft.get());
+        if (type == QEvent::MouseButtonPress) {
+            frmTimeline::picVerticalResize_MouseDown(programButton(mouse.button()), x);
+        } else if (type == QEvent::MouseMove) {
+            frmTimeline::picVerticalResize_MouseMove(programButton(mouse.buttons()), x);
+        } else {
+            place(); // the list and the rows first: what is drawn then depends on their sizes
+            frmTimeline::picVerticalResize_MouseUp(programButton(mouse.button()), x);
+        }
+        return true;
+    }
+    if (watched == base_ && type == QEvent::MouseMove) {
+        frmTimeline::picTimelineBase_MouseMove(static_cast<float>(static_cast<QMouseEvent*>(event)->position().x()));
+    }
+    if (watched == base_ && type == QEvent::KeyPress) {
+        const auto& key = static_cast<QKeyEvent&>(*event);
+        frmTimeline::picTimelineBase_KeyDown(programKey(key.key()), programShift(key.modifiers()));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void TimelineForm::showList()
+{
+    if (treeModel_->showState()) {
+        for (const QModelIndex& index : treeModel_->expanded()) {
+            tree_->expand(index);
+        }
+    }
+    const auto& places = form().tvwTimeline.Selected.get();
+    const QModelIndex wanted = places.empty() ? QModelIndex() : treeModel_->indexOf(places);
+    if (wanted != tree_->currentIndex() && wanted.isValid()) {
+        tree_->setCurrentIndex(wanted);
+    }
+}
+
+void TimelineForm::showMarkers()
+{
+    const auto& f = form();
+    const auto showLine = [](QWidget& line, const Marker& state, int top, int bottom) {
+        line.setGeometry(state.Left, top, 1, bottom - top);
+        line.setVisible(state.Visible);
+    };
+    const int bottom = height() - kScrollHeight;
+    showLine(*scaleLines_[0], f.imgStartSelSlider, 0, kScaleHeight);
+    showLine(*scaleLines_[1], f.imgEndSelSlider, 0, kScaleHeight);
+    showLine(*scaleLines_[2], f.imgScaleSlider, 0, kScaleHeight);
+    showLine(*trackLines_[0], f.picStartSelSlider, kScaleHeight, bottom);
+    showLine(*trackLines_[1], f.picEndSelSlider, kScaleHeight, bottom);
+    showLine(*trackLines_[2], f.picSlider, kScaleHeight, bottom);
+    scaleMarker_->setGeometry(f.imgScaleMarker.Left, kScaleHeight - 8, 1, 8);
+    scaleMarker_->setVisible(f.imgScaleMarker.Visible);
+    for (SliderHandle* const handle : handles_) {
+        handle->move(handle->state().Left, kScaleHeight - SliderHandle::kHeight);
+        handle->setVisible(handle->state().Visible);
+    }
+}
+
+void TimelineForm::showState()
+{
+    const auto& f = form();
+    const int listWidth = std::clamp<int>(f.picVerticalResizeLeft, 0, std::max(0, width() - 300));
+    if (divider_->x() != listWidth && isTold_) {
+        divider_->move(listWidth, 0);
+        divider_->raise();
+    }
+    {
+        const QSignalBlocker quiet(scrollBar_);
+        scrollBar_->setRange(f.hsb.Min(), f.hsb.Max());
+        scrollBar_->setPageStep(std::max(1, f.picScale.ScaleWidth.get() / std::max<int>(1, state::TickSpacing)));
+        scrollBar_->setSingleStep(5);
+        scrollBar_->setValue(f.hsb.Value());
+        scrollBar_->setEnabled(f.hsb.Enabled);
+    }
+    scale_->showState();
+    for (TrackRow* const row : rows_) {
+        row->showState();
+    }
+    showMarkers();
+    showList();
+    for (const auto& [button, told] :
+         {std::pair{zoomIn_, &f.cmdZoomIn}, {zoomOut_, &f.cmdZoomOut}, {selSliders_, &f.cmdSelSliders}}) {
+        const QString tip = fromProgram(told->ToolTipText.get());
+        button->setToolTip(tip);
+        button->setAccessibleName(tip);
+        button->setEnabled(told->Enabled);
+    }
+}

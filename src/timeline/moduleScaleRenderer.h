@@ -1,0 +1,62 @@
+#pragma once
+
+// How time maps to pixels, the ruler over the tracks, zoom, the horizontal scroll bar, and the bars on the rows.
+//
+// Timeline pixels count from time 0; the view's left edge is `hsb.Value` x `TickSpacing` of them, and a view x is what
+// lies right of that edge. `state::ZoomFactor` is milliseconds a pixel. An emptied project leaves it at 0, which counts
+// as 10 here. Everything is painted into the pictures' draw lists, anew from the engine each time. Interface thread
+// only.
+
+#include "core/controls.h"
+#include "engine/types.h"
+
+#include <cstdint>
+
+namespace moduleScaleRenderer {
+
+/// Puts zoom, tick spacing and the band's colour to their start values.
+void InitScale();
+
+// --- Conversions ---------------------------------------------------------------------------------------------------
+// They raise error 6 on overflow, for the caller's trap.
+
+engine::Milliseconds PixelsToMs(std::int32_t px);
+/// Rounded to the nearest pixel, ties to the even one.
+std::int32_t MsToPixels(engine::Milliseconds ms);
+std::int32_t TicksToPixels(std::int32_t ticks);
+/// Not rounded to a whole tick.
+double MsToTicks(engine::Milliseconds ms);
+
+std::int16_t GetZoomFactor();
+void SetZoomFactor(std::int16_t msPerPixel);
+/// Pixels between two ticks.
+std::int16_t GetTickSpacing();
+
+// --- Scale ---------------------------------------------------------------------------------------------------------
+// From here on every routine traps its own errors and raises nothing.
+
+void RenderScale();
+/// One step; the times of the sliders stay. Both mark the project modified, also at the end of the range (1 to 20480).
+///
+///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10; that is meant
+void ZoomIn();
+void ZoomOut();
+/// Fits the scroll bar to the length of the timeline, and shows that length in the status bar. A length of more than
+/// 32,767 ticks leaves the bar as it was, and is logged.
+void AdjustScroll();
+/// Moves the thin marker on the scale to x, a view pixel, and shows it.
+void DrawScaleLine(float x);
+void ClearScaleLine();
+
+// --- Bars ----------------------------------------------------------------------------------------------------------
+
+/// Paints all sources of a track that reach the view. Colours as `core/colours.h` says.
+void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
+/// The same for all its effects.
+void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
+/// All effect lanes.
+void RenderEffectBars();
+/// All rows.
+void RenderAllBars();
+
+} // namespace moduleScaleRenderer

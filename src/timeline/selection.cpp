@@ -1,0 +1,85 @@
+// What a press on a row selects.
+
+#include "core/forms/frmTimeline.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "engine/engine_access.h"
+#include "timeline/ModuleTreeView.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+#include "timeline/timeline_items.h"
+#include "timeline/track_rows.h"
+
+namespace moduleTimeline {
+
+using engine::EngineAs;
+using engine::ITWTimeline;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::RowKind;
+
+namespace {
+
+engine::Milliseconds pressedTime()
+{
+    const std::int32_t left = moduleScaleRenderer::TicksToPixels(forms::frmTimeline.hsb.Value());
+    return moduleScaleRenderer::PixelsToMs(numbers::added(left, state::ClickX));
+}
+
+void applyKeys(const Items& items, std::int16_t seq)
+{
+    if (state::ClickCtrl || state::ClickShift) { // the two keys do the same
+        items.select(seq, !items.isSelected(seq));
+    } else if (!items.isSelected(seq)) {
+        ClearMFSTSubSelections();
+        items.select(seq, true);
+    }
+}
+
+/// Where no selection is shown, the slider goes to the item that was pressed, unless it stands on it.
+void bringSliderTo(const timeline::ItemTimes& item)
+{
+    if (timeline::isSelectionHidden() && !item.holds(state::SliderPosition)) {
+        SetSliderPosition(item.start, false);
+    }
+}
+
+void press(RowKind kind, std::int16_t index)
+{
+    const engine::Milliseconds ms = pressedTime();
+    const engine::Handle track = timeline::trackOf(timeline::row(kind, index));
+    const bool isEffect = kind == RowKind::kEffect;
+    const auto engine = EngineAs<ITWTimeline>();
+    const Items items(*engine, isEffect ? ItemKind::kEffect : ItemKind::kSource, track);
+    const std::int16_t seq = items.at(ms);
+    if (const auto item = items.times(seq)) {
+        applyKeys(items, seq);
+        if (kind == RowKind::kOverlay) {
+            engine::check(engine->SetTransitionSelected(track, seq, engine::toBool16(items.isSelected(seq))));
+        }
+        bringSliderTo(*item);
+        ModuleTreeView::SetSourceSelected(isEffect ? ModuleTreeView::kEffectLane : track, seq + 1);
+    }
+    moduleScaleRenderer::RenderAllBars();
+}
+
+} // namespace
+
+void OnPicMediaClick(std::int16_t index, bool isVideo)
+{
+    Trapped("moduleTimeline", "OnPicMediaClick", [&] { press(isVideo ? RowKind::kVideo : RowKind::kAudio, index); });
+}
+
+void OnPicOverlayClick(std::int16_t index)
+{
+    Trapped("moduleTimeline", "OnPicOverlayClick", [&] { press(RowKind::kOverlay, index); });
+}
+
+void OnPicEffectClick(std::int16_t index)
+{
+    Trapped("moduleTimeline", "OnPicEffectClick", [&] { press(RowKind::kEffect, index); });
+}
+
+} // namespace moduleTimeline

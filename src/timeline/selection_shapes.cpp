@@ -1,0 +1,67 @@
+// The tinted shapes of the selection on the rows.
+
+#include "core/forms/frmTimeline.h"
+#include "core/trap.h"
+#include "engine/engine_access.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+#include "timeline/timeline_items.h"
+#include "timeline/track_rows.h"
+
+namespace moduleTimeline {
+
+using engine::ITWTimeline;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::TrackRow;
+
+namespace {
+
+/// The effect lane's link stands in its box alone.
+bool isLinked(ITWTimeline& engine, const TrackRow& row)
+{
+    if (row.kind == timeline::RowKind::kEffect) {
+        return row.chkLink.Value == 1;
+    }
+    engine::Bool16 linked = engine::kFalse;
+    engine::check(engine.GetTrackLink(timeline::trackOf(row), linked));
+    return linked != engine::kFalse;
+}
+
+bool reachesSelection(ITWTimeline& engine, const TrackRow& row)
+{
+    const auto kind = row.kind == timeline::RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource;
+    return !row.isLocked() && isLinked(engine, row) && Items(engine, kind, timeline::trackOf(row)).count() != 0;
+}
+
+} // namespace
+
+void ShowOrHideTrackSelections()
+{
+    Trapped("moduleTimeline", "ShowOrHideTrackSelections", [] {
+        const bool isShown = timeline::isSelectionShown();
+        const auto engine = engine::EngineAs<ITWTimeline>();
+        for (const TrackRow& row : timeline::rows()) {
+            row.selection.Visible = isShown && reachesSelection(*engine, row);
+        }
+    });
+}
+
+void RenderAllSelections()
+{
+    Trapped("moduleTimeline", "RenderAllSelections*", [] {
+        if (!timeline::isSelectionShown()) {
+            return;
+        }
+        const std::int32_t start = forms::frmTimeline.imgStartSelHandle.Left;
+        const std::int32_t end = forms::frmTimeline.imgEndSelHandle.Left;
+        for (const TrackRow& row : timeline::rows()) {
+            if (!row.isLocked()) {
+                row.selection.Left = start + 6;
+                row.selection.Width = end - start - 1;
+            }
+        }
+    });
+}
+
+} // namespace moduleTimeline

@@ -1,0 +1,146 @@
+#include "timeline/timeline_row_form.h"
+
+#include "windowing/icons.h"
+#include "windowing/scheme.h"
+#include "windowing/text.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int kButtonSize = 22;
+
+/// A tint over a picture that lets presses through.
+class Tint final : public QWidget {
+public:
+    explicit Tint(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), QColor(60, 60, 210, 56));
+        painter.fillRect(0, 0, 1, height(), QColor(60, 60, 210, 140));
+        painter.fillRect(width() - 1, 0, 1, height(), QColor(60, 60, 210, 140));
+    }
+};
+
+/// What an option's picture is drawn as: its key, and whether it is only hinted at.
+std::pair<std::string, bool> drawingOf(const std::string& picture, const std::string& whenBlank)
+{
+    if (picture != "BLANK") {
+        return {picture, false};
+    }
+    return {whenBlank, true};
+}
+
+} // namespace
+
+TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(std::move(parts))
+{
+    name_ = new QLabel(parts_.name, this);
+    name_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    picture_ = new PictureWidget(*parts_.picture, parts_.objectName, this);
+    picture_->setAccessibleName(tr("%1 track").arg(parts_.name));
+    selection_ = new Tint(picture_);
+    selection_->hide();
+    for (RowParts::Option* const option : {&parts_.disable, &parts_.lock, &parts_.link}) {
+        auto* const button = new QToolButton(this);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setIconSize({16, 16});
+        connect(button, &QToolButton::clicked, this, [option] { option->click(); });
+        toggles_.push_back({option, button, {}});
+    }
+    toggles_[0].button->setObjectName(parts_.objectName + "_disable");
+    toggles_[1].button->setObjectName(parts_.objectName + "_lock");
+    toggles_[2].button->setObjectName(parts_.objectName + "_link");
+    setMouseTracking(true);
+}
+
+void TrackRow::setHeaderWidth(int width)
+{
+    headerWidth_ = width;
+    place();
+}
+
+void TrackRow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    place();
+}
+
+void TrackRow::place()
+{
+    constexpr int kGap = 6;
+    int x = headerWidth_ - kGap;
+    for (auto toggle = toggles_.rbegin(); toggle != toggles_.rend(); ++toggle) {
+        x -= kButtonSize;
+        toggle->button->setGeometry(x, (height() - kButtonSize) / 2, kButtonSize, kButtonSize);
+    }
+    name_->setGeometry(kGap + 2, 0, x - kGap - 2, height());
+    picture_->setGeometry(headerWidth_, 0, std::max(1, width() - headerWidth_), height());
+}
+
+void TrackRow::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(0, 0, headerWidth_, height(), palette().color(QPalette::Button));
+    painter.setPen(hairline(palette()));
+    painter.drawLine(headerWidth_ - 1, 0, headerWidth_ - 1, height());
+}
+
+void TrackRow::refreshIcons()
+{
+    for (Toggle& toggle : toggles_) {
+        toggle.shownPicture.clear();
+        showToggle(toggle);
+    }
+}
+
+void TrackRow::showToggle(Toggle& toggle)
+{
+    const ImageBox& image = *toggle.option->image;
+    QToolButton& button = *toggle.button;
+    button.setVisible(image.Visible);
+    button.setEnabled(toggle.option->box->Enabled);
+    const QString tip = fromProgram(image.ToolTipText.get());
+    button.setToolTip(tip);
+    button.setAccessibleName(tip);
+    if (toggle.shownPicture == image.Picture.get()) {
+        return;
+    }
+    toggle.shownPicture = image.Picture.get();
+    const bool isAudio = parts_.objectName.startsWith("picAudio");
+    const std::string whenBlank = toggle.option == &parts_.lock   ? "unlock"
+                                  : toggle.option == &parts_.link ? "link"
+                                  : isAudio                       ? "disabled_audio"
+                                                                  : "disabled";
+    const auto [key, isHint] = drawingOf(toggle.shownPicture, whenBlank);
+    QColor ink = palette().color(QPalette::WindowText);
+    // A box that is off is only hinted at; a track that is switched off must still be seen to be.
+    ink.setAlphaF(1.0);
+    if (isHint && toggle.option != &parts_.disable) {
+        const QColor ground = palette().color(QPalette::Button);
+        ink = QColor((ink.red() + 2 * ground.red()) / 3, (ink.green() + 2 * ground.green()) / 3,
+                     (ink.blue() + 2 * ground.blue()) / 3);
+    } else if (isHint) {
+        ink = QColor(0xC8, 0x4A, 0x3A);
+    }
+    QIcon icon;
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        icon.addPixmap(programPixmap(key, ink, 16, ratio));
+    }
+    button.setIcon(icon);
+}
+
+void TrackRow::showState()
+{
+    picture_->showState();
+    for (Toggle& toggle : toggles_) {
+        showToggle(toggle);
+    }
+    const Marker& shape = *parts_.selection;
+    selection_->setVisible(shape.Visible);
+    selection_->setGeometry(shape.Left, 0, std::max<std::int32_t>(1, shape.Width), picture_->height());
+}

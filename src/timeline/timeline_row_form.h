@@ -1,0 +1,59 @@
+#pragma once
+
+// One row of the timeline: its name, its options, its picture with the shape of the selection.
+
+#include "core/forms/frmTimeline.h"
+#include "windowing/picture_widget.h"
+
+#include <QLabel>
+#include <QToolButton>
+#include <functional>
+
+/// What a row shows and calls.
+struct RowParts {
+    QString name;
+    QString objectName; // "picVideo0"
+    PictureBox* picture;
+    Marker* selection;
+    struct Option {
+        CheckBox* box;
+        ImageBox* image;
+        std::function<void()> click;
+    };
+    Option disable;
+    Option lock;
+    Option link;
+};
+
+class TrackRow final : public QWidget {
+public:
+    TrackRow(RowParts parts, QWidget* parent);
+
+    PictureWidget& picture() { return *picture_; }
+    const RowParts& parts() const { return parts_; }
+    /// The picture's left edge, logical pixels.
+    void setHeaderWidth(int width);
+    void showState();
+    void refreshIcons();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct Toggle {
+        RowParts::Option* option;
+        QToolButton* button;
+        std::string shownPicture;
+    };
+
+    void place();
+    void showToggle(Toggle& toggle);
+
+    RowParts parts_;
+    QLabel* name_;
+    PictureWidget* picture_;
+    QWidget* selection_;
+    std::vector<Toggle> toggles_;
+    int headerWidth_ = 150;
+};

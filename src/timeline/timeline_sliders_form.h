@@ -1,0 +1,57 @@
+#pragma once
+
+// The handles of the sliders, which are dragged over the scale, and their thin lines.
+
+#include "core/controls.h"
+
+#include <QColor>
+#include <QWidget>
+#include <functional>
+
+/// A handle: the main one points down, the two of the selection are flags to the right and to the left.
+class SliderHandle final : public QWidget {
+public:
+    enum class Shape { kMain, kStart, kEnd };
+
+    struct Calls {
+        std::function<void(int button, float x)> down;
+        std::function<void(int button, float x)> move;
+        std::function<void(int button, float x)> up;
+    };
+
+    SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* parent);
+
+    static constexpr int kWidth = 11; // the slider's own x is in its middle
+    static constexpr int kHeight = 15;
+
+    const ImageBox& state() const { return state_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    /// x inside the handle, as the program has placed it: the widget follows a moment later.
+    float xIn(const QMouseEvent& event) const;
+
+    ImageBox& state_;
+    Shape shape_;
+    Calls calls_;
+};
+
+/// A line of one pixel that lets presses through.
+class ThinLine final : public QWidget {
+public:
+    ThinLine(const QColor& colour, const QString& name, QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor colour_;
+};
+
+inline constexpr QRgb kMainInk = 0xFFD1452B;
+inline constexpr QRgb kSelectionInk = 0xFF3A4FC4;

@@ -1,0 +1,153 @@
+#include "timeline/track_options.h"
+
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "engine/engine_access.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/timeline_items.h"
+
+namespace timeline {
+
+using engine::check;
+using engine::EngineAs;
+using engine::ITWTimeline;
+
+namespace {
+
+std::string handlerOf(const char* box, const TrackRow& row) { return std::string(box) + nameOf(row.kind) + "_Click"; }
+
+void onLinkChanged(const TrackRow& row)
+{
+    Trapped("frmTimeline", handlerOf("chkLink", row), [&] {
+        const bool isEffect = row.kind == RowKind::kEffect;
+        if (!isEffect) {
+            check(EngineAs<ITWTimeline>()->SetTrackLink(trackOf(row), engine::toBool16(row.chkLink.Value == 1)));
+        }
+        moduleTimeline::ShowOrHideTrackSelections();
+        if (!isEffect && row.kind != RowKind::kOverlay) { // nor are overlays redrawn; that is meant
+            moduleScaleRenderer::RenderAllBars();
+        }
+        moduleTimeline::RenderAllSelections();
+    });
+}
+
+void onLockChanged(const TrackRow& row)
+{
+    Trapped("frmTimeline", handlerOf("chkLock", row), [&] {
+        moduleTimeline::ShowOrHideTrackSelections();
+        moduleTimeline::RenderAllSelections();
+        if (row.kind == RowKind::kEffect) {
+            moduleScaleRenderer::RenderEffectBars();
+            return;
+        }
+        moduleScaleRenderer::RenderAllBars();
+        row.chkLink.Enabled = !row.isLocked();
+    });
+}
+
+void onDisableChanged(const TrackRow& row)
+{
+    Trapped("frmTimeline", handlerOf("chkDisable", row), [&] {
+        const bool isDisabled = row.chkDisable.Value == 1;
+        const auto engine = EngineAs<ITWTimeline>();
+        check(row.kind == RowKind::kEffect ? engine->SetEffectsEnabled(engine::toBool16(!isDisabled))
+                                           : engine->SetTrackDisabled(trackOf(row), engine::toBool16(isDisabled)));
+    });
+}
+
+void turn(CheckBox& box) { box.Value = static_cast<std::int16_t>(box.Value == 1 ? 0 : 1); }
+
+/// Enabled and linked, for a row that has just got its first item.
+void welcomeFirstItem(const TrackRow& row)
+{
+    row.chkDisable.Value = std::int16_t{0};
+    row.chkLink.Value = std::int16_t{1};
+    setDisablePicture(row);
+}
+
+} // namespace
+
+void bindOptions()
+{
+    for (const TrackRow& row : rows()) {
+        row.chkLink.Value = std::int16_t{1};
+        row.chkLock.Value = std::int16_t{0};
+        row.chkDisable.Value = std::int16_t{0};
+        setLinkPicture(row);
+        setLockPicture(row);
+        setDisablePicture(row);
+        row.chkLink.Value.changed = [&row] { onLinkChanged(row); };
+        row.chkLock.Value.changed = [&row] { onLockChanged(row); };
+        row.chkDisable.Value.changed = [&row] { onDisableChanged(row); };
+    }
+}
+
+void turnLink(const TrackRow& row)
+{
+    if (row.chkLink.Enabled) {
+        turn(row.chkLink);
+        setLinkPicture(row);
+    }
+}
+
+void turnLock(const TrackRow& row)
+{
+    turn(row.chkLock);
+    setLockPicture(row);
+}
+
+void turnDisable(const TrackRow& row)
+{
+    turn(row.chkDisable);
+    setDisablePicture(row);
+}
+
+} // namespace timeline
+
+namespace moduleTimeline {
+
+using timeline::RowKind;
+using timeline::TrackRow;
+
+void EnableLinkOption(bool visible)
+{
+    Trapped("moduleTimeline", "EnableLinkOption", [&] {
+        for (const TrackRow& row : timeline::rows()) {
+            row.chkLink.Visible = visible;
+            row.imgLink.Visible = visible;
+            if (visible) {
+                timeline::setLinkPicture(row);
+            }
+        }
+    });
+}
+
+void ReInitLinkLockDisable()
+{
+    Trapped("moduleTimeline", "ReInitLinkLockDisable", [] {
+        for (const TrackRow& row : timeline::rows()) {
+            row.chkDisable.Value = std::int16_t{0};
+            timeline::setDisablePicture(row);
+            row.chkLock.Value = std::int16_t{0};
+            timeline::setLockPicture(row);
+            row.chkLink.Value = std::int16_t{1};
+            row.imgLink.Picture = "BLANK"; // though it is linked: the picture comes with the next selection
+        }
+    });
+}
+
+void UpdateTrackOptions()
+{
+    Trapped("moduleTimeline", "UpdateTrackOptions", [] {
+        const auto engine = engine::EngineAs<engine::ITWTimeline>();
+        for (const TrackRow& row : timeline::rows()) {
+            const auto kind = row.kind == RowKind::kEffect ? timeline::ItemKind::kEffect : timeline::ItemKind::kSource;
+            if (timeline::Items(*engine, kind, trackOf(row)).count() == 1) {
+                timeline::welcomeFirstItem(row);
+            }
+        }
+    });
+}
+
+} // namespace moduleTimeline

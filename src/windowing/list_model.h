@@ -1,0 +1,32 @@
+#pragma once
+
+// The program's list with columns as a model of the toolkit's views.
+
+#include "core/controls.h"
+
+#include <QAbstractTableModel>
+#include <QIcon>
+#include <QStringList>
+#include <array>
+
+class ListModel final : public QAbstractTableModel {
+public:
+    /// `icons` by the rows' icon number, from 1.
+    ListModel(const ListView& list, QStringList headings, QObject* parent);
+
+    void setIcons(std::vector<QIcon> icons);
+    /// Takes the rows over when they have changed; true when they had.
+    bool showState();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    const ListView& list_;
+    QStringList headings_;
+    std::vector<QIcon> icons_;
+    std::vector<ListItem> rows_;
+    std::uint64_t generation_ = 0;
+};

@@ -1,0 +1,82 @@
+#include "windowing/panel_frame.h"
+
+#include "windowing/icons.h"
+#include "windowing/scheme.h"
+
+#include <QEvent>
+#include <QPainter>
+
+PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(form)
+{
+    form_->setParent(this);
+    caption_ = new QLabel(this);
+    caption_->setContentsMargins(10, 0, 0, 0);
+    caption_->setTextFormat(Qt::PlainText);
+    QFont font = caption_->font();
+    font.setBold(true);
+    caption_->setFont(font);
+}
+
+void PanelFrame::setCaption(const QString& caption)
+{
+    if (caption_->text() != caption) {
+        caption_->setText(caption);
+        form_->setAccessibleName(caption);
+    }
+}
+
+void PanelFrame::setClosable(std::function<void()> close)
+{
+    close_ = new QToolButton(this);
+    close_->setAutoRaise(true);
+    close_->setFocusPolicy(Qt::NoFocus);
+    close_->setToolTip(tr("Hide this panel"));
+    close_->setAccessibleName(close_->toolTip());
+    connect(close_, &QToolButton::clicked, this, std::move(close));
+    refreshIcons();
+}
+
+void PanelFrame::refreshIcons()
+{
+    if (close_ != nullptr) {
+        close_->setIcon(programIcon("CLOSE_PANEL", palette()));
+    }
+}
+
+void PanelFrame::setActive(bool active)
+{
+    if (isActive_ != active) {
+        isActive_ = active;
+        update();
+    }
+}
+
+void PanelFrame::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        refreshIcons();
+    }
+}
+
+void PanelFrame::resizeEvent(QResizeEvent*)
+{
+    caption_->setGeometry(1, 1, width() - kStripHeight - 2, kStripHeight - 1);
+    if (close_ != nullptr) {
+        close_->setGeometry(width() - kStripHeight, 2, kStripHeight - 4, kStripHeight - 4);
+    }
+    form_->setGeometry(1, kStripHeight, width() - 2, height() - kStripHeight - 1);
+}
+
+void PanelFrame::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    QRect strip(0, 0, width(), kStripHeight);
+    painter.fillRect(strip, palette().color(QPalette::Button));
+    painter.setPen(hairline(palette()));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    if (isActive_) {
+        painter.fillRect(0, 0, width(), 2, palette().color(QPalette::Highlight));
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+// A panel of the main window: a strip with its caption, and the form below it.
+
+#include <QLabel>
+#include <QToolButton>
+#include <QWidget>
+#include <functional>
+
+class PanelFrame final : public QWidget {
+public:
+    PanelFrame(QWidget* form, QWidget* parent);
+
+    void setCaption(const QString& caption);
+    /// Adds a button that closes the panel from its strip.
+    void setClosable(std::function<void()> close);
+    QWidget* form() const { return form_; }
+
+    /// Runs when the focus comes into the panel, or it is pressed.
+    std::function<void()> activated;
+    void setActive(bool active);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void refreshIcons();
+
+    static constexpr int kStripHeight = 24;
+    QWidget* form_;
+    QLabel* caption_;
+    QToolButton* close_ = nullptr;
+    bool isActive_ = false;
+};

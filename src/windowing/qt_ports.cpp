@@ -1,0 +1,220 @@
+#include "windowing/qt_ports.h"
+
+#include "engine/runtime_error.h"
+#include "windowing/painter_canvas.h"
+#include "windowing/text.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QMessageBox>
+#include <QStandardPaths>
+#include <QSysInfo>
+#include <QUrl>
+
+namespace {
+
+constexpr std::int32_t kBadFileName = 52;
+constexpr std::int32_t kFileNotFound = 53;
+constexpr std::int32_t kPermissionDenied = 70;
+constexpr std::int32_t kPathNotFound = 76;
+constexpr std::int32_t kCancelled = 32755;
+constexpr std::int32_t kBufferTooSmall = 20476;
+
+QMessageBox::Icon iconOf(MessageIcon icon)
+{
+    switch (icon) {
+    case MessageIcon::kInformation:
+        return QMessageBox::Information;
+    case MessageIcon::kQuestion:
+        return QMessageBox::Question;
+    case MessageIcon::kExclamation:
+        return QMessageBox::Warning;
+    case MessageIcon::kCritical:
+        return QMessageBox::Critical;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+QMessageBox::StandardButtons buttonsOf(MessageButtons buttons)
+{
+    switch (buttons) {
+    case MessageButtons::kYesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MessageButtons::kYesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+DateTime fromToolkit(const QDateTime& moment)
+{
+    const QDate date = moment.date();
+    const QTime time = moment.time();
+    return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+QFileInfo existing(std::string_view path)
+{
+    if (path.empty() || path.find('\0') != std::string_view::npos) {
+        throw engine::RuntimeError(kBadFileName, "Bad file name or number");
+    }
+    const QFileInfo file(fromProgram(path));
+    if (!file.exists()) {
+        const bool hasFolder = file.dir().exists();
+        throw engine::RuntimeError(hasFolder ? kFileNotFound : kPathNotFound,
+                                   hasFolder ? "File not found" : "Path not found");
+    }
+    return file;
+}
+
+} // namespace
+
+QWidget* dialogOwner()
+{
+    QWidget* const modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, MessageButtons buttons,
+                                   std::string_view title)
+{
+    QMessageBox box(iconOf(icon), fromProgram(title), fromProgram(text), buttonsOf(buttons), dialogOwner());
+    box.setTextFormat(Qt::PlainText);
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int answer = box.exec();
+    QApplication::restoreOverrideCursor();
+    switch (answer) {
+    case QMessageBox::Yes:
+        return MessageAnswer::kYes;
+    case QMessageBox::No:
+        return MessageAnswer::kNo;
+    case QMessageBox::Cancel:
+        return MessageAnswer::kCancel;
+    default:
+        return buttons == MessageButtons::kYesNo ? MessageAnswer::kNo : MessageAnswer::kOk;
+    }
+}
+
+std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
+{
+    QStringList filters;
+    for (const FileFilter& filter : request.filters) {
+        QStringList patterns;
+        for (const std::string& pattern : filter.patterns) {
+            // Names of other systems are in capitals as often as not.
+            patterns << fromProgram(pattern);
+            if (fromProgram(pattern).toUpper() != fromProgram(pattern)) {
+                patterns << fromProgram(pattern).toUpper();
+            }
+        }
+        // The name tells its patterns itself; the toolkit reads them from the brackets at the end.
+        QString name = fromProgram(filter.name);
+        name = name.left(name.indexOf('(') < 0 ? name.size() : name.indexOf('(')).trimmed();
+        filters << name + " (" + patterns.join(' ') + ")";
+    }
+    QFileDialog dialog(dialogOwner(), QObject::tr("Open"),
+                       request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
+    dialog.setNameFilters(filters);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
+        dialog.selectNameFilter(dialog.nameFilters().at(request.filterIndex - 1));
+    }
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int answer = dialog.exec();
+    QApplication::restoreOverrideCursor();
+    const QStringList chosen = dialog.selectedFiles();
+    if (answer != QDialog::Accepted || chosen.isEmpty()) {
+        throw engine::RuntimeError(kCancelled, "Cancel was selected.");
+    }
+    const QFileInfo first(chosen.front());
+    lastFolder_ = first.absolutePath();
+    std::string names = toProgram(first.absoluteFilePath());
+    if (chosen.size() > 1) {
+        names = toProgram(first.absolutePath());
+        for (const QString& path : chosen) {
+            names += '\0' + toProgram(QFileInfo(path).fileName());
+        }
+    }
+    if (request.bufferLength > 0 && names.size() >= request.bufferLength) {
+        throw engine::RuntimeError(kBufferTooSmall, "The buffer for the file names is too small.");
+    }
+    return names;
+}
+
+void QtEvents::letRun() { QCoreApplication::processEvents(); }
+
+double QtFonts::textWidth(std::string_view text)
+{
+    return QFontMetricsF(trackFont()).horizontalAdvance(fromProgram(text));
+}
+
+double QtFonts::textHeight() { return QFontMetricsF(trackFont()).height(); }
+
+bool QtShell::openWithDesktop(std::string_view path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(fromProgram(path)));
+}
+
+std::string QtShell::temporaryFolder() { return toProgram(QDir::tempPath()) + "/"; }
+
+std::string QtShell::programFolder() { return toProgram(QCoreApplication::applicationDirPath()); }
+
+std::string QtShell::stateFolder()
+{
+    QString folder = qEnvironmentVariable("XDG_STATE_HOME");
+    if (folder.isEmpty()) {
+        folder = QDir::homePath() + "/.local/state";
+    }
+    folder += "/quillmont";
+    QDir().mkpath(folder);
+    return toProgram(folder);
+}
+
+std::int64_t QtShell::fileLength(std::string_view path) { return existing(path).size(); }
+
+DateTime QtShell::fileTime(std::string_view path) { return fromToolkit(existing(path).lastModified()); }
+
+DateTime QtShell::now() { return fromToolkit(QDateTime::currentDateTime()); }
+
+std::string QtShell::asText(const DateTime& moment)
+{
+    const QDateTime when(QDate(moment.year, moment.month, moment.day),
+                         QTime(moment.hour, moment.minute, moment.second));
+    return toProgram(QLocale::system().toString(when, QLocale::ShortFormat));
+}
+
+std::string QtShell::systemText()
+{
+    const QString name = QSysInfo::prettyProductName();
+    const QStringList version = QSysInfo::kernelVersion().split('.');
+    const auto part = [&](int i) { return i < version.size() ? version[i] : QString("0"); };
+    return toProgram(name + " Version: [" + QSysInfo::kernelVersion() + "] Major: [" + part(0) + "] Minor: [" + part(1)
+                     + "] Platform: [" + QSysInfo::kernelType() + "]");
+}
+
+void QtShell::copyWithRename(std::string_view from, std::string_view to)
+{
+    const QFileInfo source = existing(from);
+    const QFileInfo wanted(fromProgram(to));
+    if (!wanted.dir().exists()) {
+        throw engine::RuntimeError(kPathNotFound, "Path not found");
+    }
+    QString target = wanted.filePath();
+    for (int number = 2; QFileInfo::exists(target); ++number) {
+        target = wanted.path() + "/" + wanted.completeBaseName() + " (" + QString::number(number) + ")"
+                 + (wanted.suffix().isEmpty() ? "" : "." + wanted.suffix());
+    }
+    if (!QFile::copy(source.filePath(), target)) {
+        throw engine::RuntimeError(kPermissionDenied, "Permission denied");
+    }
+}

@@ -1,0 +1,66 @@
+#include "windowing/scheme.h"
+
+#include "core/colours.h"
+
+namespace {
+
+QColor plain(std::int32_t colour) { return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF); }
+
+QColor mixed(const QColor& a, const QColor& b, double share)
+{
+    const auto part = [&](int x, int y) { return static_cast<int>(x + (y - x) * share); };
+    return QColor(part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue()));
+}
+
+} // namespace
+
+QColor trackColour(std::int32_t colour)
+{
+    switch (colour) {
+    case colours::kWindow:
+        return QColor::fromRgb(kTrackPaper);
+    case colours::kWindowText:
+        return QColor::fromRgb(0xFF101418);
+    case colours::kButtonFace:
+        return QColor::fromRgb(0xFFE0E0DC);
+    case colours::kButtonShadow:
+        return QColor::fromRgb(0xFF9A9A94);
+    case colours::kHighlight:
+        return QColor::fromRgb(0xFFFFFFFF);
+    default:
+        return plain(colour);
+    }
+}
+
+QColor paletteColour(std::int32_t colour, const QPalette& palette)
+{
+    switch (colour) {
+    case colours::kWindow:
+        return palette.color(QPalette::Window);
+    case colours::kWindowText:
+        return palette.color(QPalette::WindowText);
+    case colours::kButtonFace:
+        return palette.color(QPalette::Button);
+    case colours::kButtonShadow:
+        return palette.color(QPalette::Dark);
+    case colours::kHighlight:
+        return palette.color(QPalette::Light);
+    default:
+        return plain(colour);
+    }
+}
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+}
+
+QColor quietText(const QPalette& palette)
+{
+    return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.28);
+}
+
+QColor hairline(const QPalette& palette)
+{
+    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.22);
+}

@@ -1,0 +1,142 @@
+#pragma once
+
+// The media list over the real engine with generated media, a scripted platform and a scripted small player; what
+// stands on the screen and on the tracks as text.
+
+#include "core/forms/frmMediaList.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/shared_state.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "engine/factory.h"
+#include "media/frmMediaList_events.h"
+#include "media/media_menu.h"
+#include "media/moduleTarnwick.h"
+#include "report/error_log.h"
+#include "support/manifest.h"
+#include "support/scripted_platform.h"
+#include "support/wrapped_engine.h"
+#include "twcore/tarnwick_timeline.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace media_list_test {
+
+namespace fs = std::filesystem;
+
+inline std::string media(const std::string& name) { return (testmedia::mediaFolder() / name).string(); }
+
+class MediaListTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        twcore::registerTarnwickTimeline();
+        wrapped = std::make_shared<testsupport::WrappedEngine>(engine::createEngine(engine::kTimelineEngineClass));
+        engine::Engine = wrapped;
+        ASSERT_TRUE(moduleTarnwick::Init());
+        for (const bool isVideo : {true, false, false}) {
+            state::TrackCollection.Add(track(isVideo));
+        }
+        state::OverlayTrack = track(true);
+        frmMediaList::Load();
+        platform.whileEventsRun = [this] { seen.push_back(statusText()); };
+    }
+    void TearDown() override
+    {
+        if (!expectsErrors) {
+            EXPECT_EQ(error_log::read(), "");
+        }
+        engine::Engine.reset();
+    }
+
+    engine::Handle track(bool isVideo)
+    {
+        engine::Handle made = 0;
+        engine::check(wrapped->CreateTrack(engine::toBool16(isVideo), made));
+        return made;
+    }
+
+    static std::string statusText() { return forms::mdiTarnwick.sbr.Panel(1); }
+    static ListView& list() { return forms::frmMediaList.lvwMediaList; }
+
+    /// As the file manager hands them over, without a word in between.
+    void open(std::initializer_list<const char*> names)
+    {
+        std::vector<std::string> paths;
+        for (const char* const name : names) {
+            paths.push_back(media(name));
+        }
+        moduleTarnwick::OpenDroppedFiles(paths);
+        seen.clear();
+        wrapped->preview.calls.clear();
+    }
+    /// A copy of a test medium in the platform's folder; its whole path.
+    std::string copied(const std::string& name, const std::string& to) const
+    {
+        const fs::path path = fs::path(platform.folder) / to;
+        fs::create_directories(path.parent_path());
+        fs::copy_file(media(name), path);
+        return path.string();
+    }
+
+    /// The texts of all message boxes since the last time, each in brackets; folders of the media left out.
+    std::string takeMessages()
+    {
+        std::string all;
+        for (const auto& message : std::exchange(platform.messages, {})) {
+            EXPECT_EQ(message.title, "Quillmont");
+            EXPECT_EQ(message.icon, MessageIcon::kInformation);
+            all += "[" + plain(message.text) + "]";
+        }
+        return all;
+    }
+    std::string plain(std::string text) const
+    {
+        for (const std::string& folder : {testmedia::mediaFolder().string() + "/", platform.folder + "/"}) {
+            for (std::size_t at; (at = text.find(folder)) != std::string::npos;) {
+                text.erase(at, folder.size());
+            }
+        }
+        for (std::size_t at; (at = text.find("\r\n")) != std::string::npos;) {
+            text.replace(at, 2, "|");
+        }
+        return text;
+    }
+
+    /// Names of the rows, "*" behind a selected one, "<" at the focus. Fails when rows and files are out of step.
+    static std::string rows()
+    {
+        EXPECT_EQ(list().Count(), state::FileCollection.Count());
+        std::string all;
+        for (std::int32_t place = 1; place <= list().Count(); ++place) {
+            const ListItem& row = list().Row(place);
+            all += (place > 1 ? " " : "") + row.Text + (row.Selected ? "*" : "")
+                   + (list().SelectedItem == place ? "<" : "");
+        }
+        return all;
+    }
+    std::string recentFiles() const
+    {
+        std::string all;
+        for (const Menu& item : forms::mdiTarnwick.mnuFileRF) {
+            all += (all.empty() ? "" : " ") + plain(item.Caption);
+        }
+        return all;
+    }
+    static void select(std::initializer_list<std::int32_t> places)
+    {
+        frmMediaList::ClearMediaListSelections();
+        for (const std::int32_t place : places) {
+            list().Change(place).Selected = true;
+            list().SelectedItem = place;
+        }
+    }
+
+    std::vector<std::string> seen; // status texts while events ran
+    bool expectsErrors = false;
+    testsupport::ScriptedPlatform platform;
+    std::shared_ptr<testsupport::WrappedEngine> wrapped;
+};
+
+} // namespace media_list_test

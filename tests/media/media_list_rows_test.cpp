@@ -1,0 +1,98 @@
+// The rows of real media, the classes of extensions, and what the engine's verdicts are told as.
+
+#include "media/media_list_harness.h"
+
+namespace media_list_test {
+namespace {
+
+class RowsTest : public MediaListTest {};
+
+TEST_F(RowsTest, RowsOfRealMedia)
+{
+    fs::create_directories(platform.folder + "/odd");
+    const std::string odd = copied("still.gif", "odd/picture.xyz");
+    const std::string bare = copied("stereo-44k.wav", "odd/mp3");
+    struct Case {
+        std::string path;
+        const char* row; // name, icon, media type, duration, video info, audio info
+    };
+    const Case cases[] = {
+        {media("mjpeg.avi"), "mjpeg.avi 2 Video 0:00:05.000 320 x 240, 25fps 48000 Hz"},
+        {media("no-sound.mp4"), "no-sound.mp4 2 Video 0:00:02.000 320 x 240, 25fps      --"},
+        {media("sound-later.mkv"), "sound-later.mkv 2 Video 0:00:05.700 320 x 240, 25fps 48000 Hz"}, // of the sound
+        {media("24p.mp4"), "24p.mp4 2 Video 0:00:05.005 320 x 240, 24fps 48000 Hz"},
+        {media("stereo-44k.wav"), "stereo-44k.wav 1 Audio 0:00:05.000      -- 44100 Hz"},
+        {media("tone.aiff"), "tone.aiff 2 Video 0:00:05.000      -- 44100 Hz"},
+        {media("tone.flac"), "tone.flac 1 Audio 0:00:05.000      -- 44100 Hz"},
+        {media("still.jpg"), "still.jpg 3 Image 0:00:05.000 320 x 240      --"},
+        {media("still.png"), "still.png 3 Image 0:00:05.000 320 x 240      --"},
+        {media("animated.gif"), "animated.gif 3 Image 0:00:03.000 320 x 240, 10fps      --"},
+        {media("names/UPPER.MP4"), "UPPER.MP4 2 Video 0:00:05.000 320 x 240, 25fps 48000 Hz"},
+        {odd, "picture.xyz 2 Video 0:00:05.000 320 x 240      --"},
+        {bare, "mp3 1 Audio 0:00:05.000      -- 44100 Hz"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.path);
+        moduleTarnwick::OpenResentFile(c.path);
+        ASSERT_EQ(takeMessages(), "");
+        const ListItem& row = list().Row(list().Count());
+        std::string text = row.Text + " " + std::to_string(row.Icon);
+        for (const std::string& column : row.SubItems) {
+            text += " " + column;
+        }
+        EXPECT_EQ(text, c.row);
+    }
+    rows();
+}
+
+TEST_F(RowsTest, ClassesOfExtensions)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"asf aiff avi mpeg mpg wmv", "Video"}, {"midi au mid mp3 wav wma", "Audio"}, {"gif bmp jpeg jpg tga", "Image"},
+        {"flac ogg opus m4a aac", "Audio"},     {"png webp tif tiff", "Image"},       {"mp4 mov mkv aif xyz", "Video"},
+    };
+    for (const auto& [extensions, mediaClass] : cases) {
+        std::istringstream words(extensions);
+        for (std::string extension; words >> extension;) {
+            state::LastOpenedExtension = extension;
+            EXPECT_EQ(moduleTarnwick::GetMediaClass(), mediaClass) << extension;
+        }
+    }
+    state::LastOpenedExtension = "  MP3 ";
+    EXPECT_EQ(moduleTarnwick::GetMediaClass(), "Audio");
+    EXPECT_EQ(state::LastOpenedExtension, "mp3");
+    state::LastOpenedExtension = "";
+    EXPECT_EQ(moduleTarnwick::GetMediaClass(), "Video");
+}
+
+TEST_F(RowsTest, WhatTheEngineSaysOfAFile)
+{
+    const std::pair<std::uint32_t, const char*> cases[] = {
+        {0, nullptr},
+        {0x80040216, nullptr},
+        {0x80070057, nullptr},
+        {0x80040217, "No combination of intermediate filters could be found to make the connection."},
+        {0x80040218, "No combination of filters could be found to render the stream of this media file."},
+        {0x8004022F, "The file format is invalid."},
+        {0x80040240, "The media type of this file is not recognized."},
+        {0x80040241, "The source filter for this media file could not be loaded."},
+        {0x80040265, "Cannot play back the file: the format is not supported."},
+        {0x00040242, "Some of the streams in this media file are in an unsupported format."},
+        {0x00040257, "The video in this media file cannot be rendered."},
+        {0x00040258, "The audio in this media file cannot be rendered."},
+        {0x80004005, "Unexpected error."},
+        {1, "Unexpected error."},
+    };
+    for (const auto& [code, text] : cases) {
+        wrapped->fileErrors["/a/b \"c\".avi"] = code;
+        EXPECT_EQ(moduleTarnwick::CheckMediaFile("/a/b \"c\".avi"), text == nullptr) << code;
+        EXPECT_EQ(takeMessages(),
+                  text == nullptr ? "" : "[Unable to open file - \"/a/b \"c\".avi\".|" + std::string(text) + "]");
+    }
+    expectsErrors = true;
+    wrapped->failCall({"GetFileError"});
+    EXPECT_FALSE(moduleTarnwick::CheckMediaFile("/a/b.avi"));
+}
+
+} // namespace
+} // namespace media_list_test

@@ -1,0 +1,150 @@
+#include "support/scripted_platform.h"
+
+#include "core/forms/frmMediaList.h"
+#include "core/forms/frmPreview.h"
+#include "core/forms/frmTimeline.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/shared_state.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <unistd.h>
+
+namespace testsupport {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+template <class Form>
+void renew(Form& form)
+{
+    std::destroy_at(&form);
+    std::construct_at(&form);
+}
+
+} // namespace
+
+ScriptedPlatform::ScriptedPlatform() : before_(ports)
+{
+    ports = {this, this, this, this, this, this};
+    state::reset();
+    renew(forms::frmTimeline);
+    renew(forms::frmMediaList);
+    renew(forms::frmPreview);
+    renew(forms::mdiTarnwick);
+    show::marked = false;
+    std::string pattern = (fs::temp_directory_path() / "quillmont-test-XXXXXX").string();
+    folder = mkdtemp(pattern.data()) != nullptr ? pattern : "";
+}
+
+ScriptedPlatform::~ScriptedPlatform()
+{
+    ports = before_;
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+}
+
+MessageAnswer ScriptedPlatform::show(std::string_view text, MessageIcon icon, MessageButtons buttons,
+                                     std::string_view title)
+{
+    messages.push_back({std::string(text), icon, buttons, std::string(title)});
+    if (buttons == MessageButtons::kOk) {
+        return MessageAnswer::kOk;
+    }
+    if (answers.empty()) {
+        return MessageAnswer::kNo;
+    }
+    const MessageAnswer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+std::string ScriptedPlatform::openFiles(const OpenFileRequest& request)
+{
+    requests.push_back(request);
+    if (!dialogErrors.empty()) {
+        const std::int32_t number = dialogErrors.front();
+        dialogErrors.pop_front();
+        throw engine::RuntimeError(number, "Dialogue error");
+    }
+    if (chosenFiles.empty()) {
+        throw engine::RuntimeError(32755, "Cancel was selected.");
+    }
+    std::string chosen = chosenFiles.front();
+    chosenFiles.pop_front();
+    return chosen;
+}
+
+void ScriptedPlatform::letRun()
+{
+    ++eventsRun;
+    if (whileEventsRun) {
+        whileEventsRun();
+    }
+}
+
+namespace {
+
+std::string keyOf(std::string_view application, std::string_view section, std::string_view key)
+{
+    return std::string(application) + "/" + std::string(section) + "/" + std::string(key);
+}
+
+} // namespace
+
+std::optional<std::string> ScriptedPlatform::get(std::string_view application, std::string_view section,
+                                                 std::string_view key)
+{
+    const auto found = settings.find(keyOf(application, section, key));
+    return found == settings.end() ? std::nullopt : std::optional(found->second);
+}
+
+void ScriptedPlatform::save(std::string_view application, std::string_view section, std::string_view key,
+                            std::string_view value)
+{
+    settings[keyOf(application, section, key)] = value;
+}
+
+void ScriptedPlatform::deleteSection(std::string_view application, std::string_view section)
+{
+    const std::string prefix = keyOf(application, section, "");
+    std::erase_if(settings, [&](const auto& entry) { return entry.first.starts_with(prefix); });
+}
+
+bool ScriptedPlatform::openWithDesktop(std::string_view path)
+{
+    openedWithDesktop.emplace_back(path);
+    return true;
+}
+
+std::int64_t ScriptedPlatform::fileLength(std::string_view path)
+{
+    std::error_code error;
+    const auto length = fs::file_size(fs::path(path), error);
+    if (error) {
+        throw engine::RuntimeError(53, "File not found");
+    }
+    return static_cast<std::int64_t>(length);
+}
+
+DateTime ScriptedPlatform::fileTime(std::string_view path)
+{
+    (void)fileLength(path);
+    return moment;
+}
+
+std::string ScriptedPlatform::asText(const DateTime& when)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%d/%d/%d %02d:%02d:%02d", when.month, when.day, when.year, when.hour, when.minute,
+                  when.second);
+    return text;
+}
+
+void ScriptedPlatform::copyWithRename(std::string_view from, std::string_view to)
+{
+    fs::copy_file(fs::path(from), fs::path(to));
+}
+
+} // namespace testsupport

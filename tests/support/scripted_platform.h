@@ -1,0 +1,75 @@
+#pragma once
+
+// The program's ports with scripted answers, and the program put back to its start; for tests of the logic.
+
+#include "core/platform.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace testsupport {
+
+/// One message box as it was shown.
+struct ShownMessage {
+    std::string text;
+    MessageIcon icon;
+    MessageButtons buttons;
+    std::string title;
+};
+
+class ScriptedPlatform final : public MessageBoxes,
+                               public CommonDialogs,
+                               public Events,
+                               public Fonts,
+                               public SettingsStore,
+                               public Shell {
+public:
+    /// Sets the ports to this object and puts shared state and forms back to their start values.
+    ScriptedPlatform();
+    ~ScriptedPlatform() override;
+
+    std::vector<ShownMessage> messages;
+    std::deque<MessageAnswer> answers;     // for boxes with more than "OK"; No when there is none left
+    std::deque<std::string> chosenFiles;   // for the open dialogue; error 32755 when there is none left
+    std::deque<std::int32_t> dialogErrors; // raised ahead of `chosenFiles`
+    std::vector<OpenFileRequest> requests;
+    std::function<void()> whileEventsRun; // called by letRun
+    int eventsRun = 0;
+    std::uint32_t tickCount = 0;
+    double characterWidth = 7;
+    std::map<std::string, std::string> settings; // "application/section/key"
+    std::vector<std::string> openedWithDesktop;
+    std::string folder; // temporary, program and state folder; made and removed by this object
+    DateTime moment{2026, 3, 4, 5, 6, 7};
+
+    MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
+                       std::string_view title) override;
+    std::string openFiles(const OpenFileRequest& request) override;
+    void letRun() override;
+    std::uint32_t ticks() override { return tickCount; }
+    double textWidth(std::string_view text) override { return characterWidth * static_cast<double>(text.size()); }
+    double textHeight() override { return 13; }
+    int generation() override { return 0; }
+    std::optional<std::string> get(std::string_view application, std::string_view section,
+                                   std::string_view key) override;
+    void save(std::string_view application, std::string_view section, std::string_view key,
+              std::string_view value) override;
+    void deleteSection(std::string_view application, std::string_view section) override;
+    bool openWithDesktop(std::string_view path) override;
+    std::string temporaryFolder() override { return folder + "/"; }
+    std::string programFolder() override { return folder; }
+    std::string stateFolder() override { return folder; }
+    std::int64_t fileLength(std::string_view path) override;
+    DateTime fileTime(std::string_view path) override;
+    DateTime now() override { return moment; }
+    std::string asText(const DateTime& moment) override;
+    std::string systemText() override { return "Test system"; }
+    void copyWithRename(std::string_view from, std::string_view to) override;
+
+private:
+    Ports before_;
+};
+
+} // namespace testsupport

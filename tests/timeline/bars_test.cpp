@@ -1,0 +1,171 @@
+// The bars and the scale, stroke by stroke.
+
+#include "timeline/timeline_harness.h"
+
+#include <cstring>
+#include <sstream>
+
+namespace timeline_test {
+namespace {
+
+class BarsTest : public TimelineTest {
+protected:
+    /// The kinds of strokes alone: "filled box box box box box text line".
+    static std::string kinds(const PictureBox& picture)
+    {
+        std::string all;
+        std::istringstream words(picture.drawing.inWords());
+        for (std::string line; std::getline(words, line);) {
+            all += (all.empty() ? "" : " ") + line.substr(0, line.find(' '));
+        }
+        return all;
+    }
+};
+
+TEST_F(BarsTest, WholeBar)
+{
+    put(video(), 1000, 3000);
+    putEffect(1000, 3000);
+    put(state::OverlayTrack, 0, 500);
+    put(audio(2), 0, 1000);
+    moduleScaleRenderer::RenderAllBars();
+    EXPECT_EQ(form.picVideo[0].drawing.inWords(), "filled 100 0 300 23 FFFF80\n"
+                                                  "box 100 0 300 23 000000\n"
+                                                  "box 102 2 102 21 FFFFFF\n"
+                                                  "box 102 2 298 2 FFFFFF\n"
+                                                  "box 299 2 299 22 C0C000\n"
+                                                  "box 101 22 299 22 C0C000\n"
+                                                  "text 110 5.5 still.bmp 80000008\n"
+                                                  "line 288 0 300 12 000000\n");
+    std::string effect = form.picVideo[0].drawing.inWords(); // alike but for colours and name
+    for (const auto& [from, to] : {std::pair{"FFFF80", "80FF80"}, {"C0C000", "00C000"}, {"still.bmp", "Blur"}}) {
+        for (std::size_t at; (at = effect.find(from)) != std::string::npos;) {
+            effect.replace(at, std::strlen(from), to);
+        }
+    }
+    EXPECT_EQ(form.picEffect[0].drawing.inWords(), effect);
+    EXPECT_EQ(form.picOverlay[0].drawing.inWords().substr(0, 25), "filled 0 0 50 23 C0E0FF\nb");
+    EXPECT_EQ(form.picAudio[0].drawing.inWords(), "");
+    EXPECT_EQ(form.picAudio[1].drawing.inWords().substr(0, 26), "filled 0 0 100 23 80FFFF\nb");
+}
+
+TEST_F(BarsTest, CutAtBothEdgesOfTheView)
+{
+    put(video(), 0, 900);    // ends ahead of the view
+    put(video(), 900, 6000); // from 90 to 600 pixels, in a view from 100 to 500
+    put(video(), 6000, 7000);
+    moduleScaleRenderer::AdjustScroll();
+    form.hsb.SetValue(10);
+    EXPECT_EQ(form.picVideo[0].drawing.inWords(),
+              "filled -90 0 400 23 FFFF80\n" // 1000 - 900 ms, less the view's 100 px
+              "box -10 0 500 23 000000\n"
+              "box -8 2 -8 21 FFFFFF\n"
+              "box -8 2 498 2 FFFFFF\n"
+              "box 499 2 499 22 C0C000\n"
+              "box -9 22 499 22 C0C000\n"
+              "text 0 5.5 still.bmp 80000008\n"
+              "line 488 0 500 12 000000\n");
+}
+
+TEST_F(BarsTest, WhatFits)
+{
+    const std::string body = "filled box box box box box";
+    struct Case {
+        std::int32_t widthPx;
+        std::string source; // the name is 63 pixels wide
+        std::string effect; // 28 pixels
+    };
+    const Case cases[] = {
+        {11, body, body},
+        {12, body + " line", body},
+        {13, body + " line", body + " line"},
+        {50, body + " line", body + " line"},
+        {51, body + " line", body + " text line"},
+        {85, body + " line", body + " text line"},
+        {86, body + " text line", body + " text line"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.widthPx);
+        engine::Bool16 ok = 0;
+        put(video(), 0, c.widthPx * 10);
+        putEffect(0, c.widthPx * 10);
+        moduleScaleRenderer::RenderAllBars();
+        EXPECT_EQ(kinds(form.picVideo[0]), c.source);
+        EXPECT_EQ(kinds(form.picEffect[0]), c.effect);
+        check(wrapped->RemoveEffect(video(), 0, ok));
+        check(wrapped->RemoveSource(video(), 0, ok));
+    }
+}
+
+TEST_F(BarsTest, SelectedAndLocked)
+{
+    const auto strokes = [&] {
+        moduleScaleRenderer::RenderAllBars();
+        const std::string all = form.picVideo[0].drawing.inWords();
+        return all.substr(0, all.find('\n')) + all.substr(all.rfind('\n', all.size() - 2));
+    };
+    put(video(), 0, 1000);
+    put(video(), 1000, 3000);
+    put(audio(1), 250, 1500);
+    select(video(), 1);
+    EXPECT_EQ(strokes(), "filled 0 0 100 23 FFFF80\ndotted 101 1 299 22 000000\n");
+    EXPECT_EQ(panel("SELECTION"), "0:00:01.000 - 0:00:03.000");
+    select(audio(1), 0);
+    strokes();
+    EXPECT_EQ(panel("SELECTION"), "0:00:00.250 - 0:00:01.500") << "the last row drawn has the last word";
+
+    form.chkLockAudio[0].Value = std::int16_t{1};
+    form.chkLockVideo[0].Value = std::int16_t{1};
+    forms::mdiTarnwick.sbr.Panel("SELECTION") = std::string("as it was");
+    EXPECT_EQ(strokes(), "filled 0 0 100 23 8000000F\nline 288 0 300 12 000000\n");
+    EXPECT_EQ(kinds(form.picAudio[0]), "filled box box box box box text line");
+    EXPECT_EQ(panel("SELECTION"), "as it was");
+    form.chkLockVideo[0].Value = std::int16_t{0};
+    forms::mdiTarnwick.sbr.Panel("SELECTION") = std::string("as it was");
+    form.imgEndSelHandle.Visible = true; // one handle is enough to keep the marks away
+    EXPECT_EQ(strokes(), "filled 0 0 100 23 FFFF80\nline 288 0 300 12 000000\n");
+    EXPECT_EQ(panel("SELECTION"), "as it was");
+}
+
+TEST_F(BarsTest, AsksForTheNameOfAStreamOnce)
+{
+    const Handle still = stream("still.bmp");
+    engine::Bool16 ok = 0;
+    for (std::int16_t seq = 0; seq < 20; ++seq) {
+        check(wrapped->InsertSource(video(), still, seq, seq * 1000, seq * 1000 + 1000, ok));
+    }
+    wrapped->callCounts.clear();
+    moduleScaleRenderer::RenderAllBars();
+    EXPECT_EQ(wrapped->callCounts["GetFileName"], 1);
+    EXPECT_EQ(wrapped->callCounts["GetSourceStream"], 5) << "items right of the view are left alone";
+}
+
+TEST_F(BarsTest, Scale)
+{
+    form.picScale.ScaleWidth = 120;
+    put(video(), 0, 20000);
+    frmTimeline::Form_Resize();
+    form.hsb.SetValue(9); // the view begins at 90 pixels
+    EXPECT_EQ(form.picScale.drawing.inWords(), "line 0 0 0 4 80000008\n"
+                                               "line 10 0 10 8 80000008\n"
+                                               "text -28.5 10 0:00:01.000 80000008\n"
+                                               "line 20 0 20 4 80000008\n"
+                                               "line 30 0 30 4 80000008\n"
+                                               "line 40 0 40 4 80000008\n"
+                                               "line 50 0 50 4 80000008\n"
+                                               "line 60 0 60 4 80000008\n"
+                                               "line 70 0 70 4 80000008\n"
+                                               "line 80 0 80 4 80000008\n"
+                                               "line 90 0 90 4 80000008\n"
+                                               "line 100 0 100 4 80000008\n"
+                                               "line 110 0 110 8 80000008\n"
+                                               "text 71.5 10 0:00:02.000 80000008\n"
+                                               "line 120 0 120 4 80000008\n");
+    form.picScale.ScaleWidth = 5;
+    showSelection(86, 130); // less the view's 90
+    EXPECT_EQ(form.picScale.drawing.inWords(), "filled 1 0 45 24 FFBBBB\n"
+                                               "line 0 0 0 4 80000008\n");
+}
+
+} // namespace
+} // namespace timeline_test

@@ -1,0 +1,168 @@
+// Dragging the handles and the divider.
+
+#include "timeline/timeline_harness.h"
+
+namespace timeline_test {
+namespace {
+
+class DragTest : public TimelineTest {
+protected:
+    void SetUp() override
+    {
+        TimelineTest::SetUp();
+        put(video(), 0, 30000);
+        frmTimeline::Form_Resize();
+        forms::frmPreview.sldPreview.SetMax(30000);
+    }
+    std::string timer() const { return !form.tmTimeline.Enabled ? "off" : form.ScrollingRight ? "right" : "left"; }
+};
+
+struct Case {
+    std::int32_t left;  // of the handle that is dragged
+    std::int32_t other; // of the other handle
+    float move;         // pixels the pointer goes
+    std::int32_t expected;
+    const char* timer;
+};
+
+// The view is 400 wide: 395 is the right edge, -6 the left one.
+
+TEST_F(DragTest, MainHandle)
+{
+    const Case cases[] = {
+        {100, 0, 50, 150, "off"},    {100, 0, -50, 50, "off"},     {100, 0, 0, 100, "off"},
+        {100, 0, 294, 394, "off"},   {100, 0, 295, 100, "right"},  {100, 0, -106, -6, "off"},
+        {100, 0, -107, 100, "left"}, {100, 0, 9000, 100, "right"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.move);
+        moduleTimeline::SetSliderPosition((c.left + 5) * 10 + 3, false);
+        frmTimeline::imgSliderHandle_MouseDown(1, 4);
+        frmTimeline::imgSliderHandle_MouseMove(1, 4 + c.move);
+        EXPECT_EQ(form.imgSliderHandle.Left, c.expected);
+        EXPECT_EQ(timer(), c.timer);
+        EXPECT_TRUE(form.DraggingSlider);
+        if (std::string(c.timer) == "off") {
+            EXPECT_EQ(state::SliderPosition, (c.expected + 5) * 10);
+            EXPECT_EQ(form.imgScaleSlider.Left, c.expected + 5);
+            EXPECT_EQ(form.picSlider.Left, c.expected + 105);
+        }
+        frmTimeline::imgSliderHandle_MouseUp(1, 0);
+        EXPECT_EQ(timer(), "off");
+        EXPECT_FALSE(form.Dragging || form.DraggingSlider);
+    }
+    EXPECT_EQ(forms::mdiTarnwick.sbr.Panel(1).get(), "Reposition the slider");
+    EXPECT_EQ(panel("SLIDER_POS"), "0:00:01.053") << "a step that only scrolls leaves it";
+    frmTimeline::imgSliderHandle_MouseDown(2, 4);
+    frmTimeline::imgSliderHandle_MouseMove(2, 40);
+    frmTimeline::imgSliderHandle_MouseMove(1, 40);
+    EXPECT_EQ(form.imgSliderHandle.Left, 100) << "only the left button drags";
+}
+
+TEST_F(DragTest, StartHandle)
+{
+    const Case cases[] = {
+        {100, 200, 50, 150, "off"},  {100, 200, 93, 193, "off"},    {100, 200, 94, 100, "off"},
+        {100, 200, 300, 100, "off"}, {100, 900, 294, 394, "off"},   {100, 900, 295, 100, "right"},
+        {100, 415, 295, 100, "off"}, {100, 416, 295, 100, "right"}, {100, 401, 295, 100, "off"},
+        {100, 200, -106, -6, "off"}, {100, 200, -107, 100, "left"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.other) + " " + std::to_string(c.move));
+        showSelection(c.left, c.other);
+        frmTimeline::imgStartSelHandle_MouseDown(1, 4);
+        frmTimeline::imgStartSelHandle_MouseMove(1, 4 + c.move);
+        EXPECT_EQ(form.imgStartSelHandle.Left, c.expected);
+        EXPECT_EQ(timer(), c.timer);
+        EXPECT_EQ(state::SelStartPosition, (c.expected + 5) * 10);
+        EXPECT_EQ(forms::frmPreview.sldPreview.Min(), (c.expected + 5) * 10);
+        EXPECT_EQ(form.picStartSelSlider.Left, c.expected + 105);
+        EXPECT_EQ(form.shpVideoSel[0].Left, c.expected + 6) << "the shape follows at once";
+        frmTimeline::imgStartSelHandle_MouseUp(1, 0);
+        EXPECT_FALSE(form.Dragging || form.DraggingStart || form.tmTimeline.Enabled);
+    }
+}
+
+TEST_F(DragTest, EndHandle)
+{
+    const Case cases[] = {
+        {200, 100, 50, 250, "off"},   {200, 100, -93, 107, "off"},    {200, 100, -94, 200, "off"},
+        {200, 100, -300, 200, "off"}, {200, 100, 194, 394, "off"},    {200, 100, 195, 200, "right"},
+        {200, -500, -206, -6, "off"}, {200, -500, -207, 200, "left"}, {200, -26, -206, -6, "off"},
+        {200, -27, -207, 200, "off"}, {200, -28, -207, 200, "left"},  {200, -13, -207, 200, "off"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.other) + " " + std::to_string(c.move));
+        showSelection(c.other, c.left);
+        frmTimeline::imgEndSelHandle_MouseDown(1, 4);
+        frmTimeline::imgEndSelHandle_MouseMove(1, 4 + c.move);
+        EXPECT_EQ(form.imgEndSelHandle.Left, c.expected);
+        EXPECT_EQ(timer(), c.timer);
+        EXPECT_EQ(state::SelEndPosition, (c.expected + 5) * 10);
+        EXPECT_EQ(forms::frmPreview.sldPreview.Max(), (c.expected + 5) * 10);
+        forms::frmPreview.sldPreview.SetMin(0);
+        frmTimeline::imgEndSelHandle_MouseUp(1, 0);
+        EXPECT_EQ(forms::frmPreview.sldPreview.Min(), (c.other + 5) * 10);
+        EXPECT_FALSE(form.Dragging || form.DraggingEnd || form.tmTimeline.Enabled);
+    }
+}
+
+TEST_F(DragTest, ScrollingAtTheEdge)
+{
+    showSelection(300, 425);
+    moduleTimeline::SetSliderPosition(1000, false);
+    frmTimeline::imgStartSelHandle_MouseDown(1, 0);
+    frmTimeline::imgStartSelHandle_MouseMove(1, 90);
+    frmTimeline::imgStartSelHandle_MouseMove(1, 10);
+    ASSERT_EQ(timer(), "right");
+    EXPECT_EQ(form.imgStartSelHandle.Left, 390);
+    form.tmTimeline.tick();
+    EXPECT_EQ(form.hsb.Value(), 1);
+    EXPECT_EQ(form.imgStartSelHandle.Left, 390) << "it stands still on the screen";
+    EXPECT_EQ(state::SelStartPosition, 4050) << "and so goes on in time";
+    EXPECT_EQ(form.imgEndSelHandle.Left, 415);
+    EXPECT_EQ(form.imgScaleSlider.Left, 90);
+    form.tmTimeline.tick();
+    EXPECT_EQ(form.imgEndSelHandle.Left, 405);
+    form.tmTimeline.tick(); // within 20 pixels
+    EXPECT_EQ(form.hsb.Value(), 2);
+    EXPECT_EQ(timer(), "off");
+    frmTimeline::imgStartSelHandle_MouseUp(1, 0);
+    form.hsb.SetValue(0);
+    EXPECT_EQ(moduleTimeline::GetSelSliderPosition(true), 4150);
+    EXPECT_EQ(moduleTimeline::GetSelSliderPosition(false), 4300);
+
+    form.hsb.SetValue(1);
+    frmTimeline::imgSliderHandle_MouseDown(1, 0);
+    frmTimeline::imgSliderHandle_MouseMove(1, -500);
+    for (int i = 0; i < 3; ++i) {
+        form.tmTimeline.tick();
+    }
+    EXPECT_EQ(form.hsb.Value(), 0) << "no further than the beginning";
+    EXPECT_EQ(state::SliderPosition, 900);
+}
+
+TEST_F(DragTest, Divider)
+{
+    form.Width = 1000; // so that the rows keep 734 pixels
+    form.picVerticalResizeLeft = 200;
+    struct Move {
+        std::int32_t from;
+        float by;
+        std::int32_t to;
+    };
+    const Move moves[] = {{200, 66, 266},  {200, 67, 200}, {200, -166, 34}, {200, -167, 200},
+                          {900, -10, 890}, {20, 5, 25},    {900, 0, 900}};
+    for (const Move& m : moves) {
+        form.picVerticalResizeLeft = m.from;
+        frmTimeline::picVerticalResize_MouseDown(1, 2);
+        frmTimeline::picVerticalResize_MouseMove(1, 2 + m.by);
+        EXPECT_EQ(form.picVerticalResizeLeft, m.to) << m.by;
+        frmTimeline::picVerticalResize_MouseUp(1, 2);
+    }
+    frmTimeline::picVerticalResize_MouseMove(1, 90);
+    EXPECT_EQ(form.picVerticalResizeLeft, 900) << "not held";
+}
+
+} // namespace
+} // namespace timeline_test

@@ -1,0 +1,130 @@
+// Link, lock and disable.
+
+#include "timeline/timeline_harness.h"
+
+namespace timeline_test {
+namespace {
+
+using namespace frmTimeline;
+
+class OptionsTest : public TimelineTest {
+protected:
+    /// A row's boxes and pictures: "110 LINK LOCK DISABLE".
+    static std::string row(const CheckBox& link, const CheckBox& lock, const CheckBox& disable, const ImageBox& imgLink,
+                           const ImageBox& imgLock, const ImageBox& imgDisable)
+    {
+        return std::to_string(link.Value) + std::to_string(lock.Value) + std::to_string(disable.Value) + " "
+               + imgLink.Picture.get() + " " + imgLock.Picture.get() + " " + imgDisable.Picture.get()
+               + (link.Enabled ? "" : " fixed");
+    }
+    std::string videoRow() const
+    {
+        return row(form.chkLinkVideo[0], form.chkLockVideo[0], form.chkDisableVideo[0], form.imgLinkVideo[0],
+                   form.imgLockVideo[0], form.imgDisableVideo[0]);
+    }
+    std::string effectRow() const
+    {
+        return row(form.chkLinkEffect[0], form.chkLockEffect[0], form.chkDisableEffect[0], form.imgLinkEffect[0],
+                   form.imgLockEffect[0], form.imgDisableEffect[0]);
+    }
+    std::string audioRow() const
+    {
+        return row(form.chkLinkAudio[1], form.chkLockAudio[1], form.chkDisableAudio[1], form.imgLinkAudio[1],
+                   form.imgLockAudio[1], form.imgDisableAudio[1]);
+    }
+    /// The engine's calls that change an option or read for a redraw, since the last time.
+    std::string takeCalls()
+    {
+        std::string all;
+        for (const char* const name :
+             {"SetTrackLink", "SetTrackDisabled", "SetEffectsEnabled", "GetSourceTimes", "GetEffectTimes"}) {
+            const int count = wrapped->callCounts[name];
+            all += count == 0 ? "" : std::string(all.empty() ? "" : " ") + name + "x" + std::to_string(count);
+        }
+        wrapped->callCounts.clear();
+        return all;
+    }
+};
+
+TEST_F(OptionsTest, EachChangeDoesItsOwn)
+{
+    takeCalls();
+    struct Case {
+        const char* what;
+        void (*click)(std::int16_t);
+        const char* calls; // an empty row reads times once
+    };
+    const char* const all = "GetSourceTimesx4 GetEffectTimesx1";
+    const Case cases[] = {
+        {"link video", imgLinkVideo_Click, "SetTrackLinkx1 GetSourceTimesx4 GetEffectTimesx1"},
+        {"link audio", imgLinkAudio_Click, "SetTrackLinkx1 GetSourceTimesx4 GetEffectTimesx1"},
+        {"link overlay", imgLinkOverlay_Click, "SetTrackLinkx1"},
+        {"link effect", imgLinkEffect_Click, ""},
+        {"lock video", imgLockVideo_Click, all},
+        {"lock overlay", imgLockOverlay_Click, all},
+        {"lock effect", imgLockEffect_Click, "GetEffectTimesx1"},
+        {"disable video", imgDisableVideo_Click, "SetTrackDisabledx1"},
+        {"disable overlay", imgDisableOverlay_Click, "SetTrackDisabledx1"},
+        {"disable effect", imgDisableEffect_Click, "SetEffectsEnabledx1"},
+    };
+    for (const Case& c : cases) {
+        c.click(0);
+        EXPECT_EQ(takeCalls(), c.calls) << c.what;
+    }
+    EXPECT_EQ(videoRow(), "011 BLANK LOCK BLANK fixed");
+    EXPECT_EQ(effectRow(), "011 BLANK LOCK BLANK");
+    EXPECT_EQ(audioRow(), "100 LINK BLANK DISABLE_AUDIO");
+    imgLinkVideo_Click(0);
+    EXPECT_EQ(videoRow(), "011 BLANK LOCK BLANK fixed") << "a locked row keeps its link";
+    EXPECT_TRUE(moduleTWState::IsTrackLocked(video()) && moduleTWState::IsTrackLocked(state::OverlayTrack));
+    EXPECT_FALSE(moduleTWState::IsTrackLocked(audio(1)) || moduleTWState::IsTrackLocked(0)
+                 || moduleTWState::IsTrackLocked(999999));
+
+    moduleTimeline::EnableLinkOption(true);
+    EXPECT_TRUE(form.chkLinkAudio[1].Visible && form.imgLinkOverlay[0].Visible);
+    moduleTimeline::ReInitLinkLockDisable();
+    EXPECT_EQ(videoRow(), "100 BLANK BLANK DISABLE") << "linked, and yet without its picture";
+    EXPECT_EQ(effectRow(), "100 BLANK BLANK DISABLE");
+    EXPECT_EQ(audioRow(), "100 BLANK BLANK DISABLE_AUDIO");
+    moduleTimeline::EnableLinkOption(true);
+    EXPECT_EQ(audioRow(), "100 LINK BLANK DISABLE_AUDIO");
+}
+
+TEST_F(OptionsTest, ARowDownToOneItem)
+{
+    const auto disableAll = [&] {
+        for (CheckBox* const box : {&form.chkDisableVideo[0], &form.chkDisableEffect[0], &form.chkDisableAudio[1]}) {
+            box->Value = std::int16_t{1};
+        }
+        form.chkLinkAudio[1].Value = std::int16_t{0};
+    };
+    disableAll();
+    put(video(), 0, 1000);
+    put(video(), 1000, 2000);
+    putEffect(0, 500);
+    put(audio(2), 0, 1000);
+    moduleTimeline::UpdateTrackOptions();
+    EXPECT_EQ(videoRow().substr(0, 3), "101") << "two items";
+    EXPECT_EQ(effectRow(), "100 LINK BLANK DISABLE");
+    EXPECT_EQ(audioRow(), "100 LINK BLANK DISABLE_AUDIO");
+
+    engine::Bool16 ok = 0;
+    disableAll();
+    check(wrapped->RemoveSource(video(), 1, ok));
+    put(audio(2), 1000, 2000);
+    moduleTimeline::UpdateTrackOptions();
+    EXPECT_EQ(videoRow().substr(0, 3), "100") << "the choice of the person is undone";
+    EXPECT_EQ(audioRow().substr(0, 3), "001");
+}
+
+TEST_F(OptionsTest, ToolTips)
+{
+    EXPECT_EQ(form.imgDisableVideo[0].ToolTipText.get(), "Hide Video");
+    EXPECT_EQ(form.imgLockAudio[0].ToolTipText.get(), "Unlock Audio 1");
+    EXPECT_EQ(form.imgLinkOverlay[0].ToolTipText.get(), "Unlink Overlay");
+    EXPECT_EQ(form.imgDisableEffect[0].ToolTipText.get(), "Hide Effect");
+    EXPECT_EQ(form.cmdSelSliders.ToolTipText.get(), "Show/Hide Selection Sliders");
+}
+
+} // namespace
+} // namespace timeline_test

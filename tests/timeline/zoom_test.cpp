@@ -1,0 +1,118 @@
+// Conversions, zoom steps, the scroll bar.
+
+#include "timeline/timeline_harness.h"
+
+namespace timeline_test {
+namespace {
+
+using namespace moduleScaleRenderer;
+
+class ZoomTest : public TimelineTest {
+protected:
+    void SetUp() override
+    {
+        TimelineTest::SetUp();
+        state::ProjectModified = false;
+    }
+    /// The factors that repeated steps lead to.
+    static std::string walk(std::int16_t from, void (*step)(), int count)
+    {
+        SetZoomFactor(from);
+        std::string all;
+        for (int i = 0; i < count; ++i) {
+            state::ProjectModified = false;
+            step();
+            EXPECT_TRUE(state::ProjectModified);
+            all += (i > 0 ? " " : "") + std::to_string(GetZoomFactor());
+        }
+        return all;
+    }
+    std::string bar() const
+    {
+        return std::to_string(form.hsb.Value()) + " of " + std::to_string(form.hsb.Max())
+               + (form.hsb.Enabled ? "" : " idle");
+    }
+};
+
+TEST_F(ZoomTest, Conversions)
+{
+    EXPECT_EQ(MsToPixels(15), 2);
+    EXPECT_EQ(MsToPixels(25), 2);
+    EXPECT_EQ(MsToPixels(-15), -2);
+    EXPECT_EQ(PixelsToMs(-7), -70);
+    EXPECT_EQ(TicksToPixels(32767), 327670);
+    EXPECT_EQ(MsToTicks(12345), 123.4);
+    SetZoomFactor(20480);
+    EXPECT_EQ(MsToPixels(std::numeric_limits<std::int32_t>::max()), 104858);
+    EXPECT_THROW(PixelsToMs(104858), engine::RuntimeError);
+    SetZoomFactor(0);
+    EXPECT_EQ(GetZoomFactor(), 0);
+    EXPECT_EQ(PixelsToMs(3), 30) << "0 counts as the start value";
+    EXPECT_EQ(MsToPixels(45), 4);
+}
+
+TEST_F(ZoomTest, Steps)
+{
+    EXPECT_EQ(walk(10, ZoomIn, 5), "5 2 1 1 1");
+    EXPECT_EQ(walk(1, ZoomOut, 6), "2 4 8 16 32 64");
+    EXPECT_EQ(walk(10, ZoomOut, 13), "20 40 80 160 320 640 1280 2560 5120 10240 20480 20480 20480");
+    EXPECT_EQ(walk(8192, ZoomOut, 2), "16384 16384");
+    EXPECT_EQ(walk(7, ZoomIn, 1), "4") << "3.5 goes to the even number";
+    EXPECT_EQ(walk(0, ZoomIn, 1), "5");
+    EXPECT_EQ(walk(0, ZoomOut, 1), "20");
+}
+
+TEST_F(ZoomTest, TimesOfSlidersStay)
+{
+    put(video(), 0, 60000);
+    AdjustScroll();
+    moduleTimeline::SetSliderPosition(2000, false);
+    showSelection(95, 245); // 1,000 to 2,500 ms
+    ZoomIn();
+    EXPECT_EQ(form.imgScaleSlider.Left, 400);
+    EXPECT_EQ(form.imgStartSelHandle.Left, 195);
+    EXPECT_EQ(form.imgEndSelHandle.Left, 495);
+    EXPECT_FALSE(form.picEndSelSlider.Visible);
+    EXPECT_EQ(form.shpVideoSel[0].Width, 299);
+    ZoomIn(); // 5 to 2: the slider would be at 1,000 and is brought to the left edge
+    EXPECT_EQ(form.hsb.Value(), 100);
+    EXPECT_EQ(form.imgScaleSlider.Left, 0);
+    EXPECT_EQ(form.imgStartSelHandle.Left, -505);
+    EXPECT_EQ(state::SliderPosition, 2000);
+    EXPECT_TRUE(form.picVideo[0].drawing.inWords().starts_with("filled 0 0 400 23 FFFF80\nbox -1000 0 29000 23"));
+}
+
+TEST_F(ZoomTest, ScrollBarFollowsTheLength)
+{
+    EXPECT_EQ(bar(), "0 of 100 idle");
+    EXPECT_EQ(panel("DURATION"), "0:00:00.000");
+    put(audio(2), 0, 12340);
+    AdjustScroll();
+    EXPECT_EQ(bar(), "0 of 93") << "123.4 ticks, less 40 in view, and a margin of ten";
+    EXPECT_EQ(panel("DURATION"), "0:00:12.340");
+    put(state::OverlayTrack, 0, 30050);
+    putEffect(0, 500000);
+    AdjustScroll();
+    EXPECT_EQ(bar(), "0 of 270") << "270.5 goes to the even number; effects do not count";
+    form.hsb.SetValue(250);
+
+    engine::Bool16 ok = 0;
+    check(wrapped->RemoveSource(state::OverlayTrack, 0, ok));
+    AdjustScroll();
+    EXPECT_EQ(bar(), "93 of 93");
+    check(wrapped->RemoveSource(audio(2), 0, ok));
+    AdjustScroll();
+    EXPECT_EQ(bar(), "0 of 100 idle") << "an idle bar leaves no view scrolled away";
+
+    put(video(), 0, 600000);
+    AdjustScroll();
+    SetZoomFactor(1); // 60,000 ticks are more than the bar can count
+    platform.tickCount += 5000;
+    expectsErrors = true;
+    AdjustScroll();
+    EXPECT_EQ(bar(), "0 of 5970");
+    EXPECT_EQ(panel("DURATION"), "0:10:00.000");
+}
+
+} // namespace
+} // namespace timeline_test
