@@ -3,6 +3,7 @@
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
+#include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 
@@ -32,6 +33,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmPreview);
+    renew(forms::frmTools);
     renew(forms::mdiTarnwick);
     show::marked = false;
     std::string pattern = (fs::temp_directory_path() / "quillmont-test-XXXXXX").string();
