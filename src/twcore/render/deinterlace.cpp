@@ -5,26 +5,137 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <vector>
 
 namespace twcore {
 
 namespace {
 
-// A line that lies within this of its neighbours' range belongs to the same moment.
-constexpr int kCombThreshold = 10;
+// Motion is judged block by block. In a whole picture a line is nearer to its neighbours than these are to the next
+// lines but one; where two moments are interleaved it is the other way round.
+constexpr int kBlockWidth = 32;
+constexpr int kBlockHeight = 16;
+constexpr int kNoise = 1;  // of the second differences, for each pixel
+constexpr int kSlants = 2; // pixels to either side over which an edge is followed
+constexpr int kReach = 1;  // pixels to either side that are compared along it
 
-void fillLine(std::uint8_t* target, const std::uint8_t* own, const std::uint8_t* above, const std::uint8_t* below,
-              int width)
-{
-    for (int x = 0; x < width; ++x) {
-        const int a = above[x];
-        const int b = below[x];
-        const int low = std::min(a, b) - kCombThreshold;
-        const int high = std::max(a, b) + kCombThreshold;
-        const int here = own[x];
-        target[x] = static_cast<std::uint8_t>(here >= low && here <= high ? here : (a + b + 1) >> 1);
+/// One plane of a frame; lines beyond its edges are those of the edge's own field.
+struct Plane {
+    const std::uint8_t* data;
+    std::ptrdiff_t stride;
+    int width;
+    int height;
+
+    const std::uint8_t* line(int y) const
+    {
+        while (y < 0) {
+            y += 2;
+        }
+        while (y >= height) {
+            y -= 2;
+        }
+        return data + y * stride;
     }
+};
+
+/// Which blocks comb, with those around them.
+class CombMap {
+public:
+    CombMap(const Plane& plane, int firstFilled)
+        : columns_((plane.width + kBlockWidth - 1) / kBlockWidth),
+          rows_((plane.height + kBlockHeight - 1) / kBlockHeight),
+          moves_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_))
+    {
+        std::vector<char> combs(moves_.size());
+        for (int row = 0; row < rows_; ++row) {
+            for (int column = 0; column < columns_; ++column) {
+                combs[at(column, row)] = combsAt(plane, firstFilled, column, row);
+            }
+        }
+        for (int row = 0; row < rows_; ++row) {
+            for (int column = 0; column < columns_; ++column) {
+                char any = 0;
+                for (int y = std::max(0, row - 1); y <= std::min(rows_ - 1, row + 1); ++y) {
+                    for (int x = std::max(0, column - 1); x <= std::min(columns_ - 1, column + 1); ++x) {
+                        any = static_cast<char>(any | combs[at(x, y)]);
+                    }
+                }
+                moves_[at(column, row)] = any;
+            }
+        }
+    }
+
+    int columns() const { return columns_; }
+    /// Of a line of the plane itself, or of one `shift` times halved.
+    bool moves(int column, int y, int shift) const
+    {
+        return moves_[at(column, std::min(rows_ - 1, (y << shift) / kBlockHeight))] != 0;
+    }
+
+private:
+    std::size_t at(int column, int row) const
+    {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+    }
+
+    static char combsAt(const Plane& plane, int firstFilled, int column, int row)
+    {
+        const int left = column * kBlockWidth;
+        const int right = std::min(plane.width, left + kBlockWidth);
+        const int top = row * kBlockHeight;
+        const int bottom = std::min(plane.height, top + kBlockHeight);
+        int interleaved = 0;
+        int sameMoment = 0;
+        int count = 0;
+        for (int y = top + ((top + firstFilled) % 2 == 0 ? 0 : 1); y < bottom; y += 2) {
+            const auto* const above2 = plane.line(y - 3);
+            const auto* const above = plane.line(y - 1);
+            const auto* const own = plane.line(y);
+            const auto* const below = plane.line(y + 1);
+            for (int x = left; x < right; ++x) {
+                interleaved += std::abs(2 * own[x] - above[x] - below[x]);
+                sameMoment += std::abs(2 * above[x] - above2[x] - below[x]);
+            }
+            count += right - left;
+        }
+        return interleaved > sameMoment + kNoise * count ? 1 : 0;
+    }
+
+    int columns_;
+    int rows_;
+    std::vector<char> moves_;
+};
+
+/// The pixel between two lines, followed along the edge that goes through it.
+std::uint8_t between(const std::uint8_t* above, const std::uint8_t* below, int x, int width)
+{
+    int best = std::abs(above[x] - below[x]) * (2 * kReach + 1) - kReach; // straight down, when in doubt
+    int value = (above[x] + below[x] + 1) >> 1;
+    if (x < kSlants + kReach || x >= width - kSlants - kReach) {
+        return static_cast<std::uint8_t>(value);
+    }
+    best = 0;
+    for (int i = -kReach; i <= kReach; ++i) {
+        best += std::abs(above[x + i] - below[x + i]);
+    }
+    best -= kReach;
+    for (const int side : {-1, 1}) {
+        for (int slant = 1; slant <= kSlants; ++slant) {
+            const int d = side * slant;
+            int difference = 0;
+            for (int i = -kReach; i <= kReach; ++i) {
+                difference += std::abs(above[x + d + i] - below[x - d + i]);
+            }
+            if (difference >= best) {
+                break; // a steeper edge is only believed beside a flatter one
+            }
+            best = difference;
+            value = (above[x + d] + below[x - d] + 1) >> 1;
+        }
+    }
+    return static_cast<std::uint8_t>(value);
 }
 
 } // namespace
@@ -44,18 +155,28 @@ FramePtr deinterlaced(const AVFrame& frame)
         return nullptr;
     }
     const int firstFilled = frame.top_field_first != 0 ? 1 : 0;
-    for (int plane = 0; plane < 3; ++plane) {
-        const int width = plane == 0 ? frame.width : -(-frame.width >> shape->log2_chroma_w);
-        const int height = plane == 0 ? frame.height : -(-frame.height >> shape->log2_chroma_h);
-        const auto line = [&](int y) {
-            return frame.data[plane] + std::ptrdiff_t{std::clamp(y, 0, height - 1)} * frame.linesize[plane];
-        };
-        for (int y = 0; y < height; ++y) {
-            auto* const target = whole->data[plane] + std::ptrdiff_t{y} * whole->linesize[plane];
-            if (y % 2 != firstFilled) {
-                std::memcpy(target, line(y), static_cast<std::size_t>(width));
-            } else {
-                fillLine(target, line(y), line(y > 0 ? y - 1 : 1), line(y + 1 < height ? y + 1 : y - 1), width);
+    const CombMap map({frame.data[0], frame.linesize[0], frame.width, frame.height}, firstFilled);
+    for (int i = 0; i < 3; ++i) {
+        const int shiftX = i == 0 ? 0 : shape->log2_chroma_w;
+        const int shiftY = i == 0 ? 0 : shape->log2_chroma_h;
+        const Plane plane{frame.data[i], frame.linesize[i], -(-frame.width >> shiftX), -(-frame.height >> shiftY)};
+        for (int y = 0; y < plane.height; ++y) {
+            auto* const target = whole->data[i] + std::ptrdiff_t{y} * whole->linesize[i];
+            std::memcpy(target, plane.line(y), static_cast<std::size_t>(plane.width));
+            if (y % 2 != firstFilled || plane.height < 2) {
+                continue;
+            }
+            const auto* const above = plane.line(y - 1);
+            const auto* const below = plane.line(y + 1);
+            for (int column = 0; column < map.columns(); ++column) {
+                if (!map.moves(column, y, shiftY)) {
+                    continue;
+                }
+                const int left = column * kBlockWidth >> shiftX;
+                const int right = std::min(plane.width, (column + 1) * kBlockWidth >> shiftX);
+                for (int x = left; x < right; ++x) {
+                    target[x] = between(above, below, x, plane.width);
+                }
             }
         }
     }
