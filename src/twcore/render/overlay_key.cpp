@@ -1,5 +1,7 @@
 #include "twcore/render/overlay_key.h"
 
+#include "twcore/render/vectors.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -18,8 +20,8 @@ void spread(const std::vector<std::uint8_t>& source, std::vector<std::uint8_t>& 
             std::vector<std::uint8_t>& target, int width, int height, Better better)
 {
     for (int y = 0; y < height; ++y) {
-        const auto* const from = source.data() + std::ptrdiff_t{y} * width;
-        auto* const to = scratch.data() + std::ptrdiff_t{y} * width;
+        const auto* __restrict const from = source.data() + std::ptrdiff_t{y} * width;
+        auto* __restrict const to = scratch.data() + std::ptrdiff_t{y} * width;
         std::copy_n(from, width, to);
         for (int step = 1; step <= kAround; ++step) {
             for (int x = step; x < width; ++x) {
@@ -31,10 +33,11 @@ void spread(const std::vector<std::uint8_t>& source, std::vector<std::uint8_t>& 
         }
     }
     for (int y = 0; y < height; ++y) {
-        auto* const to = target.data() + std::ptrdiff_t{y} * width;
+        auto* __restrict const to = target.data() + std::ptrdiff_t{y} * width;
         std::copy_n(scratch.data() + std::ptrdiff_t{y} * width, width, to);
         for (int step = -kAround; step <= kAround; ++step) {
-            const auto* const from = scratch.data() + std::ptrdiff_t{std::clamp(y + step, 0, height - 1)} * width;
+            const auto* __restrict const from =
+                scratch.data() + std::ptrdiff_t{std::clamp(y + step, 0, height - 1)} * width;
             for (int x = 0; x < width; ++x) {
                 to[x] = better(to[x], from[x]);
             }
@@ -63,7 +66,50 @@ Weights weightsOf(const Colour& colour)
             colour.isFullRange ? 0 : 16};
 }
 
-int mixed(int below, int above, int share) { return (below * (255 - share) + above * share + 127) / 255; }
+TWCORE_WIDE_VECTORS void distances(const std::uint8_t* __restrict green, const std::uint8_t* __restrict blue,
+                                   const std::uint8_t* __restrict red, const KeyRgb& key,
+                                   std::uint8_t* __restrict target, int width)
+{
+    const int keyGreen = key.green;
+    const int keyBlue = key.blue;
+    const int keyRed = key.red;
+    for (int x = 0; x < width; ++x) {
+        const int g = std::abs(green[x] - keyGreen);
+        const int b = std::abs(blue[x] - keyBlue);
+        const int r = std::abs(red[x] - keyRed);
+        target[x] = static_cast<std::uint8_t>(std::max(r, std::max(g, b)));
+    }
+}
+
+/// to = below * (1 - share) + above * share, rounded to the nearest.
+TWCORE_WIDE_VECTORS void mixLine(std::uint8_t* __restrict to, const std::uint8_t* __restrict above,
+                                 const std::uint8_t* __restrict share, int width)
+{
+    for (int x = 0; x < width; ++x) {
+        const auto sum = static_cast<std::uint16_t>(to[x] * (255 - share[x]) + above[x] * share[x] + 128);
+        to[x] = static_cast<std::uint8_t>((sum + (sum >> 8)) >> 8); // divided by 255
+    }
+}
+
+TWCORE_WIDE_VECTORS void lumaLine(const std::uint8_t* __restrict green, const std::uint8_t* __restrict blue,
+                                  const std::uint8_t* __restrict red, const int (&w)[3], int offset,
+                                  std::uint8_t* __restrict target, int width)
+{
+    const int wr = w[0];
+    const int wg = w[1];
+    const int wb = w[2];
+    for (int x = 0; x < width; ++x) {
+        target[x] = static_cast<std::uint8_t>(((wr * red[x] + wg * green[x] + wb * blue[x] + 8192) >> 14) + offset);
+    }
+}
+
+TWCORE_WIDE_VECTORS void chromaLine(std::uint8_t* __restrict to, const float* __restrict keep,
+                                    const float* __restrict add, int width)
+{
+    for (int x = 0; x < width; ++x) {
+        to[x] = static_cast<std::uint8_t>(std::clamp(static_cast<int>(to[x] * keep[x] + add[x] + 0.5f), 0, 255));
+    }
+}
 
 } // namespace
 
@@ -77,117 +123,177 @@ void OverlayKey::findShares(const Planes& overlay, const KeyRgb& key)
         plane->resize(count);
     }
     for (int y = 0; y < height; ++y) {
-        const auto* const green = overlay.line(0, y);
-        const auto* const blue = overlay.line(1, y);
-        const auto* const red = overlay.line(2, y);
-        auto* const target = distance_.data() + std::ptrdiff_t{y} * width;
-        for (int x = 0; x < width; ++x) {
-            const int g = std::abs(green[x] - key.green);
-            const int b = std::abs(blue[x] - key.blue);
-            const int r = std::abs(red[x] - key.red);
-            target[x] = static_cast<std::uint8_t>(std::max(r, std::max(g, b)));
-        }
+        distances(overlay.line(0, y), overlay.line(1, y), overlay.line(2, y), key,
+                  distance_.data() + std::ptrdiff_t{y} * width, width);
     }
     spread(distance_, scratch_, nearest_, width, height, [](auto a, auto b) { return std::min(a, b); });
     spread(distance_, scratch_, farthest_, width, height, [](auto a, auto b) { return std::max(a, b); });
+    edges_.clear();
     for (std::size_t i = 0; i < count; ++i) {
-        const int distance = distance_[i];
-        int share = 255;
-        if (distance <= kTolerance) {
-            share = 0;
-        } else if (nearest_[i] <= kTolerance) {
-            const int most = std::max(farthest_[i] * kOpaquePart / 256, kTolerance + 1);
-            share = std::min(255, (distance - kTolerance) * 255 / std::max(1, most - kTolerance));
+        share_[i] = distance_[i] <= kTolerance ? 0 : 255;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (nearest_[i] > kTolerance || distance_[i] <= kTolerance) {
+            continue;
         }
-        share_[i] = static_cast<std::uint8_t>(share);
+        const int most = std::max(farthest_[i] * kOpaquePart / 256, kTolerance + 1);
+        const int share = (distance_[i] - kTolerance) * 255 / std::max(1, most - kTolerance);
+        share_[i] = static_cast<std::uint8_t>(std::min(255, share));
+        if (share > 0 && share < 255) {
+            edges_.push_back(static_cast<std::uint32_t>(i));
+        }
+    }
+    spans_.assign(static_cast<std::size_t>(height), {});
+    for (int y = 0; y < height; ++y) {
+        const auto* const line = share_.data() + std::ptrdiff_t{y} * width;
+        const auto isSeen = [](std::uint8_t share) { return share != 0; };
+        const auto* const first = std::find_if(line, line + width, isSeen);
+        if (first != line + width) {
+            const auto* last = line + width;
+            while (last[-1] == 0) {
+                --last;
+            }
+            spans_[static_cast<std::size_t>(y)] = {static_cast<int>(first - line), static_cast<int>(last - line)};
+        }
     }
 }
 
 void OverlayKey::unmix(const Planes& overlay, const KeyRgb& key)
 {
     const int keys[3] = {key.green, key.blue, key.red};
+    for (const std::uint32_t i : edges_) {
+        const int x = static_cast<int>(i) % width_;
+        const int y = static_cast<int>(i) / width_;
+        const int share = share_[i];
+        for (int plane = 0; plane < 3; ++plane) {
+            std::uint8_t& value = overlay.line(plane, y)[x];
+            value = static_cast<std::uint8_t>(std::clamp((value * 255 - (255 - share) * keys[plane]) / share, 0, 255));
+        }
+    }
+}
+
+void OverlayKey::takePlanes(const Planes& overlay)
+{
     for (int plane = 0; plane < 3; ++plane) {
-        for (int y = 0; y < overlay.height; ++y) {
-            auto* const line = overlay.line(plane, y);
-            const auto* const shares = share_.data() + std::ptrdiff_t{y} * width_;
-            for (int x = 0; x < overlay.width; ++x) {
-                const int share = shares[x];
-                if (share > 0 && share < 255) {
-                    const int pure = (line[x] * 255 - (255 - share) * keys[plane]) / share;
-                    line[x] = static_cast<std::uint8_t>(std::clamp(pure, 0, 255));
+        auto& values = value_[static_cast<std::size_t>(plane)];
+        values.resize(share_.size());
+        for (int y = 0; y < height_; ++y) {
+            std::copy_n(overlay.line(plane, y), width_, values.data() + std::ptrdiff_t{y} * width_);
+        }
+    }
+}
+
+void OverlayKey::takeLuma(const Planes& overlay, const Colour& colour)
+{
+    const Weights weights = weightsOf(colour);
+    value_[0].resize(share_.size());
+    for (int y = 0; y < height_; ++y) {
+        const Span span = spans_[static_cast<std::size_t>(y)];
+        lumaLine(overlay.line(0, y) + span.first, overlay.line(1, y) + span.first, overlay.line(2, y) + span.first,
+                 weights.y, weights.yOffset, value_[0].data() + std::ptrdiff_t{y} * width_ + span.first,
+                 span.last - span.first);
+    }
+}
+
+/// A pixel of halved colour takes each of its pixels by its share.
+void OverlayKey::takeChroma(const Planes& overlay, const Colour& colour)
+{
+    const Weights weights = weightsOf(colour);
+    const int stepX = 1 << shiftX_;
+    const int stepY = 1 << shiftY_;
+    const int columns = width_ >> shiftX_;
+    const int rows = height_ >> shiftY_;
+    const auto count = static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
+    keep_.assign(count, 1);
+    add_[0].assign(count, 0);
+    add_[1].assign(count, 0);
+    const float all = static_cast<float>(255 * stepX * stepY);
+    for (int row = 0; row < rows; ++row) {
+        Span seen{width_, 0};
+        for (int y = row * stepY; y < (row + 1) * stepY; ++y) {
+            const Span span = spans_[static_cast<std::size_t>(y)];
+            seen = span.last > 0 ? Span{std::min(seen.first, span.first), std::max(seen.last, span.last)} : seen;
+        }
+        for (int column = seen.first >> shiftX_; column < std::min(columns, (seen.last + stepX - 1) >> shiftX_);
+             ++column) {
+            int shares = 0;
+            int red = 0;
+            int green = 0;
+            int blue = 0;
+            for (int y = row * stepY; y < (row + 1) * stepY; ++y) {
+                const auto* const share = share_.data() + std::ptrdiff_t{y} * width_;
+                for (int x = column * stepX; x < (column + 1) * stepX; ++x) {
+                    shares += share[x];
+                    green += overlay.line(0, y)[x] * share[x];
+                    blue += overlay.line(1, y)[x] * share[x];
+                    red += overlay.line(2, y)[x] * share[x];
                 }
             }
+            if (shares == 0) {
+                continue;
+            }
+            const auto i =
+                static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(column);
+            const float share = static_cast<float>(shares) / all;
+            const auto weighed = [&](const int(&w)[3]) {
+                return static_cast<float>(std::int64_t{w[0]} * red + std::int64_t{w[1]} * green
+                                          + std::int64_t{w[2]} * blue)
+                           / (16384.0f * all)
+                       + 128 * share;
+            };
+            keep_[i] = 1 - share;
+            add_[0][i] = weighed(weights.cb);
+            add_[1][i] = weighed(weights.cr);
+        }
+    }
+}
+
+void OverlayKey::prepare(const Planes& overlay, const KeyRgb& key, const Planes& like)
+{
+    height_ = overlay.height;
+    shiftX_ = like.shiftX;
+    shiftY_ = like.shiftY;
+    isRgb_ = like.isRgb();
+    findShares(overlay, key);
+    unmix(overlay, key);
+    if (isRgb_) {
+        takePlanes(overlay);
+        return;
+    }
+    takeLuma(overlay, like.colour);
+    takeChroma(overlay, like.colour);
+}
+
+void OverlayKey::lay(const Planes& target, int left, int top) const
+{
+    const int width = std::min(width_, target.width - left);
+    const int height = std::min(height_, target.height - top);
+    for (int plane = 0; plane < (isRgb_ ? 3 : 1); ++plane) {
+        for (int y = 0; y < height; ++y) {
+            const Span span = spans_[static_cast<std::size_t>(y)];
+            const std::ptrdiff_t at = std::ptrdiff_t{y} * width_ + span.first;
+            mixLine(target.line(plane, top + y) + left + span.first,
+                    value_[static_cast<std::size_t>(plane)].data() + at, share_.data() + at,
+                    std::min(width, span.last) - span.first);
+        }
+    }
+    if (isRgb_) {
+        return;
+    }
+    const int columns = width >> shiftX_;
+    for (int row = 0; row < height >> shiftY_; ++row) {
+        const std::ptrdiff_t at = std::ptrdiff_t{row} * (width_ >> shiftX_);
+        for (int plane = 1; plane < 3; ++plane) {
+            chromaLine(target.line(plane, (top >> shiftY_) + row) + (left >> shiftX_), keep_.data() + at,
+                       add_[static_cast<std::size_t>(plane) - 1].data() + at, columns);
         }
     }
 }
 
 void OverlayKey::blend(const Planes& overlay, const KeyRgb& key, const Planes& target, int left, int top)
 {
-    findShares(overlay, key);
-    unmix(overlay, key);
-    const int width = std::min(overlay.width, target.width - left);
-    const int height = std::min(overlay.height, target.height - top);
-    const auto shareAt = [&](int x, int y) {
-        return int{share_[std::size_t(y) * std::size_t(width_) + std::size_t(x)]};
-    };
-    if (target.isRgb()) {
-        for (int plane = 0; plane < 3; ++plane) {
-            for (int y = 0; y < height; ++y) {
-                const auto* const from = overlay.line(plane, y);
-                auto* const to = target.line(plane, top + y) + left;
-                for (int x = 0; x < width; ++x) {
-                    to[x] = static_cast<std::uint8_t>(mixed(to[x], from[x], shareAt(x, y)));
-                }
-            }
-        }
-        return;
-    }
-    const Weights weights = weightsOf(target.colour);
-    const auto part = [](const int(&w)[3], int r, int g, int b) { return w[0] * r + w[1] * g + w[2] * b; };
-    for (int y = 0; y < height; ++y) {
-        const auto* const green = overlay.line(0, y);
-        const auto* const blue = overlay.line(1, y);
-        const auto* const red = overlay.line(2, y);
-        auto* const to = target.line(0, top + y) + left;
-        for (int x = 0; x < width; ++x) {
-            const int luma = ((part(weights.y, red[x], green[x], blue[x]) + 8192) >> 14) + weights.yOffset;
-            to[x] = static_cast<std::uint8_t>(mixed(to[x], luma, shareAt(x, y)));
-        }
-    }
-    // A pixel of halved colour takes each of its pixels by its share.
-    const int stepX = 1 << target.shiftX;
-    const int stepY = 1 << target.shiftY;
-    for (int y = 0; y + stepY <= height; y += stepY) {
-        auto* const toCb = target.line(1, (top + y) >> target.shiftY) + (left >> target.shiftX);
-        auto* const toCr = target.line(2, (top + y) >> target.shiftY) + (left >> target.shiftX);
-        for (int x = 0; x + stepX <= width; x += stepX) {
-            int shares = 0;
-            std::int64_t cb = 0;
-            std::int64_t cr = 0;
-            for (int dy = 0; dy < stepY; ++dy) {
-                for (int dx = 0; dx < stepX; ++dx) {
-                    const int share = shareAt(x + dx, y + dy);
-                    const int r = overlay.line(2, y + dy)[x + dx];
-                    const int g = overlay.line(0, y + dy)[x + dx];
-                    const int b = overlay.line(1, y + dy)[x + dx];
-                    shares += share;
-                    cb += std::int64_t{part(weights.cb, r, g, b)} * share;
-                    cr += std::int64_t{part(weights.cr, r, g, b)} * share;
-                }
-            }
-            if (shares == 0) {
-                continue;
-            }
-            const int all = 255 * stepX * stepY;
-            const auto blended = [&](int below, std::int64_t above) {
-                const std::int64_t sum = std::int64_t{below - 128} * (all - shares) * 16384 + above;
-                return static_cast<std::uint8_t>(
-                    std::clamp<std::int64_t>(128 + std::llround(static_cast<double>(sum) / (16384.0 * all)), 0, 255));
-            };
-            toCb[x >> target.shiftX] = blended(toCb[x >> target.shiftX], cb);
-            toCr[x >> target.shiftX] = blended(toCr[x >> target.shiftX], cr);
-        }
-    }
+    prepare(overlay, key, target);
+    lay(target, left, top);
 }
 
 } // namespace twcore

@@ -149,17 +149,23 @@ SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFram
     const PicturePlace place = placeOf(source);
     const PictureSize size{place.target.width, place.target.height};
     const PictureFormat rgb{size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}};
-    if (!overlays_ || overlays_->format().size != size) {
-        overlays_ = std::make_unique<PictureFitter>(rgb);
-    }
-    PicturePlace whole = place;
-    whole.target = {0, 0, size.width, size.height};
-    const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
-    const TraceSpan span("key");
-    auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
     auto target = worker_.copyOf(*below);
-    key_.blend(planesOf(*overlay, rgb.colour), *source.key, planesOf(*target, workFormat_.colour), place.target.left,
-               place.target.top);
+    const Planes planes = planesOf(*target, workFormat_.colour);
+    if (prepared_.frame != frame || prepared_.source != &source) {
+        if (!overlays_ || overlays_->format().size != size) {
+            overlays_ = std::make_unique<PictureFitter>(rgb);
+        }
+        PicturePlace whole = place;
+        whole.target = {0, 0, size.width, size.height};
+        const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
+        const TraceSpan span("key");
+        auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
+        prepared_.key.prepare(planesOf(*overlay, rgb.colour), *source.key, planes);
+        prepared_.frame = frame;
+        prepared_.source = &source;
+    }
+    const TraceSpan span("lay");
+    prepared_.key.lay(planes, place.target.left, place.target.top);
     return shareFrame(std::move(target));
 }
 

@@ -41,6 +41,13 @@ private:
         SharedFrame picture;
     };
 
+    /// The overlay that was laid last: one that stands still is worked on once.
+    struct PreparedOverlay {
+        SharedFrame frame;
+        const PlannedSource* source = nullptr;
+        OverlayKey key;
+    };
+
     const PictureStretch* stretchAt(std::int64_t number);
     PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer);
     SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames, double timelineMs);
@@ -56,7 +63,7 @@ private:
     PictureFitter fitter_;                    // to the movie's format
     PictureFitter worker_;                    // to the work format
     std::unique_ptr<PictureFitter> overlays_; // to green, blue and red of an overlay's size
-    OverlayKey key_;
+    PreparedOverlay prepared_;
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
     std::size_t stretch_ = 0;
