@@ -54,6 +54,7 @@ void openTimelineOf(const std::string& path)
         RenderAllBars();
         UpdateTreeView();
         moduleTimeline::UpdateTrackOptions();
+        EnableOrDisableMenuItems();
     });
 }
 
@@ -63,6 +64,7 @@ int main(int count, char** words)
 {
     QApplication application(count, words);
     QApplication::setApplicationName("quillmont");
+    QApplication::setApplicationVersion(QUILLMONT_VERSION);
     QApplication::setApplicationDisplayName("Quillmont");
     QApplication::setWindowIcon(applicationIcon());
     QApplication::setDesktopFileName("quillmont");

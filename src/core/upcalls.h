@@ -4,6 +4,7 @@
 
 #include "engine/runtime_error.h"
 
+#include <cstdint>
 #include <string_view>
 
 /// Defined in `report/`. A function name that ends in "*" only writes the log record; any other opens the report
@@ -15,3 +16,12 @@ void UpdateTreeView();
 
 /// Defined in `timeline/`. Draws every bar of every row anew from the engine.
 void RenderAllBars();
+
+/// Defined in `shell/`. The menu update, after nearly every command and release of the pointer: which menu entries and
+/// buttons are enabled, and the actions of the tools panel. Raises nothing.
+void EnableOrDisableMenuItems();
+
+/// Defined in `shell/`. A panel has become the active one: 0 the media list, 1 the preview, 2 the timeline. The tools
+/// panel shows its actions with the next `RefreshActions`, which raises nothing.
+void SetActiveContext(std::int16_t context);
+void RefreshActions();

@@ -6,6 +6,7 @@
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/ITWStreamInfo.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -13,6 +14,7 @@
 #include "media/media_files.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace frmMediaList {
 
@@ -103,6 +105,13 @@ void CloseFromWindowMenu()
     forms::mdiTarnwick.mnuViewMediaList.Checked = false;
 }
 
+void Form_Activate()
+{
+    constexpr std::int16_t kMediaList = 0;
+    SetActiveContext(kMediaList);
+    RefreshActions();
+}
+
 void lvwMediaList_MouseDown(int button)
 {
     constexpr int kRightButton = 2;
@@ -117,6 +126,10 @@ void lvwMediaList_Click()
     state::InSelectionUpdate = true;
     forms::frmMediaList.tmFilePreview.Enabled = false;
     OnLvwMediaListClick();
+    EnableOrDisableMenuItems();
+    if (std::exchange(forms::frmMediaList.RightClickPending, false) && forms::mdiTarnwick.PopupMenu) {
+        forms::mdiTarnwick.PopupMenu(forms::PopUp::kMediaListContext);
+    }
     state::InSelectionUpdate = false;
 }
 

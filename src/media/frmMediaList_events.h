@@ -15,6 +15,8 @@ void Load();
 void Unload();
 /// The form was asked to close from its window menu: it hides instead, and the view menu loses its check.
 void CloseFromWindowMenu();
+/// The panel has become the active one.
+void Form_Activate();
 
 // --- The list ------------------------------------------------------------------------------------------------------
 // Before these calls the form writes the rows' `Selected` and `SelectedItem`, the row with the focus.

@@ -8,6 +8,7 @@
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 
+#include <QDrag>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHeaderView>
@@ -21,6 +22,30 @@ namespace {
 
 forms::FrmMediaList& form() { return forms::frmMediaList; }
 
+/// A view of the list that tells the program of the span in which its rows are dragged.
+template <class View>
+class DragView final : public View {
+public:
+    using View::View;
+
+protected:
+    void startDrag(Qt::DropActions) override
+    {
+        constexpr int kIcon = 24;
+        auto* const drag = new QDrag(this);
+        drag->setMimeData(this->model()->mimeData(this->selectionModel()->selectedRows()));
+        drag->setPixmap(this->currentIndex()
+                            .siblingAtColumn(0)
+                            .data(Qt::DecorationRole)
+                            .template value<QIcon>()
+                            .pixmap(kIcon, kIcon));
+        fprintf(stderr,"DBG start\n");
+        frmMediaList::lvwMediaList_OLEStartDrag();
+        drag->exec(Qt::CopyAction);
+        frmMediaList::lvwMediaList_OLECompleteDrag();
+    }
+};
+
 } // namespace
 
 MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
@@ -29,6 +54,7 @@ MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
     setMouseTracking(true);
     makeList();
     side_ = new QWidget(this);
+    side_->setMouseTracking(true);
     makePlayer();
     makeFacts();
     refreshIcons();
@@ -43,12 +69,12 @@ void MediaListForm::makeList()
     model_ = new ListModel(form().lvwMediaList,
                            {tr("Name"), tr("Media Type"), tr("Duration"), tr("Video Info"), tr("Audio Info")}, this);
     views_ = new QStackedWidget(this);
-    details_ = new QTreeView(views_);
+    details_ = new DragView<QTreeView>(views_);
     details_->setObjectName("lvwMediaList");
     details_->setRootIsDecorated(false);
     details_->setUniformRowHeights(true);
     details_->setItemsExpandable(false);
-    icons_ = new QListView(views_);
+    icons_ = new DragView<QListView>(views_);
     icons_->setObjectName("lvwMediaListIcons");
     icons_->setUniformItemSizes(true);
     icons_->setResizeMode(QListView::Adjust);
@@ -61,6 +87,7 @@ void MediaListForm::makeList()
     icons_->setSelectionModel(details_->selectionModel());
     details_->header()->setStretchLastSection(false);
     details_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    connect(details_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { noteSelection(); });
     connect(details_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionChanged(); });
     emptyHint_ = new QLabel(tr("Open video, sound and picture files with File > Open File (Ctrl+I),\n"
                                "or drop them here from your file manager."),
@@ -78,6 +105,8 @@ void MediaListForm::watchView(QAbstractItemView* view)
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setFrameShape(QFrame::NoFrame);
+    view->setDragEnabled(true);
+    view->installEventFilter(this);
     view->viewport()->setMouseTracking(true);
     view->viewport()->installEventFilter(this);
     connect(view, &QAbstractItemView::doubleClicked, this, [] { frmMediaList::OnLvwMediaListDblClick(); });
@@ -118,12 +147,17 @@ void MediaListForm::makeFacts()
         const int row = static_cast<int>(i);
         factNames_[i] = new QLabel(factBox_);
         facts_[i] = new QLabel(factBox_);
+        facts_[i]->setObjectName(i == 0 ? QString("lblFileDisplay") : QString("lblInfoDisplay%1").arg(i - 1));
         facts_[i]->setTextFormat(Qt::PlainText);
         facts_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
         facts_[i]->setMinimumWidth(10);
         facts_[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         grid->addWidget(factNames_[i], row, 0, Qt::AlignLeft | Qt::AlignTop);
         grid->addWidget(facts_[i], row, 1);
+        for (QLabel* const label : {factNames_[i], facts_[i]}) {
+            label->setMouseTracking(true);
+            label->installEventFilter(this);
+        }
     }
     grid->setRowStretch(static_cast<int>(facts_.size()), 1);
 }
@@ -193,24 +227,74 @@ void MediaListForm::keyPressEvent(QKeyEvent* event)
     QWidget::keyPressEvent(event);
 }
 
+void MediaListForm::mouseMoveEvent(QMouseEvent*) { frmMediaList::Form_MouseMove(); }
+
 bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isList = watched == details_->viewport() || watched == icons_->viewport();
-    if (event->type() == QEvent::MouseMove) {
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        return hintAt(watched);
+    case QEvent::KeyPress:
+        return (watched == details_ || watched == icons_) && keyInList(static_cast<const QKeyEvent&>(*event));
+    case QEvent::MouseButtonPress:
         if (isList) {
-            frmMediaList::lvwMediaList_MouseMove();
-        } else if (watched == factBox_) {
-            frmMediaList::fmeMediaInfo_MouseMove();
-        } else if (watched == picture_) {
-            frmMediaList::picPreviewSmall_MouseMove();
+            pressedInList(static_cast<const QMouseEvent&>(*event));
         }
-    } else if (isList && event->type() == QEvent::MouseButtonPress) {
-        frmMediaList::lvwMediaList_MouseDown(programButton(static_cast<QMouseEvent*>(event)->button()));
+        return false;
+    case QEvent::MouseButtonRelease:
+        if (isList) { // the view takes the release first: it may change the selection once more
+            isPressed_ = false;
+            QMetaObject::invokeMethod(
+                this, [] { frmMediaList::lvwMediaList_Click(); }, Qt::QueuedConnection);
+        }
+        return false;
+    default:
+        return QWidget::eventFilter(watched, event);
     }
-    return QWidget::eventFilter(watched, event);
 }
 
-void MediaListForm::selectionChanged()
+/// True when the move ends here; else it would go on to the form, which has a hint of its own.
+bool MediaListForm::hintAt(QObject* watched)
+{
+    if (watched == details_->viewport() || watched == icons_->viewport()) {
+        frmMediaList::lvwMediaList_MouseMove();
+        return false;
+    }
+    if (watched == picture_) {
+        frmMediaList::picPreviewSmall_MouseMove();
+        return true;
+    }
+    frmMediaList::fmeMediaInfo_MouseMove();
+    return watched == factBox_; // a label selects its text by moves
+}
+
+/// The form's own keys come before the list's search; True when it took the key.
+bool MediaListForm::keyInList(const QKeyEvent& event)
+{
+    const int key = programKey(event.key());
+    if ((key == 13 || key == 32) && programShift(event.modifiers()) == 0) {
+        frmMediaList::Form_KeyDown(key);
+        return true;
+    }
+    if (key == 38 || key == 40) {
+        isKeyed_ = true;
+        const auto answer = [this, key] {
+            isKeyed_ = false;
+            frmMediaList::lvwMediaList_KeyDown(key);
+        };
+        QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection); // the list moves the focus first
+    }
+    return false;
+}
+
+void MediaListForm::pressedInList(const QMouseEvent& event)
+{
+    isPressed_ = true;
+    frmMediaList::lvwMediaList_MouseDown(programButton(event.button()));
+}
+
+void MediaListForm::noteSelection()
 {
     if (isShowing_) {
         return;
@@ -224,7 +308,17 @@ void MediaListForm::selectionChanged()
         }
     }
     list.SelectedItem = selection.currentIndex().isValid() ? selection.currentIndex().row() + 1 : 0;
-    frmMediaList::lvwMediaList_Click();
+}
+
+void MediaListForm::selectionChanged()
+{
+    if (isShowing_) {
+        return;
+    }
+    noteSelection();
+    if (!isPressed_ && !isKeyed_) {
+        frmMediaList::lvwMediaList_Click();
+    }
 }
 
 void MediaListForm::showSelection()
@@ -287,6 +381,9 @@ void MediaListForm::showState()
     emptyHint_->raise();
     position_->setVisible(f.sldFilePreview.Visible);
     position_->setRange(f.sldFilePreview.Min(), f.sldFilePreview.Max());
+    const int length = f.sldFilePreview.Max() - f.sldFilePreview.Min();
+    position_->setPageStep(std::max(1, length / 10));
+    position_->setSingleStep(std::max(1, length / 100));
     position_->setValue(f.sldFilePreview.Value());
     play_->setVisible(f.cmdPlay.Visible);
     play_->setEnabled(f.cmdPlay.Enabled && f.lvwMediaList.Count() > 0);

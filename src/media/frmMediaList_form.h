@@ -23,6 +23,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -31,6 +32,10 @@ private:
     void makePlayer();
     void makeFacts();
     void watchView(QAbstractItemView* view);
+    bool hintAt(QObject* watched);
+    bool keyInList(const QKeyEvent& event);
+    void pressedInList(const QMouseEvent& event);
+    void noteSelection();
     void selectionChanged();
     void showState();
     void showSelection();
@@ -51,5 +56,7 @@ private:
     std::array<QLabel*, 6> factNames_{};
     std::array<QLabel*, 6> facts_{};
     std::string playPicture_;
+    bool isPressed_ = false; // a press on the list is answered when the button comes up,
+    bool isKeyed_ = false;   // an arrow key when the focus has moved
     bool isShowing_ = false; // state is being copied: what the widgets tell is no deed of the person's
 };

@@ -3,6 +3,7 @@
 #include "core/forms/frmMediaList.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
+#include "core/upcalls.h"
 #include "media/media_files.h"
 #include "media/moduleTarnwick.h"
 
@@ -16,6 +17,7 @@ void mnuFileOpen_Click()
     const media::OpeningSpan span;
     moduleTarnwick::OnFileOpenClick();
     state::ProjectModified = true;
+    EnableOrDisableMenuItems();
 }
 
 void mnuFileClose_Click()
@@ -26,6 +28,7 @@ void mnuFileClose_Click()
     const media::OpeningSpan span;
     moduleTarnwick::OnFileCloseClick();
     state::ProjectModified = true;
+    EnableOrDisableMenuItems();
 }
 
 void mnuFileRF_Click(std::size_t index)
@@ -41,6 +44,7 @@ void mnuFileRF_Click(std::size_t index)
     if (forms::frmMediaList.lvwMediaList.Count() > rowsBefore) {
         state::ProjectModified = true;
     }
+    EnableOrDisableMenuItems();
 }
 
 } // namespace mdiTarnwick

@@ -234,6 +234,7 @@ void OpenDroppedFiles(const std::vector<std::string>& paths)
         sayDoneWhenCancelled();
     });
     state::ProjectModified = true;
+    EnableOrDisableMenuItems();
 }
 
 void OpenResentFile(std::string_view path)

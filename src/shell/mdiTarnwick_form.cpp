@@ -1,16 +1,19 @@
 #include "shell/mdiTarnwick_form.h"
 
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmTimeline.h"
+#include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "media/frmMediaList_events.h"
 #include "media/frmMediaList_form.h"
-#include "media/media_menu.h"
 #include "media/moduleTarnwick.h"
+#include "shell/frmTools_events.h"
+#include "shell/frmTools_form.h"
+#include "shell/mdiTarnwick_events.h"
+#include "shell/menus_form.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/frmTimeline_form.h"
-#include "timeline/moduleScaleRenderer.h"
-#include "timeline/moduleTimeline.h"
 #include "windowing/icons.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -19,10 +22,14 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolBar>
 #include <QUrl>
+#include <QWhatsThis>
+#include <algorithm>
 
 MainWindow::MainWindow()
 {
@@ -35,6 +42,8 @@ MainWindow::MainWindow()
     makePanels();
     makeMenus();
     makeStatusBar();
+    bindHooks();
+    mdiTarnwick::Form_Load();
     showPass().add(this, [this] { showState(); });
 }
 
@@ -46,46 +55,73 @@ void MainWindow::makePanels()
     ground_->installEventFilter(this);
     setCentralWidget(ground_);
     // The panels are loaded in this order.
+    mdiTarnwick::Form_Initialize();
     mediaList_ = new MediaListForm(nullptr);
     frmMediaList::Load();
     timeline_ = new TimelineForm(nullptr);
     frmTimeline::Load();
+    tools_ = new ToolsForm(nullptr);
+    frmTools::Form_Load();
     mediaListPanel_ = new PanelFrame(mediaList_, ground_);
-    mediaListPanel_->setClosable([] { frmMediaList::CloseFromWindowMenu(); });
+    mediaListPanel_->setClosable([] {
+        frmMediaList::CloseFromWindowMenu();
+        mdiTarnwick::ArrangeVisible();
+    });
     timelinePanel_ = new PanelFrame(timeline_, ground_);
     timelinePanel_->setCaption(tr("Timeline"));
+    timelinePanel_->setClosable([] { mdiTarnwick::mnuViewTimeline_Click(); });
+    toolsPanel_ = new PanelFrame(tools_, ground_);
+    toolsPanel_->setCaption(tr("Tools"));
+    toolsPanel_->setClosable([] {
+        frmTools::CloseFromWindowMenu();
+        mdiTarnwick::ArrangeVisible();
+    });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        for (PanelFrame* const panel : {mediaListPanel_, timelinePanel_}) {
+        for (PanelFrame* const panel : {mediaListPanel_, timelinePanel_, toolsPanel_}) {
             panel->setActive(now != nullptr && panel->isAncestorOf(now));
+        }
+        if (now != nullptr && mediaListPanel_->isAncestorOf(now)) {
+            activate(0);
+        } else if (now != nullptr && timelinePanel_->isAncestorOf(now)) {
+            activate(2);
         }
     });
 }
 
+/// The tools panel follows the panel that is worked in.
+void MainWindow::activate(std::int16_t context)
+{
+    if (forms::frmTools.ActiveContext != context) {
+        forms::frmTools.ActiveContext = context;
+        frmTools::RefreshActions();
+    }
+}
+
 void MainWindow::makeMenus()
 {
-    QMenu* const file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("Open &File..."), QKeySequence(Qt::CTRL | Qt::Key_I), this,
-                    [] { mdiTarnwick::mnuFileOpen_Click(); });
-    file->addAction(tr("&Close File"), this, [] { mdiTarnwick::mnuFileClose_Click(); });
-    file->addSeparator();
-    recentFiles_ = file->addMenu(tr("&Recent Files"));
-    file->addSeparator();
-    file->addAction(tr("E&xit"), this, [this] { close(); });
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
-    viewSelectionSliders_ = view->addAction(tr("&Selection Sliders"), QKeySequence(Qt::Key_F5), this,
-                                            [] { moduleTimeline::ToggleSelSliders(); });
-    viewSelectionSliders_->setCheckable(true);
-    QMenu* const tools = menuBar()->addMenu(tr("&Tools"));
-    tools->addAction(tr("Zoom &In Timeline Scale"), QKeySequence(Qt::Key_F6), this,
-                     [] { moduleScaleRenderer::ZoomIn(); });
-    tools->addAction(tr("Zoom &Out Timeline Scale"), QKeySequence(Qt::Key_F7), this,
-                     [] { moduleScaleRenderer::ZoomOut(); });
-    QMenu* const window = menuBar()->addMenu(tr("&Window"));
-    viewMediaList_ = window->addAction(tr("&Media List"), this, [](bool isOn) {
-        forms::frmMediaList.Visible = isOn;
-        forms::mdiTarnwick.mnuViewMediaList.Checked = isOn;
-    });
-    viewMediaList_->setCheckable(true);
+    auto* const tools = addToolBar(tr("Commands"));
+    tools->setObjectName("tbr");
+    tools->setMovable(false);
+    tools->setIconSize({18, 18});
+    tools->toggleViewAction()->setVisible(false);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    menus_ = new MainMenus(*menuBar(), *tools, this);
+}
+
+void MainWindow::bindHooks()
+{
+    mdiTarnwick::unload = [this] { close(); };
+    mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
+    mdiTarnwick::showAbout = [this] {
+        QMessageBox::about(this, tr("About Quillmont"),
+                           tr("<b>Quillmont %1</b><p>A video editor for holidays, lectures and school projects.</p>"
+                              "<p>Free software under the GNU General Public License, version 3 or later.</p>")
+                               .arg(QApplication::applicationVersion()));
+    };
+    forms::mdiTarnwick.PopupMenu = [this](forms::PopUp which) {
+        menus_->showState(); // what is enabled now, not at the last pass
+        menus_->popUp(which)->popup(QCursor::pos());
+    };
 }
 
 void MainWindow::makeStatusBar()
@@ -93,12 +129,14 @@ void MainWindow::makeStatusBar()
     QStatusBar& bar = *statusBar();
     for (std::size_t i = 0; i < statusPanels_.size(); ++i) {
         statusPanels_[i] = new QLabel(&bar);
+        statusPanels_[i]->setObjectName(QString("sbr%1").arg(i + 1));
         statusPanels_[i]->setTextFormat(Qt::PlainText);
         statusPanels_[i]->setContentsMargins(6, 0, 6, 0);
     }
     statusPanels_[0]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     const int timeWidth = fontMetrics().horizontalAdvance("00:00:00.000") + 16;
     progress_ = new QProgressBar(&bar);
+    progress_->setObjectName("pbarMain");
     progress_->setFixedWidth(180);
     progress_->setMaximumHeight(16);
     progress_->setAccessibleName(tr("Progress"));
@@ -116,43 +154,35 @@ void MainWindow::makeStatusBar()
     statusPanels_[3]->setToolTip(tr("Selected item"));
 }
 
-void MainWindow::placePanels()
+void MainWindow::tellSize()
 {
-    constexpr int kGap = 6;
-    const int timelineHeight = std::clamp(ground_->height() * 2 / 5, 220, 420);
-    const int top = ground_->height() - timelineHeight;
-    timelinePanel_->setGeometry(kGap, top, ground_->width() - 2 * kGap, timelineHeight - kGap);
-    mediaListPanel_->setGeometry(kGap, kGap, ground_->width() - 2 * kGap, top - 2 * kGap);
+    constexpr std::int32_t kShareOfTimeline = 42; // of 100
+    forms::mdiTarnwick.TimelineHeight = std::clamp(ground_->height() * kShareOfTimeline / 100, 240, 420);
+    mdiTarnwick::MDIForm_Resize(ground_->width(), ground_->height());
+}
+
+void MainWindow::showPanels()
+{
+    constexpr int kGap = 3; // on each side, so that panels stand apart
+    const auto& m = forms::mdiTarnwick;
+    const auto place = [](PanelFrame& panel, const forms::Rectangle& r, bool isVisible) {
+        const QRect inner = QRect(r.left, r.top, r.width, r.height).adjusted(kGap, kGap, -kGap, -kGap);
+        if (isVisible && inner.isValid()) {
+            panel.setGeometry(inner);
+        }
+        panel.setVisible(isVisible);
+    };
+    place(*mediaListPanel_, m.MediaListPlace, forms::frmMediaList.Visible);
+    place(*timelinePanel_, m.TimelinePlace, forms::frmTimeline.Visible);
+    place(*toolsPanel_, m.ToolsPlace, forms::frmTools.Visible);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == ground_ && event->type() == QEvent::Resize) {
-        placePanels();
+        tellSize();
     }
     return QMainWindow::eventFilter(watched, event);
-}
-
-void MainWindow::showRecent()
-{
-    const auto& recent = forms::mdiTarnwick.mnuFileRF;
-    bool differs = recentFiles_->actions().size() != static_cast<qsizetype>(recent.size());
-    for (std::size_t i = 0; i < recent.size() && !differs; ++i) {
-        differs = recentFiles_->actions()[static_cast<qsizetype>(i)]->data().toString()
-                  != fromProgram(recent[i].Caption.get());
-    }
-    if (!differs) {
-        return;
-    }
-    recentFiles_->clear();
-    for (std::size_t i = 0; i < recent.size(); ++i) {
-        const QString caption = fromProgram(recent[i].Caption.get());
-        QString shown = caption;
-        QAction* const action =
-            recentFiles_->addAction(shown.replace("&", "&&"), this, [i] { mdiTarnwick::mnuFileRF_Click(i); });
-        action->setData(caption);
-        action->setEnabled(recent[i].Enabled);
-    }
 }
 
 void MainWindow::showState()
@@ -171,25 +201,22 @@ void MainWindow::showState()
         waits ? QApplication::setOverrideCursor(Qt::BusyCursor) : QApplication::restoreOverrideCursor();
     }
     mediaListPanel_->setCaption(fromProgram(forms::frmMediaList.Caption.get()));
-    mediaListPanel_->setVisible(forms::frmMediaList.Visible);
-    viewMediaList_->setChecked(m.mnuViewMediaList.Checked);
-    viewSelectionSliders_->setChecked(m.mnuViewSelectionSliders.Checked);
-    showRecent();
+    showPanels();
+    menus_->showState();
 }
 
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
+        menus_->refreshIcons();
         show::mark();
     }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (state::InSelectionUpdate || state::BusyOpening) {
-        forms::mdiTarnwick.sbr.Panel(1) = "Quillmont is currently busy. Please wait until the current operation is "
-                                          "completed and then close the application.";
+    if (!mdiTarnwick::QueryUnload()) {
         event->ignore();
         return;
     }

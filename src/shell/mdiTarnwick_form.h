@@ -11,9 +11,11 @@
 #include <QPushButton>
 #include <array>
 
+class MainMenus;
 class MediaListForm;
 class QMimeData;
 class TimelineForm;
+class ToolsForm;
 
 class MainWindow final : public QMainWindow {
 public:
@@ -32,21 +34,23 @@ protected:
 
 private:
     void makeMenus();
+    void bindHooks();
+    void activate(std::int16_t context);
     void makePanels();
     void makeStatusBar();
-    void placePanels();
+    void tellSize();
+    void showPanels();
     void showState();
-    void showRecent();
     void takeDrop(const QMimeData& dropped);
 
     QWidget* ground_ = nullptr;
     TimelineForm* timeline_ = nullptr;
     MediaListForm* mediaList_ = nullptr;
+    ToolsForm* tools_ = nullptr;
     PanelFrame* timelinePanel_ = nullptr;
     PanelFrame* mediaListPanel_ = nullptr;
-    QMenu* recentFiles_ = nullptr;
-    QAction* viewMediaList_ = nullptr;
-    QAction* viewSelectionSliders_ = nullptr;
+    PanelFrame* toolsPanel_ = nullptr;
+    MainMenus* menus_ = nullptr;
     std::array<QLabel*, 4> statusPanels_{};
     QProgressBar* progress_ = nullptr;
     QPushButton* cancel_ = nullptr;

@@ -6,12 +6,15 @@
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "timeline/ModuleTreeView.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
 #include "timeline/track_options.h"
 
@@ -24,6 +27,7 @@ namespace {
 forms::FrmTimeline& form = forms::frmTimeline;
 
 constexpr int kLeftButton = 1;
+constexpr int kRightButton = 2;
 constexpr int kShiftKey = 1;
 constexpr int kCtrlKey = 2;
 
@@ -45,6 +49,8 @@ void setToolTips()
     form.cmdZoomIn.ToolTipText = std::string("Zoom In");
     form.cmdZoomOut.ToolTipText = std::string("Zoom Out");
     form.cmdSelSliders.ToolTipText = std::string("Show/Hide Selection Sliders");
+    form.cmdAddBookmark.ToolTipText = std::string("Add Marker");
+    form.cmdRemoveBookmark.ToolTipText = std::string("Remove Marker");
 }
 
 void hideWhatComesLater()
@@ -57,6 +63,15 @@ void hideWhatComesLater()
         row.imgLink.Visible = false;
     }
 }
+
+/// A press on a row's picture.
+struct RowPress {
+    RowKind kind;
+    std::int16_t index;
+    int button;
+    int shift;
+    float x;
+};
 
 /// The main slider goes where the preview's slider stands.
 void followPreviewSlider() { moduleTimeline::SetSliderPosition(forms::frmPreview.sldPreview.Value(), false); }
@@ -77,11 +92,18 @@ void onArrowKey(int key, int shift)
     followPreviewSlider();
 }
 
-template <class Press>
-void onRowPressed(const char* routine, int button, int shift, float x, const Press& onPress)
+/// What the pop-up menu of a row is about.
+std::int16_t contextOf(RowKind kind)
 {
+    return kind == RowKind::kVideo ? std::int16_t{1} : kind == RowKind::kOverlay ? std::int16_t{3} : std::int16_t{2};
+}
+
+template <class Press>
+void onRowPressed(const char* routine, const RowPress& press, const Press& onPress)
+{
+    const auto& [kind, index, button, shift, x] = press;
     Trapped("frmTimeline", routine, [&] {
-        if (button != kLeftButton) {
+        if (button != kLeftButton && button != kRightButton) {
             return;
         }
         state::ClickX = numbers::rounded<std::int32_t>(x);
@@ -90,6 +112,9 @@ void onRowPressed(const char* routine, int button, int shift, float x, const Pre
         onPress();
         state::ClickShift = false;
         state::ClickCtrl = false;
+        if (button == kRightButton && !timeline::row(kind, index).isLocked()) {
+            PopUpEditContext(contextOf(kind), kind == RowKind::kEffect ? std::int16_t{-1} : index);
+        }
     });
 }
 
@@ -122,6 +147,19 @@ void Form_Resize()
 
 void Form_MouseMove() { moduleScaleRenderer::ClearScaleLine(); }
 
+void Form_Activate()
+{
+    constexpr std::int16_t kTimeline = 2;
+    SetActiveContext(kTimeline);
+    RefreshActions();
+}
+
+void CloseFromWindowMenu()
+{
+    form.Visible = false;
+    forms::mdiTarnwick.mnuViewTimeline.Checked = false;
+}
+
 // --- Scale and ground ----------------------------------------------------------------------------------------------
 
 void hsb_Scroll()
@@ -136,6 +174,7 @@ void hsb_Scroll()
         if (!form.DraggingEnd) {
             moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
         }
+        moduleBookmarks::UpdateBookmarks(form.DraggingBookmark ? form.SelectedBookmark : std::int16_t{-1});
         moduleScaleRenderer::RenderScale();
         moduleScaleRenderer::RenderAllBars();
         moduleTimeline::RenderAllSelections();
@@ -149,6 +188,8 @@ void picScale_MouseDown(int button, float x)
             const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
             forms::frmPreview.sldPreview.SetValue(moduleScaleRenderer::PixelsToMs(px));
             followPreviewSlider();
+        } else if (button == kRightButton) {
+            PopUpEditContext(0, 0);
         }
     });
 }
@@ -189,22 +230,26 @@ void cmdSelSliders_Click()
 
 void picVideo_MouseDown(std::int16_t index, int button, int shift, float x)
 {
-    onRowPressed("picVideo_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicMediaClick(index, true); });
+    onRowPressed("picVideo_MouseDown", {RowKind::kVideo, index, button, shift, x},
+                 [&] { moduleTimeline::OnPicMediaClick(index, true); });
 }
 
 void picEffect_MouseDown(std::int16_t index, int button, int shift, float x)
 {
-    onRowPressed("picEffect_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicEffectClick(index); });
+    onRowPressed("picEffect_MouseDown", {RowKind::kEffect, index, button, shift, x},
+                 [&] { moduleTimeline::OnPicEffectClick(index); });
 }
 
 void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x)
 {
-    onRowPressed("picOverlay_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicOverlayClick(index); });
+    onRowPressed("picOverlay_MouseDown", {RowKind::kOverlay, index, button, shift, x},
+                 [&] { moduleTimeline::OnPicOverlayClick(index); });
 }
 
 void picAudio_MouseDown(std::int16_t index, int button, int shift, float x)
 {
-    onRowPressed("picAudio_MouseDown", button, shift, x, [&] { moduleTimeline::OnPicMediaClick(index, false); });
+    onRowPressed("picAudio_MouseDown", {RowKind::kAudio, index, button, shift, x},
+                 [&] { moduleTimeline::OnPicMediaClick(index, false); });
 }
 
 namespace {

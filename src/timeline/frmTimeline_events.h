@@ -19,6 +19,10 @@ void Load();
 /// The screen has written new sizes of the pictures, and `lblHighlight.Left`.
 void Form_Resize();
 void Form_MouseMove();
+/// The panel has become the active one.
+void Form_Activate();
+/// The panel was closed from its window menu: it hides, and the view menu loses its check.
+void CloseFromWindowMenu();
 
 // --- Scale and ground ----------------------------------------------------------------------------------------------
 
@@ -50,6 +54,8 @@ void imgEndSelHandle_MouseUp(int button, float x);
 void tmTimeline_Timer();
 
 // --- The rows ------------------------------------------------------------------------------------------------------
+
+// The right button pops a menu up besides; not on a locked row.
 
 void picVideo_MouseDown(std::int16_t index, int button, int shift, float x);
 void picEffect_MouseDown(std::int16_t index, int button, int shift, float x);

@@ -2,7 +2,9 @@
 
 #include "core/shared_state.h"
 #include "timeline/frmTimeline_events.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
+#include "timeline/row_pointer.h"
 #include "timeline/timeline_row_form.h"
 #include "timeline/timeline_sliders_form.h"
 #include "windowing/icons.h"
@@ -11,6 +13,7 @@
 #include "windowing/text.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -61,8 +64,15 @@ void TimelineForm::makeList()
     tree_->setModel(treeModel_);
     connect(tree_, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { frmTimeline::tvwTimeline_NodeClick(treeModel_->placesOf(index)); });
+    // A click is answered when it is over; what moves the current node else is a key.
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
+        if (!isShowing_ && index.isValid() && QGuiApplication::mouseButtons() == Qt::NoButton) {
+            frmTimeline::tvwTimeline_NodeClick(treeModel_->placesOf(index));
+        }
+    });
     divider_ = new QWidget(this);
     divider_->setObjectName("picVerticalResize");
+    divider_->setAccessibleName(tr("Divider between list and tracks"));
     divider_->setCursor(Qt::SplitHCursor);
     divider_->installEventFilter(this);
 }
@@ -80,6 +90,7 @@ void TimelineForm::makeScale()
     connectPicture(*scale_);
     scrollBar_ = new QScrollBar(Qt::Horizontal, base_);
     scrollBar_->setObjectName("hsb");
+    scrollBar_->setAccessibleName(tr("Part of the timeline in view"));
     scrollBar_->setFocusPolicy(Qt::NoFocus);
     connect(scrollBar_, &QScrollBar::valueChanged, this, [](int value) { form().hsb.SetValue(value); });
     scaleMarker_ = new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale_);
@@ -122,9 +133,6 @@ void TimelineForm::makeRows()
     const auto add = [&](RowParts parts, auto mouseDown) {
         auto* const row = new TrackRow(std::move(parts), base_);
         row->picture().pressed = [mouseDown](int button, int shift, float x, float) { mouseDown(button, shift, x); };
-        row->picture().moved = [](int, int, float x, float) {
-            frmTimeline::picTimelineBase_MouseMove(x + static_cast<float>(form().lblHighlight.Left.get()));
-        };
         connectPicture(row->picture());
         row->installEventFilter(this);
         rows_.push_back(row);
@@ -132,24 +140,32 @@ void TimelineForm::makeRows()
     const auto option = [](CheckBox& box, ImageBox& image, std::function<void()> click) {
         return RowParts::Option{&box, &image, std::move(click)};
     };
-    add({tr("Video"), "picVideo0", &f.picVideo[0], &f.shpVideoSel[0],
+    add({tr("Video"), "picVideo0", &f.picVideo[0], &f.shpVideoSel[0], &f.ptrVideo[0],
+         [](float x, float y) { frmTimeline::picVideo_MouseMove(0, x, y); },
+         [] { frmTimeline::picVideo_OLEDragDrop(0); },
          option(f.chkDisableVideo[0], f.imgDisableVideo[0], [] { frmTimeline::imgDisableVideo_Click(0); }),
          option(f.chkLockVideo[0], f.imgLockVideo[0], [] { frmTimeline::imgLockVideo_Click(0); }),
          option(f.chkLinkVideo[0], f.imgLinkVideo[0], [] { frmTimeline::imgLinkVideo_Click(0); })},
         [](int button, int shift, float x) { frmTimeline::picVideo_MouseDown(0, button, shift, x); });
-    add({tr("Effects"), "picEffect0", &f.picEffect[0], &f.shpEffectSel[0],
+    add({tr("Effects"), "picEffect0", &f.picEffect[0], &f.shpEffectSel[0], &f.ptrEffect[0],
+         [](float x, float y) { frmTimeline::picEffect_MouseMove(0, x, y); },
+         [] { frmTimeline::picEffect_OLEDragDrop(0); },
          option(f.chkDisableEffect[0], f.imgDisableEffect[0], [] { frmTimeline::imgDisableEffect_Click(0); }),
          option(f.chkLockEffect[0], f.imgLockEffect[0], [] { frmTimeline::imgLockEffect_Click(0); }),
          option(f.chkLinkEffect[0], f.imgLinkEffect[0], [] { frmTimeline::imgLinkEffect_Click(0); })},
         [](int button, int shift, float x) { frmTimeline::picEffect_MouseDown(0, button, shift, x); });
-    add({tr("Overlays"), "picOverlay0", &f.picOverlay[0], &f.shpOverlaySel[0],
+    add({tr("Overlays"), "picOverlay0", &f.picOverlay[0], &f.shpOverlaySel[0], &f.ptrOverlay[0],
+         [](float x, float y) { frmTimeline::picOverlay_MouseMove(0, x, y); },
+         [] { frmTimeline::picOverlay_OLEDragDrop(0); },
          option(f.chkDisableOverlay[0], f.imgDisableOverlay[0], [] { frmTimeline::imgDisableOverlay_Click(0); }),
          option(f.chkLockOverlay[0], f.imgLockOverlay[0], [] { frmTimeline::imgLockOverlay_Click(0); }),
          option(f.chkLinkOverlay[0], f.imgLinkOverlay[0], [] { frmTimeline::imgLinkOverlay_Click(0); })},
         [](int button, int shift, float x) { frmTimeline::picOverlay_MouseDown(0, button, shift, x); });
     for (std::int16_t i = 0; i < 2; ++i) {
         const auto n = static_cast<std::size_t>(i);
-        add({tr("Audio %1").arg(i + 1), QString("picAudio%1").arg(i), &f.picAudio[n], &f.shpAudioSel[n],
+        add({tr("Audio %1").arg(i + 1), QString("picAudio%1").arg(i), &f.picAudio[n], &f.shpAudioSel[n], &f.ptrAudio[n],
+             [i](float x, float y) { frmTimeline::picAudio_MouseMove(i, x, y); },
+             [i] { frmTimeline::picAudio_OLEDragDrop(i); },
              option(f.chkDisableAudio[n], f.imgDisableAudio[n], [i] { frmTimeline::imgDisableAudio_Click(i); }),
              option(f.chkLockAudio[n], f.imgLockAudio[n], [i] { frmTimeline::imgLockAudio_Click(i); }),
              option(f.chkLinkAudio[n], f.imgLinkAudio[n], [i] { frmTimeline::imgLinkAudio_Click(i); })},
@@ -180,6 +196,9 @@ void TimelineForm::makeSliders()
                                  {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,
                                   frmTimeline::imgSliderHandle_MouseUp},
                                  "imgSliderHandle", scale_)};
+    handles_[0]->setAccessibleName(tr("Start of the selection"));
+    handles_[1]->setAccessibleName(tr("End of the selection"));
+    handles_[2]->setAccessibleName(tr("Position on the timeline"));
 }
 
 void TimelineForm::makeButtons()
@@ -196,6 +215,8 @@ void TimelineForm::makeButtons()
     zoomIn_ = make("cmdZoomIn", [] { frmTimeline::cmdZoomIn_Click(); });
     zoomOut_ = make("cmdZoomOut", [] { frmTimeline::cmdZoomOut_Click(); });
     selSliders_ = make("cmdSelSliders", [] { frmTimeline::cmdSelSliders_Click(); });
+    addBookmark_ = make("cmdAddBookmark", [] { frmTimeline::cmdAddBookmark_Click(); });
+    removeBookmark_ = make("cmdRemoveBookmark", [] { frmTimeline::cmdRemoveBookmark_Click(); });
 }
 
 void TimelineForm::refreshIcons()
@@ -203,6 +224,8 @@ void TimelineForm::refreshIcons()
     zoomIn_->setIcon(programIcon("ZOOM_IN", palette()));
     zoomOut_->setIcon(programIcon("ZOOM_OUT", palette()));
     selSliders_->setIcon(programIcon("SEL_SLIDERS", palette()));
+    addBookmark_->setIcon(programIcon("ADD_MARKER", palette()));
+    removeBookmark_->setIcon(programIcon("REMOVE_MARKER", palette()));
     for (TrackRow* const row : rows_) {
         row->refreshIcons();
     }
@@ -218,7 +241,7 @@ void TimelineForm::place()
     scale_->setGeometry(kHeaderWidth, 0, pictureWidth, kScaleHeight);
     constexpr int kButton = 26;
     int x = 8;
-    for (QToolButton* const button : {zoomIn_, zoomOut_, selSliders_}) {
+    for (QToolButton* const button : {zoomIn_, zoomOut_, selSliders_, addBookmark_, removeBookmark_}) {
         button->setGeometry(x, (kScaleHeight - kButton) / 2, kButton, kButton);
         x += kButton + 4;
     }
@@ -313,6 +336,9 @@ bool TimelineForm::eventFilter(QObject* watched, QEvent* event)
     if (watched == base_ && type == QEvent::MouseMove) {
         frmTimeline::picTimelineBase_MouseMove(static_cast<float>(static_cast<QMouseEvent*>(event)->position().x()));
     }
+    if (watched == base_ && type == QEvent::Leave) {
+        frmTimeline::Form_MouseMove(); // of the form itself nothing lies bare
+    }
     if (watched == base_ && type == QEvent::KeyPress) {
         const auto& key = static_cast<QKeyEvent&>(*event);
         frmTimeline::picTimelineBase_KeyDown(programKey(key.key()), programShift(key.modifiers()));
@@ -322,6 +348,7 @@ bool TimelineForm::eventFilter(QObject* watched, QEvent* event)
 
 void TimelineForm::showList()
 {
+    isShowing_ = true;
     if (treeModel_->showState()) {
         for (const QModelIndex& index : treeModel_->expanded()) {
             tree_->expand(index);
@@ -332,6 +359,7 @@ void TimelineForm::showList()
     if (wanted != tree_->currentIndex() && wanted.isValid()) {
         tree_->setCurrentIndex(wanted);
     }
+    isShowing_ = false;
 }
 
 void TimelineForm::showMarkers()
@@ -356,6 +384,25 @@ void TimelineForm::showMarkers()
     }
 }
 
+void TimelineForm::showBookmarks()
+{
+    const auto& f = form();
+    while (bookmarks_.size() < f.imgBookmark.size()) {
+        const auto index = static_cast<std::int16_t>(bookmarks_.size());
+        auto* const flag = new BookmarkFlag(index, scale_);
+        flag->lower();
+        bookmarks_.push_back(flag);
+    }
+    for (std::size_t i = 0; i < bookmarks_.size(); ++i) {
+        const bool isThere = i < f.imgBookmark.size() && f.imgBookmark[i].Visible;
+        bookmarks_[i]->setVisible(isThere);
+        if (isThere) {
+            bookmarks_[i]->move(f.imgBookmark[i].Left, kScaleHeight - BookmarkFlag::kHeight);
+            bookmarks_[i]->setSelected(f.SelectedBookmark == static_cast<std::int16_t>(i) && i > 0);
+        }
+    }
+}
+
 void TimelineForm::showState()
 {
     const auto& f = form();
@@ -377,9 +424,13 @@ void TimelineForm::showState()
         row->showState();
     }
     showMarkers();
+    showBookmarks();
     showList();
-    for (const auto& [button, told] :
-         {std::pair{zoomIn_, &f.cmdZoomIn}, {zoomOut_, &f.cmdZoomOut}, {selSliders_, &f.cmdSelSliders}}) {
+    for (const auto& [button, told] : {std::pair{zoomIn_, &f.cmdZoomIn},
+                                       {zoomOut_, &f.cmdZoomOut},
+                                       {selSliders_, &f.cmdSelSliders},
+                                       {addBookmark_, &f.cmdAddBookmark},
+                                       {removeBookmark_, &f.cmdRemoveBookmark}}) {
         const QString tip = fromProgram(told->ToolTipText.get());
         button->setToolTip(tip);
         button->setAccessibleName(tip);

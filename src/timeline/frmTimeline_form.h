@@ -10,6 +10,7 @@
 #include <QTreeView>
 #include <array>
 
+class BookmarkFlag;
 class SliderHandle;
 class TrackRow;
 
@@ -38,6 +39,7 @@ private:
     void showState();
     void showList();
     void showMarkers();
+    void showBookmarks();
     void refreshIcons();
     void zoomAt(double notches, float x);
     void scrollBy(double notches);
@@ -51,13 +53,17 @@ private:
     QScrollBar* scrollBar_ = nullptr;
     std::vector<TrackRow*> rows_;
     std::vector<SliderHandle*> handles_;
+    std::vector<BookmarkFlag*> bookmarks_;
     std::vector<QWidget*> scaleLines_;
     std::vector<QWidget*> trackLines_;
     QWidget* scaleMarker_ = nullptr;
     QToolButton* zoomIn_ = nullptr;
     QToolButton* zoomOut_ = nullptr;
     QToolButton* selSliders_ = nullptr;
+    QToolButton* addBookmark_ = nullptr;
+    QToolButton* removeBookmark_ = nullptr;
     std::uint64_t iconGeneration_ = 0;
     int dividerPressX_ = 0;
-    bool isTold_ = false; // the program knows the pictures' sizes
+    bool isShowing_ = false; // state is being copied into the list
+    bool isTold_ = false;    // the program knows the pictures' sizes
 };

@@ -3,6 +3,7 @@
 #include "core/forms/frmTimeline.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -55,6 +56,7 @@ void tvwTimeline_NodeClick(const std::vector<std::int32_t>& places)
             const TreeNode& trackNode = form.tvwTimeline.Root().Children.at(static_cast<std::size_t>(places[0]));
             selectItem(trackNode, static_cast<std::int16_t>(places[1]));
         }
+        EnableOrDisableMenuItems();
         moduleScaleRenderer::RenderAllBars();
     });
 }

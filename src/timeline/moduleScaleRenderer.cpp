@@ -1,12 +1,14 @@
 #include "timeline/moduleScaleRenderer.h"
 
 #include "core/colours.h"
+#include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/time_text.h"
 #include "core/trap.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
@@ -51,6 +53,7 @@ void showZoom(Milliseconds sliderPos)
     RenderAllBars();
     AdjustScroll();
     moduleTimeline::RenderAllSelections();
+    moduleBookmarks::UpdateBookmarks();
 }
 
 } // namespace
@@ -126,6 +129,9 @@ void AdjustScroll()
     Trapped("moduleScaleRenderer", "AdjustScroll*", [] {
         const Milliseconds duration = moduleTimeline::GetTimelineDuration();
         forms::mdiTarnwick.sbr.Panel("DURATION") = time_text::MilliSecondsToTimetypeAsString(duration);
+        if (!form.imgEndSelHandle.Visible) {
+            forms::frmPreview.sldPreview.SetMax(duration); // presses on the scale go as far as there is something
+        }
         const auto visible =
             numbers::rounded<std::int16_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
         // A count of pixels among counts of ticks: the margin of ten ticks is meant.

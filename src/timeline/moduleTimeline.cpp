@@ -9,6 +9,7 @@
 #include "engine/engine_access.h"
 #include "settings/ModuleSettings.h"
 #include "timeline/ModuleTreeView.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/timeline_items.h"
 
@@ -114,6 +115,7 @@ void InitTimeline()
         ModuleSettings::LoadRegistrySettings();
         moduleScaleRenderer::InitScale();
         placeSliders();
+        moduleBookmarks::RemoveBookmarks();
     });
 }
 

@@ -4,6 +4,7 @@
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/engine_access.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
@@ -63,6 +64,7 @@ void press(RowKind kind, std::int16_t index)
         ModuleTreeView::SetSourceSelected(isEffect ? ModuleTreeView::kEffectLane : track, seq + 1);
     }
     moduleScaleRenderer::RenderAllBars();
+    EnableOrDisableMenuItems();
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "core/shared_state.h"
 #include "core/time_text.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -229,11 +230,17 @@ void imgEndSelHandle_MouseMove(int button, float x)
 
 void imgSliderHandle_MouseUp(int button, float) { release(button, form.DraggingSlider); }
 
-void imgStartSelHandle_MouseUp(int button, float) { release(button, form.DraggingStart); }
+void imgStartSelHandle_MouseUp(int button, float)
+{
+    if (release(button, form.DraggingStart)) {
+        EnableOrDisableMenuItems();
+    }
+}
 
 void imgEndSelHandle_MouseUp(int button, float)
 {
     if (release(button, form.DraggingEnd)) {
+        EnableOrDisableMenuItems();
         forms::frmPreview.sldPreview.SetMin(state::SelStartPosition);
         forms::frmPreview.sldPreview.SetMax(state::SelEndPosition);
     }

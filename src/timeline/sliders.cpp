@@ -8,6 +8,7 @@
 #include "core/shared_state.h"
 #include "core/time_text.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -188,6 +189,7 @@ void ShowSelSliders(bool visible)
         moduleScaleRenderer::RenderScale();
         moduleScaleRenderer::RenderAllBars();
         RenderAllSelections();
+        EnableOrDisableMenuItems();
     });
 }
 

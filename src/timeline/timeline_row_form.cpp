@@ -4,6 +4,7 @@
 #include "windowing/scheme.h"
 #include "windowing/text.h"
 
+#include <QApplication>
 #include <QPainter>
 
 namespace {
@@ -42,6 +43,14 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
     name_->setAttribute(Qt::WA_TransparentForMouseEvents);
     picture_ = new PictureWidget(*parts_.picture, parts_.objectName, this);
     picture_->setAccessibleName(tr("%1 track").arg(parts_.name));
+    picture_->moved = [this](int, int, float x, float y) { parts_.moved(x, y); };
+    picture_->setAcceptDrops(true);
+    picture_->takesDrops = [this] {
+        const QObject* const source = QApplication::focusWidget();
+        const bool isEffect = source != nullptr && source->objectName() == "lvwEffects";
+        return isEffect == parts_.objectName.startsWith("picEffect");
+    };
+    picture_->dropped = [this] { parts_.dropped(); };
     selection_ = new Tint(picture_);
     selection_->hide();
     for (RowParts::Option* const option : {&parts_.disable, &parts_.lock, &parts_.link}) {
@@ -139,6 +148,11 @@ void TrackRow::showState()
     picture_->showState();
     for (Toggle& toggle : toggles_) {
         showToggle(toggle);
+    }
+    picture_->setToolTip(fromProgram(parts_.pointer->ToolTipText.get()));
+    const bool resizes = parts_.pointer->MousePointer == 9;
+    if (resizes != (picture_->cursor().shape() == Qt::SizeHorCursor)) {
+        picture_->setCursor(resizes ? Qt::SizeHorCursor : Qt::ArrowCursor);
     }
     const Marker& shape = *parts_.selection;
     selection_->setVisible(shape.Visible);

@@ -15,6 +15,9 @@ struct RowParts {
     QString objectName; // "picVideo0"
     PictureBox* picture;
     Marker* selection;
+    forms::RowPointer* pointer;
+    std::function<void(float x, float y)> moved;
+    std::function<void()> dropped;
     struct Option {
         CheckBox* box;
         ImageBox* image;

@@ -1,5 +1,8 @@
 #include "timeline/timeline_sliders_form.h"
 
+#include "core/forms/frmTimeline.h"
+#include "timeline/moduleBookmarks.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -50,6 +53,67 @@ void SliderHandle::mousePressEvent(QMouseEvent* event) { calls_.down(programButt
 void SliderHandle::mouseMoveEvent(QMouseEvent* event) { calls_.move(programButton(event->buttons()), xIn(*event)); }
 
 void SliderHandle::mouseReleaseEvent(QMouseEvent* event) { calls_.up(programButton(event->button()), xIn(*event)); }
+
+BookmarkFlag::BookmarkFlag(std::int16_t index, QWidget* parent) : QWidget(parent), index_(index)
+{
+    setObjectName(QString("imgBookmark%1").arg(index));
+    setAccessibleName(tr("Marker %1").arg(index));
+    setToolTip(index > 0 ? tr("Marker: drag to move") : QString());
+    resize(kWidth, kHeight);
+    hide();
+}
+
+void BookmarkFlag::setSelected(bool selected)
+{
+    if (isSelected_ != selected) {
+        isSelected_ = selected;
+        update();
+    }
+}
+
+void BookmarkFlag::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath path;
+    path.moveTo(kWidth / 2.0, 0.5);
+    path.lineTo(kWidth - 0.5, 5);
+    path.lineTo(kWidth - 0.5, kHeight - 0.5);
+    path.lineTo(0.5, kHeight - 0.5);
+    path.lineTo(0.5, 5);
+    path.closeSubpath();
+    const QColor ink(0x2E, 0x8B, 0x57);
+    painter.setPen(QPen(ink.darker(150), 1));
+    painter.setBrush(isSelected_ ? ink : QColor(0xC9, 0xE8, 0xD5));
+    painter.drawPath(path);
+}
+
+float BookmarkFlag::xIn(const QMouseEvent& event) const
+{
+    const auto& flags = forms::frmTimeline.imgBookmark;
+    const std::int32_t left =
+        static_cast<std::size_t>(index_) < flags.size() ? flags[static_cast<std::size_t>(index_)].Left.get() : x();
+    return static_cast<float>(mapToParent(event.position().toPoint()).x() - left);
+}
+
+void BookmarkFlag::mousePressEvent(QMouseEvent* event)
+{
+    frmTimeline::imgBookmark_MouseDown(index_, programButton(event->button()), xIn(*event),
+                                       static_cast<float>(event->position().y()));
+    update();
+}
+
+void BookmarkFlag::mouseMoveEvent(QMouseEvent* event)
+{
+    frmTimeline::imgBookmark_MouseMove(index_, programButton(event->buttons()), xIn(*event),
+                                       static_cast<float>(event->position().y()));
+}
+
+void BookmarkFlag::mouseReleaseEvent(QMouseEvent* event)
+{
+    frmTimeline::imgBookmark_MouseUp(index_, programButton(event->button()), xIn(*event),
+                                     static_cast<float>(event->position().y()));
+}
 
 ThinLine::ThinLine(const QColor& colour, const QString& name, QWidget* parent) : QWidget(parent), colour_(colour)
 {

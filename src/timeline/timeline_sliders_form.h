@@ -41,6 +41,29 @@ private:
     Calls calls_;
 };
 
+/// A marker on the scale: a small flag that is selected by a press and dragged.
+class BookmarkFlag final : public QWidget {
+public:
+    BookmarkFlag(std::int16_t index, QWidget* parent);
+
+    static constexpr int kWidth = 9; // its time is 4 pixels right of its left edge
+    static constexpr int kHeight = 13;
+
+    void setSelected(bool selected);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    float xIn(const QMouseEvent& event) const;
+
+    std::int16_t index_;
+    bool isSelected_ = false;
+};
+
 /// A line of one pixel that lets presses through.
 class ThinLine final : public QWidget {
 public:

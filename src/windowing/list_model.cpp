@@ -2,6 +2,8 @@
 
 #include "windowing/text.h"
 
+#include <QMimeData>
+
 ListModel::ListModel(const ListView& list, QStringList headings, QObject* parent)
     : QAbstractTableModel(parent), list_(list), headings_(std::move(headings))
 {}
@@ -59,6 +61,21 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
         return icons_[icon - 1];
     }
     return {};
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+}
+
+QMimeData* ListModel::mimeData(const QModelIndexList& indexes) const
+{
+    if (indexes.isEmpty()) {
+        return nullptr;
+    }
+    auto* const rows = new QMimeData;
+    rows->setData(kRowsMimeType, {});
+    return rows;
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const

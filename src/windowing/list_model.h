@@ -9,6 +9,9 @@
 #include <QStringList>
 #include <array>
 
+/// What a drag of rows is known by. It carries none: the program knows which rows are selected.
+inline constexpr const char* kRowsMimeType = "application/x-quillmont-rows";
+
 class ListModel final : public QAbstractTableModel {
 public:
     /// `icons` by the rows' icon number, from 1.
@@ -21,6 +24,9 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QStringList mimeTypes() const override { return {kRowsMimeType}; }
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:

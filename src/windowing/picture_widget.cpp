@@ -2,6 +2,7 @@
 
 #include "windowing/painter_canvas.h"
 
+#include <QDropEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QWheelEvent>
@@ -136,6 +137,24 @@ void PictureWidget::wheelEvent(QWheelEvent* event)
         return;
     }
     wheel(most / kNotch, programShift(event->modifiers()), static_cast<float>(event->position().x()));
+}
+
+void PictureWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    // Files of a file manager are the window's.
+    if (takesDrops && event->source() != nullptr && takesDrops()) {
+        event->acceptProposedAction();
+    } else {
+        event->ignore();
+    }
+}
+
+void PictureWidget::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // The drag ends first: what follows may ask the person something.
+    QMetaObject::invokeMethod(
+        this, [this] { dropped(); }, Qt::QueuedConnection);
 }
 
 void PictureWidget::focusInEvent(QFocusEvent* event)

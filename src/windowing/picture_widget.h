@@ -21,6 +21,10 @@ public:
     /// The wheel turned up by so many notches over x.
     std::function<void(double notches, int shift, float x)> wheel;
 
+    /// Whether rows of a list of the program's own may be dropped now, and what a drop does.
+    std::function<bool()> takesDrops;
+    std::function<void()> dropped;
+
     /// Paints again what has changed since the last pass.
     void showState();
 
@@ -31,6 +35,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 

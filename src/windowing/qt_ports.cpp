@@ -162,7 +162,8 @@ double QtFonts::textHeight() { return QFontMetricsF(trackFont()).height(); }
 
 bool QtShell::openWithDesktop(std::string_view path)
 {
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(fromProgram(path)));
+    const bool isPage = path.starts_with("https://") || path.starts_with("http://");
+    return QDesktopServices::openUrl(isPage ? QUrl(fromProgram(path)) : QUrl::fromLocalFile(fromProgram(path)));
 }
 
 std::string QtShell::temporaryFolder() { return toProgram(QDir::tempPath()) + "/"; }

@@ -7,8 +7,15 @@
 #include "core/controls.h"
 
 #include <array>
+#include <vector>
 
 namespace forms {
+
+/// What the pointer meets on a track picture.
+struct RowPointer {
+    Shown<std::string> ToolTipText;
+    Shown<std::int16_t> MousePointer{std::int16_t{0}}; // 0 default, 9 the sizing pointer east-west
+};
 
 struct FrmTimeline {
     // The scale and its sliders.
@@ -32,6 +39,10 @@ struct FrmTimeline {
     std::array<PictureBox, 1> picEffect;
     std::array<PictureBox, 1> picOverlay;
     std::array<PictureBox, 2> picAudio;
+    std::array<RowPointer, 1> ptrVideo;
+    std::array<RowPointer, 1> ptrEffect;
+    std::array<RowPointer, 1> ptrOverlay;
+    std::array<RowPointer, 2> ptrAudio;
     std::array<Marker, 1> shpVideoSel; // the tinted shapes of the selection
     std::array<Marker, 1> shpEffectSel;
     std::array<Marker, 1> shpOverlaySel;
@@ -47,12 +58,24 @@ struct FrmTimeline {
 
     // The list and the divider before the rows.
     TreeView tvwTimeline;
+    Shown<bool> tvwTimelineVisible{true};
     Shown<std::int32_t> picVerticalResizeLeft{200};
     Shown<std::int32_t> Width{0}; // of the form, told by the screen
+    Shown<bool> Visible{true};    // of the panel
 
     Button cmdZoomIn;
     Button cmdZoomOut;
     Button cmdSelSliders;
+    Button cmdAddBookmark;
+    Button cmdRemoveBookmark;
+
+    // The markers on the scale. Element 0 is the pattern of the others.
+    std::vector<ImageBox> imgBookmark{ImageBox{.Picture = {}, .ToolTipText = {}, .Left = 0, .Visible = false}};
+    std::vector<std::int32_t> BookmarkTimes; // ms, in step with the images
+    std::int16_t BookmarkCount = 0;          // one above the last used index
+    std::int16_t SelectedBookmark = 0;       // 0 none
+    bool DraggingBookmark = false;
+    float BookmarkOffset = 0; // pixels; x of the press inside the marker
 
     // A drag of a slider.
     bool Dragging = false;

@@ -1,0 +1,62 @@
+#include "shell/command_tests.h"
+
+#include "core/forms/frmMediaList.h"
+#include "editing/moduleTWState.h"
+#include "history/ModuleHistory.h"
+#include "shell/mdiTarnwick_events.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+
+namespace shell {
+
+namespace {
+
+bool isAnyRowSelected()
+{
+    const ListView& list = forms::frmMediaList.lvwMediaList;
+    for (std::int32_t place = 1; place <= list.Count(); ++place) {
+        if (list.Row(place).Selected) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// What hangs on the items of the timeline. Most questions need not be asked of an empty one.
+void askTimeline(CommandTests& tests)
+{
+    using namespace moduleTWState;
+    tests.hasVideo = !IsVideoTrackEmpty();
+    tests.hasEffects = !IsEffectTrackEmpty();
+    tests.hasOverlays = !IsOverlayTrackEmpty();
+    tests.isAudio1Selected = IsAudio1SourceSelected();
+    tests.isAudio2Selected = IsAudio2SourceSelected();
+    tests.isAudioSelected = tests.isAudio1Selected || tests.isAudio2Selected;
+    tests.canRepeatAudio = tests.hasVideo && tests.isAudioSelected;
+    tests.canEdit = IsEditingValid();
+    tests.canCropSources = tests.canEdit && timeline::isSelectionShown();
+    tests.canSetKeyColor = IsSetOverlayTransparencyValid();
+    tests.canSetStretchMode = tests.canSetKeyColor || IsVideoSourceSelected();
+    tests.canRestoreSize = IsRestoreSizeValid();
+}
+
+} // namespace
+
+CommandTests currentTests()
+{
+    CommandTests tests;
+    tests.hasRows = forms::frmMediaList.lvwMediaList.Count() > 0;
+    tests.isRowSelected = isAnyRowSelected();
+    tests.hasTimeline = !moduleTimeline::IsTimelineEmpty();
+    if (tests.hasTimeline) {
+        askTimeline(tests);
+    }
+    tests.canUndo = ModuleHistory::CanUndo();
+    tests.canRedo = ModuleHistory::CanRedo();
+    tests.hasHelp = static_cast<bool>(mdiTarnwick::showHelp);
+    tests.hasWhatsThis = static_cast<bool>(mdiTarnwick::enterWhatsThis);
+    tests.hasAbout = static_cast<bool>(mdiTarnwick::showAbout);
+    return tests;
+}
+
+} // namespace shell

@@ -1,0 +1,231 @@
+#include "shell/frmTools_form.h"
+
+#include "core/colours.h"
+#include "core/forms/frmTools.h"
+#include "shell/frmTools_events.h"
+#include "windowing/icons.h"
+#include "windowing/picture_widget.h"
+#include "windowing/scheme.h"
+#include "windowing/show_pass.h"
+#include "windowing/text.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QItemSelectionModel>
+#include <QMouseEvent>
+
+namespace {
+
+forms::FrmTools& form() { return forms::frmTools; }
+
+constexpr int kTabHeight = 30;
+constexpr int kAddHeight = 40;
+
+} // namespace
+
+ToolsForm::ToolsForm(QWidget* parent) : QWidget(parent)
+{
+    setObjectName("frmTools");
+    tabs_ = new QTabBar(this);
+    tabs_->setObjectName("tbsTools");
+    tabs_->setExpanding(true);
+    tabs_->setDrawBase(false);
+    tabs_->setAccessibleName(tr("Tools"));
+    for (const QString& caption : {tr("Actions"), tr("Effects"), tr("History")}) {
+        tabs_->addTab(caption);
+    }
+    connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
+        if (!isShowing_) {
+            frmTools::tbsTools_Click(static_cast<std::int16_t>(tab + 1));
+        }
+    });
+    makeActions();
+    makeEffects();
+    makeHistory();
+    showPass().add(this, [this] { showState(); });
+}
+
+void ToolsForm::makeActions()
+{
+    actions_ = new QTreeView(this);
+    actions_->setObjectName("tvwActions");
+    actions_->setAccessibleName(tr("Actions"));
+    actions_->setHeaderHidden(true);
+    actions_->setRootIsDecorated(false);
+    actions_->setUniformRowHeights(true);
+    actions_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    actions_->setFrameShape(QFrame::NoFrame);
+    actionModel_ = new TreeModel(
+        form().tvwActions, [this](const std::string& key) { return programIcon(frmTools::pictureOf(key), palette()); },
+        this);
+    actions_->setModel(actionModel_);
+    actions_->viewport()->setMouseTracking(true);
+    actions_->viewport()->installEventFilter(this);
+    connect(actions_, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+        // The list may be made anew by what the action does.
+        const auto places = actionModel_->placesOf(index);
+        QMetaObject::invokeMethod(
+            this, [places] { frmTools::tvwActions_NodeClick(places); }, Qt::QueuedConnection);
+    });
+}
+
+void ToolsForm::makeEffects()
+{
+    effectModel_ = new ListModel(form().lvwEffects, {tr("Effect")}, this);
+    effects_ = new QListView(this);
+    effects_->setObjectName("lvwEffects");
+    effects_->setAccessibleName(tr("Effects"));
+    effects_->setModel(effectModel_);
+    effects_->setFrameShape(QFrame::NoFrame);
+    effects_->setIconSize({24, 24});
+    effects_->setSpacing(2);
+    effects_->setDragEnabled(true);
+    effects_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    effects_->viewport()->setMouseTracking(true);
+    effects_->viewport()->installEventFilter(this);
+    connect(effects_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { effectChosen(); });
+    connect(effects_, &QListView::doubleClicked, this, [] { frmTools::lvwEffects_DblClick(); });
+    add_ = new QPushButton(tr("&Add to Timeline"), this);
+    add_->setObjectName("cmdAdd");
+    connect(add_, &QPushButton::clicked, this, [] { frmTools::cmdAdd_Click(); });
+}
+
+void ToolsForm::effectChosen()
+{
+    if (isShowing_) {
+        return;
+    }
+    ListView& list = form().lvwEffects;
+    const QModelIndex current = effects_->currentIndex();
+    for (std::int32_t i = 1; i <= list.Count(); ++i) {
+        list.Change(i).Selected = current.isValid() && current.row() == i - 1;
+    }
+    list.SelectedItem = current.isValid() ? current.row() + 1 : 0;
+}
+
+void ToolsForm::makeHistory()
+{
+    history_ = new QListWidget(this);
+    history_->setObjectName("lvwHistory");
+    history_->setAccessibleName(tr("History"));
+    history_->setFrameShape(QFrame::NoFrame);
+    history_->viewport()->setMouseTracking(true);
+    history_->viewport()->installEventFilter(this);
+    const auto chosen = [this] {
+        if (isShowing_ || history_->currentRow() < 0) {
+            return;
+        }
+        const int row = history_->currentRow() + 1;
+        QMetaObject::invokeMethod(
+            this,
+            [row] {
+                form().lvwHistorySelected = row;
+                frmTools::lvwHistory_Click();
+            },
+            Qt::QueuedConnection);
+    };
+    connect(history_, &QListWidget::itemClicked, this, chosen);
+    connect(history_, &QListWidget::currentRowChanged, this, [this, chosen] {
+        // A press is answered by the click that it becomes.
+        if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
+            chosen();
+        }
+    });
+}
+
+void ToolsForm::resizeEvent(QResizeEvent*)
+{
+    const int below = std::max(10, height() - kTabHeight);
+    tabs_->setGeometry(0, 0, width(), kTabHeight);
+    actions_->setGeometry(0, kTabHeight, width(), below);
+    history_->setGeometry(0, kTabHeight, width(), below);
+    effects_->setGeometry(0, kTabHeight, width(), std::max(10, below - kAddHeight));
+    add_->setGeometry(8, height() - kAddHeight + 6, width() - 16, kAddHeight - 12);
+}
+
+void ToolsForm::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && history_ != nullptr) {
+        refreshIcons();
+        show::mark();
+    }
+}
+
+void ToolsForm::refreshIcons()
+{
+    std::vector<QIcon> icons;
+    for (const char* const key : {"FADE", "PIXELATE", "BLUR", "WAVE", "EMBOSS", "ENGRAVE"}) {
+        icons.push_back(programIcon(key, palette()));
+    }
+    effectModel_->setIcons(std::move(icons));
+    shownHistory_.clear();
+}
+
+bool ToolsForm::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseMove) {
+        if (watched == actions_->viewport()) {
+            frmTools::tvwActions_MouseMove();
+        } else if (watched == effects_->viewport()) {
+            frmTools::lvwEffects_MouseMove();
+        } else if (watched == history_->viewport()) {
+            frmTools::lvwHistory_MouseMove();
+        }
+    } else if (event->type() == QEvent::MouseButtonPress && watched == actions_->viewport()) {
+        frmTools::tvwActions_MouseDown(programButton(static_cast<QMouseEvent*>(event)->button()));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ToolsForm::showHistory()
+{
+    const auto& rows = form().lvwHistory.get();
+    std::vector<std::string> wanted;
+    for (const forms::HistoryRow& row : rows) {
+        wanted.push_back(row.Text + (row.ForeColor == colours::kButtonFace ? "\n" : "") + row.Picture);
+    }
+    if (wanted != shownHistory_) {
+        shownHistory_ = std::move(wanted);
+        history_->clear();
+        for (const forms::HistoryRow& row : rows) {
+            const bool isUndone = row.ForeColor == colours::kButtonFace;
+            auto* const item = new QListWidgetItem(programIcon(frmTools::pictureOf(row.Picture), palette()),
+                                                   fromProgram(row.Text) + (isUndone ? tr("  (undone)") : QString()));
+            if (isUndone) {
+                item->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+            }
+            history_->addItem(item);
+        }
+        history_->scrollToBottom();
+    }
+    const int selected = form().lvwHistorySelected - 1;
+    if (history_->currentRow() != selected) {
+        history_->setCurrentRow(selected);
+    }
+}
+
+void ToolsForm::showState()
+{
+    isShowing_ = true;
+    const std::int16_t tab = form().tbsTools;
+    tabs_->setCurrentIndex(tab - 1);
+    actions_->setVisible(tab == 1);
+    effects_->setVisible(tab == 2);
+    add_->setVisible(tab == 2);
+    history_->setVisible(tab == 3);
+    if (actionModel_->showState()) {
+        // The program's root is no node of the list.
+        actions_->setRootIndex(actionModel_->indexOf(std::vector<std::int32_t>{}));
+    }
+    if (effectModel_->showState()) {
+        refreshIcons();
+    }
+    const QModelIndex effect = effectModel_->index(form().lvwEffects.SelectedItem - 1, 0);
+    if (effect.isValid() && effect != effects_->currentIndex()) {
+        effects_->setCurrentIndex(effect);
+    }
+    add_->setEnabled(form().cmdAdd.Enabled);
+    showHistory();
+    isShowing_ = false;
+}

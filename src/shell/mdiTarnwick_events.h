@@ -1,0 +1,107 @@
+#pragma once
+
+// The main window: its commands, which of them are enabled, and where the panels stand.
+//
+// Every command comes here, from the menu bar, the toolbar, the pop-up menus or the tools panel; the tables in
+// `menu_table.h` say from where. Commands of media files stand in `media/media_menu.h`. Nothing is raised to the
+// caller. Interface thread only.
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace mdiTarnwick {
+
+// --- What only the screens can do. Set by them; a command whose hook is missing stays disabled. --------------------
+
+/// Closes the main window, which asks `QueryUnload` first.
+inline std::function<void()> unload;
+/// Shows a topic of the help, as "1_Welcome.htm".
+inline std::function<void(std::string_view topic)> showHelp;
+/// Enters the mode in which a click explains a control.
+inline std::function<void()> enterWhatsThis;
+inline std::function<void()> showAbout;
+
+// --- The window ----------------------------------------------------------------------------------------------------
+
+/// Before the panels are loaded: the folder and the frame size of a project that has none.
+void Form_Initialize();
+/// After the panels are loaded: captions, checks, places, and what is enabled.
+void Form_Load();
+/// The inner size has changed (logical pixels): places the panels.
+void MDIForm_Resize(std::int32_t width, std::int32_t height);
+/// Hints over the frame and the toolbar.
+void MDIForm_MouseMove();
+void tbr_MouseMove();
+/// False when the window must stay open: while a long operation runs, which the status bar then says.
+bool QueryUnload();
+
+// --- Commands ------------------------------------------------------------------------------------------------------
+
+/// Enables menu entries, buttons and the tools panel's button by what the timeline, the media list and the history
+/// hold, and refreshes the actions of the tools panel.
+void EnableOrDisableMenuItems();
+/// Runs what the button with that key stands for; nothing for one that is disabled.
+void tbr_ButtonClick(std::string_view key);
+/// Runs what a node of the tools panel with that caption stands for; nothing for an unknown one.
+void OnActionsClick(std::string_view caption);
+
+void mnuFilePreview_Click();
+void mnuFileExit_Click();
+
+void mnuEditAddToTimeline_Click();
+void mnuEditAddToOverlay_Click();
+/// Selects the effect in the tools panel and adds it.
+void mnuAddEffectFade_Click();
+void mnuAddEffectPixelate_Click();
+void mnuAddEffectBlur_Click();
+void mnuAddEffectWave_Click();
+void mnuAddEffectEmboss_Click();
+void mnuAddEffectEngrave_Click();
+/// The selection begins, or ends, at the main slider. One that is not shown yet, or would be turned round, becomes 100
+/// pixels long.
+void mnuEditStartSel_Click();
+void mnuEditEndSel_Click();
+
+/// Shows or hides the list beside the timeline.
+void mnuViewTimelineList_Click();
+void mnuViewML_LargeIcon_Click();
+void mnuViewML_SmallIcon_Click();
+void mnuViewML_List_Click();
+void mnuViewML_Detail_Click();
+
+void mnuHelpSection_Click();
+void mnuHelpWhatsThis_Click();
+void mnuHelpReportBugs_Click();
+void mnuHelpNewFeatureRequest_Click();
+void mnuHelpAbout_Click();
+
+// --- Panels --------------------------------------------------------------------------------------------------------
+// With W and H the inner size without the tools' column, and T the height of the timeline:
+//
+//     0            0.62 W      W
+//     +--------------+---------+------+
+//     |  media list  | preview |      |
+//     +--------------+---------+ tools|   top of the timeline: H - T
+//     |        timeline        |      |
+//     +------------------------+------+
+//
+// Results stand in `forms::mdiTarnwick` as `TimelinePlace` and so on; the place of a hidden panel is not touched. A
+// hidden timeline and hidden tools take no room.
+
+void ArrangeAllVisible();
+/// The preview has the whole width.
+void ArrangeMediaListNotVisible();
+/// The media list has the whole width.
+void ArrangePreviewNotVisible();
+/// One of the three, by what is visible. For the screen too, whenever a panel was hidden by itself.
+void ArrangeVisible();
+
+/// Turn a panel's visibility over.
+void mnuViewMediaList_Click();
+void mnuViewTimeline_Click();
+void mnuViewTools_Click();
+/// Places the panels, lets events run, places them again.
+void mnuWindowArrangeAll_Click();
+
+} // namespace mdiTarnwick

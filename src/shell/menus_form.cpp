@@ -1,0 +1,175 @@
+#include "shell/menus_form.h"
+
+#include "shell/mdiTarnwick_events.h"
+#include "windowing/icons.h"
+#include "windowing/text.h"
+
+#include <QActionGroup>
+#include <QWidget>
+
+using shell::MenuKind;
+using shell::MenuRow;
+
+MainMenus::MainMenus(QMenuBar& bar, QToolBar& tools, QWidget* parent)
+    : QObject(parent), mediaListContext_(new QMenu(parent)), editContext_(new QMenu(parent))
+{
+    build(shell::menuBar(), &bar, nullptr);
+    build(shell::mediaListContext(), nullptr, mediaListContext_);
+    build(shell::editContext(), nullptr, editContext_);
+    buildTools(tools);
+    refreshIcons();
+}
+
+QMenu* MainMenus::popUp(forms::PopUp which) const
+{
+    return which == forms::PopUp::kMediaListContext ? mediaListContext_ : editContext_;
+}
+
+void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp)
+{
+    QMenu* top = popUp;
+    QMenu* subMenu = nullptr;
+    for (const MenuRow& row : rows) {
+        const QString caption = fromProgram(row.caption);
+        switch (row.kind) {
+        case MenuKind::kTop:
+            if (bar != nullptr) {
+                top = bar->addMenu(caption);
+            }
+            break;
+        case MenuKind::kRule:
+            entries_.push_back({&row, top->addSeparator()});
+            break;
+        case MenuKind::kSubMenu:
+            subMenu = top->addMenu(caption);
+            entries_.push_back({&row, subMenu->menuAction()});
+            break;
+        case MenuKind::kRecent:
+            recents_.push_back({&row, top->addMenu(caption)});
+            entries_.push_back({&row, recents_.back().menu->menuAction()});
+            break;
+        case MenuKind::kSubEntry:
+            entries_.push_back({&row, addEntry(row, *subMenu)});
+            break;
+        default:
+            entries_.push_back({&row, addEntry(row, *top)});
+            break;
+        }
+    }
+}
+
+QAction* MainMenus::addEntry(const MenuRow& row, QMenu& menu)
+{
+    QAction* const action = menu.addAction(fromProgram(row.caption));
+    action->setObjectName(fromProgram(row.name));
+    action->setCheckable(row.kind == MenuKind::kCheck);
+    if (!row.shortcut.empty()) {
+        action->setShortcut(QKeySequence(fromProgram(row.shortcut)));
+    }
+    connect(action, &QAction::triggered, this, [action, &row] {
+        if (row.handler == nullptr) {
+            return;
+        }
+        // The toolkit has turned the check over by itself: the program's state decides.
+        if (row.kind == MenuKind::kCheck) {
+            action->setChecked(row.state->Checked);
+        }
+        row.handler();
+    });
+    return action;
+}
+
+void MainMenus::buildTools(QToolBar& tools)
+{
+    for (const shell::ToolRow& row : shell::toolBar()) {
+        if (row.opensGroup) {
+            tools.addSeparator();
+        }
+        QAction* const action = tools.addAction(fromProgram(row.toolTip));
+        action->setObjectName("tbr_" + fromProgram(row.key));
+        const QString tip = row.toolTip.empty() ? tr("Help") : fromProgram(row.toolTip);
+        action->setText(tip);
+        action->setToolTip(tip);
+        action->setCheckable(row.isView);
+        if (QWidget* const button = tools.widgetForAction(action)) {
+            button->setAccessibleName(tip);
+        }
+        connect(action, &QAction::triggered, this, [action, &row] {
+            if (row.isView) {
+                action->setChecked(row.state->Pressed);
+            }
+            mdiTarnwick::tbr_ButtonClick(row.key);
+        });
+        tools_.push_back({&row, action});
+    }
+}
+
+void MainMenus::refreshIcons()
+{
+    const QPalette palette = mediaListContext_->parentWidget()->palette();
+    for (const Tool& tool : tools_) {
+        tool.action->setIcon(programIcon(tool.row->picture, palette));
+        // A menu entry shows the picture of the button that does the same.
+        for (const Entry& entry : entries_) {
+            if (entry.row->handler != nullptr && entry.row->handler == tool.row->handler
+                && entry.row->kind == MenuKind::kEntry) {
+                entry.action->setIcon(tool.action->icon());
+            }
+        }
+    }
+}
+
+void MainMenus::showState()
+{
+    for (const Entry& entry : entries_) {
+        if (entry.row->state == nullptr) {
+            continue;
+        }
+        const Menu& state = *entry.row->state;
+        entry.action->setVisible(state.Visible);
+        entry.action->setEnabled(state.Enabled && entry.row->hasCommand());
+        if (entry.action->isCheckable()) {
+            entry.action->setChecked(state.Checked);
+        }
+        const QString caption = fromProgram(state.Caption.get());
+        if (!caption.isEmpty() && entry.action->text() != caption) {
+            entry.action->setText(caption);
+        }
+    }
+    for (const Tool& tool : tools_) {
+        tool.action->setEnabled(tool.row->state->Enabled);
+        if (tool.action->isCheckable()) {
+            tool.action->setChecked(tool.row->state->Pressed);
+        }
+    }
+    for (const Recent& recent : recents_) {
+        showRecent(recent);
+    }
+}
+
+void MainMenus::showRecent(const Recent& recent)
+{
+    const std::vector<Menu>& items = *recent.row->items;
+    const auto shown = recent.menu->actions();
+    bool differs = shown.size() != static_cast<qsizetype>(items.size());
+    for (std::size_t i = 0; i < items.size() && !differs; ++i) {
+        differs = shown[static_cast<qsizetype>(i)]->data().toString() != fromProgram(items[i].Caption.get())
+                  || shown[static_cast<qsizetype>(i)]->isEnabled() != items[i].Enabled.get();
+    }
+    if (!differs) {
+        return;
+    }
+    recent.menu->clear();
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const QString caption = fromProgram(items[i].Caption.get());
+        QString escaped = caption;
+        QAction* const action = recent.menu->addAction(escaped.replace("&", "&&"));
+        action->setData(caption);
+        action->setEnabled(items[i].Enabled && recent.row->pick != nullptr);
+        connect(action, &QAction::triggered, recent.menu, [row = recent.row, i] {
+            if (row->pick != nullptr) {
+                row->pick(i);
+            }
+        });
+    }
+}

@@ -1,0 +1,276 @@
+#include "timeline/adding.h"
+
+#include "core/forms/frmMediaList.h"
+#include "core/forms/frmPreview.h"
+#include "core/platform.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "editing/moduleTWState.h"
+#include "engine/ITWKeyTransition.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/engine_access.h"
+#include "timeline/ModuleTreeView.h"
+#include "timeline/adding_history.h"
+#include "timeline/item_names.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/timeline_items.h"
+#include "tools/frmVolume.h"
+
+#include <vector>
+
+namespace moduleTimeline {
+
+using engine::Bool16;
+using engine::check;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::kFalse;
+using engine::Milliseconds;
+using timeline::addWithHistory;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::keepNewestState;
+
+namespace {
+
+constexpr const char* kModule = "moduleTimeline";
+
+std::vector<Handle> selectedFiles()
+{
+    const ListView& list = forms::frmMediaList.lvwMediaList;
+    std::vector<Handle> files;
+    for (std::int32_t place = 1; place <= list.Count(); ++place) {
+        if (list.Row(place).Selected) {
+            files.push_back(state::FileCollection.Item(place));
+        }
+    }
+    return files;
+}
+
+std::vector<Handle> streamsOf(Handle file)
+{
+    const auto files = EngineAs<engine::ITWMediaFiles>();
+    std::vector<Handle> streams;
+    for (const Handle stream : state::StreamCollection) {
+        Handle owner = 0;
+        check(files->GetStreamFile(stream, owner));
+        if (owner == file) {
+            streams.push_back(stream);
+        }
+    }
+    return streams;
+}
+
+bool isVideoStream(Handle stream)
+{
+    Bool16 isVideo = kFalse;
+    check(EngineAs<engine::ITWMediaFiles>()->IsVideoStream(stream, isVideo));
+    return isVideo != kFalse;
+}
+
+/// The first track of the collection of that kind; 0 when there is none.
+Handle targetTrack(ITWTimeline& engine, bool isVideo)
+{
+    for (const Handle track : state::TrackCollection) {
+        Bool16 found = kFalse;
+        check(engine.IsVideoTrack(track, found));
+        if ((found != kFalse) == isVideo) {
+            return track;
+        }
+    }
+    return 0;
+}
+
+void nameLastSource(ITWTimeline& engine, Handle track)
+{
+    const std::int16_t count = Items(engine, ItemKind::kSource, track).count();
+    timeline::ItemNames names;
+    ModuleTreeView::AddSource(names.ofSource(track, static_cast<std::int16_t>(count - 1)), "SOURCE", track);
+}
+
+/// What an adding of files has done so far.
+struct Adding {
+    bool isSelected = false; // some file was
+    bool isAdded = false;    // some source is on the timeline
+    engine::RuntimeError failure{0, {}};
+};
+
+/// Puts a file's streams on the tracks, all from the same time on. An error after the first of them leaves that one,
+/// and is kept in `done` until its entry stands.
+bool addFile(ITWTimeline& engine, Handle file, Adding& done)
+{
+    const Milliseconds start = GetTimelineDuration();
+    bool isAdded = false;
+    try {
+        for (const Handle stream : streamsOf(file)) {
+            const Handle track = targetTrack(engine, isVideoStream(stream));
+            Bool16 ok = kFalse;
+            check(engine.AppendSource(track, stream, start, ok));
+            isAdded = isAdded || ok != kFalse;
+            if (ok != kFalse) {
+                nameLastSource(engine, track);
+            }
+        }
+    } catch (...) {
+        if (!isAdded) {
+            throw;
+        }
+        done.failure = currentError();
+    }
+    return isAdded;
+}
+
+void addSelectedFiles(Adding& done)
+{
+    const std::vector<Handle> files = selectedFiles();
+    done.isSelected = !files.empty();
+    const auto engine = EngineAs<ITWTimeline>();
+    for (const Handle file : files) {
+        done.isAdded |= addWithHistory("AddToTimeline", [&] { return addFile(*engine, file, done); });
+        if (done.failure.number() != 0) {
+            throw done.failure;
+        }
+    }
+}
+
+void showAllRows()
+{
+    moduleScaleRenderer::RenderAllBars();
+    ShowOrHideTrackSelections();
+    RenderAllSelections();
+    moduleScaleRenderer::AdjustScroll();
+}
+
+void fitPreviewSlider()
+{
+    constexpr std::int32_t kEmptyMax = 10;
+    Slider& slider = forms::frmPreview.sldPreview;
+    if (IsTimelineEmpty()) {
+        slider.SetMax(kEmptyMax);
+    } else if (const Milliseconds duration = GetTimelineDuration(); duration > slider.Min()) {
+        slider.SetMax(duration);
+    }
+}
+
+void showAddedFiles(const Adding& done)
+{
+    showAllRows();
+    fitPreviewSlider();
+    UpdateTrackOptions();
+    SyncOverlayTransitions();
+    frmVolume::SetVolume(frmVolume::GetVolume()); // a player that was made anew has its own
+    if (done.isAdded) {
+        keepNewestState();
+    }
+}
+
+/// An overlay and its key, both or neither: the two lists are counted alike.
+bool addOverlay(ITWTimeline& engine, Handle stream)
+{
+    Bool16 ok = kFalse;
+    check(engine.AppendSource(state::OverlayTrack, stream, -1, ok));
+    if (ok == kFalse) {
+        return false;
+    }
+    const auto place = static_cast<std::int16_t>(Items(engine, ItemKind::kSource, state::OverlayTrack).count() - 1);
+    try {
+        AddNewKeyTransition(state::OverlayTrack, 0, 0, 0);
+    } catch (...) {
+        (void)engine.RemoveTransition(state::OverlayTrack, place, ok); // if it came as far as that
+        (void)engine.RemoveSource(state::OverlayTrack, place, ok);
+        throw;
+    }
+    return true;
+}
+
+void addSelectedOverlays(Adding& done)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    for (const Handle file : selectedFiles()) {
+        for (const Handle stream : streamsOf(file)) {
+            if (isVideoStream(stream)) {
+                done.isAdded |= addWithHistory("Overlay", [&] { return addOverlay(*engine, stream); });
+            }
+        }
+    }
+}
+
+void showAddedOverlays(const Adding& done)
+{
+    if (done.isAdded) {
+        keepNewestState();
+    }
+    showAllRows();
+    UpdateTreeView();
+    UpdateTrackOptions();
+}
+
+} // namespace
+
+void OnEditAddToTimelineClick()
+{
+    constexpr const char* kRoutine = "OnEditAddToTimelineClick";
+    constexpr std::int32_t kOverflow = 6;
+    Adding done;
+    const bool isWhole = Trapped(
+        kModule, kRoutine, [&] { addSelectedFiles(done); },
+        {{engine::error_number::kObjectNotSet, [] { tellUser("Unable to add to timeline. The media list is empty."); }},
+         {kOverflow, [] { tellUser("Unable to add to timeline. Unexpected error."); }}});
+    Trapped(kModule, kRoutine, [&] { showAddedFiles(done); });
+    if (isWhole && !done.isSelected) {
+        tellUser("Unable to add to the timeline because no file is selected. Please select a file from the media "
+                 "list.");
+    }
+}
+
+void OnEditAddToOverlayClick()
+{
+    constexpr const char* kRoutine = "OnEditAddToOverlayClick";
+    if (moduleTWState::IsVideoTrackEmpty()) {
+        tellUser("Unable to add to overlay as the video track is empty.");
+        return;
+    }
+    Adding done;
+    Trapped(kModule, kRoutine, [&] { addSelectedOverlays(done); });
+    Trapped(kModule, kRoutine, [&] { showAddedOverlays(done); });
+}
+
+void AddNewKeyTransition(Handle track, std::int16_t red, std::int16_t green, std::int16_t blue)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const Items sources(*engine, ItemKind::kSource, track);
+    const auto times = sources.times(static_cast<std::int16_t>(sources.count() - 1)).value_or(timeline::ItemTimes{});
+    Bool16 ok = kFalse;
+    check(engine->AddTransitionAt(track, "DxtKey", times.start, times.stop, ok));
+    std::int16_t count = 0;
+    check(engine->GetTransitionCount(track, count));
+    const auto last = static_cast<std::int16_t>(count - 1);
+    const auto keys = EngineAs<engine::ITWKeyTransition>();
+    check(keys->SetKeyParameter(track, last, "KeyType", 0, ok));
+    check(keys->SetKeyColor(track, last, red, green, blue, ok));
+}
+
+void SyncOverlayTransitions()
+{
+    Trapped(kModule, "SyncOverlayTransitions", [] {
+        const auto engine = EngineAs<ITWTimeline>();
+        const Items sources(*engine, ItemKind::kSource, state::OverlayTrack);
+        for (std::int16_t seq = 0;; ++seq) {
+            const auto source = sources.times(seq);
+            if (!source) {
+                return;
+            }
+            timeline::ItemTimes key;
+            Bool16 ok = kFalse;
+            check(engine->GetTransitionTimes(state::OverlayTrack, seq, key.start, key.stop, ok));
+            if (source->start != key.start && source->stop != key.stop) {
+                check(engine->SetTransitionTimes(state::OverlayTrack, seq, source->start, source->stop, ok));
+            }
+        }
+    });
+}
+
+} // namespace moduleTimeline

@@ -1,0 +1,385 @@
+// The history: entries, rows, steps; and a long walk against a plain model of it.
+
+#include "history/history_harness.h"
+
+#include <algorithm>
+#include <random>
+
+namespace history_test {
+namespace {
+
+using namespace ModuleHistory;
+
+class StepsTest : public HistoryTest {
+protected:
+    /// Three commands that each add a second to the video track.
+    void fill()
+    {
+        for (const char* const word : {"Cut", "Paste", "Pack"}) {
+            command(word, [this] { addSecond(); });
+        }
+        UpdateTreeView();
+        state::ProjectModified = false;
+    }
+    void addSecond() { add(video(), seconds() * 1000, seconds() * 1000 + 1000); }
+    int seconds()
+    {
+        std::int16_t count = 0;
+        check(wrapped->GetSourceCount(video(), count));
+        return count;
+    }
+    std::string all() { return history() + " : " + std::to_string(seconds()); }
+};
+
+TEST_F(StepsTest, MenusAndList)
+{
+    fill();
+    struct Case {
+        const char* what;
+        std::function<void()> step;
+        const char* after; // rows | index/entries : seconds
+    };
+    const auto row = [](std::int32_t place) { return [place] { click(place); }; };
+    // Each row goes on from the one before it.
+    const Case cases[] = {
+        {"redo at the newest", OnEditRedoClick, "Cut Paste Pack Timeline Tracks | 3/3 : 3"},
+        {"undo removes its row", OnEditUndoClick, "Cut Paste | 2/3 : 2"},
+        {"redo of the newest", OnEditRedoClick, "Cut Paste Pack Timeline Tracks | 3/3 : 3"},
+        {"the last row", row(3), "Cut Paste (Pack Timeline Tracks) | 2/3 : 2"},
+        {"undo now colours", OnEditUndoClick, "Cut (Paste) (Pack Timeline Tracks) | 1/3 : 1"},
+        {"redo of a coloured row", OnEditRedoClick, "Cut Paste (Pack Timeline Tracks) | 2/3 : 2"},
+        {"the first row", row(1), "(Cut) (Paste) (Pack Timeline Tracks) | 0/3 : 0"},
+        {"undo at the start", OnEditUndoClick, "(Cut) (Paste) (Pack Timeline Tracks) | 0/3 : 0"},
+        {"over two rows", row(2), "Cut Paste (Pack Timeline Tracks) | 2/3 : 2"},
+        {"all of them", row(1), "(Cut) (Paste) (Pack Timeline Tracks) | 0/3 : 0"},
+        {"and again", row(3), "Cut Paste Pack Timeline Tracks | 3/3 : 3"},
+        {"no such row", row(4), "Cut Paste Pack Timeline Tracks | 3/3 : 3"},
+        {"undo", OnEditUndoClick, "Cut Paste | 2/3 : 2"},
+        {"undo", OnEditUndoClick, "Cut | 1/3 : 1"},
+        {"undo of the first", OnEditUndoClick, " | 0/3 : 0"},
+        {"redo without rows shows the first image", OnEditRedoClick, "Cut | 1/3 : 0"},
+        {"the next one is right again", OnEditRedoClick, "Cut Paste | 2/3 : 2"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        const std::string before = all();
+        state::ProjectModified = false;
+        c.step();
+        ASSERT_EQ(all(), c.after);
+        EXPECT_EQ(state::ProjectModified, all() != before);
+        EXPECT_EQ(CanUndo(), HistoryIndex != 0);
+        EXPECT_FALSE(UndoInProgress || RedoInProgress || RowRestored || state::InSelectionUpdate);
+        const auto& tracks = form.tvwTimeline.Root().Children;
+        EXPECT_EQ(tracks.empty() ? 0U : tracks[0].Children.size(), static_cast<std::size_t>(seconds()));
+    }
+    // Another command drops what is undone.
+    command("Copy", [] {});
+    EXPECT_EQ(all(), "Cut Paste Copy | 3/3 : 2");
+    EXPECT_FALSE(CanRedo());
+    state::InSelectionUpdate = true; // a command is running
+    OnEditUndoClick();
+    click(1);
+    EXPECT_EQ(all(), "Cut Paste Copy | 3/3 : 2");
+    state::InSelectionUpdate = false;
+}
+
+TEST_F(StepsTest, OperationsThatCameToNothing)
+{
+    fill();
+    command(
+        "Repeat", [] {}, false);
+    EXPECT_EQ(all(), "Cut Paste Pack Timeline Tracks Repeat Audio | 3/4 : 3");
+    command("Copy", [] {});
+    EXPECT_EQ(all(), "Cut Paste Pack Timeline Tracks Copy | 4/4 : 3");
+    // A press on a row raises the index, and the release takes it back.
+    RemoveDisabledEntries();
+    AddOperationToHistory("Move");
+    ++HistoryIndex;
+    DeleteLastEntry();
+    EXPECT_EQ(all(), "Cut Paste Pack Timeline Tracks Copy | 4/4 : 3");
+    AddOperationToHistory("no such word");
+    EXPECT_EQ(all(), "Cut Paste Pack Timeline Tracks Copy | 4/5 : 3");
+    EXPECT_EQ(HistoryCollection.Item(5).GetOperationType(), "");
+    EmptyHistory();
+    EXPECT_EQ(all(), " | 0/0 : 3");
+    AddOperationToHistory("Cut"); // of the next project: the last image is not one of its own
+    EmptyTimeline();
+    Redo();
+    EXPECT_EQ(all(), "Cut | 0/1 : 0");
+}
+
+TEST_F(StepsTest, RemovalOfUndoneRowsTakesTheEntryBelow)
+{
+    expectsErrors = true; // an entry 0 is to be removed in the end
+    fill();
+    click(2);
+    RemoveDisabledEntries();
+    EXPECT_EQ(all(), "Cut | 1/1 : 1");
+    OnEditUndoClick();
+    EXPECT_EQ(seconds(), 2) << "the entry that was left is the third one";
+    EmptyHistory();
+    EmptyTimeline();
+    fill();
+    click(1);
+    command("Copy", [] {});
+    EXPECT_EQ(all(), "Copy | 1/1 : 0");
+    EXPECT_TRUE(platform.messages.empty());
+}
+
+TEST_F(StepsTest, WordsThatChangeOnRedo)
+{
+    struct Case {
+        const char* word;
+        const char* type;
+        const char* row;
+        const char* redone;
+    };
+    const Case cases[] = {
+        {"AddToTimeline", "Add To Timeline", "Add to Timeline/ADD_TO_TIMELINE", "Add to Timeline/ADD_TO_TIMELINE"},
+        {"Effect", "Effect", "Add Effect to Timeline/ADD_EFFECT", "Add Effect to Timeline/ADD_EFFECT"},
+        {"Delete", "Delete", "Delete/CLEAR", "Delete/DELETE"},
+        {"Clear Effects", "Clear Effect", "Clear Effect Track/CLEAR_EFFECT", ""},
+        {"Clear Overlays", "Clear Overlay", "Clear Overlay Track/CLEAR_OVERLAY", ""},
+        {"SetKeyColor", "SetKeyColor", "Set Overlay Key Color/OVERLAY_TRANSPARENCY",
+         "Set Key Color/OVERLAY_TRANSPARENCY"},
+        {"cut", "", "", ""},
+    };
+    const auto rowText = [] {
+        const auto& rows = forms::frmTools.lvwHistory.get();
+        return rows.empty() ? std::string() : rows.back().Text + "/" + rows.back().Picture;
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.word);
+        EmptyHistory();
+        command(c.word, [] {});
+        EXPECT_EQ(HistoryCollection.Item(1).GetOperationType(), c.type);
+        EXPECT_EQ(rowText(), c.row);
+        OnEditUndoClick();
+        OnEditRedoClick();
+        EXPECT_EQ(rowText(), c.redone);
+        EXPECT_EQ(HistoryIndex, 1);
+    }
+}
+
+TEST_F(StepsTest, TheViewGoesBackToo)
+{
+    add(video(), 0, 20'000);
+    const auto scrolled = [this](int ticks) {
+        form.hsb.SetValue(ticks);
+        command("Copy", [] {});
+    };
+    scrolled(40);
+    scrolled(60);
+    form.hsb.SetValue(5);
+    OnEditUndoClick();
+    EXPECT_EQ(form.hsb.Value(), 60);
+    OnEditUndoClick();
+    EXPECT_EQ(form.hsb.Value(), 40);
+    OnEditRedoClick();
+    EXPECT_EQ(form.hsb.Value(), 40);
+    OnEditRedoClick();
+    EXPECT_EQ(form.hsb.Value(), 60);
+    click(2);
+    EXPECT_EQ(form.hsb.Value(), 60);
+    OnEditRedoClick();
+    EXPECT_EQ(form.hsb.Value(), 0) << "through a row that stayed";
+}
+
+/// What is told of the history, with texts for images.
+struct Model {
+    struct Row {
+        std::string caption;
+        bool isUndone = false;
+    };
+    struct Entry {
+        std::string before;
+        std::string caption;
+    };
+    std::vector<Entry> entries;
+    std::vector<Row> rows;
+    std::size_t index = 0;
+    std::string last;
+    std::string now;
+
+    void removeDisabled()
+    {
+        while (index <= 25 && !rows.empty() && rows.back().isUndone) {
+            rows.pop_back();
+            if (rows.empty() || rows.size() > entries.size()) {
+                return;
+            }
+            entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(rows.size()) - 1);
+        }
+    }
+    void add(const std::string& caption)
+    {
+        if (index > 25) {
+            entries.erase(entries.begin());
+            index = entries.size();
+            rows.erase(rows.begin(), rows.begin() + (rows.empty() ? 0 : 1));
+        }
+        entries.resize(std::min(entries.size(), index));
+        rows.resize(std::min(rows.size(), index));
+        entries.push_back({now, caption});
+        rows.push_back({caption});
+    }
+    bool undo()
+    {
+        if (index == 0 || index > entries.size()) {
+            return false;
+        }
+        now = entries[--index].before;
+        return true;
+    }
+    void menuUndo()
+    {
+        if (!undo() || rows.empty()) {
+            return;
+        }
+        if (!rows.back().isUndone) {
+            rows.pop_back();
+        } else if (index < rows.size()) {
+            rows[index].isUndone = true;
+        }
+    }
+    void redo()
+    {
+        if (index >= entries.size()) {
+            return;
+        }
+        const bool isNewest = index + 1 == entries.size();
+        now = isNewest ? last : entries[rows.empty() ? 0 : index + 1].before;
+        const bool isRestored = index < rows.size() && rows[index].isUndone;
+        if (isRestored) {
+            rows[index].isUndone = false;
+        } else if (index == rows.size() && !entries[index].caption.starts_with("Clear ")) {
+            rows.push_back({entries[index].caption});
+        }
+        ++index;
+    }
+    void click(std::size_t row)
+    {
+        if (row > rows.size() || row > entries.size()) {
+            return;
+        }
+        if (!rows[row - 1].isUndone) {
+            std::for_each(rows.begin() + static_cast<std::ptrdiff_t>(row) - 1, rows.end(),
+                          [](Row& each) { each.isUndone = true; });
+            index = row;
+            undo();
+        } else {
+            std::for_each_n(rows.begin(), row, [](Row& each) { each.isUndone = false; });
+            index = row - 1;
+            redo();
+        }
+    }
+    std::string text() const
+    {
+        std::string all;
+        for (const Row& row : rows) {
+            all += (all.empty() ? "" : " ") + (row.isUndone ? "(" + row.caption + ")" : row.caption);
+        }
+        return all + " | " + std::to_string(index) + "/" + std::to_string(entries.size());
+    }
+};
+
+class WalkTest : public HistoryTest {
+protected:
+    /// Some change of the timeline, done to the engine.
+    void change()
+    {
+        engine::Bool16 ok = engine::kFalse;
+        const int at = static_cast<int>(random() % 20);
+        const Handle tracks[] = {video(), state::OverlayTrack, audio(1), audio(2)};
+        const Handle track = tracks[random() % 4];
+        Milliseconds end = 0;
+        check(wrapped->GetTrackDuration(track, end));
+        switch (random() % 5) {
+        case 0:
+            check(wrapped->AddEffectAt(video(), "Wave", at * 500, at * 500 + 300, ok));
+            break;
+        case 1:
+            check(wrapped->RemoveSource(track, 0, ok));
+            check(wrapped->RemoveTransition(track, 0, ok));
+            break;
+        case 2:
+            check(wrapped->ShiftSources(track, 0, at, ok));
+            break;
+        default:
+            add(track, end + at, end + at + 200, at, at % 3);
+        }
+    }
+    unsigned random() { return static_cast<unsigned>(generator_() >> 4); }
+    std::mt19937 generator_{20260304};
+};
+
+TEST_F(WalkTest, AgainstThePlainModel)
+{
+    expectsErrors = true;         // rows run out now and then
+    platform.tickCount = 100'000; // not to be taken for a repetition of another test's
+    Model model;
+    const char* const words[] = {"Cut", "Paste", "Move", "Clear Effects"};
+    const char* const captions[] = {"Cut", "Paste", "Move", "Clear Effect Track"};
+    std::string steps;
+    std::size_t most = 0;
+    for (int step = 0; step < 1500; ++step) {
+        model.now = timeline();
+        const unsigned kind = random() % 16;
+        const unsigned word = random() % 16 == 0 ? 3 : random() % 3;
+        if (kind < 9) {
+            const bool takesEffect = kind > 0;
+            model.removeDisabled();
+            model.add(captions[word]);
+            command(
+                words[word], [&] { takesEffect ? change() : void(); }, takesEffect);
+            if (takesEffect) {
+                model.entries.resize(++model.index);
+            }
+            model.now = model.last = timeline();
+            steps += takesEffect ? " command" : " nothing";
+        } else if (kind < 12) {
+            model.menuUndo();
+            OnEditUndoClick();
+            steps += " undo";
+        } else if (kind < 15) {
+            model.redo();
+            OnEditRedoClick();
+            steps += " redo";
+        } else if (!model.rows.empty()) {
+            const unsigned row = 1 + random() % static_cast<unsigned>(model.rows.size());
+            model.click(row);
+            click(static_cast<std::int32_t>(row));
+            steps += " row" + std::to_string(row);
+        }
+        most = std::max(most, model.entries.size());
+        ASSERT_EQ(history(), model.text()) << steps;
+        ASSERT_EQ(timeline(), model.now) << steps;
+    }
+    EXPECT_EQ(most, 26U);
+}
+
+TEST_F(WalkTest, ThirtyCommandsBackAndForth)
+{
+    std::vector<std::string> states{timeline()};
+    for (int i = 0; i < 30; ++i) {
+        command("Move", [this] { change(); });
+        states.push_back(timeline());
+    }
+    EXPECT_EQ(HistoryCollection.Count(), 26);
+    EXPECT_EQ(forms::frmTools.lvwHistory.get().size(), 26U);
+    for (std::size_t i = 29; i >= 4; --i) {
+        OnEditUndoClick();
+        ASSERT_EQ(timeline(), states[i]);
+    }
+    EXPECT_FALSE(CanUndo());
+    OnEditRedoClick(); // without rows it stays at the first image
+    EXPECT_EQ(timeline(), states[4]);
+    for (std::size_t i = 6; i <= 30; ++i) {
+        OnEditRedoClick();
+        ASSERT_EQ(timeline(), states[i]);
+    }
+    EXPECT_FALSE(CanRedo());
+}
+
+} // namespace
+} // namespace history_test

@@ -1,0 +1,241 @@
+// What is enabled when, and what the commands of the main window do.
+
+#include "shell/shell_harness.h"
+
+#include "report/web_host.h"
+#include "shell/action_table.h"
+
+namespace shell_test {
+namespace {
+
+using shell::CommandTests;
+
+class CommandsTest : public ShellTest {
+protected:
+    /// The tests that hold, by short names.
+    static std::string tests()
+    {
+        const std::pair<shell::CommandTest, const char*> names[] = {
+            {&CommandTests::hasRows, "rows"},
+            {&CommandTests::isRowSelected, "row"},
+            {&CommandTests::hasTimeline, "timeline"},
+            {&CommandTests::hasVideo, "video"},
+            {&CommandTests::hasEffects, "effects"},
+            {&CommandTests::hasOverlays, "overlays"},
+            {&CommandTests::canRepeatAudio, "repeat"},
+            {&CommandTests::isAudio1Selected, "audio1"},
+            {&CommandTests::isAudio2Selected, "audio2"},
+            {&CommandTests::canEdit, "edit"},
+            {&CommandTests::canCropSources, "cropSources"},
+            {&CommandTests::canUndo, "undo"},
+            {&CommandTests::canRedo, "redo"},
+            {&CommandTests::canSetKeyColor, "key"},
+            {&CommandTests::canSetStretchMode, "stretch"},
+            {&CommandTests::canRestoreSize, "restore"},
+        };
+        const CommandTests now = shell::currentTests();
+        std::string all;
+        for (const auto& [test, name] : names) {
+            all += now.*test ? (all.empty() ? "" : " ") + std::string(name) : "";
+        }
+        return all;
+    }
+    /// Names of the main menu's entries, below the tops, that can be chosen; those that always can are left out.
+    static std::string enabled()
+    {
+        std::string all;
+        for (const shell::MenuRow& row : shell::menuBar()) {
+            if (row.state != nullptr && row.test != nullptr && row.state->Enabled) {
+                all += (all.empty() ? "" : " ") + std::string(row.name);
+            }
+        }
+        return all;
+    }
+};
+
+TEST_F(CommandsTest, TestsOverLayouts)
+{
+    EXPECT_EQ(tests(), "");
+    put(audio(2), 0, 1000);
+    EXPECT_EQ(tests(), "timeline");
+    select(audio(2), 0);
+    EXPECT_EQ(tests(), "timeline audio2 edit restore");
+    put(video(), 0, 5000);
+    EXPECT_EQ(tests(), "timeline video repeat audio2 edit restore");
+    moduleTimeline::ClearMFSTSubSelections();
+    putEffect(0, 500);
+    put(state::OverlayTrack, 0, 2500);
+    EXPECT_EQ(tests(), "timeline video effects overlays");
+    select(state::OverlayTrack, 0);
+    EXPECT_EQ(tests(), "timeline video effects overlays edit key stretch restore");
+    form.chkLockOverlay[0].Value = std::int16_t{1};
+    EXPECT_EQ(tests(), "timeline video effects overlays");
+    select(video(), 0);
+    EXPECT_EQ(tests(), "timeline video effects overlays edit stretch");
+    showSelection(95, 195);
+    EXPECT_EQ(tests(), "timeline video effects overlays edit cropSources stretch");
+    open({"still.bmp"});
+    EXPECT_EQ(tests(), "rows row timeline video effects overlays edit cropSources stretch");
+    forms::frmMediaList.lvwMediaList.Change(1).Selected = false;
+    EXPECT_EQ(tests(), "rows timeline video effects overlays edit cropSources stretch");
+}
+
+TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
+{
+    EXPECT_EQ(enabled(), "");
+    EXPECT_TRUE(window.mnuFileOpen.Enabled);
+    EXPECT_FALSE(window.mnuFileResentProjects.Enabled); // there is no such command yet
+    EXPECT_FALSE(tools.cmdAdd.Enabled);
+    open({"mpeg4.avi"});
+    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditAddToTimeline");
+    EXPECT_TRUE(window.tbr.Button("ADD_TO_TIMELINE").Enabled);
+    EXPECT_FALSE(window.tbr.Button("SAVE_PROJECT").Enabled);
+    mdiTarnwick::tbr_ButtonClick("ADD_TO_TIMELINE");
+    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditAddEffectToTimeline "
+                         "mnuEditAddToOverlay");
+    EXPECT_TRUE(tools.cmdAdd.Enabled);
+    mdiTarnwick::mnuAddEffectBlur_Click();
+    std::string name(10, ' ');
+    engine::check(wrapped->GetEffectName(video(), 0, name));
+    EXPECT_EQ(name, "Blur      ");
+    mdiTarnwick::mnuEditAddToOverlay_Click();
+    EXPECT_EQ(tools.lvwHistory.get().size(), 3U);
+    mdiTarnwick::tbr_ButtonClick("UNDO");
+    EXPECT_TRUE(window.mnuEditRedo.Enabled);
+    EXPECT_TRUE(window.tbr.Button("REDO").Enabled);
+    mdiTarnwick::tbr_ButtonClick("CUT"); // disabled: nothing happens
+    mdiTarnwick::showHelp = [](std::string_view) {};
+    EnableOrDisableMenuItems();
+    EXPECT_TRUE(window.mnuHelpSection.Enabled);
+    EXPECT_TRUE(window.tbr.Button("HELP").Enabled);
+}
+
+TEST_F(CommandsTest, PressesAndReleasesUpdateTheMenus)
+{
+    put(video(), 0, 1000);
+    const auto undone = [&] { window.mnuEditAddToOverlay.Enabled = false; };
+    const std::pair<const char*, std::function<void()>> events[] = {
+        {"press on an item", [] { frmTimeline::picVideo_MouseDown(0, 1, 0, 10); }},
+        {"press beside", [] { frmTimeline::picEffect_MouseDown(0, 1, 0, 10); }},
+        {"sliders", [] { moduleTimeline::ToggleSelSliders(); }},
+        {"node", [] { frmTimeline::tvwTimeline_NodeClick({0}); }},
+        {"row", [] { open({"still.bmp"}); }},
+        {"drag", [] {
+             frmTimeline::imgEndSelHandle_MouseDown(1, 0);
+             frmTimeline::imgEndSelHandle_MouseUp(1, 0);
+         }}};
+    for (const auto& [what, run] : events) {
+        undone();
+        run();
+        EXPECT_TRUE(window.mnuEditAddToOverlay.Enabled) << what;
+    }
+}
+
+TEST_F(CommandsTest, SelectionFromAndToTheSlider)
+{
+    const auto selection = [] {
+        return std::to_string(state::SelStartPosition) + "-" + std::to_string(state::SelEndPosition);
+    };
+    const struct {
+        engine::Milliseconds slider;
+        bool isStart;
+        const char* after;
+    } steps[] = {{1000, true, "1000-2000"}, {3000, false, "1000-3000"}, {2500, true, "2500-3000"},
+                 {2980, true, "2980-3980"}, {500, false, "0-1000"},     {500, true, "500-1000"}};
+    for (const auto& [slider, isStart, after] : steps) {
+        moduleTimeline::SetSliderPosition(slider, false);
+        isStart ? mdiTarnwick::mnuEditStartSel_Click() : mdiTarnwick::mnuEditEndSel_Click();
+        EXPECT_EQ(selection(), after);
+        EXPECT_TRUE(window.mnuViewSelectionSliders.Checked);
+    }
+    EXPECT_EQ(forms::frmPreview.sldPreview.Min(), 500);
+    EXPECT_EQ(forms::frmPreview.sldPreview.Max(), 1000);
+}
+
+TEST_F(CommandsTest, Views)
+{
+    const auto shown = [&] {
+        std::string all = std::to_string(forms::frmMediaList.lvwMediaList.View.get()) + ":";
+        for (const auto& [menu, key] :
+             {std::pair{&window.mnuViewML_LargeIcon, "LARGE_ICONS"},
+              std::pair{&window.mnuViewML_SmallIcon, "SMALL_ICONS"}, std::pair{&window.mnuViewML_List, "LIST"},
+              std::pair{&window.mnuViewML_Detail, "DETAIL"}}) {
+            EXPECT_EQ(menu->Checked.get(), window.tbr.Button(key).Pressed.get());
+            all += menu->Checked ? "1" : "0";
+        }
+        return all;
+    };
+    EXPECT_EQ(shown(), "3:0001");
+    mdiTarnwick::tbr_ButtonClick("LARGE_ICONS");
+    EXPECT_EQ(shown(), "0:1000");
+    mdiTarnwick::mnuViewML_List_Click();
+    EXPECT_EQ(shown(), "2:0010");
+    mdiTarnwick::mnuViewTimelineList_Click();
+    EXPECT_FALSE(form.tvwTimelineVisible);
+    EXPECT_FALSE(window.mnuViewTimelineList.Checked);
+}
+
+TEST_F(CommandsTest, PlacesOfThePanels)
+{
+    const auto places = [&] {
+        const auto words = [](const forms::Rectangle& place) {
+            return std::to_string(place.left) + "," + std::to_string(place.top) + " " + std::to_string(place.width)
+                   + "x" + std::to_string(place.height);
+        };
+        return "M " + words(window.MediaListPlace) + " P " + words(window.PreviewPlace) + " T "
+               + words(window.TimelinePlace) + " X " + words(window.ToolsPlace);
+    };
+    window.TimelineHeight = 300;
+    mdiTarnwick::MDIForm_Resize(1233, 800);
+    EXPECT_EQ(places(), "M 0,0 1003x500 P 0,0 0x0 T 0,500 1003x300 X 1003,0 230x800"); // there is no preview yet
+    window.mnuViewPreview.Checked = true;
+    mdiTarnwick::ArrangeVisible();
+    EXPECT_EQ(places(), "M 0,0 622x500 P 622,0 381x500 T 0,500 1003x300 X 1003,0 230x800");
+    mdiTarnwick::mnuViewMediaList_Click();
+    EXPECT_EQ(places(), "M 0,0 622x500 P 0,0 1003x500 T 0,500 1003x300 X 1003,0 230x800");
+    EXPECT_FALSE(window.mnuViewMediaList.Checked);
+    EXPECT_FALSE(forms::frmMediaList.Visible);
+    mdiTarnwick::mnuViewMediaList_Click();
+    frmTools::CloseFromWindowMenu();
+    EXPECT_FALSE(window.mnuViewTools.Checked);
+    EXPECT_EQ(places(), "M 0,0 764x500 P 764,0 469x500 T 0,500 1233x300 X 1003,0 230x800");
+    mdiTarnwick::mnuViewTimeline_Click();
+    EXPECT_EQ(places(), "M 0,0 764x800 P 764,0 469x800 T 0,500 1233x300 X 1003,0 230x800");
+    mdiTarnwick::mnuViewTimeline_Click();
+    mdiTarnwick::MDIForm_Resize(100, 200); // smaller than the timeline
+    EXPECT_EQ(places(), "M 0,0 62x0 P 62,0 38x0 T 0,0 100x200 X 1003,0 230x800");
+    const int before = platform.eventsRun;
+    mdiTarnwick::mnuWindowArrangeAll_Click();
+    EXPECT_EQ(platform.eventsRun, before + 1);
+}
+
+TEST_F(CommandsTest, HelpAndClosing)
+{
+    std::string topic;
+    mdiTarnwick::showHelp = [&](std::string_view shown) { topic = shown; };
+    mdiTarnwick::mnuHelpSection_Click();
+    EXPECT_EQ(topic, "1_Welcome.htm");
+    mdiTarnwick::mnuHelpReportBugs_Click();
+    mdiTarnwick::mnuHelpNewFeatureRequest_Click();
+    const std::string host(kWebHost);
+    EXPECT_EQ(platform.openedWithDesktop,
+              (std::vector{host + "/Quillmont/report_bug.aspx", host + "/Quillmont/new_feature.aspx"}));
+    bool isClosed = false;
+    mdiTarnwick::unload = [&] { isClosed = mdiTarnwick::QueryUnload(); };
+    for (bool* const busy : {&state::InSelectionUpdate, &state::BusyOpening}) {
+        *busy = true;
+        window.sbr.Panel(1) = "";
+        mdiTarnwick::mnuFileExit_Click();
+        EXPECT_FALSE(isClosed);
+        EXPECT_EQ(panel(""), "Quillmont is currently busy. Please wait until the current operation is completed and "
+                             "then close the application.");
+        *busy = false;
+    }
+    mdiTarnwick::MDIForm_MouseMove();
+    EXPECT_EQ(panel(""), "Ready");
+    mdiTarnwick::mnuFileExit_Click();
+    EXPECT_TRUE(isClosed);
+}
+
+} // namespace
+} // namespace shell_test

@@ -1,0 +1,135 @@
+// The pointer on the rows: hints, tool tips, its shape, and the menus that pop up.
+
+#include "shell/shell_harness.h"
+
+#include "media/frmMediaList_events.h"
+#include "timeline/row_pointer.h"
+
+namespace shell_test {
+namespace {
+
+class ContextMenuTest : public ShellTest {
+protected:
+    void SetUp() override
+    {
+        ShellTest::SetUp();
+        window.PopupMenu = [this](forms::PopUp which) {
+            poppedUp += which == forms::PopUp::kEditContext ? "edit " : "media list ";
+        };
+    }
+    /// Names of the entries that show, without their beginning "mnuEC_" or "mnuEditContext".
+    static std::string shown()
+    {
+        std::string all;
+        for (const shell::MenuRow& row : shell::editContext().subspan(1)) {
+            std::string name(row.name);
+            for (const std::string prefix : {"mnuEC_", "mnuEditContext"}) {
+                name.erase(0, name.starts_with(prefix) ? prefix.size() : 0);
+            }
+            all += row.state->Visible ? (all.empty() ? "" : " ") + name : "";
+        }
+        return all;
+    }
+
+    std::string poppedUp;
+};
+
+TEST_F(ContextMenuTest, EntriesByContext)
+{
+    using namespace frmTimeline;
+    // Each after the one before: what a context does not name stays as it was.
+    const struct {
+        std::function<void()> press;
+        const char* shown;
+    } cases[] = {
+        {[] { picScale_MouseDown(2, 5); },
+         "ZoomIn ZoomOut s34 AddtoAudio1 AddtoAudio2 s22 AddMarker RemoveMarker SetOverlayTransparency sr2 SelSliders"},
+        {[] { picVideo_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 s23 StretchMode sr2 SelSliders"},
+        {[] { picAudio_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 AddtoAudio2 sr2 SelSliders"},
+        {[] { picEffect_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop AddtoAudio2 sr2 SelSliders"},
+        {[] { picAudio_MouseDown(1, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 AddtoAudio1 sr2 SelSliders"},
+        {[] { picOverlay_MouseDown(0, 2, 0, 5); },
+         "Cut Copy Paste Delete Crop s23 StretchMode SetOverlayTransparency sr2 SelSliders"},
+    };
+    for (const auto& [press, expected] : cases) {
+        poppedUp.clear();
+        press();
+        EXPECT_EQ(poppedUp, "edit ");
+        EXPECT_EQ(shown(), expected);
+    }
+    EXPECT_FALSE(window.mnuEditAddtoAudio1.Visible); // of the main menu, by the overlay's context
+}
+
+TEST_F(ContextMenuTest, RightPressSelectsAndStopsAtALock)
+{
+    put(video(), 0, 1000);
+    put(video(), 1000, 2000);
+    frmTimeline::picVideo_MouseDown(0, 2, 0, 150);
+    EXPECT_EQ(flags(), "V 01 E - O - A - B -");
+    EXPECT_EQ(std::exchange(poppedUp, ""), "edit ");
+    for (CheckBox* const box : {&form.chkLockVideo[0], &form.chkLockEffect[0], &form.chkLockOverlay[0]}) {
+        box->Value = std::int16_t{1};
+    }
+    frmTimeline::picVideo_MouseDown(0, 2, 0, 50);
+    frmTimeline::picEffect_MouseDown(0, 2, 0, 50);
+    frmTimeline::picOverlay_MouseDown(0, 2, 0, 50);
+    EXPECT_EQ(flags(), "V 10 E - O - A - B -");
+    EXPECT_EQ(poppedUp, "");
+    frmTimeline::picVideo_MouseDown(0, 4, 0, 150); // no button of ours
+    EXPECT_EQ(flags(), "V 10 E - O - A - B -");
+}
+
+TEST_F(ContextMenuTest, MediaList)
+{
+    open({"still.bmp"});
+    poppedUp.clear();
+    frmMediaList::lvwMediaList_MouseDown(1);
+    frmMediaList::lvwMediaList_Click();
+    EXPECT_EQ(poppedUp, "");
+    frmMediaList::lvwMediaList_MouseDown(2);
+    frmMediaList::lvwMediaList_Click();
+    EXPECT_EQ(poppedUp, "media list ");
+    frmMediaList::lvwMediaList_KeyDown(38);
+    EXPECT_EQ(poppedUp, "media list ");
+    EXPECT_FALSE(state::InSelectionUpdate);
+}
+
+TEST_F(ContextMenuTest, HintsToolTipsAndShapes)
+{
+    put(video(), 0, 1000);
+    put(audio(2), 500, 1000);
+    put(state::OverlayTrack, 0, 1000);
+    putEffect(200, 1000);
+    using namespace frmTimeline;
+    const struct {
+        void (*move)(std::int16_t, float, float);
+        forms::RowPointer& row;
+        std::int16_t index;
+        float x, y;
+        const char* expected;
+    } cases[] = {
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 50, 5, "still.bmp 0 Represents video sources over time"},
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 88, 11, "still.bmp 9 Represents video sources over time"},
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 87, 11, "still.bmp 0 Represents video sources over time"},
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 100, 0, "still.bmp 9 Represents video sources over time"},
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 100, 12, "still.bmp 0 Represents video sources over time"},
+        {picVideo_MouseMove, form.ptrVideo[0], 0, 101, 0, "Video Track 0 Represents video sources over time"},
+        {picAudio_MouseMove, form.ptrAudio[0], 0, 60, 0, "Video Track 0 Represents audio sources over time"},
+        {picAudio_MouseMove, form.ptrAudio[1], 1, 60, 0, "stereo-48k.wav 0 Represents audio sources over time"},
+        {picEffect_MouseMove, form.ptrEffect[0], 0, 10, 0, "Effect Track 0 Represents various effects over time"},
+        {picEffect_MouseMove, form.ptrEffect[0], 0, 95, 0, "Blur 9 Represents various effects over time"},
+        {picOverlay_MouseMove, form.ptrOverlay[0], 0, 200, 0, "Overlay Track 0 Represents overlay sources over time"},
+    };
+    for (const auto& [move, row, index, x, y, expected] : cases) {
+        move(index, x, y);
+        EXPECT_EQ(row.ToolTipText.get() + " " + std::to_string(row.MousePointer.get()) + " " + panel(""), expected);
+        EXPECT_EQ(form.imgScaleMarker.Left, static_cast<std::int32_t>(x));
+    }
+    state::BusyOpening = true;
+    window.sbr.Panel(1) = "Opening file";
+    picVideo_MouseMove(0, 5, 5);
+    EXPECT_EQ(panel(""), "Opening file");
+}
+
+} // namespace
+} // namespace shell_test
