@@ -39,7 +39,6 @@ protected:
                             .data(Qt::DecorationRole)
                             .template value<QIcon>()
                             .pixmap(kIcon, kIcon));
-        fprintf(stderr,"DBG start\n");
         frmMediaList::lvwMediaList_OLEStartDrag();
         drag->exec(Qt::CopyAction);
         frmMediaList::lvwMediaList_OLECompleteDrag();

@@ -196,6 +196,8 @@ void TimelineForm::makeSliders()
                                  {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,
                                   frmTimeline::imgSliderHandle_MouseUp},
                                  "imgSliderHandle", scale_)};
+    handles_[0]->raise();
+    handles_[1]->raise();
     handles_[0]->setAccessibleName(tr("Start of the selection"));
     handles_[1]->setAccessibleName(tr("End of the selection"));
     handles_[2]->setAccessibleName(tr("Position on the timeline"));
@@ -379,8 +381,7 @@ void TimelineForm::showMarkers()
     scaleMarker_->setGeometry(f.imgScaleMarker.Left, kScaleHeight - 8, 1, 8);
     scaleMarker_->setVisible(f.imgScaleMarker.Visible);
     for (SliderHandle* const handle : handles_) {
-        handle->move(handle->state().Left, kScaleHeight - SliderHandle::kHeight);
-        handle->setVisible(handle->state().Visible);
+        handle->showState();
     }
 }
 

@@ -9,12 +9,26 @@
 
 #include "windowing/picture_widget.h"
 
-SliderHandle::SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* parent)
-    : QWidget(parent), state_(state), shape_(shape), calls_(std::move(calls))
+SliderHandle::SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* scale)
+    : QWidget(scale->parentWidget()), state_(state), shape_(shape), calls_(std::move(calls)), scale_(scale)
 {
     setObjectName(name);
     resize(kWidth, kHeight);
     setCursor(Qt::SizeHorCursor);
+    // A flag takes presses on its own half only: a new selection starts where the main handle stands.
+    if (shape_ == Shape::kStart) {
+        setMask(QRegion(0, 0, kWidth / 2 + 1, kHeight));
+    } else if (shape_ == Shape::kEnd) {
+        setMask(QRegion(kWidth / 2, 0, kWidth / 2 + 1, kHeight));
+    }
+}
+
+void SliderHandle::showState()
+{
+    const int left = state_.Left;
+    move(scale_->x() + left, scale_->y() + scale_->height() - kHeight);
+    // A drag holds it within these edges as well.
+    setVisible(state_.Visible && left >= -kWidth / 2 - 1 && left <= scale_->width() - kWidth / 2);
 }
 
 void SliderHandle::paintEvent(QPaintEvent*)
@@ -45,7 +59,7 @@ void SliderHandle::paintEvent(QPaintEvent*)
 
 float SliderHandle::xIn(const QMouseEvent& event) const
 {
-    return static_cast<float>(mapToParent(event.position().toPoint()).x() - state_.Left.get());
+    return static_cast<float>(mapToParent(event.position().toPoint()).x() - scale_->x() - state_.Left.get());
 }
 
 void SliderHandle::mousePressEvent(QMouseEvent* event) { calls_.down(programButton(event->button()), xIn(*event)); }

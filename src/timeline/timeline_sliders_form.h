@@ -19,12 +19,14 @@ public:
         std::function<void(int button, float x)> up;
     };
 
-    SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* parent);
+    /// Stands over the scale's widget, on its parent: at the edges of the view half of it lies outside.
+    SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* scale);
 
     static constexpr int kWidth = 11; // the slider's own x is in its middle
     static constexpr int kHeight = 15;
 
-    const ImageBox& state() const { return state_; }
+    /// Goes where the program has placed it; out of the view it is hidden.
+    void showState();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -39,6 +41,7 @@ private:
     ImageBox& state_;
     Shape shape_;
     Calls calls_;
+    QWidget* scale_;
 };
 
 /// A marker on the scale: a small flag that is selected by a press and dragged.

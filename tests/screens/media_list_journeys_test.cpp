@@ -1,0 +1,260 @@
+// The media list: opening by dialogue and by drop, looking at files, playing them, closing them.
+
+#include "report/error_log.h"
+#include "screens/screen_harness.h"
+#include "windowing/list_model.h"
+
+#include <QProgressBar>
+#include <QSlider>
+#include <QStyleOptionSlider>
+#include <QToolButton>
+#include <QTreeView>
+
+namespace screens_test {
+namespace {
+
+/// What a person sees of a label or a bar: the texts that were painted, and whether it was shown at all.
+class Painted final : public QObject {
+public:
+    explicit Painted(QWidget& watched) { watched.installEventFilter(this); }
+
+    std::vector<std::string> texts;
+    int timesShown = 0;
+    std::function<void()> whenShown;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const auto* const label = qobject_cast<QLabel*>(watched);
+        if (label != nullptr && event->type() == QEvent::Paint) {
+            const std::string text = label->text().toStdString();
+            if (texts.empty() || texts.back() != text) {
+                texts.push_back(text);
+            }
+        } else if (event->type() == QEvent::Show && ++timesShown == 1 && whenShown) {
+            whenShown();
+        }
+        return false;
+    }
+};
+
+class MediaListScreen : public ScreenTest {
+protected:
+    QWidget& list() { return *find<QTreeView>("lvwMediaList").viewport(); }
+    QSlider& slider() { return find<QSlider>("sldFilePreview"); }
+    QToolButton& play() { return find<QToolButton>("cmdPlay"); }
+    void clickRow(int place, Qt::KeyboardModifiers keys = {}) { click(list(), rowRect(place).center(), keys); }
+
+    /// Share of the small player's picture that is bright.
+    double brightShare()
+    {
+        const QImage image = find("picPreviewSmall").grab().toImage();
+        int bright = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                bright += qGray(image.pixel(x, y)) > 128 ? 1 : 0;
+            }
+        }
+        return double(bright) / (image.width() * image.height());
+    }
+    QPoint handle()
+    {
+        QStyleOptionSlider option;
+        option.initFrom(&slider());
+        option.orientation = Qt::Horizontal;
+        option.minimum = slider().minimum();
+        option.maximum = slider().maximum();
+        option.sliderPosition = option.sliderValue = slider().value();
+        return slider()
+            .style()
+            ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &slider())
+            .center();
+    }
+    std::string fact(const char* name) { return find<QLabel>(name).toolTip().toStdString(); }
+};
+
+TEST_F(MediaListScreen, OneFileIsOpenedLookedAtAndPlayed)
+{
+    answers.open({media("mpeg4.avi")});
+    key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_TRUE(says("Selected file: \"mpeg4.avi\". Total Files in Media List: 1."));
+    EXPECT_EQ(row(0), "mpeg4.avi|Video|0:00:05.040|320 x 240, 25fps|48000 Hz");
+    EXPECT_EQ(fact("lblFileDisplay"), "mpeg4.avi");
+    EXPECT_EQ(fact("lblInfoDisplay0"), media("mpeg4.avi"));
+    EXPECT_EQ(fact("lblInfoDisplay3"), "AVI");
+    EXPECT_EQ(fact("lblInfoDisplay4"), "2");
+    EXPECT_TRUE(until([&] { return brightShare() > 0.05; })) << brightShare();
+
+    const QImage firstFrame = find("picPreviewSmall").grab().toImage();
+    const QImage toPlay = play().grab().toImage();
+    EXPECT_EQ(play().accessibleName(), "Play");
+    click(play());
+    EXPECT_EQ(play().accessibleName(), "Stop");
+    EXPECT_NE(play().grab().toImage(), toPlay);
+    EXPECT_TRUE(until([&] { return slider().value() > 300; })) << slider().value();
+    EXPECT_TRUE(until([&] { return find("picPreviewSmall").grab().toImage() != firstFrame; }));
+
+    click(play());
+    EXPECT_EQ(play().accessibleName(), "Play");
+    drag(slider(), handle(), slider().width() / 2);
+    EXPECT_GT(slider().value(), 2000);
+    EXPECT_LT(slider().value(), 4500);
+    EXPECT_TRUE(until([&] { return brightShare() > 0.05; }));
+    slider().setFocus();
+    const int before = slider().value();
+    key(Qt::Key_Left); // a step of the keys is a part of the file, not a millisecond
+    EXPECT_NEAR(before - slider().value(), 50, 5);
+}
+
+TEST_F(MediaListScreen, PlayingToTheEndStopsAndGoesBackToTheBeginning)
+{
+    opened({"uncompressed.avi"});
+    key(Qt::Key_Return); // the list has no focus yet, the form's key plays all the same
+    list().setFocus();
+    click(list(), rowRect(0).center());
+    key(Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return play().accessibleName() == "Stop"; }));
+    EXPECT_TRUE(until([&] { return slider().value() > 0; }));
+    EXPECT_TRUE(until([&] { return play().accessibleName() == "Play"; }));
+    EXPECT_TRUE(until([&] { return slider().value() == 0; })) << slider().value();
+    key(Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return play().accessibleName() == "Stop"; }));
+    key(Qt::Key_Space);
+    EXPECT_TRUE(until([&] { return play().accessibleName() == "Play"; }));
+}
+
+TEST_F(MediaListScreen, DroppedFilesOpenWithProgress)
+{
+    Painted status(find("sbr1"));
+    Painted progress(find("pbarMain"));
+    ASSERT_TRUE(drop({media("still.png"), media("stereo-48k.wav"), media("h264.mp4")}));
+    EXPECT_TRUE(says("Selected file: \"h264.mp4\". Total Files in Media List: 3."));
+    for (const char* const text : {"Opening file 01 of 03 (still.png)", "Opening file 02 of 03 (stereo-48k.wav)",
+                                   "Opening file 03 of 03 (h264.mp4)"}) {
+        EXPECT_EQ(std::ranges::count(status.texts, text), 1) << text;
+    }
+    EXPECT_EQ(progress.timesShown, 1);
+    EXPECT_FALSE(find("pbarMain").isVisible());
+    EXPECT_EQ(rowCount(), 3);
+    EXPECT_EQ(row(0), "still.png|Image|0:00:05.000|320 x 240|     --");
+    EXPECT_EQ(row(1), "stereo-48k.wav|Audio|0:00:05.000|     --|48000 Hz");
+
+    clickRow(0); // a still has nothing to play
+    EXPECT_TRUE(says("Selected file: \"still.png\". Total Files in Media List: 3."));
+    EXPECT_FALSE(play().isVisible());
+    EXPECT_FALSE(slider().isVisible());
+    EXPECT_TRUE(until([&] { return brightShare() > 0.05; }));
+}
+
+TEST_F(MediaListScreen, ADamagedFileIsToldAndTheOthersOpen)
+{
+    answers.click("OK");
+    ASSERT_TRUE(drop({media("mpeg4.avi"), media("bad/text.avi"), media("still.bmp")}));
+    EXPECT_TRUE(says("Selected file: \"still.bmp\". Total Files in Media List: 2."));
+    EXPECT_EQ(answers.boxes, std::vector{"i: Unable to open file - \"" + media("bad/text.avi")
+                                         + "\".|The media type of this file is not recognized."});
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(MediaListScreen, CancellingTheDialogueOpensNothing)
+{
+    answers.open({});
+    choose("&File", "Open &File...");
+    EXPECT_EQ(rowCount(), 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(find("pbarMain").isVisible());
+}
+
+TEST_F(MediaListScreen, SelectingByPointerAndByKeys)
+{
+    opened({"still.png", "still.bmp", "h264.mp4"});
+    clickRow(0);
+    EXPECT_TRUE(says("Selected file: \"still.png\". Total Files in Media List: 3."));
+    find("lvwMediaList").setFocus();
+    key(Qt::Key_Down);
+    EXPECT_TRUE(says("Selected file: \"still.bmp\". Total Files in Media List: 3."));
+    key(Qt::Key_End);
+    EXPECT_TRUE(says("Selected file: \"h264.mp4\". Total Files in Media List: 3."));
+    EXPECT_EQ(fact("lblFileDisplay"), "h264.mp4");
+    moveTo(list(), rowRect(2).center() + QPoint(3, 0));
+    EXPECT_TRUE(says("Lists all the media files with their information"));
+    clickRow(2); // selected as it is
+    EXPECT_TRUE(says("Selected file: \"h264.mp4\". Total Files in Media List: 3."));
+    const auto selected = [&] { return find<QTreeView>("lvwMediaList").selectionModel()->selectedRows().size(); };
+    clickRow(0, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), 3);
+    clickRow(1, Qt::ControlModifier);
+    EXPECT_EQ(selected(), 2);
+    clickRow(1);
+    EXPECT_EQ(selected(), 1);
+}
+
+TEST_F(MediaListScreen, EveryPartOfThePanelHasItsHint)
+{
+    opened({"still.png"});
+    const struct {
+        const char* widget;
+        const char* hint;
+    } cases[] = {
+        {"lvwMediaList", "Lists all the media files with their information"},
+        {"lblInfoDisplay0", "File information of the currently selected media file"},
+        {"picPreviewSmall", "Instant preview of the currently selected media file"},
+    };
+    for (const auto& part : cases) {
+        moveTo(find(part.widget), find(part.widget).rect().center());
+        EXPECT_EQ(status(), part.hint);
+    }
+    clickRow(0);
+    QWidget& side = *find("cmdPlay").parentWidget();
+    moveTo(side, {2, find("picPreviewSmall").height() + 1}); // between the picture and the facts
+    EXPECT_EQ(status(), "Ready");
+}
+
+TEST_F(MediaListScreen, ADragOfARowThatEndsNowhereLeavesTheListInOrder)
+{
+    opened({"still.png", "still.bmp"});
+    drag(list(), rowRect(0).center(), 60); // this platform ends every drag at once
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    const QModelIndexList selected = find<QTreeView>("lvwMediaList").selectionModel()->selectedRows();
+    ASSERT_EQ(selected.size(), 1); // a row was dragged, not a selection drawn
+    EXPECT_EQ(selected[0].row(), 0);
+    const std::unique_ptr<QMimeData> mark(find<QTreeView>("lvwMediaList").model()->mimeData(selected));
+    EXPECT_TRUE(mark->hasFormat(kRowsMimeType));
+    clickRow(1);
+    EXPECT_TRUE(says("Selected file: \"still.bmp\". Total Files in Media List: 2."));
+}
+
+TEST_F(MediaListScreen, AFileThatTheTimelineUsesIsClosedOnlyWhenThePersonSaysSo)
+{
+    opened({"mpeg4.avi", "still.bmp"});
+    onTheTracks();
+    const std::string both = "Video[mpeg4.avi still.bmp] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]";
+    EXPECT_EQ(tree(), both);
+    const int end = barEnd("picVideo0");
+    clickRow(0);
+    const std::string question =
+        "i: The file - \"mpeg4.avi\" is being used by the timeline. If you delete this file, all references to it in "
+        "the timeline will be permanently removed. Do you wish to proceed with the deletion?";
+
+    answers.click("&No");
+    choose("&File", "&Close File");
+    EXPECT_EQ(answers.boxes, std::vector{question});
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(tree(), both);
+
+    answers.click("&Yes");
+    choose("&File", "&Close File");
+    EXPECT_EQ(answers.boxes, (std::vector{question, question}));
+    EXPECT_EQ(rowCount(), 1);
+    EXPECT_EQ(row(0).substr(0, 9), "still.bmp");
+    EXPECT_EQ(tree(), "Video[still.bmp] Effects[] Overlays[] Audio 1[] Audio 2[]");
+    EXPECT_EQ(barEnd("picAudio0"), -1);
+    EXPECT_GT(end, 0);
+    EXPECT_EQ(fact("lblFileDisplay"), "");
+    EXPECT_TRUE(until([&] { return brightShare() == 0; }));
+}
+
+} // namespace
+} // namespace screens_test

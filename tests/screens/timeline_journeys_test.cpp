@@ -1,0 +1,178 @@
+// The timeline: the selection, zooming, the sliders, bars and the list, the options of rows, the divider.
+
+#include "screens/screen_harness.h"
+
+#include <QScrollBar>
+#include <QToolButton>
+#include <QTreeView>
+
+namespace screens_test {
+namespace {
+
+/// mpeg4.avi with its sound of 5.04 s, behind it no-sound.mp4 of 2 s: at 10 ms a pixel the bars end at 504 and 700.
+class TimelineScreen : public ScreenTest {
+protected:
+    void SetUp() override
+    {
+        ScreenTest::SetUp();
+        window->resize(1560, 900); // room for all of it at this zoom
+        opened({"mpeg4.avi", "no-sound.mp4"});
+        onTheTracks();
+        ASSERT_EQ(tree(), "Video[mpeg4.avi no-sound.mp4] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
+        ASSERT_EQ(barEnd("picVideo0"), 700);
+        ASSERT_EQ(barEnd("picAudio0"), 504);
+    }
+
+    /// The widget of the tinted shape on a row.
+    QWidget& shape(const char* picture)
+    {
+        auto* const found = find(picture).findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        if (found == nullptr) {
+            throw std::runtime_error("the row has no shape");
+        }
+        return *found;
+    }
+    QToolButton& option(const char* name) { return find<QToolButton>(name); }
+    bool isShown(const char* name) { return find(name).isVisible(); }
+};
+
+TEST_F(TimelineScreen, TheSelectionIsShownDraggedAndHidden)
+{
+    EXPECT_FALSE(isShown("imgEndSelHandle"));
+    key(Qt::Key_F5);
+    EXPECT_TRUE(isShown("imgStartSelHandle"));
+    EXPECT_TRUE(isShown("imgEndSelHandle"));
+    EXPECT_TRUE(shape("picVideo0").isVisible());
+    EXPECT_TRUE(shape("picAudio0").isVisible());
+    EXPECT_FALSE(shape("picAudio1").isVisible()); // an empty track
+    const QRect before = shape("picVideo0").geometry();
+    EXPECT_EQ(before.width(), 99);
+
+    drag(find("imgEndSelHandle"), {5, 5}, 60);
+    EXPECT_EQ(shape("picVideo0").geometry(), before.adjusted(0, 0, 60, 0));
+    EXPECT_EQ(shape("picAudio0").width(), before.width() + 60);
+    drag(find("imgStartSelHandle"), {2, 5}, 20); // it lies on the main handle's left half
+    EXPECT_EQ(shape("picVideo0").geometry(), before.adjusted(20, 0, 60, 0));
+    EXPECT_EQ(status(), "Reposition the start selection slider");
+    drag(find("imgStartSelHandle"), {2, 5}, 400); // the handles keep apart
+    EXPECT_GT(shape("picVideo0").width(), 0);
+    EXPECT_LT(find("imgStartSelHandle").x(), find("imgEndSelHandle").x());
+
+    click(option("cmdSelSliders"));
+    EXPECT_FALSE(isShown("imgEndSelHandle"));
+    EXPECT_FALSE(shape("picVideo0").isVisible());
+}
+
+TEST_F(TimelineScreen, ZoomingByKeysButtonsAndWheel)
+{
+    key(Qt::Key_F7);
+    EXPECT_EQ(barEnd("picAudio0"), 252);
+    key(Qt::Key_F6);
+    EXPECT_EQ(barEnd("picAudio0"), 504);
+    click(option("cmdZoomOut"));
+    EXPECT_EQ(barEnd("picAudio0"), 252);
+    click(option("cmdZoomIn"));
+    EXPECT_EQ(barEnd("picAudio0"), 504);
+
+    // What lies under the pointer stays there, to a tick of 10 pixels.
+    wheel(find("picVideo0"), {480, 10}, 1, Qt::ControlModifier);
+    EXPECT_NEAR(barEnd("picAudio0"), 528, 10);
+    wheel(find("picScale"), {480, 10}, -1, Qt::ControlModifier);
+    EXPECT_NEAR(barEnd("picAudio0"), 504, 10);
+    wheel(find("picScale"), {480, 10}, 1, Qt::ControlModifier);
+    const int before = find<QScrollBar>("hsb").value();
+    wheel(find("picAudio1"), {480, 10}, -1);
+    EXPECT_EQ(find<QScrollBar>("hsb").value(), before + 5);
+    EXPECT_NEAR(barEnd("picAudio0"), 478, 10);
+}
+
+TEST_F(TimelineScreen, TheMainSliderIsDragged)
+{
+    QWidget& handle = find("imgSliderHandle");
+    const int before = find("picSlider").x();
+    drag(handle, {5, 5}, 120);
+    EXPECT_EQ(status(2), "0:00:01.200");
+    EXPECT_EQ(find("picSlider").x(), before + 120);
+    EXPECT_EQ(handle.x() - find("picScale").x(), 115);
+    EXPECT_EQ(find("imgScaleSlider").x(), 120);
+    EXPECT_EQ(status(), "Reposition the slider");
+
+    drag(handle, {5, 5}, -60);
+    EXPECT_EQ(status(2), "0:00:00.600");
+}
+
+TEST_F(TimelineScreen, APressOnABarAndAClickInTheListSelectTheSameItem)
+{
+    const auto& nodes = find<QTreeView>("tvwTimeline");
+    const QImage plain = find("picVideo0").grab().toImage();
+    click(find("picVideo0"), {100, 10});
+    EXPECT_EQ(status(4), "0:00:00.000 - 0:00:05.000");
+    EXPECT_EQ(nodes.currentIndex().data().toString(), "mpeg4.avi");
+    EXPECT_NE(find("picVideo0").grab().toImage(), plain);
+
+    const QModelIndex video = nodes.model()->index(0, 0, nodes.model()->index(0, 0));
+    const QModelIndex second = nodes.model()->index(1, 0, video);
+    click(*nodes.viewport(), nodes.visualRect(second).center());
+    EXPECT_EQ(status(4), "0:00:05.000 - 0:00:07.000");
+    find("tvwTimeline").setFocus();
+    key(Qt::Key_Up); // the keys select as well
+    EXPECT_EQ(status(4), "0:00:00.000 - 0:00:05.000");
+    settle();
+    EXPECT_EQ(nodes.currentIndex().data().toString(), "mpeg4.avi");
+}
+
+TEST_F(TimelineScreen, OptionsOfARow)
+{
+    key(Qt::Key_F5);
+    const QImage linked = option("picVideo0_link").grab().toImage();
+    click(option("picVideo0_link"));
+    EXPECT_FALSE(shape("picVideo0").isVisible());
+    EXPECT_TRUE(shape("picAudio0").isVisible());
+    EXPECT_NE(option("picVideo0_link").grab().toImage(), linked);
+    click(option("picVideo0_link"));
+    EXPECT_TRUE(shape("picVideo0").isVisible());
+    key(Qt::Key_F5);
+    EXPECT_FALSE(option("picVideo0_link").isVisible());
+
+    const QRgb free = pixel("picVideo0", 300, 3);
+    const QImage unlocked = option("picVideo0_lock").grab().toImage();
+    click(option("picVideo0_lock"));
+    EXPECT_NE(pixel("picVideo0", 300, 3), free);
+    EXPECT_EQ(pixel("picVideo0", 300, 3), qRgb(0xE0, 0xE0, 0xDC)); // grey
+    EXPECT_NE(option("picVideo0_lock").grab().toImage(), unlocked);
+    key(Qt::Key_F5);
+    EXPECT_FALSE(option("picVideo0_link").isEnabled());
+    EXPECT_FALSE(shape("picVideo0").isVisible());
+    key(Qt::Key_F5);
+    click(option("picVideo0_lock"));
+    EXPECT_EQ(pixel("picVideo0", 300, 3), free);
+
+    const QImage enabled = option("picAudio0_disable").grab().toImage();
+    click(option("picAudio0_disable"));
+    EXPECT_NE(option("picAudio0_disable").grab().toImage(), enabled);
+}
+
+TEST_F(TimelineScreen, TheDividerGivesTheListMoreRoom)
+{
+    const QRect list = find("tvwTimeline").geometry();
+    const QRect rows = find("picTimelineBase").geometry();
+    drag(find("picVerticalResize"), {2, 60}, 80);
+    EXPECT_EQ(find("tvwTimeline").geometry(), list.adjusted(0, 0, 80, 0));
+    EXPECT_EQ(find("picTimelineBase").geometry(), rows.adjusted(80, 0, 0, 0));
+    EXPECT_EQ(barEnd("picAudio0"), 504); // drawn anew for the narrower view
+    drag(find("picVerticalResize"), {2, 60}, -4000);
+    EXPECT_GE(find("tvwTimeline").width(), 33); // and never less
+    EXPECT_LE(find("tvwTimeline").width(), list.width() + 80);
+}
+
+TEST_F(TimelineScreen, TheMarkerOnTheScaleFollowsThePointerAndGoesWithIt)
+{
+    moveTo(find("picAudio1"), {222, 8});
+    EXPECT_TRUE(isShown("imgScaleMarker"));
+    EXPECT_EQ(find("imgScaleMarker").x(), 222);
+    moveTo(find("tvwTimeline"), {20, 150});
+    EXPECT_FALSE(isShown("imgScaleMarker"));
+}
+
+} // namespace
+} // namespace screens_test
