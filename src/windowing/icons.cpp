@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <map>
+#include <tuple>
 
 /// Outside a namespace, as the toolkit's macro wants it: a static library's resources come in only when asked for.
 static void bringInResources() { Q_INIT_RESOURCE(resources); }
@@ -43,13 +45,17 @@ QPixmap programPixmap(std::string_view key, const QColor& ink, int size, double 
 
 QIcon programIcon(std::string_view key, const QPalette& palette)
 {
-    QIcon icon;
     const QColor ink = palette.color(QPalette::WindowText);
     const QColor faint = palette.color(QPalette::Disabled, QPalette::WindowText);
-    for (const int size : {16, 24, 32}) {
-        for (const double ratio : {1.0, 2.0}) {
-            icon.addPixmap(programPixmap(key, ink, size, ratio));
-            icon.addPixmap(programPixmap(key, faint, size, ratio), QIcon::Disabled);
+    // Lists ask for their icons each time that they are painted. Few palettes are seen in a run.
+    static auto& drawnBefore = *new std::map<std::tuple<std::string, QRgb, QRgb>, QIcon>; // outlives the application
+    QIcon& icon = drawnBefore[{std::string(key), ink.rgba(), faint.rgba()}];
+    if (icon.isNull()) {
+        for (const int size : {16, 24, 32}) {
+            for (const double ratio : {1.0, 2.0}) {
+                icon.addPixmap(programPixmap(key, ink, size, ratio));
+                icon.addPixmap(programPixmap(key, faint, size, ratio), QIcon::Disabled);
+            }
         }
     }
     return icon;
