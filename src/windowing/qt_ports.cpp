@@ -2,6 +2,7 @@
 
 #include "engine/runtime_error.h"
 #include "windowing/painter_canvas.h"
+#include "windowing/show_pass.h"
 #include "windowing/text.h"
 
 #include <QApplication>
@@ -151,7 +152,11 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
     return names;
 }
 
-void QtEvents::letRun() { QCoreApplication::processEvents(); }
+void QtEvents::letRun()
+{
+    const ShowPass::Calm calm;
+    QCoreApplication::processEvents();
+}
 
 double QtFonts::textWidth(std::string_view text)
 {

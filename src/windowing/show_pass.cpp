@@ -4,11 +4,12 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QTimer>
 
 namespace {
 
 ShowPass* inUse = nullptr;
+
+constexpr int kCalmMs = 30;
 
 const QEvent::Type kShowEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
@@ -19,7 +20,10 @@ ShowPass& showPass() { return *inUse; }
 ShowPass::ShowPass()
 {
     inUse = this;
-    show::wanted = [this] { QCoreApplication::postEvent(this, new QEvent(kShowEvent), Qt::HighEventPriority); };
+    putOff_.setSingleShot(true);
+    putOff_.setInterval(kCalmMs);
+    connect(&putOff_, &QTimer::timeout, this, [this] { runNow(); });
+    show::wanted = [this] { request(); };
     show::marked = false;
     show::mark();
 }
@@ -44,6 +48,8 @@ void ShowPass::runNow()
         return;
     }
     show::marked = false;
+    putOff_.stop();
+    sinceLast_.start();
     for (std::size_t i = 0; i < forms_.size(); ++i) {
         forms_[i].showState();
     }
@@ -54,8 +60,24 @@ bool ShowPass::event(QEvent* event)
     if (event->type() != kShowEvent) {
         return QObject::event(event);
     }
-    runNow();
+    if (calms_ > 0 && sinceLast_.isValid() && sinceLast_.elapsed() < kCalmMs) {
+        putOff_.start();
+    } else {
+        runNow();
+    }
     return true;
+}
+
+void ShowPass::request() { QCoreApplication::postEvent(this, new QEvent(kShowEvent), Qt::HighEventPriority); }
+
+ShowPass::Calm::Calm() { ++inUse->calms_; }
+
+ShowPass::Calm::~Calm()
+{
+    if (--inUse->calms_ == 0 && inUse->putOff_.isActive()) {
+        inUse->putOff_.stop();
+        inUse->request();
+    }
 }
 
 void driveTimer(QObject* owner, Timer& timer)

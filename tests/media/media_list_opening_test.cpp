@@ -106,8 +106,11 @@ TEST_F(OpeningTest, SeveralFiles)
            {"mpeg4.avi", "bad/text.avi", "mpeg1.mpg", "gone.avi", "cbr.mp3", "still.gif"});
     std::vector<std::int32_t> steps;
     platform.whileEventsRun = [&] {
-        seen.push_back(statusText());
-        steps.push_back(forms::mdiTarnwick.pbarMain.Value());
+        // On a slow disk events run while a file is tried as well.
+        if (seen.empty() || seen.back() != statusText()) {
+            seen.push_back(statusText());
+            steps.push_back(forms::mdiTarnwick.pbarMain.Value());
+        }
         EXPECT_TRUE(forms::mdiTarnwick.pbarMain.Visible);
         EXPECT_EQ(forms::mdiTarnwick.pbarMain.Max(), 6);
         EXPECT_EQ(forms::mdiTarnwick.MousePointer, 11);
@@ -147,7 +150,9 @@ TEST_F(OpeningTest, ACancelKeepsWhatIsOpen)
 {
     state::OpeningCancelled = true; // of an opening long past
     choose(testmedia::mediaFolder().string(), {"still.bmp", "still.gif", "still.jpg"});
-    platform.whileEventsRun = [&] { state::OpeningCancelled = platform.eventsRun == 3; };
+    platform.whileEventsRun = [&] {
+        state::OpeningCancelled = state::OpeningCancelled || forms::mdiTarnwick.pbarMain.Value() == 3;
+    };
     mdiTarnwick::mnuFileOpen_Click();
     EXPECT_EQ(rows(), "still.bmp still.gif*<");
     EXPECT_EQ(wrapped->callCounts["OpenFile"], 2);
