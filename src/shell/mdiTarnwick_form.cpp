@@ -214,6 +214,12 @@ void MainWindow::changeEvent(QEvent* event)
     }
 }
 
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    showPass().runNow(); // ahead of the first painting
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (!mdiTarnwick::QueryUnload()) {

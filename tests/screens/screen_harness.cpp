@@ -78,6 +78,7 @@ void ScreenTest::SetUp()
     ASSERT_NE(window, nullptr);
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    settle();
 }
 
 void ScreenTest::TearDown()

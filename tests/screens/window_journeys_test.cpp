@@ -89,14 +89,14 @@ TEST_F(ScreenTest, TheMediaListIsHiddenAndShownAgain)
 {
     QWidget& list = find("frmMediaList");
     EXPECT_TRUE(list.isVisible());
-    for (QAbstractButton* const button : window->findChildren<QAbstractButton*>()) {
+    for (QAbstractButton* const button : list.parentWidget()->findChildren<QAbstractButton*>()) {
         if (button->accessibleName() == "Hide this panel") {
             click(*button);
         }
     }
-    EXPECT_FALSE(list.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list.isVisible(); }));
     choose("&Window", "&Media List");
-    EXPECT_TRUE(list.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list.isVisible(); }));
 }
 
 TEST_F(ScreenTest, EveryControlThatIsSeenHasAName)
