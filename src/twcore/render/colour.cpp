@@ -1,5 +1,7 @@
 #include "twcore/render/colour.h"
 
+#include "twcore/render/vectors.h"
+
 extern "C" {
 #include <libavutil/pixdesc.h>
 }
@@ -7,6 +9,7 @@ extern "C" {
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace twcore {
 
@@ -83,35 +86,43 @@ FixedMap mapBetween(const Colour& from, const Colour& to)
 
 std::uint8_t toByte(int value) { return static_cast<std::uint8_t>(std::clamp(value >> kBits, 0, 255)); }
 
-void recolourLuma(std::uint8_t* luma, const std::uint8_t* cb, const std::uint8_t* cr, int width, int shiftX,
-                  const FixedMap& map)
+/// What the colour differences add to the brightness of the pixels over them, each for `1 << shiftX` pixels.
+TWCORE_WIDE_VECTORS void chromaParts(const std::uint8_t* __restrict cb, const std::uint8_t* __restrict cr,
+                                     int* __restrict parts, int count, int shiftX, const FixedMap& map)
 {
-    const auto [ky, kb, kr] = map.factor[0];
+    const int kb = map.factor[0][1];
+    const int kr = map.factor[0][2];
     const int offset = map.offset[0];
     if (shiftX == 1) {
-        for (int x = 0; x < width / 2; ++x) {
-            const int chroma = kb * cb[x] + kr * cr[x] + offset;
-            luma[2 * x] = toByte(ky * luma[2 * x] + chroma);
-            luma[2 * x + 1] = toByte(ky * luma[2 * x + 1] + chroma);
-        }
-        if ((width & 1) != 0) {
-            luma[width - 1] = toByte(ky * luma[width - 1] + kb * cb[width / 2] + kr * cr[width / 2] + offset);
+        for (int x = 0; x < count; ++x) {
+            const int part = kb * cb[x] + kr * cr[x] + offset;
+            parts[2 * x] = part;
+            parts[2 * x + 1] = part;
         }
         return;
     }
-    for (int x = 0; x < width; ++x) {
-        luma[x] = toByte(ky * luma[x] + kb * cb[x >> shiftX] + kr * cr[x >> shiftX] + offset);
+    for (int x = 0; x < count << shiftX; ++x) {
+        parts[x] = kb * cb[x >> shiftX] + kr * cr[x >> shiftX] + offset;
     }
 }
 
-void recolourChroma(std::uint8_t* cb, std::uint8_t* cr, int width, const FixedMap& map)
+TWCORE_WIDE_VECTORS void recolourLuma(std::uint8_t* __restrict luma, const int* __restrict parts, int factor, int width)
+{
+    for (int x = 0; x < width; ++x) {
+        luma[x] = toByte(factor * luma[x] + parts[x]);
+    }
+}
+
+TWCORE_WIDE_VECTORS void recolourChroma(std::uint8_t* __restrict cb, std::uint8_t* __restrict cr, int width,
+                                        const FixedMap& map)
 {
     // The brightness has no part in the colour differences: its factor is 0 by construction.
+    const FixedMap m = map;
     for (int x = 0; x < width; ++x) {
         const int b = cb[x];
         const int r = cr[x];
-        cb[x] = toByte(map.factor[1][1] * b + map.factor[1][2] * r + map.offset[1]);
-        cr[x] = toByte(map.factor[2][1] * b + map.factor[2][2] * r + map.offset[2]);
+        cb[x] = toByte(m.factor[1][1] * b + m.factor[1][2] * r + m.offset[1]);
+        cr[x] = toByte(m.factor[2][1] * b + m.factor[2][2] * r + m.offset[2]);
     }
 }
 
@@ -155,16 +166,17 @@ void recolour(const PlanarRect& picture, const Colour& from, const Colour& to)
     const FixedMap map = mapBetween(from, to);
     const int chromaWidth = -(-picture.width >> picture.shiftX);
     const int rowsPerChroma = 1 << picture.shiftY;
+    std::vector<int> parts(static_cast<std::size_t>(chromaWidth) << picture.shiftX);
     for (int y = 0; y < picture.height; ++y) {
         const auto chromaRow = std::ptrdiff_t{y >> picture.shiftY};
         auto* const cb = picture.planes[1] + chromaRow * picture.strides[1];
         auto* const cr = picture.planes[2] + chromaRow * picture.strides[2];
-        recolourLuma(picture.planes[0] + std::ptrdiff_t{y} * picture.strides[0], cb, cr, picture.width, picture.shiftX,
-                     map);
-        // Every line of brightness that needs the old colour differences has them first.
-        if ((y + 1) % rowsPerChroma == 0 || y + 1 == picture.height) {
+        if (y % rowsPerChroma == 0) {
+            chromaParts(cb, cr, parts.data(), chromaWidth, picture.shiftX, map);
             recolourChroma(cb, cr, chromaWidth, map);
         }
+        recolourLuma(picture.planes[0] + std::ptrdiff_t{y} * picture.strides[0], parts.data(), map.factor[0][0],
+                     picture.width);
     }
 }
 

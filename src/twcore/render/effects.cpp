@@ -1,5 +1,7 @@
 #include "twcore/render/effects.h"
 
+#include "twcore/render/vectors.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -23,6 +25,13 @@ double eased(double progress) { return std::clamp(std::min(progress, 1 - progres
 
 std::uint8_t toByte(int value) { return static_cast<std::uint8_t>(std::clamp(value, 0, 255)); }
 
+TWCORE_WIDE_VECTORS void fadeLine(std::uint8_t* line, int count, int part, int offset)
+{
+    for (int x = 0; x < count; ++x) {
+        line[x] = static_cast<std::uint8_t>((line[x] * part + offset) >> 8);
+    }
+}
+
 void fade(const Planes& picture, double level)
 {
     const int part = static_cast<int>(std::lround(std::clamp(level, 0.0, 1.0) * 256));
@@ -30,10 +39,7 @@ void fade(const Planes& picture, double level)
         const int black = picture.black(plane);
         const int offset = black * (256 - part) + 128;
         for (int y = 0; y < picture.planeHeight(plane); ++y) {
-            auto* const line = picture.line(plane, y);
-            for (int x = 0; x < picture.planeWidth(plane); ++x) {
-                line[x] = static_cast<std::uint8_t>((line[x] * part + offset) >> 8);
-            }
+            fadeLine(picture.line(plane, y), picture.planeWidth(plane), part, offset);
         }
     }
 }
@@ -73,18 +79,37 @@ void pixelate(const Planes& picture, double progress)
 }
 
 /// Running mean of `radius` pixels to either side; edges go on as they are.
-void boxLine(const std::uint8_t* source, std::uint8_t* target, int count, int radius, std::ptrdiff_t step)
+void boxLine(const std::uint8_t* source, std::uint8_t* target, int count, int radius)
 {
-    const int size = 2 * radius + 1;
-    const int scale = (1 << 16) / size;
-    const auto at = [&](int i) { return int{source[std::clamp(i, 0, count - 1) * step]}; };
+    const int scale = (1 << 16) / (2 * radius + 1);
+    const auto at = [&](int i) { return int{source[std::clamp(i, 0, count - 1)]}; };
     int sum = 0;
     for (int i = -radius; i <= radius; ++i) {
         sum += at(i);
     }
-    for (int i = 0; i < count; ++i) {
-        target[i] = static_cast<std::uint8_t>((sum * scale + (1 << 15)) >> 16);
+    const auto mean = [&] { return static_cast<std::uint8_t>((sum * scale + (1 << 15)) >> 16); };
+    int i = 0;
+    for (; i < std::min(radius, count); ++i) {
+        target[i] = mean();
         sum += at(i + radius + 1) - at(i - radius);
+    }
+    for (; i < count - radius - 1; ++i) { // nowhere near an edge
+        target[i] = mean();
+        sum += source[i + radius + 1] - source[i - radius];
+    }
+    for (; i < count; ++i) {
+        target[i] = mean();
+        sum += at(i + radius + 1) - at(i - radius);
+    }
+}
+
+TWCORE_WIDE_VECTORS void boxStep(int* __restrict sums, std::uint8_t* __restrict target,
+                                 const std::uint8_t* __restrict entering, const std::uint8_t* __restrict leaving,
+                                 int scale, int width)
+{
+    for (int x = 0; x < width; ++x) {
+        target[x] = static_cast<std::uint8_t>((sums[x] * scale + (1 << 15)) >> 16);
+        sums[x] += entering[x] - leaving[x];
     }
 }
 
@@ -104,14 +129,7 @@ void boxColumns(const std::vector<std::uint8_t>& source, const Planes& picture, 
         }
     }
     for (int y = 0; y < height; ++y) {
-        auto* const target = picture.line(plane, y);
-        const auto* const entering = line(y + radius + 1);
-        const auto* const leaving = line(y - radius);
-        for (int x = 0; x < width; ++x) {
-            auto& sum = sums[static_cast<std::size_t>(x)];
-            target[x] = static_cast<std::uint8_t>((sum * scale + (1 << 15)) >> 16);
-            sum += entering[x] - leaving[x];
-        }
+        boxStep(sums.data(), picture.line(plane, y), line(y + radius + 1), line(y - radius), scale, width);
     }
 }
 
@@ -129,7 +147,7 @@ void blur(const Planes& picture, double progress)
         between.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
         for (int pass = 0; pass < 2; ++pass) {
             for (int y = 0; y < height; ++y) {
-                boxLine(picture.line(plane, y), between.data() + std::ptrdiff_t{y} * width, width, radius, 1);
+                boxLine(picture.line(plane, y), between.data() + std::ptrdiff_t{y} * width, width, radius);
             }
             boxColumns(between, picture, plane, radius);
         }
@@ -166,6 +184,14 @@ void wave(const Planes& picture, const EffectMoment& moment)
     }
 }
 
+TWCORE_WIDE_VECTORS void reliefLine(const std::uint8_t* __restrict above, const std::uint8_t* __restrict below,
+                                    std::uint8_t* __restrict target, int gain, int count)
+{
+    for (int x = 0; x < count; ++x) {
+        target[x] = toByte(128 + gain * (above[x] - below[x]));
+    }
+}
+
 void relief(const Planes& picture, int sign)
 {
     const int reach = std::max(1, static_cast<int>(std::lround(kReliefReach * picture.height)));
@@ -183,9 +209,7 @@ void relief(const Planes& picture, int sign)
         for (int x = 0; x < std::min(reach, width); ++x) {
             line[x] = toByte(128 + gain * (above[0] - below[std::min(x + reach, width - 1)]));
         }
-        for (int x = reach; x < width - reach; ++x) {
-            line[x] = toByte(128 + gain * (above[x - reach] - below[x + reach]));
-        }
+        reliefLine(above, below + 2 * reach, line + reach, gain, width - 2 * reach);
         for (int x = std::max(width - reach, reach); x < width; ++x) {
             line[x] = toByte(128 + gain * (above[x - reach] - below[width - 1]));
         }

@@ -10,41 +10,6 @@ namespace twcore {
 
 namespace {
 
-constexpr int kTolerance = 20;   // of the 255 steps of a part of the colour
-constexpr int kAround = 2;       // pixels to either side
-constexpr int kOpaquePart = 240; // of 256: nearly the farthest colour is the farthest colour
-
-/// Smallest or largest value in a square around each pixel: along lines, then down columns.
-template <class Better>
-void spread(const std::vector<std::uint8_t>& source, std::vector<std::uint8_t>& scratch,
-            std::vector<std::uint8_t>& target, int width, int height, Better better)
-{
-    for (int y = 0; y < height; ++y) {
-        const auto* __restrict const from = source.data() + std::ptrdiff_t{y} * width;
-        auto* __restrict const to = scratch.data() + std::ptrdiff_t{y} * width;
-        std::copy_n(from, width, to);
-        for (int step = 1; step <= kAround; ++step) {
-            for (int x = step; x < width; ++x) {
-                to[x] = better(to[x], from[x - step]);
-            }
-            for (int x = 0; x + step < width; ++x) {
-                to[x] = better(to[x], from[x + step]);
-            }
-        }
-    }
-    for (int y = 0; y < height; ++y) {
-        auto* __restrict const to = target.data() + std::ptrdiff_t{y} * width;
-        std::copy_n(scratch.data() + std::ptrdiff_t{y} * width, width, to);
-        for (int step = -kAround; step <= kAround; ++step) {
-            const auto* __restrict const from =
-                scratch.data() + std::ptrdiff_t{std::clamp(y + step, 0, height - 1)} * width;
-            for (int x = 0; x < width; ++x) {
-                to[x] = better(to[x], from[x]);
-            }
-        }
-    }
-}
-
 struct Weights {
     int y[3];
     int cb[3];
@@ -115,59 +80,33 @@ TWCORE_WIDE_VECTORS void chromaLine(std::uint8_t* __restrict to, const float* __
 
 void OverlayKey::findShares(const Planes& overlay, const KeyRgb& key)
 {
-    const int width = overlay.width;
-    const int height = overlay.height;
-    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    width_ = width;
-    for (auto* const plane : {&distance_, &nearest_, &farthest_, &share_, &scratch_}) {
-        plane->resize(count);
+    shares_.resize(overlay.width, overlay.height);
+    for (int y = 0; y < overlay.height; ++y) {
+        distances(overlay.line(0, y), overlay.line(1, y), overlay.line(2, y), key, shares_.distances(y), overlay.width);
     }
-    for (int y = 0; y < height; ++y) {
-        distances(overlay.line(0, y), overlay.line(1, y), overlay.line(2, y), key,
-                  distance_.data() + std::ptrdiff_t{y} * width, width);
-    }
-    spread(distance_, scratch_, nearest_, width, height, [](auto a, auto b) { return std::min(a, b); });
-    spread(distance_, scratch_, farthest_, width, height, [](auto a, auto b) { return std::max(a, b); });
-    edges_.clear();
-    for (std::size_t i = 0; i < count; ++i) {
-        share_[i] = distance_[i] <= kTolerance ? 0 : 255;
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        if (nearest_[i] > kTolerance || distance_[i] <= kTolerance) {
-            continue;
-        }
-        const int most = std::max(farthest_[i] * kOpaquePart / 256, kTolerance + 1);
-        const int share = (distance_[i] - kTolerance) * 255 / std::max(1, most - kTolerance);
-        share_[i] = static_cast<std::uint8_t>(std::min(255, share));
-        if (share > 0 && share < 255) {
-            edges_.push_back(static_cast<std::uint32_t>(i));
-        }
-    }
-    spans_.assign(static_cast<std::size_t>(height), {});
-    for (int y = 0; y < height; ++y) {
-        const auto* const line = share_.data() + std::ptrdiff_t{y} * width;
-        const auto isSeen = [](std::uint8_t share) { return share != 0; };
-        const auto* const first = std::find_if(line, line + width, isSeen);
-        if (first != line + width) {
-            const auto* last = line + width;
-            while (last[-1] == 0) {
-                --last;
-            }
-            spans_[static_cast<std::size_t>(y)] = {static_cast<int>(first - line), static_cast<int>(last - line)};
-        }
-    }
+    shares_.find();
+}
+
+OverlayKey::Span OverlayKey::spanOf(int y) const
+{
+    const auto runs = shares_.runs(y);
+    return runs.empty() ? Span{} : Span{runs.front().first, runs.back().last};
 }
 
 void OverlayKey::unmix(const Planes& overlay, const KeyRgb& key)
 {
     const int keys[3] = {key.green, key.blue, key.red};
-    for (const std::uint32_t i : edges_) {
-        const int x = static_cast<int>(i) % width_;
-        const int y = static_cast<int>(i) / width_;
-        const int share = share_[i];
-        for (int plane = 0; plane < 3; ++plane) {
-            std::uint8_t& value = overlay.line(plane, y)[x];
-            value = static_cast<std::uint8_t>(std::clamp((value * 255 - (255 - share) * keys[plane]) / share, 0, 255));
+    for (int y = 0; y < overlay.height; ++y) {
+        const auto* const shares = shares_.line(y);
+        for (const KeyShares::Run& run : shares_.runs(y)) {
+            for (int x = run.first; run.kind == KeyShares::Kind::kMixed && x < run.last; ++x) {
+                const int share = shares[x];
+                for (int plane = 0; plane < 3 && share > 0 && share < 255; ++plane) {
+                    std::uint8_t& value = overlay.line(plane, y)[x];
+                    value = static_cast<std::uint8_t>(
+                        std::clamp((value * 255 - (255 - share) * keys[plane]) / share, 0, 255));
+                }
+            }
         }
     }
 }
@@ -176,8 +115,8 @@ void OverlayKey::takePlanes(const Planes& overlay)
 {
     for (int plane = 0; plane < 3; ++plane) {
         auto& values = value_[static_cast<std::size_t>(plane)];
-        values.resize(share_.size());
-        for (int y = 0; y < height_; ++y) {
+        values.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(shares_.height()));
+        for (int y = 0; y < shares_.height(); ++y) {
             std::copy_n(overlay.line(plane, y), width_, values.data() + std::ptrdiff_t{y} * width_);
         }
     }
@@ -186,9 +125,9 @@ void OverlayKey::takePlanes(const Planes& overlay)
 void OverlayKey::takeLuma(const Planes& overlay, const Colour& colour)
 {
     const Weights weights = weightsOf(colour);
-    value_[0].resize(share_.size());
-    for (int y = 0; y < height_; ++y) {
-        const Span span = spans_[static_cast<std::size_t>(y)];
+    value_[0].resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(shares_.height()));
+    for (int y = 0; y < shares_.height(); ++y) {
+        const Span span = spanOf(y);
         lumaLine(overlay.line(0, y) + span.first, overlay.line(1, y) + span.first, overlay.line(2, y) + span.first,
                  weights.y, weights.yOffset, value_[0].data() + std::ptrdiff_t{y} * width_ + span.first,
                  span.last - span.first);
@@ -202,7 +141,7 @@ void OverlayKey::takeChroma(const Planes& overlay, const Colour& colour)
     const int stepX = 1 << shiftX_;
     const int stepY = 1 << shiftY_;
     const int columns = width_ >> shiftX_;
-    const int rows = height_ >> shiftY_;
+    const int rows = shares_.height() >> shiftY_;
     const auto count = static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
     keep_.assign(count, 1);
     add_[0].assign(count, 0);
@@ -211,7 +150,7 @@ void OverlayKey::takeChroma(const Planes& overlay, const Colour& colour)
     for (int row = 0; row < rows; ++row) {
         Span seen{width_, 0};
         for (int y = row * stepY; y < (row + 1) * stepY; ++y) {
-            const Span span = spans_[static_cast<std::size_t>(y)];
+            const Span span = spanOf(y);
             seen = span.last > 0 ? Span{std::min(seen.first, span.first), std::max(seen.last, span.last)} : seen;
         }
         for (int column = seen.first >> shiftX_; column < std::min(columns, (seen.last + stepX - 1) >> shiftX_);
@@ -221,7 +160,7 @@ void OverlayKey::takeChroma(const Planes& overlay, const Colour& colour)
             int green = 0;
             int blue = 0;
             for (int y = row * stepY; y < (row + 1) * stepY; ++y) {
-                const auto* const share = share_.data() + std::ptrdiff_t{y} * width_;
+                const auto* const share = shares_.line(y);
                 for (int x = column * stepX; x < (column + 1) * stepX; ++x) {
                     shares += share[x];
                     green += overlay.line(0, y)[x] * share[x];
@@ -250,7 +189,7 @@ void OverlayKey::takeChroma(const Planes& overlay, const Colour& colour)
 
 void OverlayKey::prepare(const Planes& overlay, const KeyRgb& key, const Planes& like)
 {
-    height_ = overlay.height;
+    width_ = overlay.width;
     shiftX_ = like.shiftX;
     shiftY_ = like.shiftY;
     isRgb_ = like.isRgb();
@@ -267,13 +206,13 @@ void OverlayKey::prepare(const Planes& overlay, const KeyRgb& key, const Planes&
 void OverlayKey::lay(const Planes& target, int left, int top) const
 {
     const int width = std::min(width_, target.width - left);
-    const int height = std::min(height_, target.height - top);
+    const int height = std::min(shares_.height(), target.height - top);
     for (int plane = 0; plane < (isRgb_ ? 3 : 1); ++plane) {
         for (int y = 0; y < height; ++y) {
-            const Span span = spans_[static_cast<std::size_t>(y)];
+            const Span span = spanOf(y);
             const std::ptrdiff_t at = std::ptrdiff_t{y} * width_ + span.first;
             mixLine(target.line(plane, top + y) + left + span.first,
-                    value_[static_cast<std::size_t>(plane)].data() + at, share_.data() + at,
+                    value_[static_cast<std::size_t>(plane)].data() + at, shares_.line(y) + span.first,
                     std::min(width, span.last) - span.first);
         }
     }

@@ -1,12 +1,11 @@
 #pragma once
 
-// An overlay laid over a picture with its key colour transparent.
+// An overlay of red, green and blue laid over a picture with its key colour transparent.
 //
-// What is within a small distance of the key colour is transparent wholly, so that compressed video keys too. Where
-// the overlay meets its key colour, a pixel is a mixture of both: its share is told by how far its colour is on the way
-// from the key to the farthest colour around it, and the key's part is taken out of it, so that no fringe is left. Away
-// from the key colour everything is opaque.
+// `KeyShares` says how much of a pixel is seen. Where that is a part, the key's part is taken out of the pixel, so that
+// no fringe is left.
 
+#include "twcore/render/key_shares.h"
 #include "twcore/render/planes.h"
 
 #include <array>
@@ -14,13 +13,6 @@
 #include <vector>
 
 namespace twcore {
-
-struct KeyRgb {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-    friend bool operator==(const KeyRgb&, const KeyRgb&) = default;
-};
 
 /// An overlay made ready to be laid over pictures of one kind. One that stands still is prepared once.
 class OverlayKey {
@@ -46,19 +38,13 @@ private:
         int first = 0;
         int last = 0;
     };
+    Span spanOf(int y) const;
 
+    KeyShares shares_;
     int width_ = 0;
-    int height_ = 0;
     int shiftX_ = 0;
     int shiftY_ = 0;
     bool isRgb_ = false;
-    std::vector<std::uint8_t> distance_;
-    std::vector<std::uint8_t> nearest_;  // smallest distance around each pixel
-    std::vector<std::uint8_t> farthest_; // largest
-    std::vector<std::uint8_t> share_;    // 0 transparent to 255 opaque
-    std::vector<std::uint8_t> scratch_;
-    std::vector<std::uint32_t> edges_;               // pixels that are neither
-    std::vector<Span> spans_;                        // by line
     std::array<std::vector<std::uint8_t>, 3> value_; // of the target's kind; for halved colour only the first
     // For colour differences: what is kept of the picture below, and what is added to it.
     std::vector<float> keep_;

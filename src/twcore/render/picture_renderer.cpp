@@ -2,6 +2,10 @@
 
 #include "twcore/trace.h"
 
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -19,6 +23,13 @@ PictureFormat workFormatOf(PictureFormat format)
         format.pixels = AV_PIX_FMT_GBRP;
     }
     return format;
+}
+
+/// Brightness and colour differences, and nothing shining through.
+bool isFilm(const AVFrame& frame)
+{
+    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    return shape != nullptr && (shape->flags & AV_PIX_FMT_FLAG_ALPHA) == 0 && colourOf(frame).matrix != Matrix::kRgb;
 }
 
 } // namespace
@@ -147,26 +158,42 @@ SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::v
 SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source)
 {
     const PicturePlace place = placeOf(source);
-    const PictureSize size{place.target.width, place.target.height};
-    const PictureFormat rgb{size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}};
     auto target = worker_.copyOf(*below);
     const Planes planes = planesOf(*target, workFormat_.colour);
     if (prepared_.frame != frame || prepared_.source != &source) {
-        if (!overlays_ || overlays_->format().size != size) {
-            overlays_ = std::make_unique<PictureFitter>(rgb);
-        }
-        PicturePlace whole = place;
-        whole.target = {0, 0, size.width, size.height};
-        const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
-        const TraceSpan span("key");
-        auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
-        prepared_.key.prepare(planesOf(*overlay, rgb.colour), *source.key, planes);
-        prepared_.frame = frame;
-        prepared_.source = &source;
+        prepare(frame, source, place, planes);
     }
     const TraceSpan span("lay");
-    prepared_.key.lay(planes, place.target.left, place.target.top);
+    if (prepared_.inPlanes) {
+        prepared_.planeKey.lay(planes, place.target.left, place.target.top);
+    } else {
+        prepared_.key.lay(planes, place.target.left, place.target.top);
+    }
     return shareFrame(std::move(target));
+}
+
+void PictureRenderer::prepare(const SharedFrame& frame, const PlannedSource& source, const PicturePlace& place,
+                              const Planes& target)
+{
+    const PictureSize size{place.target.width, place.target.height};
+    prepared_.inPlanes = isFilm(*frame) && !target.isRgb();
+    const PictureFormat format = prepared_.inPlanes ? PictureFormat{size, workFormat_.pixels, workFormat_.colour}
+                                                    : PictureFormat{size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}};
+    if (!overlays_ || overlays_->format().size != size || overlays_->format().pixels != format.pixels) {
+        overlays_ = std::make_unique<PictureFitter>(format);
+    }
+    PicturePlace whole = place;
+    whole.target = {0, 0, size.width, size.height};
+    const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
+    const TraceSpan span("key");
+    if (prepared_.inPlanes) {
+        prepared_.planeKey.prepare(fitted, format.colour, *source.key);
+    } else {
+        auto overlay = overlays_->copyOf(*fitted); // its key's part is taken out in place
+        prepared_.key.prepare(planesOf(*overlay, format.colour), *source.key, target);
+    }
+    prepared_.frame = frame;
+    prepared_.source = &source;
 }
 
 } // namespace twcore

@@ -5,8 +5,10 @@
 
 #include "twcore/media/picture_reader.h"
 #include "twcore/render/movie_clock.h"
+#include "twcore/render/overlay_key.h"
 #include "twcore/render/picture_fitter.h"
 #include "twcore/render/plan.h"
+#include "twcore/render/plane_key.h"
 
 #include <limits>
 #include <memory>
@@ -45,13 +47,17 @@ private:
     struct PreparedOverlay {
         SharedFrame frame;
         const PlannedSource* source = nullptr;
+        bool inPlanes = false; // which of the two holds it
         OverlayKey key;
+        PlaneKey planeKey;
     };
 
     const PictureStretch* stretchAt(std::int64_t number);
     PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer);
     SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames, double timelineMs);
     SharedFrame overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source);
+    void prepare(const SharedFrame& frame, const PlannedSource& source, const PicturePlace& place,
+                 const Planes& target);
     PicturePlace placeOf(const PlannedSource& source) const;
 
     PlanPtr plan_;
@@ -62,7 +68,7 @@ private:
     PictureFormat workFormat_;                // pictures that are worked on: planes, where the movie's format has none
     PictureFitter fitter_;                    // to the movie's format
     PictureFitter worker_;                    // to the work format
-    std::unique_ptr<PictureFitter> overlays_; // to green, blue and red of an overlay's size
+    std::unique_ptr<PictureFitter> overlays_; // to an overlay's size
     PreparedOverlay prepared_;
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;

@@ -10,7 +10,7 @@
 #include "twcore/media/orientation.h"
 #include "twcore/model/timeline_snapshot.h"
 #include "twcore/render/effects.h"
-#include "twcore/render/overlay_key.h"
+#include "twcore/render/key_shares.h"
 
 #include <functional>
 #include <memory>

@@ -1,11 +1,8 @@
 #include "twcore/save/picture_line.h"
 
-#include "twcore/media/key_frames.h"
 #include "twcore/trace.h"
 
 #include <algorithm>
-#include <cmath>
-#include <map>
 #include <stdexcept>
 
 namespace twcore {
@@ -14,7 +11,6 @@ namespace {
 
 constexpr std::size_t kMaxWaitingBytes = 64u << 20;
 constexpr std::size_t kAlwaysReady = 4; // pictures of the chunk that is being written
-constexpr std::int64_t kMinChunkFrames = 48;
 constexpr int kMaxWorkers = 8;
 
 int coreCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
@@ -28,93 +24,18 @@ std::size_t bytesOf(const AVFrame& frame)
     return bytes;
 }
 
-/// Frames over which the lowest source plays on without a jump in its media, [first, end).
-struct Scene {
-    std::int64_t first = 0;
-    std::int64_t end = 0;
-    std::vector<const PlannedSource*> sources; // one after the other; more than one where a clip was only split
-};
-
-bool playsOn(const PlannedSource& source, const PlannedSource& next)
-{
-    constexpr double kSameSeconds = 0.002;
-    return &source == &next
-           || (source.media == next.media && source.stopMs == next.startMs
-               && std::abs(source.mediaSecondsAt(next.startMs) - next.mediaSecondsAt(next.startMs)) < kSameSeconds);
-}
-
-std::vector<Scene> scenesOf(const Plan& plan, const MovieClock& clock)
-{
-    std::vector<Scene> scenes;
-    for (const auto& stretch : plan.stretches) {
-        const std::int64_t first = clock.firstFrameAt(stretch.startMs);
-        const std::int64_t end = std::min(clock.frameCount(), clock.firstFrameAt(stretch.stopMs));
-        if (first >= end) {
-            continue;
-        }
-        const PlannedSource* const source = stretch.layers.empty() ? nullptr : stretch.layers.front();
-        const PlannedSource* const last =
-            scenes.empty() || scenes.back().sources.empty() ? nullptr : scenes.back().sources.back();
-        if (source == nullptr || last == nullptr || !playsOn(*last, *source)) {
-            scenes.push_back({first, end, {}});
-        }
-        scenes.back().end = end;
-        if (source != nullptr && source != last) {
-            scenes.back().sources.push_back(source);
-        }
-    }
-    return scenes;
-}
-
 } // namespace
 
-std::vector<std::int64_t> chunkStarts(const Plan& plan, const MovieClock& clock, const Patience& patience)
-{
-    const std::int64_t count = clock.frameCount();
-    std::vector<std::int64_t> starts;
-    std::map<const MediaFile*, std::vector<double>> keys;
-    const auto add = [&](std::int64_t frame) {
-        if (frame < count && (starts.empty() ? frame >= 0 : frame > starts.back())) {
-            starts.push_back(frame);
-        }
-    };
-    for (const Scene& scene : scenesOf(plan, clock)) {
-        add(scene.first);
-        if (scene.end - scene.first < 2 * kMinChunkFrames) {
-            continue;
-        }
-        for (const PlannedSource* const source : scene.sources) {
-            if (source->speed() <= 0) {
-                continue;
-            }
-            const auto [known, isNew] = keys.try_emplace(source->media.get());
-            if (isNew) {
-                known->second = keyFrameTimes(source->media, patience);
-            }
-            for (const double key : known->second) {
-                const double timelineMs = source->startMs + (key * 1000 - source->mediaStartMs) / source->speed();
-                if (timelineMs <= source->startMs || timelineMs >= source->stopMs) {
-                    continue;
-                }
-                const std::int64_t frame = clock.firstFrameAt(static_cast<std::int32_t>(timelineMs) + 1);
-                if (frame - starts.back() >= kMinChunkFrames && scene.end - frame >= kMinChunkFrames) {
-                    add(frame);
-                }
-            }
-        }
-    }
-    if (starts.empty() || starts.front() != 0) {
-        starts.insert(starts.begin(), 0);
-    }
-    return starts;
-}
-
 PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled)
-    : plan_(std::move(plan)), clock_(clock), encoding_(std::move(encoding)), cancelled_(cancelled)
+    : plan_(std::move(plan)), clock_(clock), encoding_(std::move(encoding)), cancelled_(cancelled),
+      cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_})
 {
-    const auto starts = chunkStarts(*plan_, clock_, Patience{.cancelled = &cancelled_});
+    const auto starts = cuts_.chunkStarts();
     for (std::size_t i = 0; i < starts.size(); ++i) {
-        chunks_.push_back({starts[i], i + 1 < starts.size() ? starts[i + 1] : clock_.frameCount(), {}, false});
+        chunks_.push_back({.first = starts[i],
+                           .end = i + 1 < starts.size() ? starts[i + 1] : clock_.frameCount(),
+                           .toMake = starts[i],
+                           .following = i + 1});
     }
     const int workers = std::min({coreCount(), static_cast<int>(chunks_.size()), kMaxWorkers});
     decoderThreads_ = std::max(1, coreCount() / workers);
@@ -149,16 +70,8 @@ void PictureLine::work()
                 throw std::runtime_error(why);
             }
         }
-        for (;;) {
-            std::size_t chunk = 0;
-            {
-                const std::lock_guard lock(mutex_);
-                if (stopping_ || nextChunk_ >= chunks_.size()) {
-                    return;
-                }
-                chunk = nextChunk_++;
-            }
-            makeChunk(chunk, renderer, encoder.get());
+        while (const auto chunk = takeChunk()) {
+            makeChunk(*chunk, renderer, encoder.get());
         }
     } catch (...) {
         const std::lock_guard lock(mutex_);
@@ -168,13 +81,64 @@ void PictureLine::work()
     }
 }
 
+std::optional<std::size_t> PictureLine::takeChunk()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        if (stopping_) {
+            return std::nullopt;
+        }
+        if (nextChunk_ < chunks_.size()) {
+            return nextChunk_++;
+        }
+    }
+    return takeOver();
+}
+
+/// No chunk is left: the worker that has most to do hands on the rest of its own.
+std::optional<std::size_t> PictureLine::takeOver()
+{
+    std::unique_lock lock(mutex_);
+    while (!stopping_) {
+        const auto most = std::ranges::max_element(chunks_, {}, &Chunk::framesLeft);
+        const auto busy = static_cast<std::size_t>(most - chunks_.begin());
+        const std::int64_t from = most->toMake + 1;
+        const std::int64_t end = most->end;
+        lock.unlock();
+        const auto cut = cuts_.cutIn(from, end);
+        lock.lock();
+        if (!cut) {
+            return std::nullopt;
+        }
+        Chunk& chunk = chunks_[busy];
+        if (chunk.end != end || chunk.toMake >= *cut) {
+            continue; // it went on meanwhile
+        }
+        chunks_.push_back({.first = *cut, .end = end, .toMake = *cut, .following = chunk.following});
+        chunks_[busy].end = *cut;
+        chunks_[busy].following = chunks_.size() - 1;
+        nextChunk_ = chunks_.size();
+        return chunks_.size() - 1;
+    }
+    return std::nullopt;
+}
+
+/// The frame that a worker makes next; nullopt behind the last of its chunk, which may have been cut meanwhile.
+std::optional<std::int64_t> PictureLine::nextFrame(Chunk& chunk, PictureRenderer& renderer)
+{
+    const std::lock_guard lock(mutex_);
+    if (stopping_ || chunk.toMake >= chunk.end) {
+        return std::nullopt;
+    }
+    renderer.expectUpTo(chunk.end);
+    return chunk.toMake++;
+}
+
 void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder)
 {
-    const std::int64_t first = chunks_[chunk].first;
-    const std::int64_t end = chunks_[chunk].end;
-    renderer.expectUpTo(end);
     MadePicture last;
-    for (std::int64_t number = first; number < end && !stopping_; ++number) {
+    while (const auto next = nextFrame(chunks_[chunk], renderer)) {
+        const std::int64_t number = *next;
         MadePicture made;
         made.frame = renderer.frame(number);
         if (encoder == nullptr) {
@@ -249,7 +213,7 @@ std::optional<MadePicture> PictureLine::next()
             changed_.notify_all();
             return picture;
         }
-        ++current_;
+        current_ = chunk.following;
         changed_.notify_all();
     }
     return std::nullopt;

@@ -6,10 +6,12 @@
 //     worker   1                 | 2                  | 1 or 2, whoever is free
 //
 // The movie is cut into chunks at cuts and at key frames, so that workers decode nothing twice. Each worker takes the
-// next chunk, decodes, fits and, where the compressor treats every frame for itself, encodes it. What is ready waits
-// in its chunk; how much may wait is bounded, and the chunk that is being written never waits for another.
+// next chunk, decodes, fits and, where the compressor treats every frame for itself, encodes it. Who finds no chunk
+// left takes over a part of another's, so that all end together. What is ready waits in its chunk; how much may wait is
+// bounded, and the chunk that is being written never waits for another.
 
 #include "twcore/render/picture_renderer.h"
+#include "twcore/save/movie_cuts.h"
 #include "twcore/save/video_encoder.h"
 
 #include <atomic>
@@ -42,13 +44,20 @@ public:
 
 private:
     struct Chunk {
-        std::int64_t first;
-        std::int64_t end;
-        std::deque<MadePicture> ready;
+        std::int64_t first = 0;
+        std::int64_t end = 0;
+        std::int64_t toMake = 0;   // the frame that its worker takes next
+        std::size_t following = 0; // the chunk whose frames come behind its own
+        std::deque<MadePicture> ready{};
         bool done = false;
+
+        std::int64_t framesLeft() const { return end - toMake; }
     };
 
     void work();
+    std::optional<std::size_t> takeChunk();
+    std::optional<std::size_t> takeOver();
+    std::optional<std::int64_t> nextFrame(Chunk& chunk, PictureRenderer& renderer);
     void makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder);
     bool hand(std::size_t chunk, MadePicture picture);
 
@@ -57,11 +66,12 @@ private:
     const VideoEncoding encoding_;
     const std::atomic<bool>& cancelled_;
     std::atomic<bool> stopping_ = false;
+    MovieCuts cuts_;
     int decoderThreads_ = 1;
 
     std::mutex mutex_; // guards what follows
     std::condition_variable changed_;
-    std::vector<Chunk> chunks_;
+    std::deque<Chunk> chunks_;  // in the order of making; grows at its end, and what is in it stays where it is
     std::size_t nextChunk_ = 0; // that no worker has taken
     std::size_t current_ = 0;   // that is being written
     std::size_t waitingBytes_ = 0;
@@ -69,8 +79,5 @@ private:
 
     std::vector<std::thread> workers_;
 };
-
-/// Where a movie is cut into chunks, as first frames, rising from 0: at cuts, and in long stretches at key frames.
-std::vector<std::int64_t> chunkStarts(const Plan& plan, const MovieClock& clock, const Patience& patience);
 
 } // namespace twcore

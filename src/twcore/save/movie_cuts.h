@@ -1,0 +1,49 @@
+#pragma once
+
+// Where a movie is best cut for several workers: at cuts, where the lowest source jumps in its media, and at key
+// frames, so that little is decoded twice. Any thread.
+
+#include "twcore/media/media_file.h"
+#include "twcore/render/movie_clock.h"
+#include "twcore/render/plan.h"
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace twcore {
+
+class MovieCuts {
+public:
+    /// The plan outlives it.
+    MovieCuts(const Plan& plan, MovieClock clock, Patience patience);
+
+    /// First frames of chunks, rising from 0: at cuts, and in long stretches at key frames.
+    std::vector<std::int64_t> chunkStarts();
+
+    /// Where the frames [from, end), of one chunk, are cut so that another worker, who starts now with the second part,
+    /// ends as soon as can be with it; nullopt when nothing is gained.
+    std::optional<std::int64_t> cutIn(std::int64_t from, std::int64_t end);
+
+private:
+    /// Frames over which the lowest source plays on without a jump in its media, [first, end).
+    struct Scene {
+        std::int64_t first = 0;
+        std::int64_t end = 0;
+        std::vector<const PlannedSource*> sources; // one after the other; more than one where a clip was only split
+    };
+
+    std::vector<Scene> scenes() const;
+    std::vector<std::int64_t> keyFrames(const PlannedSource& source);
+
+    const Plan& plan_;
+    const MovieClock clock_;
+    const Patience patience_;
+    const std::vector<Scene> scenes_;
+    std::mutex mutex_; // guards what follows
+    std::map<const MediaFile*, std::vector<double>> keyTimes_;
+};
+
+} // namespace twcore
