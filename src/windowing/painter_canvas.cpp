@@ -39,6 +39,10 @@ void PainterCanvas::line(std::int32_t x1, std::int32_t y1, std::int32_t x2, std:
 
 void PainterCanvas::box(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour)
 {
+    if (x1 == x2 || y1 == y2) {
+        filledBox(x1, y1, x2, y2, colour); // most edges of a bar are such lines
+        return;
+    }
     filledBox(x1, y1, x2, y1, colour);
     filledBox(x1, y2, x2, y2, colour);
     filledBox(x1, y1, x1, y2, colour);
