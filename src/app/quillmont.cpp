@@ -12,6 +12,7 @@
 #include "project/project_file.h"
 #include "report/frmbug_form.h"
 #include "shell/frmSplash_form.h"
+#include "shell/mdiTarnwick_events.h"
 #include "shell/mdiTarnwick_form.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -25,6 +26,7 @@
 #include <QDir>
 #include <QLockFile>
 #include <QStandardPaths>
+#include <QTimer>
 #include <cstdlib>
 #include <memory>
 
@@ -54,6 +56,7 @@ void openTimelineOf(const std::string& path)
         RenderAllBars();
         UpdateTreeView();
         moduleTimeline::UpdateTrackOptions();
+        UpdatePreview();
         EnableOrDisableMenuItems();
     });
 }
@@ -103,6 +106,10 @@ int main(int count, char** words)
     });
     if (isShown && count == 3 && std::string_view(words[1]) == "--open") {
         openTimelineOf(words[2]);
+    }
+    if (isShown) {
+        constexpr int kWhenPaintedMs = 200;
+        QTimer::singleShot(kWhenPaintedMs, window.get(), mdiTarnwick::ShowTutorialAtStart);
     }
     const int status = isShown ? QApplication::exec() : EXIT_FAILURE;
     window.reset();

@@ -21,6 +21,12 @@ void RenderAllBars();
 /// buttons are enabled, and the actions of the tools panel. Raises nothing.
 void EnableOrDisableMenuItems();
 
+/// Defined in `preview/`. The one call after every change of the timeline: the player takes it in, and goes on playing,
+/// pausing or standing as before. Raises nothing.
+void UpdatePreview();
+/// Defined in `preview/`. The timeline's slider was moved by hand: the player pauses at its time. Raises nothing.
+void OnSliderMove();
+
 /// Defined in `shell/`. A panel has become the active one: 0 the media list, 1 the preview, 2 the timeline. The tools
 /// panel shows its actions with the next `RefreshActions`, which raises nothing.
 void SetActiveContext(std::int16_t context);

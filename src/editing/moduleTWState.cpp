@@ -3,6 +3,7 @@
 #include "core/forms/frmMediaList.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "editing/clipboard.h"
 #include "editing/selection_edges.h"
 #include "engine/engine_access.h"
 #include "timeline/moduleTimeline.h"
@@ -258,6 +259,12 @@ bool IsSetOverlayTransparencyValid()
         return timeline::isSelectionHidden() && !IsTrackLocked(state::OverlayTrack)
                && anySourceSelected(state::OverlayTrack);
     });
+}
+
+bool IsClipboardFilled()
+{
+    using namespace moduleEdit;
+    return !SourceClips.empty() || !EffectClips.empty() || !TransitionClips.empty();
 }
 
 bool IsOneMediaFileSelected()

@@ -51,6 +51,9 @@ bool IsRestoreSizeValid();
 /// There is a selected overlay, its track is not locked, and no slider of the selection is shown.
 bool IsSetOverlayTransparencyValid();
 
+/// There is something to paste.
+bool IsClipboardFilled();
+
 /// Exactly one row of the media list is selected.
 bool IsOneMediaFileSelected();
 

@@ -91,6 +91,7 @@ void Undo()
         --HistoryIndex;
         UndoInProgress = false;
         UpdateTreeView();
+        UpdatePreview();
     });
 }
 
@@ -118,6 +119,7 @@ void Redo()
         showRebuilt(scrollValue);
         RedoInProgress = RowRestored = false;
         UpdateTreeView();
+        UpdatePreview();
     });
 }
 

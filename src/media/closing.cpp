@@ -4,6 +4,7 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/clipboard.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -80,11 +81,17 @@ void showWhatClosingLeft(const Closing& done)
         moduleScaleRenderer::AdjustScroll();
         moduleScaleRenderer::RenderScale();
         RenderAllBars();
+        UpdatePreview();
         UpdateTreeView();
     }
     if (done.fileClosed) {
         frmMediaList::ClearFileInformation();
         media::closeFilePreview();
+    }
+    if (forms::frmMediaList.lvwMediaList.Count() == 0) {
+        moduleEdit::ClearSourceClips();
+        moduleEdit::ClearEffectClips();
+        moduleEdit::ClearTransitionClips();
     }
 }
 

@@ -1,12 +1,12 @@
 #include "media/file_preview.h"
 
 #include "core/forms/frmMediaList.h"
-#include "core/forms/frmPreview.h"
 #include "core/trap.h"
 #include "engine/ITWFilePreview.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/frmMediaList_events.h"
+#include "tools/frmVolume.h"
 
 using engine::Bool16;
 using engine::check;
@@ -92,7 +92,7 @@ void loadFilePreview(std::string_view mediaClass, std::string_view path)
         check(player->ShowFirstFrame(ok));
     }
     if (!isImage) {
-        check(player->SetVolume(forms::frmPreview.Volume));
+        frmVolume::SetVolume(frmVolume::GetVolume()); // a player that loads has its own
     }
 }
 

@@ -15,6 +15,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -86,9 +87,11 @@ void MediaListForm::makeList()
     icons_->setSelectionModel(details_->selectionModel());
     details_->header()->setStretchLastSection(false);
     details_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    details_->horizontalScrollBar()->setAccessibleName(tr("Scroll the list of media files sideways"));
     connect(details_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { noteSelection(); });
     connect(details_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionChanged(); });
-    emptyHint_ = new QLabel(tr("Open video, sound and picture files with File > Open File (Ctrl+I),\n"
+    emptyHint_ = new QLabel(tr("Open video, sound and picture files\n"
+                               "with File > Open File (Ctrl+I),\n"
                                "or drop them here from your file manager."),
                             views_);
     emptyHint_->setAlignment(Qt::AlignCenter);
@@ -100,6 +103,7 @@ void MediaListForm::watchView(QAbstractItemView* view)
 {
     view->setModel(model_);
     view->setAccessibleName(tr("Media files"));
+    view->setWhatsThis(tr("The files that you have opened. Select some and press F2, or drag them onto the timeline."));
     view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -117,13 +121,16 @@ void MediaListForm::makePlayer()
     picture_->setMouseTracking(true);
     picture_->installEventFilter(this);
     picture_->setAccessibleName(tr("Picture of the selected file"));
+    picture_->setWhatsThis(tr("The selected file as it is, not as the timeline shows it."));
     play_ = new QToolButton(side_);
     play_->setObjectName("cmdPlay");
     play_->setIconSize({16, 16});
+    play_->setWhatsThis(tr("Plays the selected file, or stops it."));
     connect(play_, &QToolButton::clicked, this, [] { frmMediaList::cmdPlay_Click(); });
     position_ = new QSlider(Qt::Horizontal, side_);
     position_->setObjectName("sldFilePreview");
     position_->setAccessibleName(tr("Position in the selected file"));
+    position_->setWhatsThis(tr("Drag to see another place of the selected file."));
     connect(position_, &QSlider::valueChanged, this, [this](int value) {
         if (!isShowing_) {
             form().sldFilePreview.SetValue(value);
@@ -136,6 +143,7 @@ void MediaListForm::makeFacts()
 {
     factBox_ = new QWidget(side_);
     factBox_->setMouseTracking(true);
+    factBox_->setWhatsThis(tr("Facts of the selected file."));
     factBox_->installEventFilter(this);
     auto* const grid = new QGridLayout(factBox_);
     grid->setContentsMargins(10, 6, 10, 6);
@@ -189,7 +197,24 @@ void MediaListForm::resizeEvent(QResizeEvent*)
     play_->setGeometry(6, pictureHeight + 2, 26, 26);
     position_->setGeometry(38, pictureHeight + 2, sideWidth - 46, 26);
     factBox_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight);
+    fitNames();
     tellPlayerSize();
+}
+
+/// The name takes what the facts leave; in a narrow panel it keeps a readable width, and the list scrolls sideways.
+void MediaListForm::fitNames()
+{
+    constexpr int kLeast = 106;
+    QHeaderView& header = *details_->header();
+    int facts = 0;
+    for (int column = 1; column < header.count(); ++column) {
+        facts += header.sectionSize(column);
+    }
+    const bool isNarrow = details_->viewport()->width() - facts < kLeast;
+    header.setSectionResizeMode(0, isNarrow ? QHeaderView::Interactive : QHeaderView::Stretch);
+    if (isNarrow) {
+        header.resizeSection(0, kLeast);
+    }
 }
 
 void MediaListForm::tellPlayerSize()
@@ -366,6 +391,7 @@ void MediaListForm::showState()
         }
         details_->header()->resizeSection(3, details_->fontMetrics().horizontalAdvance("1920 x 1080, 25fps   "));
         details_->header()->resizeSection(4, details_->fontMetrics().horizontalAdvance("Audio Info    "));
+        fitNames();
     }
     showSelection();
     const std::int16_t view = f.lvwMediaList.View;

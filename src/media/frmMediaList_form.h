@@ -41,6 +41,7 @@ private:
     void showSelection();
     void showFacts();
     void refreshIcons();
+    void fitNames();
     void tellPlayerSize();
 
     QStackedWidget* views_ = nullptr;

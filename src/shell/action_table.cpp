@@ -1,6 +1,7 @@
 #include "shell/action_table.h"
 
 #include "core/forms/frmTools.h"
+#include "preview/moduleTWPreview.h"
 #include "shell/frmTools_events.h"
 
 #include <algorithm>
@@ -19,12 +20,12 @@ const std::array kActions = std::to_array<Action>({
     {kMediaList, "ADD_TO_TIMELINE", "Add media file to the timeline", "mnuEditAddToTimeline", &T::hasRows},
     {kMediaList, "ADD_TO_OVERLAY", "Add media file to overlay track", "mnuEditAddToOverlay", &T::hasVideo},
 
-    {kPreview, "PLAY", "Play", "", &T::hasTimeline},
-    {kPreview, "PAUSE", "Pause", "", &T::hasTimeline},
-    {kPreview, "STOP", "Stop", "", &T::hasTimeline},
-    {kPreview, "REWIND", "Rewind", "", &T::hasTimeline},
-    {kPreview, "FORWARD", "Forward", "", &T::hasTimeline},
-    {kPreview, "LOOP", "Loop playback", "", &T::hasTimeline},
+    {kPreview, "PLAY", "Play", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Play"); }},
+    {kPreview, "PAUSE", "Pause", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Pause"); }},
+    {kPreview, "STOP", "Stop", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Stop"); }},
+    {kPreview, "REWIND", "Rewind", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Rewind"); }},
+    {kPreview, "FORWARD", "Forward", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Forward"); }},
+    {kPreview, "LOOP", "Loop playback", "", &T::hasTimeline, nullptr, [] { moduleTWPreview::DoPreviewAction("Loop playback"); }},
     {kPreview, "TAKE_SNAP", "Take snap", "mnuToolsTakeSnap", &T::hasTimeline},
     {kPreview, "SAVE_TIMELINE", "Save Timeline...", "mnuFileExportTimeline", &T::hasTimeline},
 

@@ -51,6 +51,7 @@ CommandTests currentTests()
     if (tests.hasTimeline) {
         askTimeline(tests);
     }
+    tests.canPaste = moduleTWState::IsClipboardFilled();
     tests.canUndo = ModuleHistory::CanUndo();
     tests.canRedo = ModuleHistory::CanRedo();
     tests.hasHelp = static_cast<bool>(mdiTarnwick::showHelp);

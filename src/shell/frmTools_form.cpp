@@ -31,6 +31,7 @@ ToolsForm::ToolsForm(QWidget* parent) : QWidget(parent)
     tabs_->setExpanding(true);
     tabs_->setDrawBase(false);
     tabs_->setAccessibleName(tr("Tools"));
+    tabs_->setWhatsThis(tr("Actions that make sense now, effects, and the history of what you did."));
     for (const QString& caption : {tr("Actions"), tr("Effects"), tr("History")}) {
         tabs_->addTab(caption);
     }
@@ -50,6 +51,7 @@ void ToolsForm::makeActions()
     actions_ = new QTreeView(this);
     actions_->setObjectName("tvwActions");
     actions_->setAccessibleName(tr("Actions"));
+    actions_->setWhatsThis(tr("What can be done now in the panel that you work in. Click an action to run it."));
     actions_->setHeaderHidden(true);
     actions_->setRootIsDecorated(false);
     actions_->setUniformRowHeights(true);
@@ -75,6 +77,7 @@ void ToolsForm::makeEffects()
     effects_ = new QListView(this);
     effects_->setObjectName("lvwEffects");
     effects_->setAccessibleName(tr("Effects"));
+    effects_->setWhatsThis(tr("The effects. A double click adds one; it can also be dragged onto the row of effects."));
     effects_->setModel(effectModel_);
     effects_->setFrameShape(QFrame::NoFrame);
     effects_->setIconSize({24, 24});
@@ -87,6 +90,7 @@ void ToolsForm::makeEffects()
     connect(effects_, &QListView::doubleClicked, this, [] { frmTools::lvwEffects_DblClick(); });
     add_ = new QPushButton(tr("&Add to Timeline"), this);
     add_->setObjectName("cmdAdd");
+    add_->setWhatsThis(tr("Adds the selected effect, at the slider or over the range."));
     connect(add_, &QPushButton::clicked, this, [] { frmTools::cmdAdd_Click(); });
 }
 
@@ -108,6 +112,8 @@ void ToolsForm::makeHistory()
     history_ = new QListWidget(this);
     history_->setObjectName("lvwHistory");
     history_->setAccessibleName(tr("History"));
+    history_->setWhatsThis(tr("The steps that you made. Click one to take it and all later ones back, or an undone one to "
+                              "make it again."));
     history_->setFrameShape(QFrame::NoFrame);
     history_->viewport()->setMouseTracking(true);
     history_->viewport()->installEventFilter(this);

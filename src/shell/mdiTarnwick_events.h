@@ -21,6 +21,8 @@ inline std::function<void(std::string_view topic)> showHelp;
 /// Enters the mode in which a click explains a control.
 inline std::function<void()> enterWhatsThis;
 inline std::function<void()> showAbout;
+/// Starts a program with one word and leaves it to itself; false when it cannot be started.
+inline std::function<bool(std::string_view program, std::string_view word)> startProgram;
 
 // --- The window ----------------------------------------------------------------------------------------------------
 
@@ -76,6 +78,17 @@ void mnuHelpReportBugs_Click();
 void mnuHelpNewFeatureRequest_Click();
 void mnuHelpAbout_Click();
 
+// --- Tutorial ------------------------------------------------------------------------------------------------------
+
+inline constexpr std::string_view kTutorialPage = "tutorial/index.html";
+/// Starts the tutorial's player where it lies below the program's folder, else shows the page of the help.
+void mnuHelpTutorial_Click();
+/// The last step of the start, when the window stands: the tutorial, unless the person has hidden it.
+void ShowTutorialAtStart();
+/// What the settings say of it.
+bool IsTutorialHidden();
+void HideTutorialAtStart(bool hide);
+
 // --- Panels --------------------------------------------------------------------------------------------------------
 // With W and H the inner size without the tools' column, and T the height of the timeline:
 //
@@ -99,6 +112,7 @@ void ArrangeVisible();
 
 /// Turn a panel's visibility over.
 void mnuViewMediaList_Click();
+void mnuViewPreview_Click();
 void mnuViewTimeline_Click();
 void mnuViewTools_Click();
 /// Places the panels, lets events run, places them again.

@@ -1,6 +1,7 @@
 #include "shell/mdiTarnwick_form.h"
 
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -8,12 +9,16 @@
 #include "media/frmMediaList_events.h"
 #include "media/frmMediaList_form.h"
 #include "media/moduleTarnwick.h"
+#include "preview/frmPreview_events.h"
+#include "preview/frmPreview_form.h"
 #include "shell/frmTools_events.h"
 #include "shell/frmTools_form.h"
+#include "shell/help_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menus_form.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/frmTimeline_form.h"
+#include "tools/frmVolume_form.h"
 #include "windowing/icons.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -47,7 +52,11 @@ MainWindow::MainWindow()
     showPass().add(this, [this] { showState(); });
 }
 
-MainWindow::~MainWindow() { frmMediaList::Unload(); }
+MainWindow::~MainWindow()
+{
+    frmPreview::Unload();
+    frmMediaList::Unload();
+}
 
 void MainWindow::makePanels()
 {
@@ -60,6 +69,8 @@ void MainWindow::makePanels()
     frmMediaList::Load();
     timeline_ = new TimelineForm(nullptr);
     frmTimeline::Load();
+    preview_ = new PreviewForm(nullptr);
+    frmPreview::Load();
     tools_ = new ToolsForm(nullptr);
     frmTools::Form_Load();
     mediaListPanel_ = new PanelFrame(mediaList_, ground_);
@@ -67,6 +78,13 @@ void MainWindow::makePanels()
         frmMediaList::CloseFromWindowMenu();
         mdiTarnwick::ArrangeVisible();
     });
+    previewPanel_ = new PanelFrame(preview_, ground_);
+    previewPanel_->setCaption(tr("Preview"));
+    previewPanel_->setClosable([] {
+        frmPreview::CloseFromWindowMenu();
+        mdiTarnwick::ArrangeVisible();
+    });
+    new VolumeForm(this);
     timelinePanel_ = new PanelFrame(timeline_, ground_);
     timelinePanel_->setCaption(tr("Timeline"));
     timelinePanel_->setClosable([] { mdiTarnwick::mnuViewTimeline_Click(); });
@@ -77,11 +95,13 @@ void MainWindow::makePanels()
         mdiTarnwick::ArrangeVisible();
     });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        for (PanelFrame* const panel : {mediaListPanel_, timelinePanel_, toolsPanel_}) {
+        for (PanelFrame* const panel : {mediaListPanel_, previewPanel_, timelinePanel_, toolsPanel_}) {
             panel->setActive(now != nullptr && panel->isAncestorOf(now));
         }
         if (now != nullptr && mediaListPanel_->isAncestorOf(now)) {
             activate(0);
+        } else if (now != nullptr && previewPanel_->isAncestorOf(now)) {
+            activate(1);
         } else if (now != nullptr && timelinePanel_->isAncestorOf(now)) {
             activate(2);
         }
@@ -111,11 +131,13 @@ void MainWindow::makeMenus()
 void MainWindow::bindHooks()
 {
     mdiTarnwick::unload = [this] { close(); };
+    new HelpDesk(this);
     mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
     mdiTarnwick::showAbout = [this] {
         QMessageBox::about(this, tr("About Quillmont"),
                            tr("<b>Quillmont %1</b><p>A video editor for holidays, lectures and school projects.</p>"
-                              "<p>Free software under the GNU General Public License, version 3 or later.</p>")
+                              "<p>Free software under the GNU General Public License, version 3 or later.</p>"
+                              "<p>Built on FFmpeg, Qt, SDL2, FluidSynth, pugixml and libjpeg-turbo.</p>")
                                .arg(QApplication::applicationVersion()));
     };
     forms::mdiTarnwick.PopupMenu = [this](forms::PopUp which) {
@@ -140,7 +162,9 @@ void MainWindow::makeStatusBar()
     progress_->setFixedWidth(180);
     progress_->setMaximumHeight(16);
     progress_->setAccessibleName(tr("Progress"));
+    progress_->setWhatsThis(tr("How far the task has come."));
     cancel_ = new QPushButton(tr("Cancel"), &bar);
+    cancel_->setWhatsThis(tr("Ends the task after the file that is being read."));
     connect(cancel_, &QPushButton::clicked, this, [] { state::OpeningCancelled = true; });
     bar.addWidget(statusPanels_[0], 1);
     bar.addPermanentWidget(cancel_);
@@ -152,6 +176,10 @@ void MainWindow::makeStatusBar()
     statusPanels_[1]->setToolTip(tr("Position of the slider"));
     statusPanels_[2]->setToolTip(tr("Length of the timeline"));
     statusPanels_[3]->setToolTip(tr("Selected item"));
+    statusPanels_[0]->setWhatsThis(tr("What the part under the pointer is for, or how far a task has come."));
+    statusPanels_[1]->setWhatsThis(tr("The time at which the slider stands."));
+    statusPanels_[2]->setWhatsThis(tr("The length of the film."));
+    statusPanels_[3]->setWhatsThis(tr("When the selected item begins and ends."));
 }
 
 void MainWindow::tellSize()
@@ -173,6 +201,7 @@ void MainWindow::showPanels()
         panel.setVisible(isVisible);
     };
     place(*mediaListPanel_, m.MediaListPlace, forms::frmMediaList.Visible);
+    place(*previewPanel_, m.PreviewPlace, forms::frmPreview.Visible);
     place(*timelinePanel_, m.TimelinePlace, forms::frmTimeline.Visible);
     place(*toolsPanel_, m.ToolsPlace, forms::frmTools.Visible);
 }

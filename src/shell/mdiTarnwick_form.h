@@ -13,6 +13,7 @@
 
 class MainMenus;
 class MediaListForm;
+class PreviewForm;
 class QMimeData;
 class TimelineForm;
 class ToolsForm;
@@ -47,9 +48,11 @@ private:
     QWidget* ground_ = nullptr;
     TimelineForm* timeline_ = nullptr;
     MediaListForm* mediaList_ = nullptr;
+    PreviewForm* preview_ = nullptr;
     ToolsForm* tools_ = nullptr;
     PanelFrame* timelinePanel_ = nullptr;
     PanelFrame* mediaListPanel_ = nullptr;
+    PanelFrame* previewPanel_ = nullptr;
     PanelFrame* toolsPanel_ = nullptr;
     MainMenus* menus_ = nullptr;
     std::array<QLabel*, 4> statusPanels_{};

@@ -1,6 +1,7 @@
 #include "shell/menus_form.h"
 
 #include "shell/mdiTarnwick_events.h"
+#include "shell/tool_texts.h"
 #include "windowing/icons.h"
 #include "windowing/text.h"
 
@@ -90,6 +91,7 @@ void MainMenus::buildTools(QToolBar& tools)
         const QString tip = row.toolTip.empty() ? tr("Help") : fromProgram(row.toolTip);
         action->setText(tip);
         action->setToolTip(tip);
+        action->setWhatsThis(fromProgram(shell::whatsThisOf(row.key)));
         action->setCheckable(row.isView);
         if (QWidget* const button = tools.widgetForAction(action)) {
             button->setAccessibleName(tip);

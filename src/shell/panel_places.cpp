@@ -1,6 +1,7 @@
 // Where the panels stand in the main window.
 
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -73,7 +74,7 @@ void ArrangePreviewNotVisible()
 
 void ArrangeVisible()
 {
-    if (!form.mnuViewPreview.Checked) {
+    if (!forms::frmPreview.Visible) {
         ArrangePreviewNotVisible();
     } else if (!forms::frmMediaList.Visible) {
         ArrangeMediaListNotVisible();
@@ -83,6 +84,8 @@ void ArrangeVisible()
 }
 
 void mnuViewMediaList_Click() { turn(forms::frmMediaList.Visible, form.mnuViewMediaList); }
+
+void mnuViewPreview_Click() { turn(forms::frmPreview.Visible, form.mnuViewPreview); }
 
 void mnuViewTimeline_Click() { turn(forms::frmTimeline.Visible, form.mnuViewTimeline); }
 

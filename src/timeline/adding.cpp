@@ -10,6 +10,7 @@
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/engine_access.h"
+#include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/adding_history.h"
 #include "timeline/item_names.h"
@@ -147,9 +148,10 @@ void showAllRows()
 void fitPreviewSlider()
 {
     constexpr std::int32_t kEmptyMax = 10;
-    Slider& slider = forms::frmPreview.sldPreview;
+    Slider& slider = forms::frmPreview.sldSeekBar;
     if (IsTimelineEmpty()) {
         slider.SetMax(kEmptyMax);
+        moduleTWPreview::OnCmdStopClick();
     } else if (const Milliseconds duration = GetTimelineDuration(); duration > slider.Min()) {
         slider.SetMax(duration);
     }
@@ -160,6 +162,7 @@ void showAddedFiles(const Adding& done)
     showAllRows();
     fitPreviewSlider();
     UpdateTrackOptions();
+    UpdatePreview();
     SyncOverlayTransitions();
     frmVolume::SetVolume(frmVolume::GetVolume()); // a player that was made anew has its own
     if (done.isAdded) {
@@ -205,6 +208,7 @@ void showAddedOverlays(const Adding& done)
     }
     showAllRows();
     UpdateTreeView();
+    UpdatePreview();
     UpdateTrackOptions();
 }
 

@@ -92,6 +92,7 @@ bool addEffect()
     ShowOrHideTrackSelections();
     RenderAllSelections();
     moduleScaleRenderer::AdjustScroll();
+    UpdatePreview();
     UpdateTrackOptions();
     return true;
 }

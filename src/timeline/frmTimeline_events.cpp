@@ -7,9 +7,11 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "engine/ITWPreview.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
@@ -29,7 +31,7 @@ forms::FrmTimeline& form = forms::frmTimeline;
 constexpr int kLeftButton = 1;
 constexpr int kRightButton = 2;
 constexpr int kShiftKey = 1;
-constexpr int kCtrlKey = 2;
+constexpr std::int16_t kPlaying = 1; // of the preview
 
 void say(const char* hint) { forms::mdiTarnwick.sbr.Panel(1) = std::string(hint); }
 
@@ -64,58 +66,29 @@ void hideWhatComesLater()
     }
 }
 
-/// A press on a row's picture.
-struct RowPress {
-    RowKind kind;
-    std::int16_t index;
-    int button;
-    int shift;
-    float x;
-};
+/// The main slider and the player go where the seek bar stands.
+void followSeekBar()
+{
+    const engine::Milliseconds pos = forms::frmPreview.sldSeekBar.Value();
+    moduleTimeline::SetSliderPosition(pos, false);
+    engine::Bool16 ok = engine::kFalse;
+    engine::check(engine::EngineAs<engine::ITWPreview>()->Seek(pos, ok));
+}
 
-/// The main slider goes where the preview's slider stands.
-void followPreviewSlider() { moduleTimeline::SetSliderPosition(forms::frmPreview.sldPreview.Value(), false); }
-
-/// The arrow keys move the main slider, within the range of the preview's slider.
+/// The arrow keys move the main slider, within the range of the seek bar.
 void onArrowKey(int key, int shift)
 {
     constexpr int kLeftArrow = 37;
     constexpr int kRightArrow = 39;
-    auto& preview = forms::frmPreview.sldPreview;
+    Slider& seekBar = forms::frmPreview.sldSeekBar;
     const engine::Milliseconds step = moduleScaleRenderer::PixelsToMs((shift & kShiftKey) != 0 ? 1 : 5);
     const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();
-    if (key == kRightArrow && numbers::added(pos, step) <= preview.Max()) {
-        preview.SetValue(pos + step);
-    } else if (key == kLeftArrow && numbers::subtracted(pos, step) >= preview.Min()) {
-        preview.SetValue(pos - step);
+    if (key == kRightArrow && numbers::added(pos, step) <= seekBar.Max()) {
+        seekBar.SetValue(pos + step);
+    } else if (key == kLeftArrow && numbers::subtracted(pos, step) >= seekBar.Min()) {
+        seekBar.SetValue(pos - step);
     }
-    followPreviewSlider();
-}
-
-/// What the pop-up menu of a row is about.
-std::int16_t contextOf(RowKind kind)
-{
-    return kind == RowKind::kVideo ? std::int16_t{1} : kind == RowKind::kOverlay ? std::int16_t{3} : std::int16_t{2};
-}
-
-template <class Press>
-void onRowPressed(const char* routine, const RowPress& press, const Press& onPress)
-{
-    const auto& [kind, index, button, shift, x] = press;
-    Trapped("frmTimeline", routine, [&] {
-        if (button != kLeftButton && button != kRightButton) {
-            return;
-        }
-        state::ClickX = numbers::rounded<std::int32_t>(x);
-        state::ClickShift = (shift & kShiftKey) != 0;
-        state::ClickCtrl = (shift & kCtrlKey) != 0;
-        onPress();
-        state::ClickShift = false;
-        state::ClickCtrl = false;
-        if (button == kRightButton && !timeline::row(kind, index).isLocked()) {
-            PopUpEditContext(contextOf(kind), kind == RowKind::kEffect ? std::int16_t{-1} : index);
-        }
-    });
+    followSeekBar();
 }
 
 } // namespace
@@ -186,8 +159,11 @@ void picScale_MouseDown(int button, float x)
     Trapped("frmTimeline", "picScale_MouseDown", [&] {
         if (button == kLeftButton) {
             const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
-            forms::frmPreview.sldPreview.SetValue(moduleScaleRenderer::PixelsToMs(px));
-            followPreviewSlider();
+            forms::frmPreview.sldSeekBar.SetValue(moduleScaleRenderer::PixelsToMs(px));
+            followSeekBar();
+            if (moduleTWPreview::PreviewState == kPlaying) {
+                moduleTWPreview::OnCmdPauseClick();
+            }
         } else if (button == kRightButton) {
             PopUpEditContext(0, 0);
         }
@@ -227,30 +203,6 @@ void cmdSelSliders_Click()
 }
 
 // --- The rows ------------------------------------------------------------------------------------------------------
-
-void picVideo_MouseDown(std::int16_t index, int button, int shift, float x)
-{
-    onRowPressed("picVideo_MouseDown", {RowKind::kVideo, index, button, shift, x},
-                 [&] { moduleTimeline::OnPicMediaClick(index, true); });
-}
-
-void picEffect_MouseDown(std::int16_t index, int button, int shift, float x)
-{
-    onRowPressed("picEffect_MouseDown", {RowKind::kEffect, index, button, shift, x},
-                 [&] { moduleTimeline::OnPicEffectClick(index); });
-}
-
-void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x)
-{
-    onRowPressed("picOverlay_MouseDown", {RowKind::kOverlay, index, button, shift, x},
-                 [&] { moduleTimeline::OnPicOverlayClick(index); });
-}
-
-void picAudio_MouseDown(std::int16_t index, int button, int shift, float x)
-{
-    onRowPressed("picAudio_MouseDown", {RowKind::kAudio, index, button, shift, x},
-                 [&] { moduleTimeline::OnPicMediaClick(index, false); });
-}
 
 namespace {
 

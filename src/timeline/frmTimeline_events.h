@@ -54,13 +54,7 @@ void imgEndSelHandle_MouseUp(int button, float x);
 void tmTimeline_Timer();
 
 // --- The rows ------------------------------------------------------------------------------------------------------
-
-// The right button pops a menu up besides; not on a locked row.
-
-void picVideo_MouseDown(std::int16_t index, int button, int shift, float x);
-void picEffect_MouseDown(std::int16_t index, int button, int shift, float x);
-void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x);
-void picAudio_MouseDown(std::int16_t index, int button, int shift, float x);
+// The pointer and the keys on their pictures: `item_drag.h`.
 
 /// Turn over the option of a row. A link box that is disabled, on a locked row, stays as it is.
 void imgLinkVideo_Click(std::int16_t index);

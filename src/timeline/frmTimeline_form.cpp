@@ -4,9 +4,11 @@
 #include "timeline/frmTimeline_events.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/row_pointer.h"
+#include "timeline/shuffle.h"
 #include "timeline/timeline_row_form.h"
+#include "timeline/timeline_row_parts_form.h"
 #include "timeline/timeline_sliders_form.h"
+#include "timeline/timeline_tree_form.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 #include "windowing/show_pass.h"
@@ -33,6 +35,7 @@ forms::FrmTimeline& form() { return forms::frmTimeline; }
 TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
 {
     setObjectName("frmTimeline");
+    setWhatsThis(tr("The timeline: your film from left to right. Each bar is a piece of a file."));
     setMouseTracking(true);
     makeList();
     base_ = new QWidget(this);
@@ -51,9 +54,11 @@ TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
 
 void TimelineForm::makeList()
 {
-    tree_ = new QTreeView(this);
+    tree_ = new TimelineTree(this);
     tree_->setObjectName("tvwTimeline");
     tree_->setAccessibleName(tr("Timeline list"));
+    tree_->setWhatsThis(tr("All that lies on the rows, in order. Click a piece to select it; drag it onto another one to put "
+                           "it in front of that."));
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
     tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -64,6 +69,9 @@ void TimelineForm::makeList()
     tree_->setModel(treeModel_);
     connect(tree_, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { frmTimeline::tvwTimeline_NodeClick(treeModel_->placesOf(index)); });
+    tree_->dragged = frmTimeline::tvwTimeline_NodeClick;
+    tree_->isDropValid = frmTimeline::IsTreeDropValid;
+    tree_->dropped = frmTimeline::tvwTimeline_OLEDragDrop;
     // A click is answered when it is over; what moves the current node else is a key.
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
         if (!isShowing_ && index.isValid() && QGuiApplication::mouseButtons() == Qt::NoButton) {
@@ -73,6 +81,7 @@ void TimelineForm::makeList()
     divider_ = new QWidget(this);
     divider_->setObjectName("picVerticalResize");
     divider_->setAccessibleName(tr("Divider between list and tracks"));
+    divider_->setWhatsThis(tr("Drag it to give the list or the rows more room."));
     divider_->setCursor(Qt::SplitHCursor);
     divider_->installEventFilter(this);
 }
@@ -81,6 +90,7 @@ void TimelineForm::makeScale()
 {
     scale_ = new PictureWidget(form().picScale, "picScale", base_);
     scale_->setAccessibleName(tr("Time scale"));
+    scale_->setWhatsThis(tr("The time. A click puts the slider there; the arrow keys move it on."));
     scale_->pressed = [](int button, int, float x, float) { frmTimeline::picScale_MouseDown(button, x); };
     scale_->moved = [](int, int, float x, float) { frmTimeline::picScale_MouseMove(x); };
     scale_->keyDown = [](int key, int shift) {
@@ -91,6 +101,7 @@ void TimelineForm::makeScale()
     scrollBar_ = new QScrollBar(Qt::Horizontal, base_);
     scrollBar_->setObjectName("hsb");
     scrollBar_->setAccessibleName(tr("Part of the timeline in view"));
+    scrollBar_->setWhatsThis(tr("Moves the view along the timeline."));
     scrollBar_->setFocusPolicy(Qt::NoFocus);
     connect(scrollBar_, &QScrollBar::valueChanged, this, [](int value) { form().hsb.SetValue(value); });
     scaleMarker_ = new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale_);
@@ -129,47 +140,11 @@ void TimelineForm::zoomAt(double notches, float x)
 
 void TimelineForm::makeRows()
 {
-    auto& f = form();
-    const auto add = [&](RowParts parts, auto mouseDown) {
+    for (RowParts& parts : makeRowParts()) {
         auto* const row = new TrackRow(std::move(parts), base_);
-        row->picture().pressed = [mouseDown](int button, int shift, float x, float) { mouseDown(button, shift, x); };
         connectPicture(row->picture());
         row->installEventFilter(this);
         rows_.push_back(row);
-    };
-    const auto option = [](CheckBox& box, ImageBox& image, std::function<void()> click) {
-        return RowParts::Option{&box, &image, std::move(click)};
-    };
-    add({tr("Video"), "picVideo0", &f.picVideo[0], &f.shpVideoSel[0], &f.ptrVideo[0],
-         [](float x, float y) { frmTimeline::picVideo_MouseMove(0, x, y); },
-         [] { frmTimeline::picVideo_OLEDragDrop(0); },
-         option(f.chkDisableVideo[0], f.imgDisableVideo[0], [] { frmTimeline::imgDisableVideo_Click(0); }),
-         option(f.chkLockVideo[0], f.imgLockVideo[0], [] { frmTimeline::imgLockVideo_Click(0); }),
-         option(f.chkLinkVideo[0], f.imgLinkVideo[0], [] { frmTimeline::imgLinkVideo_Click(0); })},
-        [](int button, int shift, float x) { frmTimeline::picVideo_MouseDown(0, button, shift, x); });
-    add({tr("Effects"), "picEffect0", &f.picEffect[0], &f.shpEffectSel[0], &f.ptrEffect[0],
-         [](float x, float y) { frmTimeline::picEffect_MouseMove(0, x, y); },
-         [] { frmTimeline::picEffect_OLEDragDrop(0); },
-         option(f.chkDisableEffect[0], f.imgDisableEffect[0], [] { frmTimeline::imgDisableEffect_Click(0); }),
-         option(f.chkLockEffect[0], f.imgLockEffect[0], [] { frmTimeline::imgLockEffect_Click(0); }),
-         option(f.chkLinkEffect[0], f.imgLinkEffect[0], [] { frmTimeline::imgLinkEffect_Click(0); })},
-        [](int button, int shift, float x) { frmTimeline::picEffect_MouseDown(0, button, shift, x); });
-    add({tr("Overlays"), "picOverlay0", &f.picOverlay[0], &f.shpOverlaySel[0], &f.ptrOverlay[0],
-         [](float x, float y) { frmTimeline::picOverlay_MouseMove(0, x, y); },
-         [] { frmTimeline::picOverlay_OLEDragDrop(0); },
-         option(f.chkDisableOverlay[0], f.imgDisableOverlay[0], [] { frmTimeline::imgDisableOverlay_Click(0); }),
-         option(f.chkLockOverlay[0], f.imgLockOverlay[0], [] { frmTimeline::imgLockOverlay_Click(0); }),
-         option(f.chkLinkOverlay[0], f.imgLinkOverlay[0], [] { frmTimeline::imgLinkOverlay_Click(0); })},
-        [](int button, int shift, float x) { frmTimeline::picOverlay_MouseDown(0, button, shift, x); });
-    for (std::int16_t i = 0; i < 2; ++i) {
-        const auto n = static_cast<std::size_t>(i);
-        add({tr("Audio %1").arg(i + 1), QString("picAudio%1").arg(i), &f.picAudio[n], &f.shpAudioSel[n], &f.ptrAudio[n],
-             [i](float x, float y) { frmTimeline::picAudio_MouseMove(i, x, y); },
-             [i] { frmTimeline::picAudio_OLEDragDrop(i); },
-             option(f.chkDisableAudio[n], f.imgDisableAudio[n], [i] { frmTimeline::imgDisableAudio_Click(i); }),
-             option(f.chkLockAudio[n], f.imgLockAudio[n], [i] { frmTimeline::imgLockAudio_Click(i); }),
-             option(f.chkLinkAudio[n], f.imgLinkAudio[n], [i] { frmTimeline::imgLinkAudio_Click(i); })},
-            [i](int button, int shift, float x) { frmTimeline::picAudio_MouseDown(i, button, shift, x); });
     }
 }
 
@@ -199,8 +174,11 @@ void TimelineForm::makeSliders()
     handles_[0]->raise();
     handles_[1]->raise();
     handles_[0]->setAccessibleName(tr("Start of the selection"));
+    handles_[0]->setWhatsThis(tr("Where the range begins on which cut, copy, delete and crop work. Drag it."));
     handles_[1]->setAccessibleName(tr("End of the selection"));
+    handles_[1]->setWhatsThis(tr("Where the range ends on which cut, copy, delete and crop work. Drag it."));
     handles_[2]->setAccessibleName(tr("Position on the timeline"));
+    handles_[2]->setWhatsThis(tr("The slider: the place that the preview shows, and at which you paste and split. Drag it."));
 }
 
 void TimelineForm::makeButtons()
@@ -219,6 +197,11 @@ void TimelineForm::makeButtons()
     selSliders_ = make("cmdSelSliders", [] { frmTimeline::cmdSelSliders_Click(); });
     addBookmark_ = make("cmdAddBookmark", [] { frmTimeline::cmdAddBookmark_Click(); });
     removeBookmark_ = make("cmdRemoveBookmark", [] { frmTimeline::cmdRemoveBookmark_Click(); });
+    zoomIn_->setWhatsThis(tr("Shows a shorter time, in more detail."));
+    zoomOut_->setWhatsThis(tr("Shows a longer time, in less detail."));
+    selSliders_->setWhatsThis(tr("Shows or hides the two sliders that mark a range."));
+    addBookmark_->setWhatsThis(tr("Sets a marker at the slider."));
+    removeBookmark_->setWhatsThis(tr("Removes the marker that was clicked last."));
 }
 
 void TimelineForm::refreshIcons()

@@ -7,11 +7,11 @@
 
 #include <QScrollBar>
 #include <QToolButton>
-#include <QTreeView>
 #include <array>
 
 class BookmarkFlag;
 class SliderHandle;
+class TimelineTree;
 class TrackRow;
 
 class TimelineForm final : public QWidget {
@@ -45,7 +45,7 @@ private:
     void scrollBy(double notches);
     void connectPicture(PictureWidget& widget);
 
-    QTreeView* tree_ = nullptr;
+    TimelineTree* tree_ = nullptr;
     TreeModel* treeModel_ = nullptr;
     QWidget* divider_ = nullptr;
     QWidget* base_ = nullptr; // the ground under the rows

@@ -1,9 +1,7 @@
 #include "timeline/moduleScaleRenderer.h"
 
 #include "core/colours.h"
-#include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
-#include "core/forms/mdiTarnwick.h"
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/time_text.h"
@@ -128,10 +126,6 @@ void AdjustScroll()
 {
     Trapped("moduleScaleRenderer", "AdjustScroll*", [] {
         const Milliseconds duration = moduleTimeline::GetTimelineDuration();
-        forms::mdiTarnwick.sbr.Panel("DURATION") = time_text::MilliSecondsToTimetypeAsString(duration);
-        if (!form.imgEndSelHandle.Visible) {
-            forms::frmPreview.sldPreview.SetMax(duration); // presses on the scale go as far as there is something
-        }
         const auto visible =
             numbers::rounded<std::int16_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
         // A count of pixels among counts of ticks: the margin of ten ticks is meant.

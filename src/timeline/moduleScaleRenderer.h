@@ -41,8 +41,8 @@ void RenderScale();
 ///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10; that is meant
 void ZoomIn();
 void ZoomOut();
-/// Fits the scroll bar to the length of the timeline, and shows that length in the status bar. A length of more than
-/// 32,767 ticks leaves the bar as it was, and is logged.
+/// Fits the scroll bar to the length of the timeline. A length of more than 32,767 ticks leaves the bar as it was, and
+/// is logged.
 void AdjustScroll();
 /// Moves the thin marker on the scale to x, a view pixel, and shows it.
 void DrawScaleLine(float x);

@@ -4,7 +4,6 @@
 #include "core/forms/mdiTarnwick.h"
 #include "core/numbers.h"
 #include "core/platform.h"
-#include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
@@ -12,7 +11,6 @@
 #include "timeline/adding.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/pointer_trace.h"
 #include "timeline/slider_places.h"
 #include "timeline/timeline_items.h"
 #include "timeline/track_rows.h"
@@ -114,15 +112,6 @@ namespace frmTimeline {
 
 namespace {
 
-/// What every row does when the pointer passes.
-void onRowMoved(const char* hint, float x)
-{
-    if (!state::BusyOpening) { // the progress of an opening is not written over
-        forms::mdiTarnwick.sbr.Panel(1) = std::string(hint);
-    }
-    moduleScaleRenderer::DrawScaleLine(x);
-}
-
 struct ContextEntries {
     std::vector<Menu*> shown;
     std::vector<Menu*> hidden;
@@ -166,38 +155,6 @@ ContextEntries entriesOf(std::int16_t context, std::int16_t index)
 }
 
 } // namespace
-
-void picVideo_MouseMove(std::int16_t index, float x, float y)
-{
-    Trapped("frmTimeline", timeline::pointerTrace("picVideo_MouseMove", index, x, y, "*"), [&] {
-        onRowMoved("Represents video sources over time", x);
-        moduleTimeline::OnPicVideoMouseMove(x, y, index);
-    });
-}
-
-void picAudio_MouseMove(std::int16_t index, float x, float y)
-{
-    Trapped("frmTimeline", timeline::pointerTrace("picAudio_MouseMove", index, x, y, "*"), [&] {
-        onRowMoved("Represents audio sources over time", x);
-        moduleTimeline::OnPicAudioMouseMove(x, y, index);
-    });
-}
-
-void picEffect_MouseMove(std::int16_t index, float x, float y)
-{
-    Trapped("frmTimeline", timeline::pointerTrace("picEffect_MouseMove", index, x, y, "*"), [&] {
-        onRowMoved("Represents various effects over time", x);
-        moduleTimeline::OnPicEffectMouseMove(x, y, index);
-    });
-}
-
-void picOverlay_MouseMove(std::int16_t index, float x, float y)
-{
-    Trapped("frmTimeline", timeline::pointerTrace("picOverlay_MouseMove", index, x, y, "*"), [&] {
-        onRowMoved("Represents overlay sources over time", x);
-        moduleTimeline::OnPicOverlayMouseMove(x, y, index);
-    });
-}
 
 void ShowMenuItems(std::int16_t context, std::int16_t index)
 {

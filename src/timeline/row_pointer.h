@@ -1,7 +1,7 @@
 #pragma once
 
-// What the pointer meets on the track pictures: hints, tool tips, the pointer's shape, the pop-up menu, and files
-// dropped from the media list.
+// What the pointer meets on the track pictures: tool tips, the pointer's shape, the pop-up menu, and files dropped from
+// the media list. Presses, moves and keys: `item_drag.h`.
 //
 // x and y are logical pixels from the picture's corner; index is the row of its kind, from 0. Nothing is raised to the
 // caller. Interface thread only.
@@ -20,11 +20,6 @@ bool OnPicOverlayMouseMove(float x, float y, std::int16_t index);
 } // namespace moduleTimeline
 
 namespace frmTimeline {
-
-void picVideo_MouseMove(std::int16_t index, float x, float y);
-void picAudio_MouseMove(std::int16_t index, float x, float y);
-void picEffect_MouseMove(std::int16_t index, float x, float y);
-void picOverlay_MouseMove(std::int16_t index, float x, float y);
 
 /// Chooses the entries of the pop-up menu for the scale (context 0), video (1), audio and effects (2) or overlays (3).
 /// In context 2, index is the audio row, or -1 for the effects. Entries that a context does not name stay as they are.

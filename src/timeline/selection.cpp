@@ -44,6 +44,7 @@ void bringSliderTo(const timeline::ItemTimes& item)
 {
     if (timeline::isSelectionHidden() && !item.holds(state::SliderPosition)) {
         SetSliderPosition(item.start, false);
+        OnSliderMove();
     }
 }
 

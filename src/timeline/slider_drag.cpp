@@ -138,18 +138,19 @@ void takeMainPlace()
     const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();
     forms::mdiTarnwick.sbr.Panel("SLIDER_POS") = time_text::MilliSecondsToTimetypeAsString(pos);
     state::SliderPosition = pos;
+    OnSliderMove();
 }
 
 void takeStartPlace()
 {
     state::SelStartPosition = moduleTimeline::GetSelSliderPosition(true);
-    forms::frmPreview.sldPreview.SetMin(state::SelStartPosition);
+    forms::frmPreview.sldSeekBar.SetMin(state::SelStartPosition);
 }
 
 void takeEndPlace()
 {
     state::SelEndPosition = moduleTimeline::GetSelSliderPosition(false);
-    forms::frmPreview.sldPreview.SetMax(state::SelEndPosition);
+    forms::frmPreview.sldSeekBar.SetMax(state::SelEndPosition);
 }
 
 void takeDraggedPlace()
@@ -241,8 +242,8 @@ void imgEndSelHandle_MouseUp(int button, float)
 {
     if (release(button, form.DraggingEnd)) {
         EnableOrDisableMenuItems();
-        forms::frmPreview.sldPreview.SetMin(state::SelStartPosition);
-        forms::frmPreview.sldPreview.SetMax(state::SelEndPosition);
+        forms::frmPreview.sldSeekBar.SetMin(state::SelStartPosition);
+        forms::frmPreview.sldSeekBar.SetMax(state::SelEndPosition);
     }
 }
 

@@ -125,7 +125,7 @@ void SetSliderPosition(Milliseconds pos, bool scroll)
         const bool isInView = timeline::showMainInView();
         const std::string text = time_text::MilliSecondsToTimetypeAsString(pos);
         forms::mdiTarnwick.sbr.Panel("SLIDER_POS") = text;
-        forms::frmPreview.lblPosition.Caption = text;
+        forms::frmPreview.lblCurrentTime.Caption = text;
         state::SliderPosition = pos;
         if (scroll && !isInView) { // clamped by the bar; its change handler places the sliders again
             form.hsb.SetValue(numbers::rounded<std::int32_t>(moduleScaleRenderer::MsToTicks(GetSliderPosition())));
@@ -166,7 +166,7 @@ void ShowStartSelSlider(bool visible)
 {
     Trapped("moduleTimeline", "ShowStartSelSlider", [&] {
         timeline::show(timeline::startSlider(), visible);
-        forms::frmPreview.sldPreview.SetMin(visible ? GetSelSliderPosition(true) : 0);
+        forms::frmPreview.sldSeekBar.SetMin(visible ? GetSelSliderPosition(true) : 0);
         timeline::checkMenus();
     });
 }
@@ -175,7 +175,7 @@ void ShowEndSelSlider(bool visible)
 {
     Trapped("moduleTimeline", "ShowEndSelSlider", [&] {
         timeline::show(timeline::endSlider(), visible);
-        forms::frmPreview.sldPreview.SetMax(visible ? GetSelSliderPosition(false) : GetTimelineDuration());
+        forms::frmPreview.sldSeekBar.SetMax(visible ? GetSelSliderPosition(false) : GetTimelineDuration());
         timeline::checkMenus();
     });
 }

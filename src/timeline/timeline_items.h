@@ -18,6 +18,7 @@ struct ItemTimes {
     engine::Milliseconds stop = 0;
 
     bool holds(engine::Milliseconds pos) const { return start <= pos && pos <= stop; }
+    bool operator==(const ItemTimes&) const = default;
 };
 
 /// One kind of items of one track, through a cast of the engine that the caller holds.
@@ -71,6 +72,42 @@ public:
         const engine::Bool16 flag = engine::toBool16(selected);
         engine::check(isSource() ? engine_.SetSourceSelected(track_, seq, flag)
                                  : engine_.SetEffectSelected(track_, seq, flag));
+    }
+
+    /// The first selected one from seq on, -1 if none.
+    std::int16_t firstSelected(std::int16_t seq = 0) const
+    {
+        const std::int16_t count = this->count();
+        while (seq < count && !isSelected(seq)) {
+            ++seq;
+        }
+        return seq < count ? seq : std::int16_t{-1};
+    }
+
+    /// False when there is no such item. So do the two below.
+    bool setTimes(std::int16_t seq, ItemTimes times) const
+    {
+        engine::Bool16 ok = engine::kFalse;
+        engine::check(isSource() ? engine_.SetSourceTimes(track_, seq, times.start, times.stop, ok)
+                                 : engine_.SetEffectTimes(track_, seq, times.start, times.stop, ok));
+        return ok != engine::kFalse;
+    }
+
+    /// Moves item fromSeq and all behind it by delta (ms).
+    bool shift(int fromSeq, engine::Milliseconds delta) const
+    {
+        const auto seq = static_cast<std::int16_t>(fromSeq);
+        engine::Bool16 ok = engine::kFalse;
+        engine::check(isSource() ? engine_.ShiftSources(track_, seq, delta, ok)
+                                 : engine_.ShiftEffects(track_, seq, delta, ok));
+        return ok != engine::kFalse;
+    }
+
+    bool remove(std::int16_t seq) const
+    {
+        engine::Bool16 ok = engine::kFalse;
+        engine::check(isSource() ? engine_.RemoveSource(track_, seq, ok) : engine_.RemoveEffect(track_, seq, ok));
+        return ok != engine::kFalse;
     }
 
 private:

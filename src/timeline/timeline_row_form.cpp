@@ -1,11 +1,14 @@
 #include "timeline/timeline_row_form.h"
 
+#include "timeline/item_drag.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 #include "windowing/text.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPainter>
+#include <cmath>
 
 namespace {
 
@@ -43,14 +46,10 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
     name_->setAttribute(Qt::WA_TransparentForMouseEvents);
     picture_ = new PictureWidget(*parts_.picture, parts_.objectName, this);
     picture_->setAccessibleName(tr("%1 track").arg(parts_.name));
-    picture_->moved = [this](int, int, float x, float y) { parts_.moved(x, y); };
-    picture_->setAcceptDrops(true);
-    picture_->takesDrops = [this] {
-        const QObject* const source = QApplication::focusWidget();
-        const bool isEffect = source != nullptr && source->objectName() == "lvwEffects";
-        return isEffect == parts_.objectName.startsWith("picEffect");
-    };
-    picture_->dropped = [this] { parts_.dropped(); };
+    picture_->setWhatsThis(tr("The row %1. Click a bar to select it, drag it to move it, drag its upper right corner to change "
+                              "its length and speed.")
+                               .arg(parts_.name));
+    connectPicture();
     selection_ = new Tint(picture_);
     selection_->hide();
     for (RowParts::Option* const option : {&parts_.disable, &parts_.lock, &parts_.link}) {
@@ -64,7 +63,86 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
     toggles_[0].button->setObjectName(parts_.objectName + "_disable");
     toggles_[1].button->setObjectName(parts_.objectName + "_lock");
     toggles_[2].button->setObjectName(parts_.objectName + "_link");
+    toggles_[0].button->setWhatsThis(tr("Whether this row is seen or heard when the film is played."));
+    toggles_[1].button->setWhatsThis(tr("A locked row cannot be edited."));
+    toggles_[2].button->setWhatsThis(tr("Whether this row takes part in what is done with the range."));
     setMouseTracking(true);
+}
+
+void TrackRow::connectPicture()
+{
+    picture_->pressed = [this](int button, int shift, float x, float y) { press(button, shift, x, y); };
+    picture_->moved = [this](int button, int shift, float x, float y) { move(button, shift, x, y); };
+    picture_->released = [this](int button, int shift, float x, float y) { release(button, shift, x, y); };
+    picture_->keyDown = [this](int key, int shift) {
+        parts_.keyDown(key, shift);
+        return true; // the ground below would move the slider
+    };
+    picture_->setAcceptDrops(true);
+    picture_->takesDrops = [this] {
+        const QObject* const source = QApplication::focusWidget();
+        const bool isEffect = source != nullptr && source->objectName() == "lvwEffects";
+        return isEffect == parts_.objectName.startsWith("picEffect");
+    };
+    picture_->dropped = [this] { parts_.dropped(); };
+    picture_->installEventFilter(this);
+}
+
+void TrackRow::press(int button, int shift, float x, float y)
+{
+    if (button == programButton(Qt::LeftButton)) {
+        isHeld_ = true;
+        isDragged_ = false;
+        pressX_ = x;
+    }
+    parts_.pressed(button, shift, x, y);
+}
+
+void TrackRow::move(int button, int shift, float x, float y)
+{
+    const bool isDown = button == programButton(Qt::LeftButton);
+    if (isHeld_ && !isDown) {
+        loseRelease();
+    }
+    // A hand that shakes in a click moves nothing.
+    constexpr float kShake = 3;
+    if (isHeld_ && !isDragged_ && std::abs(x - pressX_) < kShake) {
+        return;
+    }
+    isDragged_ = isHeld_;
+    parts_.moved(isHeld_ || !isDown ? button : 0, shift, x, y);
+}
+
+void TrackRow::release(int button, int shift, float x, float y)
+{
+    if (button == programButton(Qt::LeftButton)) {
+        isHeld_ = false;
+    }
+    parts_.released(button, shift, x, y);
+}
+
+void TrackRow::loseRelease()
+{
+    isHeld_ = false;
+    frmTimeline::EndItemDrag();
+}
+
+bool TrackRow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (isHeld_ && watched == picture_) {
+        switch (event->type()) {
+        case QEvent::ShortcutOverride: // no command runs in the middle of a drag
+            event->accept();
+            return true;
+        case QEvent::WindowDeactivate:
+        case QEvent::Hide:
+            loseRelease();
+            break;
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void TrackRow::setHeaderWidth(int width)

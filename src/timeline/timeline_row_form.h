@@ -16,7 +16,10 @@ struct RowParts {
     PictureBox* picture;
     Marker* selection;
     forms::RowPointer* pointer;
-    std::function<void(float x, float y)> moved;
+    std::function<void(int button, int shift, float x, float y)> pressed;
+    std::function<void(int button, int shift, float x, float y)> moved;
+    std::function<void(int button, int shift, float x, float y)> released;
+    std::function<void(int key, int shift)> keyDown;
     std::function<void()> dropped;
     struct Option {
         CheckBox* box;
@@ -42,6 +45,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Toggle {
@@ -50,6 +54,11 @@ private:
         std::string shownPicture;
     };
 
+    void connectPicture();
+    void press(int button, int shift, float x, float y);
+    void move(int button, int shift, float x, float y);
+    void release(int button, int shift, float x, float y);
+    void loseRelease();
     void place();
     void showToggle(Toggle& toggle);
 
@@ -59,4 +68,7 @@ private:
     QWidget* selection_;
     std::vector<Toggle> toggles_;
     int headerWidth_ = 150;
+    bool isHeld_ = false;    // the left button is down on the picture
+    bool isDragged_ = false; // and the pointer has left the place of the press
+    float pressX_ = 0;
 };

@@ -1,6 +1,5 @@
 #include "tools/frmVolume.h"
 
-#include "core/forms/frmPreview.h"
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
@@ -71,7 +70,6 @@ void SetVolume(std::int16_t level)
 {
     Trapped(kModule, "SetVolume", [&] {
         const std::int32_t engineLevel = level - kFull;
-        forms::frmPreview.Volume = engineLevel; // what the small player takes when it loads a file
         engine::check(engine::EngineAs<engine::ITWPreview>()->SetVolume(engineLevel));
         engine::check(engine::EngineAs<engine::ITWFilePreview>()->SetVolume(engineLevel));
         form.iVolume = level;

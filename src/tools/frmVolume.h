@@ -13,6 +13,8 @@ namespace forms {
 
 struct FrmVolume {
     Shown<bool> Visible{false};
+    Shown<std::int32_t> Left{0}; // pixels of the screen
+    Shown<std::int32_t> Top{0};
     Slider sldVolume;
     std::int16_t iVolume = 100; // the present volume
 };
@@ -34,7 +36,7 @@ void SetVolume(std::int16_t level);
 
 // --- The popup -----------------------------------------------------------------------------------------------------
 
-/// Shows the popup; its slider takes the present volume.
+/// Shows the popup where `Left` and `Top` say; its slider takes the present volume.
 void Form_Load();
 /// Any key closes the popup, the arrow keys too.
 void Form_KeyDown();

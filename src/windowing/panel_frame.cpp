@@ -32,6 +32,7 @@ void PanelFrame::setClosable(std::function<void()> close)
     close_->setFocusPolicy(Qt::NoFocus);
     close_->setToolTip(tr("Hide this panel"));
     close_->setAccessibleName(close_->toolTip());
+    close_->setWhatsThis(tr("Hides this panel. The menu Window brings it back."));
     connect(close_, &QToolButton::clicked, this, std::move(close));
     refreshIcons();
 }

@@ -2,7 +2,7 @@
 
 #include "media/media_list_harness.h"
 
-#include "core/forms/frmPreview.h"
+#include "tools/frmVolume.h"
 
 namespace media_list_test {
 namespace {
@@ -15,7 +15,7 @@ protected:
         form.picPreviewSmallHandle = 77;
         form.picPreviewSmallWidth = 320;
         form.picPreviewSmallHeight = 240;
-        forms::frmPreview.Volume = -20;
+        forms::frmVolume.iVolume = 80;
     }
     /// The six facts, and the six captions before them when they stand there.
     std::string facts() const

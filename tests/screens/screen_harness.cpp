@@ -20,6 +20,7 @@
 #include "support/manifest.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "tools/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
 #include "windowing/scheme.h"
 
@@ -51,6 +52,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
+    renew(forms::frmVolume);
     ports = {&messages_, &dialogs_, &events_, &fonts_, &settings_, &shell};
 }
 
@@ -277,6 +279,7 @@ void ScreenTest::onTheTracks()
     RenderAllBars();
     UpdateTreeView();
     moduleTimeline::UpdateTrackOptions();
+    UpdatePreview();
     settle();
 }
 

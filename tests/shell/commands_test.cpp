@@ -91,8 +91,9 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
     EXPECT_TRUE(window.tbr.Button("ADD_TO_TIMELINE").Enabled);
     EXPECT_FALSE(window.tbr.Button("SAVE_PROJECT").Enabled);
     mdiTarnwick::tbr_ButtonClick("ADD_TO_TIMELINE");
-    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditAddEffectToTimeline "
-                         "mnuEditAddToOverlay");
+    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
+                         "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
+                         "mnuToolsPackTimelineBars");
     EXPECT_TRUE(tools.cmdAdd.Enabled);
     mdiTarnwick::mnuAddEffectBlur_Click();
     std::string name(10, ' ');
@@ -115,8 +116,8 @@ TEST_F(CommandsTest, PressesAndReleasesUpdateTheMenus)
     put(video(), 0, 1000);
     const auto undone = [&] { window.mnuEditAddToOverlay.Enabled = false; };
     const std::pair<const char*, std::function<void()>> events[] = {
-        {"press on an item", [] { frmTimeline::picVideo_MouseDown(0, 1, 0, 10); }},
-        {"press beside", [] { frmTimeline::picEffect_MouseDown(0, 1, 0, 10); }},
+        {"press on an item", [] { frmTimeline::picVideo_MouseDown(0, 1, 0, 10, 12); }},
+        {"press beside", [] { frmTimeline::picEffect_MouseDown(0, 1, 0, 10, 12); }},
         {"sliders", [] { moduleTimeline::ToggleSelSliders(); }},
         {"node", [] { frmTimeline::tvwTimeline_NodeClick({0}); }},
         {"row", [] { open({"still.bmp"}); }},
@@ -148,8 +149,8 @@ TEST_F(CommandsTest, SelectionFromAndToTheSlider)
         EXPECT_EQ(selection(), after);
         EXPECT_TRUE(window.mnuViewSelectionSliders.Checked);
     }
-    EXPECT_EQ(forms::frmPreview.sldPreview.Min(), 500);
-    EXPECT_EQ(forms::frmPreview.sldPreview.Max(), 1000);
+    EXPECT_EQ(forms::frmPreview.sldSeekBar.Min(), 500);
+    EXPECT_EQ(forms::frmPreview.sldSeekBar.Max(), 1000);
 }
 
 TEST_F(CommandsTest, Views)
@@ -187,10 +188,11 @@ TEST_F(CommandsTest, PlacesOfThePanels)
     };
     window.TimelineHeight = 300;
     mdiTarnwick::MDIForm_Resize(1233, 800);
-    EXPECT_EQ(places(), "M 0,0 1003x500 P 0,0 0x0 T 0,500 1003x300 X 1003,0 230x800"); // there is no preview yet
-    window.mnuViewPreview.Checked = true;
-    mdiTarnwick::ArrangeVisible();
     EXPECT_EQ(places(), "M 0,0 622x500 P 622,0 381x500 T 0,500 1003x300 X 1003,0 230x800");
+    mdiTarnwick::mnuViewPreview_Click();
+    EXPECT_EQ(places(), "M 0,0 1003x500 P 622,0 381x500 T 0,500 1003x300 X 1003,0 230x800");
+    EXPECT_FALSE(window.mnuViewPreview.Checked);
+    mdiTarnwick::mnuViewPreview_Click();
     mdiTarnwick::mnuViewMediaList_Click();
     EXPECT_EQ(places(), "M 0,0 622x500 P 0,0 1003x500 T 0,500 1003x300 X 1003,0 230x800");
     EXPECT_FALSE(window.mnuViewMediaList.Checked);

@@ -44,11 +44,11 @@ TEST_F(ContextMenuTest, EntriesByContext)
     } cases[] = {
         {[] { picScale_MouseDown(2, 5); },
          "ZoomIn ZoomOut s34 AddtoAudio1 AddtoAudio2 s22 AddMarker RemoveMarker SetOverlayTransparency sr2 SelSliders"},
-        {[] { picVideo_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 s23 StretchMode sr2 SelSliders"},
-        {[] { picAudio_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 AddtoAudio2 sr2 SelSliders"},
-        {[] { picEffect_MouseDown(0, 2, 0, 5); }, "Cut Copy Paste Delete Crop AddtoAudio2 sr2 SelSliders"},
-        {[] { picAudio_MouseDown(1, 2, 0, 5); }, "Cut Copy Paste Delete Crop s34 AddtoAudio1 sr2 SelSliders"},
-        {[] { picOverlay_MouseDown(0, 2, 0, 5); },
+        {[] { picVideo_MouseDown(0, 2, 0, 5, 12); }, "Cut Copy Paste Delete Crop s34 s23 StretchMode sr2 SelSliders"},
+        {[] { picAudio_MouseDown(0, 2, 0, 5, 12); }, "Cut Copy Paste Delete Crop s34 AddtoAudio2 sr2 SelSliders"},
+        {[] { picEffect_MouseDown(0, 2, 0, 5, 12); }, "Cut Copy Paste Delete Crop AddtoAudio2 sr2 SelSliders"},
+        {[] { picAudio_MouseDown(1, 2, 0, 5, 12); }, "Cut Copy Paste Delete Crop s34 AddtoAudio1 sr2 SelSliders"},
+        {[] { picOverlay_MouseDown(0, 2, 0, 5, 12); },
          "Cut Copy Paste Delete Crop s23 StretchMode SetOverlayTransparency sr2 SelSliders"},
     };
     for (const auto& [press, expected] : cases) {
@@ -64,18 +64,18 @@ TEST_F(ContextMenuTest, RightPressSelectsAndStopsAtALock)
 {
     put(video(), 0, 1000);
     put(video(), 1000, 2000);
-    frmTimeline::picVideo_MouseDown(0, 2, 0, 150);
+    frmTimeline::picVideo_MouseDown(0, 2, 0, 150, 12);
     EXPECT_EQ(flags(), "V 01 E - O - A - B -");
     EXPECT_EQ(std::exchange(poppedUp, ""), "edit ");
     for (CheckBox* const box : {&form.chkLockVideo[0], &form.chkLockEffect[0], &form.chkLockOverlay[0]}) {
         box->Value = std::int16_t{1};
     }
-    frmTimeline::picVideo_MouseDown(0, 2, 0, 50);
-    frmTimeline::picEffect_MouseDown(0, 2, 0, 50);
-    frmTimeline::picOverlay_MouseDown(0, 2, 0, 50);
+    frmTimeline::picVideo_MouseDown(0, 2, 0, 50, 12);
+    frmTimeline::picEffect_MouseDown(0, 2, 0, 50, 12);
+    frmTimeline::picOverlay_MouseDown(0, 2, 0, 50, 12);
     EXPECT_EQ(flags(), "V 10 E - O - A - B -");
     EXPECT_EQ(poppedUp, "");
-    frmTimeline::picVideo_MouseDown(0, 4, 0, 150); // no button of ours
+    frmTimeline::picVideo_MouseDown(0, 4, 0, 150, 12); // no button of ours
     EXPECT_EQ(flags(), "V 10 E - O - A - B -");
 }
 
@@ -102,7 +102,7 @@ TEST_F(ContextMenuTest, HintsToolTipsAndShapes)
     putEffect(200, 1000);
     using namespace frmTimeline;
     const struct {
-        void (*move)(std::int16_t, float, float);
+        void (*move)(std::int16_t, int, int, float, float);
         forms::RowPointer& row;
         std::int16_t index;
         float x, y;
@@ -121,13 +121,13 @@ TEST_F(ContextMenuTest, HintsToolTipsAndShapes)
         {picOverlay_MouseMove, form.ptrOverlay[0], 0, 200, 0, "Overlay Track 0 Represents overlay sources over time"},
     };
     for (const auto& [move, row, index, x, y, expected] : cases) {
-        move(index, x, y);
+        move(index, 0, 0, x, y);
         EXPECT_EQ(row.ToolTipText.get() + " " + std::to_string(row.MousePointer.get()) + " " + panel(""), expected);
         EXPECT_EQ(form.imgScaleMarker.Left, static_cast<std::int32_t>(x));
     }
     state::BusyOpening = true;
     window.sbr.Panel(1) = "Opening file";
-    picVideo_MouseMove(0, 5, 5);
+    picVideo_MouseMove(0, 0, 0, 5, 5);
     EXPECT_EQ(panel(""), "Opening file");
 }
 

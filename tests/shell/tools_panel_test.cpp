@@ -87,13 +87,16 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     EnableOrDisableMenuItems();
     EXPECT_EQ(tools.tvwActions.generation(), before); // the same list is not made anew
     frmTimeline::Form_Activate();
-    EXPECT_EQ(texts(tools.tvwActions), "Undo|Show/Hide selection sliders|Add an effect");
+    EXPECT_EQ(texts(tools.tvwActions),
+              "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks");
     click(2, 1);
     EXPECT_EQ(tools.lvwHistory.get().size(), 2U);
     click(1, 1);
     EXPECT_TRUE(form.imgStartSelHandle.Visible);
     click(0, 1);
-    EXPECT_EQ(texts(tools.tvwActions), "Undo|Redo|Show/Hide selection sliders|Add an effect");
+    EXPECT_EQ(texts(tools.tvwActions),
+              "Undo|Redo|Show/Hide selection sliders|Delete selection|Cut selection|Copy selection|Crop selection|"
+              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks");
     frmTools::ActionsClear();
     frmTools::ActionsBuildMediaList();
     frmTools::ActionsBuildCommon();

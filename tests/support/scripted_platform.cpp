@@ -6,6 +6,7 @@
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
+#include "tools/frmVolume.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -35,6 +36,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
+    renew(forms::frmVolume);
     show::marked = false;
     std::string pattern = (fs::temp_directory_path() / "quillmont-test-XXXXXX").string();
     folder = mkdtemp(pattern.data()) != nullptr ? pattern : "";

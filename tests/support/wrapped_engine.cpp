@@ -142,6 +142,9 @@ void* WrappedEngine::interfaceOf(const std::type_info& type) noexcept
     if (type == typeid(engine::ITWFilePreview)) {
         return static_cast<engine::ITWFilePreview*>(&preview);
     }
+    if (type == typeid(engine::ITWPreview) && timelinePreview != nullptr) {
+        return timelinePreview;
+    }
     return real_->interfaceOf(type);
 }
 

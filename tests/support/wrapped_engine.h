@@ -9,6 +9,7 @@
 #include "engine/ITWFilePreview.h"
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWMediaFiles.h"
+#include "engine/ITWPreview.h"
 #include "engine/ITWStreamInfo.h"
 #include "engine/ITWTimeline.h"
 
@@ -82,6 +83,7 @@ public:
     std::set<std::string> unopenable;                // paths for which OpenFile answers 0
     bool refusesToClose = false;                     // CloseFile closes, and answers ok false all the same
     ScriptedFilePreview preview;
+    engine::ITWPreview* timelinePreview = nullptr; // answered instead of the real one; the test's own
 
     void* interfaceOf(const std::type_info& type) noexcept override;
 

@@ -144,7 +144,7 @@ TEST_F(AddingTest, FilesGoBehindTheLongestTrackAndStayLevel)
     EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add to Timeline, Add to Timeline,");
     EXPECT_EQ(items("Video"), "mpeg4.avi still.bmp ");
     EXPECT_EQ(items("Audio 1"), "stereo-48k.wav mpeg4.avi ");
-    EXPECT_EQ(forms::frmPreview.sldPreview.Max(), GetTimelineDuration());
+    EXPECT_EQ(forms::frmPreview.sldSeekBar.Max(), GetTimelineDuration());
     EXPECT_TRUE(state::ProjectModified);
     expectUndoAndRedo();
 }
@@ -154,7 +154,7 @@ TEST_F(AddingTest, NothingSelected)
     add({});
     EXPECT_EQ(takeMessage(), "Unable to add to the timeline because no file is selected. Please select a file from the "
                              "media list.");
-    EXPECT_EQ(forms::frmPreview.sldPreview.Max(), 10);
+    EXPECT_EQ(forms::frmPreview.sldSeekBar.Max(), 10);
     add({kMovie});
     ModuleHistory::OnEditUndoClick();
     state::ProjectModified = false;

@@ -12,7 +12,7 @@ protected:
         TimelineTest::SetUp();
         put(video(), 0, 30000);
         frmTimeline::Form_Resize();
-        forms::frmPreview.sldPreview.SetMax(30000);
+        forms::frmPreview.sldSeekBar.SetMax(30000);
     }
     std::string timer() const { return !form.tmTimeline.Enabled ? "off" : form.ScrollingRight ? "right" : "left"; }
 };
@@ -75,7 +75,7 @@ TEST_F(DragTest, StartHandle)
         EXPECT_EQ(form.imgStartSelHandle.Left, c.expected);
         EXPECT_EQ(timer(), c.timer);
         EXPECT_EQ(state::SelStartPosition, (c.expected + 5) * 10);
-        EXPECT_EQ(forms::frmPreview.sldPreview.Min(), (c.expected + 5) * 10);
+        EXPECT_EQ(forms::frmPreview.sldSeekBar.Min(), (c.expected + 5) * 10);
         EXPECT_EQ(form.picStartSelSlider.Left, c.expected + 105);
         EXPECT_EQ(form.shpVideoSel[0].Left, c.expected + 6) << "the shape follows at once";
         frmTimeline::imgStartSelHandle_MouseUp(1, 0);
@@ -99,10 +99,10 @@ TEST_F(DragTest, EndHandle)
         EXPECT_EQ(form.imgEndSelHandle.Left, c.expected);
         EXPECT_EQ(timer(), c.timer);
         EXPECT_EQ(state::SelEndPosition, (c.expected + 5) * 10);
-        EXPECT_EQ(forms::frmPreview.sldPreview.Max(), (c.expected + 5) * 10);
-        forms::frmPreview.sldPreview.SetMin(0);
+        EXPECT_EQ(forms::frmPreview.sldSeekBar.Max(), (c.expected + 5) * 10);
+        forms::frmPreview.sldSeekBar.SetMin(0);
         frmTimeline::imgEndSelHandle_MouseUp(1, 0);
-        EXPECT_EQ(forms::frmPreview.sldPreview.Min(), (c.other + 5) * 10);
+        EXPECT_EQ(forms::frmPreview.sldSeekBar.Min(), (c.other + 5) * 10);
         EXPECT_FALSE(form.Dragging || form.DraggingEnd || form.tmTimeline.Enabled);
     }
 }

@@ -81,7 +81,7 @@ TEST_F(SelectionTest, Presses)
     const std::string none = "V 000 E 0 O 0 A 0 B -";
     struct Case {
         const char* what;
-        void (*press)(std::int16_t, int, int, float);
+        void (*press)(std::int16_t, int, int, float, float);
         int shift; // 1 Shift, 2 Ctrl
         float x;   // 10 ms a pixel
         const char* flags;
@@ -105,7 +105,7 @@ TEST_F(SelectionTest, Presses)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        c.press(0, 1, c.shift, c.x);
+        c.press(0, 1, c.shift, c.x, 12);
         EXPECT_EQ(flags(), c.flags);
         EXPECT_EQ(selectedNode(), c.node);
         EXPECT_EQ(state::SliderPosition, c.slider);
@@ -114,13 +114,13 @@ TEST_F(SelectionTest, Presses)
     EXPECT_GT(wrapped->callCounts["SetTransitionSelected"], 2);
     showSelection(10, 90);
     SetSliderPosition(0, false);
-    picVideo_MouseDown(0, 1, 0, 350);
+    picVideo_MouseDown(0, 1, 0, 350, 12);
     EXPECT_EQ(state::SliderPosition, 0) << "with a selection shown the slider stays";
     ClearMFSTSubSelections();
     EXPECT_EQ(flags(), none);
     moduleScaleRenderer::SetZoomFactor(20);
     form.hsb.SetValue(14);
-    picVideo_MouseDown(0, 1, 0, 11); // 151 pixels at 20 ms each
+    picVideo_MouseDown(0, 1, 0, 11, 12); // 151 pixels at 20 ms each
     EXPECT_EQ(flags(), "V 001 E 0 O 0 A 0 B -");
 }
 

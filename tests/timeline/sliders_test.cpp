@@ -35,7 +35,7 @@ TEST_F(SlidersTest, MainSlider)
     EXPECT_EQ(state::SliderPosition, 1234);
     EXPECT_EQ(GetSliderPosition(), 1230) << "as fine as a pixel";
     EXPECT_EQ(panel("SLIDER_POS"), "0:00:01.234");
-    EXPECT_EQ(forms::frmPreview.lblPosition.Caption.get(), "0:00:01.234");
+    EXPECT_EQ(forms::frmPreview.lblCurrentTime.Caption.get(), "0:00:01.234");
 
     SetSliderPosition(4000, false);
     EXPECT_EQ(mainText(), "395 400 500 HSL") << "the edge counts as inside";
@@ -59,14 +59,14 @@ TEST_F(SlidersTest, HiddenSelectionIsPlacedAllTheSame)
     EXPECT_EQ(GetSelSliderPosition(true), 1500);
     ShowStartSelSlider(true);
     EXPECT_EQ(startText(), "145 150 250 HSL");
-    EXPECT_EQ(forms::frmPreview.sldPreview.Min(), 1500);
+    EXPECT_EQ(forms::frmPreview.sldSeekBar.Min(), 1500);
     SetSelSliderPosition(40, true);
     EXPECT_EQ(startText(), "-1 4 104 HS-");
 }
 
 TEST_F(SlidersTest, Toggle)
 {
-    auto& preview = forms::frmPreview.sldPreview;
+    auto& preview = forms::frmPreview.sldSeekBar;
     form.hsb.SetValue(50);
     state::ProjectModified = false;
     EXPECT_FALSE(form.picSlider.Visible) << "at 0, left of the view";
@@ -130,7 +130,7 @@ TEST_F(SlidersTest, ShapesOfTheSelection)
 
 TEST_F(SlidersTest, KeysAndScale)
 {
-    auto& preview = forms::frmPreview.sldPreview;
+    auto& preview = forms::frmPreview.sldSeekBar;
     preview.SetMax(1000);
     SetSliderPosition(900, false);
     struct Case {

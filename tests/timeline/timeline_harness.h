@@ -19,6 +19,7 @@
 #include "support/wrapped_engine.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/frmTimeline_events.h"
+#include "timeline/item_drag.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/track_locks.h"

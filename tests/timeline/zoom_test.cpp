@@ -85,11 +85,9 @@ TEST_F(ZoomTest, TimesOfSlidersStay)
 TEST_F(ZoomTest, ScrollBarFollowsTheLength)
 {
     EXPECT_EQ(bar(), "0 of 100 idle");
-    EXPECT_EQ(panel("DURATION"), "0:00:00.000");
     put(audio(2), 0, 12340);
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 93") << "123.4 ticks, less 40 in view, and a margin of ten";
-    EXPECT_EQ(panel("DURATION"), "0:00:12.340");
     put(state::OverlayTrack, 0, 30050);
     putEffect(0, 500000);
     AdjustScroll();
@@ -111,7 +109,6 @@ TEST_F(ZoomTest, ScrollBarFollowsTheLength)
     expectsErrors = true;
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 5970");
-    EXPECT_EQ(panel("DURATION"), "0:10:00.000");
 }
 
 } // namespace

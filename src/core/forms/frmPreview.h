@@ -1,15 +1,45 @@
 #pragma once
 
-// What stands on the preview player's form, as state.
+// What stands on the preview player's form, as state. Behaviour: `preview/`. Times are milliseconds of the timeline,
+// places logical pixels.
 
 #include "core/controls.h"
+#include "core/forms/mdiTarnwick.h"
+#include "engine/types.h"
 
 namespace forms {
 
+/// A button that stays down.
+struct ToggleButton {
+    Shown<std::string> Picture;
+    Shown<std::string> ToolTipText;
+    Shown<std::string> Caption;
+    Shown<bool> Value{false};
+};
+
 struct FrmPreview {
-    Slider sldPreview;       // its value is the playing position in ms
-    Label lblPosition;       // the same as text
-    std::int32_t Volume = 0; // -100 silent to 0 full
+    Shown<bool> Visible{true};
+
+    // The picture: its room is told by the screen; its surface is a number of the engine's registry, and its place in
+    // the room has the project's proportions.
+    Shown<std::int32_t> fmeDisplayWidth{0};
+    Shown<std::int32_t> fmeDisplayHeight{0};
+    Shown<Rectangle> picDisplay;
+    std::int32_t picDisplayHandle = 0;
+
+    Slider sldSeekBar;
+    Label lblCurrentTime; // where the timeline's slider stands
+    Label lblDuration;
+    Button cmdPlay, cmdPause, cmdStop, cmdRewind, cmdForward;
+    ToggleButton cmdRepeat{.Picture = {}, .ToolTipText = {}, .Caption = std::string("Loop"), .Value = false};
+    Button cmdMute;
+    Shown<std::string> cmdMuteCaption{std::string("Volume ")};
+    Timer tm{.Enabled = false, .Interval = 33, .tick = {}};
+    bool Ticking = false; // a tick of `tm` is being worked on
+
+    // The player.
+    std::int16_t PreviewState = 0; // 0 stopped, 1 playing, 2 paused
+    engine::Bool16 PreviewBuilt = engine::kFalse;
 };
 inline FrmPreview frmPreview;
 

@@ -87,6 +87,14 @@ struct FrmTimeline {
     bool Scrolling = false;  // a tick of `tmTimeline` is being worked on
     float DividerOffset = 0; // pixels; x of the press inside the divider
     bool DividerHeld = false;
+
+    // A drag of items on a track picture.
+    bool DragActive = false;        // a left press on an unlocked row is in progress
+    float DragLastX = 0;            // pixels; x of the press, then of the last step
+    std::int16_t DragSeq = -1;      // what was pressed, -1 nothing
+    bool DragResize = false;        // by its right end
+    std::int32_t DragOrigStart = 0; // ms; what was pressed, at the press
+    std::int32_t DragOrigStop = 0;
 };
 inline FrmTimeline frmTimeline;
 

@@ -1,0 +1,264 @@
+#include "app/edit_session.h"
+
+#include "app/edit_errors.h"
+#include "app/edit_media.h"
+#include "app/edit_start.h"
+#include "core/forms/frmMediaList.h"
+#include "core/forms/frmTools.h"
+#include "core/shared_state.h"
+#include "core/upcalls.h"
+#include "editing/transition_key.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "media/media_menu.h"
+#include "shell/frmTools_events.h"
+#include "shell/mdiTarnwick_events.h"
+#include "timeline/ModuleTreeView.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+namespace app {
+
+namespace fs = std::filesystem;
+using engine::Bool16;
+using engine::check;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::kFalse;
+using engine::Milliseconds;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::ItemTimes;
+
+namespace {
+
+std::string newFolder()
+{
+    std::string pattern = (fs::temp_directory_path() / "quillmont-edit-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+        throw std::runtime_error("cannot make a folder in " + fs::temp_directory_path().string());
+    }
+    return pattern;
+}
+
+Items itemsOf(ITWTimeline& engine, EditTrack track)
+{
+    return {engine, track == EditTrack::kEffects ? ItemKind::kEffect : ItemKind::kSource, handleOf(track)};
+}
+
+/// Ahead of the first item that does not begin before it.
+std::int16_t placeFor(const Items& items, Milliseconds start)
+{
+    std::int16_t seq = 0;
+    for (auto item = items.times(seq); item && item->start < start; item = items.times(seq)) {
+        ++seq;
+    }
+    return seq;
+}
+
+void putSource(EditTrack track, Handle stream, const ItemTimes& times, const ItemTimes& media)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const Handle handle = handleOf(track);
+    const std::int16_t seq = placeFor(itemsOf(*engine, track), times.start);
+    Bool16 ok = kFalse;
+    check(engine->InsertSource(handle, stream, seq, times.start, times.stop, ok));
+    if (ok == kFalse) {
+        throw WrongWords("the track is full");
+    }
+    check(engine->SetSourceMediaTimes(handle, seq, media.start, media.stop, ok));
+    if (track == EditTrack::kOverlay) {
+        check(engine->InsertTransition(handle, "DxtKey", seq, times.start, times.stop, 0, ok));
+        moduleEdit::ApplyTransitionKey(handle, seq, 0, 0, 0);
+    }
+}
+
+/// What the program shows of its tracks, after they were changed behind its back.
+void showChanged()
+{
+    RenderAllBars();
+    moduleScaleRenderer::AdjustScroll();
+    UpdateTreeView();
+    UpdatePreview();
+    EnableOrDisableMenuItems();
+}
+
+} // namespace
+
+RunFolder::RunFolder() : path_(newFolder()) {}
+
+RunFolder::~RunFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+EditSession::EditSession(std::ostream& told) : platform_(told, folder_.path())
+{
+    startEditing();
+    tellReportedErrors(told);
+}
+
+EditSession::~EditSession()
+{
+    forgetReportedErrors();
+    endEditing();
+}
+
+void EditSession::openMedia(const std::string& name, std::int32_t lengthMs, bool hasPicture, bool hasSound)
+{
+    const MediaKinds kinds{hasPicture, hasSound};
+    if (std::ranges::find(media_, name, &OpenedMedia::name) != media_.end()) {
+        throw WrongWords("there is a file called " + name + " already");
+    }
+    const fs::path path = fs::path(folder_.path()) / (name + mediaEnding(kinds));
+    writeMedia(path, lengthMs, kinds);
+    platform_.chosenFile = path.string();
+    const std::int32_t filesBefore = state::FileCollection.Count();
+    mdiTarnwick::mnuFileOpen_Click();
+    if (state::FileCollection.Count() == filesBefore) {
+        throw std::runtime_error("cannot open " + path.string());
+    }
+    OpenedMedia opened{name, state::FileCollection.Item(state::FileCollection.Count())};
+    const auto files = EngineAs<engine::ITWMediaFiles>();
+    for (const Handle stream : state::StreamCollection) {
+        Handle owner = 0;
+        Bool16 isPicture = kFalse;
+        check(files->GetStreamFile(stream, owner));
+        check(files->IsVideoStream(stream, isPicture));
+        if (owner == opened.file) {
+            (isPicture != kFalse ? opened.picture : opened.sound) = stream;
+        }
+    }
+    media_.push_back(std::move(opened));
+}
+
+void EditSession::put(EditTrack track, std::string_view name, ItemTimes times, ItemTimes media)
+{
+    const OpenedMedia& file = mediaNamed(name);
+    if (!takesPictures(track) && !takesSound(track)) {
+        throw WrongWords("no file goes on " + std::string(nameOf(track)));
+    }
+    const Handle stream = takesPictures(track) ? file.picture : file.sound;
+    if (stream == 0) {
+        throw WrongWords(file.name + (takesPictures(track) ? " has no picture" : " has no sound"));
+    }
+    putSource(track, stream, times, media);
+    showChanged();
+}
+
+void EditSession::putEffect(std::string_view name, ItemTimes times)
+{
+    Bool16 ok = kFalse;
+    check(EngineAs<ITWTimeline>()->AddEffectAt(handleOf(EditTrack::kEffects), name, times.start, times.stop, ok));
+    showChanged();
+}
+
+void EditSession::select(EditTrack track, std::int16_t seq)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const Items items = itemsOf(*engine, track);
+    if (seq < 0 || seq >= items.count()) {
+        return;
+    }
+    items.select(seq, true);
+    if (track == EditTrack::kOverlay) {
+        check(engine->SetTransitionSelected(handleOf(track), seq, engine::kTrue));
+    }
+    RenderAllBars();
+    EnableOrDisableMenuItems();
+}
+
+void EditSession::deselect()
+{
+    moduleTimeline::ClearMFSTSubSelections();
+    RenderAllBars();
+    EnableOrDisableMenuItems();
+}
+
+void EditSession::lock(EditTrack track, bool isOn)
+{
+    rowOf(track).chkLock.Value = static_cast<std::int16_t>(isOn ? 1 : 0);
+    EnableOrDisableMenuItems();
+}
+
+void EditSession::link(EditTrack track, bool isOn)
+{
+    rowOf(track).chkLink.Value = static_cast<std::int16_t>(isOn ? 1 : 0);
+    EnableOrDisableMenuItems();
+}
+
+void EditSession::moveSlider(Milliseconds pos) { moduleTimeline::SetSliderPosition(pos, false); }
+
+void EditSession::showRange(std::optional<ItemTimes> range)
+{
+    if (range) {
+        state::SelStartPosition = range->start;
+        state::SelEndPosition = range->stop;
+        moduleTimeline::SetSelSliderPosition(range->start, true);
+        moduleTimeline::SetSelSliderPosition(range->stop, false);
+    }
+    moduleTimeline::ShowSelSliders(range.has_value());
+}
+
+void EditSession::addToTimeline(std::string_view name)
+{
+    chooseRow(mediaNamed(name));
+    mdiTarnwick::mnuEditAddToTimeline_Click();
+}
+
+void EditSession::addToOverlay(std::string_view name)
+{
+    chooseRow(mediaNamed(name));
+    mdiTarnwick::mnuEditAddToOverlay_Click();
+}
+
+void EditSession::addEffect(std::string_view name)
+{
+    const ListView& effects = forms::frmTools.lvwEffects;
+    frmTools::SelectEffect(name);
+    const std::int32_t place = effects.SelectedItem;
+    if (place < 1 || effects.Row(place).Text != name) {
+        throw WrongWords("there is no effect called " + std::string(name));
+    }
+    frmTools::OnAddClick();
+}
+
+std::string_view EditSession::nameOfStream(Handle stream) const
+{
+    const auto found = std::ranges::find_if(
+        media_, [&](const OpenedMedia& media) { return media.picture == stream || media.sound == stream; });
+    return found == media_.end() ? std::string_view("?") : std::string_view(found->name);
+}
+
+const OpenedMedia& EditSession::mediaNamed(std::string_view name) const
+{
+    const auto found = std::ranges::find(media_, name, &OpenedMedia::name);
+    if (found == media_.end()) {
+        throw WrongWords("there is no file called " + std::string(name));
+    }
+    return *found;
+}
+
+/// Its row of the media list alone is selected.
+void EditSession::chooseRow(const OpenedMedia& media)
+{
+    ListView& list = forms::frmMediaList.lvwMediaList;
+    for (std::int32_t place = 1; place <= list.Count(); ++place) {
+        const bool isChosen = state::FileCollection.Item(place) == media.file;
+        list.Change(place).Selected = isChosen;
+        if (isChosen) {
+            list.SelectedItem = place;
+        }
+    }
+}
+
+} // namespace app

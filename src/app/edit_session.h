@@ -1,0 +1,98 @@
+#pragma once
+
+// The whole program without screens: every panel loaded over the real engine, at one millisecond a pixel, and what a
+// person does with it as calls. `quillmont-edit` and the tests of the commands stand on it.
+//
+// An item that does not exist: nothing happens. Commands run whether or not their menu entry is enabled. What cannot be
+// meant raises `WrongWords`, with nothing changed. Only one session stands at a time; interface thread only.
+
+#include "app/edit_platform.h"
+#include "app/edit_tracks.h"
+#include "timeline/timeline_items.h"
+
+#include <iosfwd>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace app {
+
+class WrongWords : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A folder of the run's own, gone with it.
+class RunFolder {
+public:
+    /// Raises std::runtime_error when there is no room for one.
+    RunFolder();
+    ~RunFolder();
+    RunFolder(const RunFolder&) = delete;
+    RunFolder& operator=(const RunFolder&) = delete;
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+/// A media file as it was opened. Streams are 0 where it has none.
+struct OpenedMedia {
+    std::string name;
+    engine::Handle file = 0;
+    engine::Handle picture = 0;
+    engine::Handle sound = 0;
+};
+
+class EditSession {
+public:
+    /// Starts the program; what it tells the person is written to `told`, which outlives the session. Raises
+    /// std::runtime_error when the program does not start.
+    explicit EditSession(std::ostream& told);
+    ~EditSession();
+    EditSession(const EditSession&) = delete;
+    EditSession& operator=(const EditSession&) = delete;
+
+    // --- What lies there -------------------------------------------------------------------------------------------
+
+    /// Makes a media file of that length (ms) and opens it through the media list.
+    void openMedia(const std::string& name, std::int32_t lengthMs, bool hasPicture, bool hasSound);
+    /// Lays a part of a file by engine calls: without history, locked or not. An overlay gets its key.
+    void put(EditTrack track, std::string_view name, timeline::ItemTimes times, timeline::ItemTimes media);
+    /// The same for an effect; nothing happens where it would meet another one.
+    void putEffect(std::string_view name, timeline::ItemTimes times);
+
+    // --- What is chosen --------------------------------------------------------------------------------------------
+
+    /// Adds to what is selected.
+    void select(EditTrack track, std::int16_t seq);
+    void deselect();
+    void lock(EditTrack track, bool isOn);
+    void link(EditTrack track, bool isOn);
+    void moveSlider(engine::Milliseconds pos);
+    /// Shows the selection sliders at these times; hides them without.
+    void showRange(std::optional<timeline::ItemTimes> range);
+
+    // --- Adding ----------------------------------------------------------------------------------------------------
+
+    void addToTimeline(std::string_view name);
+    void addToOverlay(std::string_view name);
+    /// A name of the tools panel's list.
+    void addEffect(std::string_view name);
+
+    const std::vector<OpenedMedia>& media() const { return media_; }
+    /// Of the file that a stream belongs to; "?" for a stream that is not known.
+    std::string_view nameOfStream(engine::Handle stream) const;
+
+private:
+    const OpenedMedia& mediaNamed(std::string_view name) const;
+    void chooseRow(const OpenedMedia& media);
+
+    RunFolder folder_;
+    EditPlatform platform_;
+    std::vector<OpenedMedia> media_;
+};
+
+} // namespace app

@@ -1,0 +1,67 @@
+// quillmont-edit: the editor's commands from a script, without a display.
+
+#include "app/edit_words.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <iostream>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongWords = 2;
+
+constexpr const char* kExample = "Positions are milliseconds, tracks are video, audio1, audio2, overlay and effects.\n"
+                                 "\"#\" begins a comment. SEQ counts from 0, as dump prints it; that of change-track,\n"
+                                 "FROM, TO, PLACE and ROW count from 1.\n"
+                                 "\n"
+                                 "Example:\n"
+                                 "  media clip 4000 va\n"
+                                 "  add clip\n"
+                                 "  range 1000 2000\n"
+                                 "  cut\n"
+                                 "  undo\n"
+                                 "  dump\n";
+
+int run()
+{
+    app::EditSession session(std::cerr);
+    int status = 0;
+    try {
+        app::runScript(session, std::cin, std::cout);
+    } catch (const app::WrongWords& wrong) {
+        std::cerr << "quillmont-edit: " << wrong.what() << "\n";
+        status = kWrongWords;
+    }
+    if (!std::cout.flush()) {
+        std::cerr << "quillmont-edit: the result could not be printed\n";
+        return kFailed;
+    }
+    return status;
+}
+
+} // namespace
+
+int main(int count, char** raw)
+{
+    CLI::App program("Reads editing commands from standard input, one a line, and runs them.\n"
+                     "Exit status: 0 done, 1 the run failed, 2 a line is wrong.");
+    program.name("quillmont-edit");
+    program.set_version_flag("--version", "quillmont-edit " QUILLMONT_VERSION);
+    program.footer("Commands:\n" + app::wordsHelp() + "\n" + kExample);
+    try {
+        program.parse(count, raw);
+    } catch (const CLI::Success& asked) {
+        return program.exit(asked);
+    } catch (const CLI::ParseError& wrong) {
+        std::cerr << "quillmont-edit: " << wrong.what() << "\nRun quillmont-edit --help to see the commands.\n";
+        return kWrongWords;
+    }
+    try {
+        return run();
+    } catch (const std::exception& failure) {
+        std::cerr << "quillmont-edit: " << failure.what() << "\n";
+        return kFailed;
+    }
+}

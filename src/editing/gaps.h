@@ -1,0 +1,28 @@
+#pragma once
+
+// Gaps inside the selection, which cut and copy keep so that a paste restores the spacing.
+//
+//     selection   a |--------------------------| b
+//                      [ A ]      [ B ]
+//     gaps          |--|   |------|   |--------|     ahead of the first source of a track: none
+//
+// Called for each item twice: before it is cut or copied for the gap ahead of it, and after it for the gap behind it,
+// seq then being that of the item, or of the one ahead when it has gone. `PrevStop` is the stop of the item visited
+// before. Between effects that both lie in the selection, and between transitions, no gap is kept; that is meant. Every
+// routine traps its own errors. Interface thread only.
+
+#include "editing/selection_edges.h"
+#include "timeline/timeline_items.h"
+
+#include <cstdint>
+
+namespace moduleEdit {
+
+void LogGaps(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& source,
+             const editing::SelectionEdges& selection, bool before);
+void LogGapsEffects(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& effect,
+                    const editing::SelectionEdges& selection, bool before);
+void LogGapsTransition(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& source,
+                       const editing::SelectionEdges& selection, bool before);
+
+} // namespace moduleEdit

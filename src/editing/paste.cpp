@@ -1,0 +1,199 @@
+#include "editing/paste.h"
+
+#include "core/shared_state.h"
+#include "editing/clipboard.h"
+#include "editing/edit_trap.h"
+#include "editing/lane.h"
+#include "editing/moduleTWState.h"
+#include "editing/paste_runs.h"
+#include "editing/put_back.h"
+#include "editing/split.h"
+#include "engine/engine_access.h"
+
+namespace moduleEdit {
+
+using editing::Lane;
+using editing::PutBack;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::Milliseconds;
+
+namespace {
+
+void splitNamedEffect(Handle track, std::int16_t seq, Milliseconds position)
+{
+    constexpr std::size_t kNameBytes = 260;
+    editing::splitEffect(track, seq, position, kNameBytes);
+}
+
+void closeOverlayGap(Milliseconds position, Handle track)
+{
+    ShiftSourcesFromPos(position, track);
+    ShiftTransitionsFromPos(position, track);
+}
+
+/// Both lists or neither, so that they stay in step.
+bool pasteOverlaysBefore(Handle track, std::int16_t seq, Milliseconds position)
+{
+    return editing::trapped("PasteBefore", [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        PutBack putBack;
+        const auto pasted = editing::pasteSources(*engine, track, seq, position, putBack);
+        editing::pasteTransitions(*engine, track, seq, position, pasted, putBack);
+        putBack.done();
+    });
+}
+
+/// What a paste does to one kind of items.
+struct PasteKind {
+    const editing::ItemCalls& calls;
+    bool (*isLocked)(Handle track);
+    bool (*hasClip)(Handle track);
+    void (*closeGap)(Milliseconds position, Handle track);
+    void (*split)(Handle track, std::int16_t seq, Milliseconds position);
+    bool (*pasteBefore)(Handle track, std::int16_t seq, Milliseconds position);
+};
+
+constexpr PasteKind kSourcePaste{
+    editing::kSources,    moduleTWState::IsTrackLocked,
+    HasSourceClip,        [](Milliseconds position, Handle track) { ShiftSourcesFromPos(position, track); },
+    editing::splitSource, PasteBefore};
+constexpr PasteKind kEffectPaste{
+    editing::kEffects, moduleTWState::IsEffectLocked,
+    HasEffectClip,     [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
+    splitNamedEffect,  PasteEffectBefore};
+constexpr PasteKind kOverlayPaste{editing::kSources, moduleTWState::IsTrackLocked, HasSourceClip,
+                                  closeOverlayGap,   editing::splitOverlay,        pasteOverlaysBefore};
+
+/// The item that the position falls into or before, else the last one.
+std::int16_t itemAt(const Lane& lane, Milliseconds position)
+{
+    std::int16_t seq = 0;
+    for (;; ++seq) {
+        const auto next = lane.times(static_cast<std::int16_t>(seq + 1));
+        if (!next || position < next->start) {
+            return seq;
+        }
+    }
+}
+
+void pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Milliseconds position, bool shift)
+{
+    const Lane lane(engine, kind.calls, track);
+    if (lane.count() == 0) { // whether locked or not; that is meant
+        kind.pasteBefore(track, 0, position);
+        return;
+    }
+    if (kind.isLocked(track)) {
+        return;
+    }
+    if (shift) {
+        kind.closeGap(position, track);
+    }
+    const std::int16_t seq = itemAt(lane, position);
+    const auto item = lane.times(seq).value_or(timeline::ItemTimes{});
+    if (item.start < position && position < item.stop) {
+        if (!kind.hasClip(track)) {
+            return;
+        }
+        kind.split(track, seq, position);
+    }
+    const bool isAhead = position <= item.start;
+    kind.pasteBefore(track, static_cast<std::int16_t>(isAhead ? seq : seq + 1), position);
+}
+
+bool pasteOnTracks(const char* routine, const PasteKind& kind, Milliseconds position, bool shift)
+{
+    return editing::trapped(routine, [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        for (const Handle track : state::TrackCollection) {
+            pasteOnTrack(*engine, kind, track, position, shift);
+        }
+    });
+}
+
+bool closeGap(const char* routine, const editing::ItemCalls& calls, Milliseconds position, Handle track)
+{
+    bool isClosed = false;
+    editing::trapped(routine, [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        const Lane lane(*engine, calls, track);
+        const std::int16_t count = lane.count();
+        for (std::int16_t seq = 0; seq + 1 < count; ++seq) {
+            const auto behind = static_cast<std::int16_t>(seq + 1);
+            if (const auto item = lane.times(seq); item && item->stop == position) {
+                const auto next = lane.times(behind);
+                isClosed = next && lane.shift(behind, position - next->start);
+                return;
+            }
+        }
+    });
+    return isClosed;
+}
+
+} // namespace
+
+bool EditPasteSource(Milliseconds position, bool shift)
+{
+    return pasteOnTracks("EditPasteSource", kSourcePaste, position, shift);
+}
+
+bool EditPasteEffect(Milliseconds position, bool shift)
+{
+    return pasteOnTracks("EditPasteEffect", kEffectPaste, position, shift);
+}
+
+bool EditPasteOverlay(Milliseconds position, bool shift)
+{
+    return editing::trapped("EditPasteOverlay", [&] {
+        pasteOnTrack(*EngineAs<ITWTimeline>(), kOverlayPaste, state::OverlayTrack, position, shift);
+    });
+}
+
+bool PasteBefore(Handle track, std::int16_t seq, Milliseconds position)
+{
+    return editing::trapped("PasteBefore", [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        PutBack putBack;
+        editing::pasteSources(*engine, track, seq, position, putBack);
+        putBack.done();
+    });
+}
+
+bool PasteEffectBefore(Handle track, std::int16_t seq, Milliseconds position)
+{
+    return editing::trapped("PasteEffectBefore", [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        PutBack putBack;
+        editing::pasteEffects(*engine, track, seq, position, putBack);
+        putBack.done();
+    });
+}
+
+bool PasteTransitionBefore(Handle track, std::int16_t seq, Milliseconds position)
+{
+    return editing::trapped("PasteTransitionBefore", [&] {
+        const auto engine = EngineAs<ITWTimeline>();
+        PutBack putBack;
+        editing::pasteTransitions(*engine, track, seq, position, {}, putBack);
+        putBack.done();
+    });
+}
+
+bool ShiftSourcesFromPos(Milliseconds position, Handle track)
+{
+    return closeGap("ShiftSourcesFromPos", editing::kSources, position, track);
+}
+
+bool ShiftEffectsFromPos(Milliseconds position, Handle track)
+{
+    return closeGap("ShiftEffectsFromPos", editing::kEffects, position, track);
+}
+
+bool ShiftTransitionsFromPos(Milliseconds position, Handle track)
+{
+    return closeGap("ShiftTransitionsFromPos", editing::kTransitions, position, track);
+}
+
+} // namespace moduleEdit

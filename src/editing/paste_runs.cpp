@@ -1,0 +1,169 @@
+#include "editing/paste_runs.h"
+
+#include "core/numbers.h"
+#include "editing/clipboard.h"
+#include "editing/lane.h"
+#include "editing/put_back.h"
+#include "editing/transition_key.h"
+
+#include <memory>
+
+namespace editing {
+
+using engine::Bool16;
+using engine::check;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::kFalse;
+using engine::Milliseconds;
+using moduleEdit::EffectClip;
+using moduleEdit::SourceClip;
+using moduleEdit::TransitionClip;
+
+namespace {
+
+/// Where the pieces of a run go: each to the same place, ahead of those that came before it.
+struct Spot {
+    Handle track;
+    std::int16_t seq;
+    Milliseconds position;
+};
+
+/// Walks the run that ends at index last backwards. insert(piece, its number in the walk) is false when the piece was
+/// left out; finish(piece) comes when all is in its place.
+template <class Clip, class Insert, class Finish>
+PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const Lane& lane, std::int16_t seq,
+                      PutBack& putBack, Insert insert, Finish finish)
+{
+    // Both ways back come behind that of an insertion: until it has gone, a piece would be in the way.
+    const auto pushed = [&](std::int16_t fromSeq, Milliseconds delta, const std::shared_ptr<Milliseconds>& moved) {
+        *moved = lane.shift(fromSeq, delta) ? delta : 0;
+    };
+    const auto backTo = [&] {
+        auto moved = std::make_shared<Milliseconds>(0);
+        putBack.onFailure([lane, seq, moved] { lane.tryShift(seq, -*moved); });
+        return moved;
+    };
+    PastedPieces pasted;
+    Milliseconds pendingGap = 0;
+    const std::int32_t first = last == -1 ? 0 : last - clips[static_cast<std::size_t>(last)].Seq;
+    for (std::int32_t i = last; i >= first; --i) {
+        const Clip& clip = clips[static_cast<std::size_t>(i)];
+        if (!clip.isGap()) {
+            const auto moved = backTo();
+            pasted.push_back(clip.Length > 0 && insert(clip, pasted.size()));
+            if (pasted.back()) {
+                pushed(static_cast<std::int16_t>(seq + 1), numbers::added(clip.Length, pendingGap), moved);
+                pendingGap = 0;
+                finish(clip);
+            }
+        } else if (lane.count() > 0) { // on an empty track a gap has nothing to keep apart
+            pendingGap = clip.gap();
+            if (clip.Seq == 0) {
+                pushed(seq, pendingGap, backTo());
+            }
+        }
+    }
+    return pasted;
+}
+
+bool insertSource(ITWTimeline& engine, const Spot& at, const SourceClip& clip, PutBack& putBack)
+{
+    Bool16 ok = kFalse;
+    const Milliseconds stop = numbers::added(at.position, clip.Length);
+    check(engine.InsertSource(at.track, clip.Stream, at.seq, at.position, 0, ok));
+    if (ok == kFalse) {
+        return false;
+    }
+    putBack.onFailure([&engine, at] {
+        Bool16 removed = kFalse;
+        (void)engine.RemoveSource(at.track, at.seq, removed);
+    });
+    check(engine.SetSourceTimes(at.track, at.seq, at.position, stop, ok));
+    check(engine.SetSourceMediaTimes(at.track, at.seq, clip.MediaStart, clip.MediaStop, ok));
+    return true;
+}
+
+bool insertEffect(ITWTimeline& engine, const Spot& at, const EffectClip& clip, PutBack& putBack)
+{
+    Bool16 ok = kFalse;
+    const Milliseconds stop = numbers::added(at.position, clip.Length);
+    check(engine.InsertEffect(at.track, clip.Name, at.seq, at.position, stop, 0, ok));
+    if (ok != kFalse) {
+        putBack.onFailure([&engine, at] {
+            Bool16 removed = kFalse;
+            (void)engine.RemoveEffect(at.track, at.seq, removed);
+        });
+    }
+    return ok != kFalse;
+}
+
+bool insertTransition(ITWTimeline& engine, const Spot& at, const TransitionClip& clip, PutBack& putBack)
+{
+    Bool16 ok = kFalse;
+    const Milliseconds stop = numbers::added(at.position, clip.Length);
+    check(engine.InsertTransition(at.track, clip.Name, at.seq, at.position, stop, 0, ok));
+    if (ok == kFalse) {
+        return false;
+    }
+    putBack.onFailure([&engine, at] {
+        Bool16 removed = kFalse;
+        (void)engine.RemoveTransition(at.track, at.seq, removed);
+    });
+    moduleEdit::ApplyTransitionKey(at.track, at.seq, clip.KeyRed, clip.KeyGreen, clip.KeyBlue);
+    return true;
+}
+
+bool isVideoTrack(ITWTimeline& engine, Handle track)
+{
+    Bool16 isVideo = kFalse;
+    check(engine.IsVideoTrack(track, isVideo));
+    return isVideo != kFalse;
+}
+
+} // namespace
+
+PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, PutBack& putBack)
+{
+    const auto insert = [&](const SourceClip& clip, std::size_t) {
+        return insertSource(engine, {track, seq, position}, clip, putBack);
+    };
+    const auto setMode = [&](const SourceClip& clip) {
+        if (clip.StretchMode != 0) { // a new source has mode 0; setting it may have a player take in the track
+            check(engine.SetSourceStretchMode(track, seq, clip.StretchMode));
+        }
+    };
+    return pasteRun(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track), Lane(engine, kSources, track), seq,
+                    putBack, insert, setMode);
+}
+
+void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, PutBack& putBack)
+{
+    if (isVideoTrack(engine, track)) {
+        pasteRun(
+            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track), Lane(engine, kEffects, track), seq, putBack,
+            [&](const EffectClip& clip, std::size_t) {
+                return insertEffect(engine, {track, seq, position}, clip, putBack);
+            },
+            [](const EffectClip&) {});
+    }
+}
+
+void pasteTransitions(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position,
+                      const PastedPieces& overlays, PutBack& putBack)
+{
+    if (!isVideoTrack(engine, track)) {
+        return;
+    }
+    const Lane transitions(engine, kTransitions, track);
+    const auto insert = [&](const TransitionClip& clip, std::size_t piece) {
+        const bool isWanted = piece >= overlays.size() || overlays[piece];
+        // One that never was is only put where it keeps those behind it in step with their overlays.
+        const bool wasNone = clip.Name.empty() && seq >= transitions.count();
+        return isWanted && !wasNone && insertTransition(engine, {track, seq, position}, clip, putBack);
+    };
+    pasteRun(moduleEdit::TransitionClips, moduleEdit::LastTransitionClip(track), transitions, seq, putBack, insert,
+             [](const TransitionClip&) {});
+}
+
+} // namespace editing

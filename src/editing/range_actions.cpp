@@ -1,0 +1,162 @@
+// Sources and overlays against the selection.
+
+#include "editing/range_actions.h"
+
+#include "core/numbers.h"
+#include "editing/clipboard.h"
+#include "editing/gaps.h"
+#include "editing/item_edit.h"
+#include "editing/range_part.h"
+
+namespace moduleEdit {
+
+using editing::Action;
+using editing::Part;
+using editing::SelectionEdges;
+using editing::SourceEdit;
+using editing::SourceTimes;
+using engine::Handle;
+using engine::Milliseconds;
+
+namespace {
+
+/// The part with its media times, which follow from the source's rate.
+SourceTimes withMedia(const Part& part, const SourceTimes& source)
+{
+    const double rate = source.rate();
+    SourceTimes times{part.times.start, part.times.stop, source.mediaStart, source.mediaStop};
+    if (!part.isTail) {
+        const double behind = static_cast<double>(source.stop) - part.times.stop;
+        times.mediaStop = numbers::rounded<std::int32_t>(source.mediaStop - behind / rate);
+    }
+    if (!part.isHead) {
+        const double ahead = static_cast<double>(part.times.start) - source.start;
+        times.mediaStart = numbers::rounded<std::int32_t>(ahead / rate + source.mediaStart);
+    }
+    return times;
+}
+
+/// Lowers seq when the source goes.
+bool takeOut(SourceEdit& edit, std::int16_t& seq, const SourceTimes& source, const Part& part, const SourceTimes& times)
+{
+    const SourceTimes ahead{source.start, times.start, source.mediaStart, times.mediaStart};
+    const SourceTimes behind{times.stop, source.stop, times.mediaStop, source.mediaStop};
+    if (part.isWhole()) {
+        const bool ok = edit.remove(source);
+        seq = static_cast<std::int16_t>(seq - (ok ? 1 : 0));
+        return ok;
+    }
+    if (part.isHead || part.isTail) {
+        return edit.trim(source, part.isHead ? behind : ahead);
+    }
+    return edit.split(source, ahead, behind);
+}
+
+void logAllGaps(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
+                const SelectionEdges& selection, bool before)
+{
+    LogGaps(track, seq, source.onTimeline(), selection, before);
+    if (action.isOverlay) {
+        LogGapsTransition(track, seq, source.onTimeline(), selection, before);
+    }
+}
+
+void record(const Action& action, const SourceEdit& edit, Handle track, const SourceTimes& part)
+{
+    const Milliseconds length = part.stop - part.start;
+    AddSourceClip({track, edit.stream(), part.mediaStart, part.mediaStop, ClipSeq++, length, edit.mode()});
+    if (action.isOverlay) {
+        const editing::OverlayKey key = edit.key().value_or(editing::OverlayKey{});
+        AddTransitionClip({track, key.name, length, key.red, key.green, key.blue, TransitionClipSeq++});
+    }
+}
+
+/// Cut, copy or delete.
+bool take(const Action& action, Handle track, std::int16_t& seq, const SourceTimes& source,
+          const SelectionEdges& selection)
+{
+    const bool isReached = action.isRecorded || action.isOverlay
+                               ? editing::isReached(source.onTimeline(), selection)
+                               : editing::isReachedLoosely(source.onTimeline(), selection);
+    return runAction(action, isReached, [&] {
+        SourceEdit edit(track, seq, action.nameBytes);
+        if (action.isRecorded) {
+            logAllGaps(action, track, seq, source, selection, true);
+            editing::remember(source.onTimeline());
+        }
+        const Part part = editing::partOf(source.onTimeline(), selection);
+        const SourceTimes times = withMedia(part, source);
+        const bool ok = !action.isRemoved || takeOut(edit, seq, source, part, times);
+        if (action.isRecorded) {
+            record(action, edit, track, times);
+            logAllGaps(action, track, seq, source, selection, false);
+        }
+        return ok;
+    });
+}
+
+bool crop(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
+          const SelectionEdges& selection)
+{
+    const bool isReached = action.isOverlay ? editing::isReached(source.onTimeline(), selection)
+                                            : editing::isReachedLoosely(source.onTimeline(), selection);
+    return runAction(action, isReached, [&] {
+        const Part part = editing::partOf(source.onTimeline(), selection);
+        const SourceTimes times = withMedia(part, source);
+        return part.isWhole() || SourceEdit(track, seq, action.nameBytes).trim(source, times);
+    });
+}
+
+// Only overlays have names to be read.
+constexpr Action kCut{"CutAction", true, true, 0};
+constexpr Action kCopy{"CopyAction", true, false, 0};
+constexpr Action kDelete{"DeleteAction", false, true, 0};
+constexpr Action kCrop{"CropAction", false, false, 0};
+constexpr Action kCutOverlay{"CutActionOverlay", true, true, 20, true};
+constexpr Action kCopyOverlay{"CopyActionOverlay", true, false, 20, true};
+constexpr Action kDeleteOverlay{"DeleteActionOverlay", false, true, 260, true};
+constexpr Action kCropOverlay{"CropActionOverlay", false, false, 20, true};
+
+} // namespace
+
+bool CutAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kCut, track, seq, source, selection);
+}
+
+bool CopyAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kCopy, track, seq, source, selection);
+}
+
+bool DeleteAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kDelete, track, seq, source, selection);
+}
+
+bool CropAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return crop(kCrop, track, seq, source, selection);
+}
+
+bool CutActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kCutOverlay, track, seq, source, selection);
+}
+
+bool CopyActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kCopyOverlay, track, seq, source, selection);
+}
+
+bool DeleteActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kDeleteOverlay, track, seq, source, selection);
+}
+
+bool CropActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return crop(kCropOverlay, track, seq, source, selection);
+}
+
+} // namespace moduleEdit

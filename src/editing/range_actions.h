@@ -1,0 +1,58 @@
+#pragma once
+
+// One item against the selection: what cut, copy, delete and crop do to it.
+//
+//     selection            a |----------| b
+//     whole                  [ A ]             cut and delete   A goes
+//     left part                 [   A   ]      cut and delete   A begins at b
+//     right part        [   A   ]              cut and delete   A ends at a
+//     inside         [         A         ]     cut and delete   two pieces, up to a and from b on
+//
+// Crop keeps what lies between a and b where it is. Cut and copy put the piece between a and b on the clipboard, with
+// the gaps around it. What lies outside the selection is left alone, but: a delete or crop of sources also acts on a
+// source behind the selection, unless it begins exactly at b; that is meant. The engine keeps such a source from
+// covering the one ahead of it.
+//
+// seq names the item; it is lowered when the item goes, so that seq + 1 is the next one. An item is changed whole or
+// not at all. The result is the engine's flag of the last change, true without one. Every action traps its own errors
+// (error 11: a source with a media length of 0 or less, which then stays as it is). Interface thread only.
+
+#include "editing/selection_edges.h"
+#include "editing/source_times.h"
+
+#include <cstdint>
+
+namespace moduleEdit {
+
+bool CutAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+               const editing::SelectionEdges& selection);
+bool CopyAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                const editing::SelectionEdges& selection);
+bool DeleteAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                  const editing::SelectionEdges& selection);
+bool CropAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                const editing::SelectionEdges& selection);
+
+// The same on the overlay track, where the transition of the same sequence number goes along.
+
+bool CutActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                      const editing::SelectionEdges& selection);
+bool CopyActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                       const editing::SelectionEdges& selection);
+bool DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                         const editing::SelectionEdges& selection);
+bool CropActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+                       const editing::SelectionEdges& selection);
+
+// The same for an effect of the track.
+
+bool CutActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+                     const editing::SelectionEdges& selection);
+bool CopyActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+                      const editing::SelectionEdges& selection);
+bool DeleteActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+                        const editing::SelectionEdges& selection);
+bool CropActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+                      const editing::SelectionEdges& selection);
+
+} // namespace moduleEdit

@@ -1,0 +1,68 @@
+#pragma once
+
+// The part of an item that lies in the selection, and the frame that all actions share. For the actions alone.
+
+#include "editing/edit_trap.h"
+#include "editing/selection_edges.h"
+#include "editing/selection_walk.h"
+#include "timeline/timeline_items.h"
+
+#include <cstddef>
+
+namespace editing {
+
+/// What an action does with that part.
+struct Action {
+    const char* routine;
+    bool isRecorded; // it goes on the clipboard
+    bool isRemoved;  // it goes from the track
+    /// Of the buffer for the name of an effect or a transition. They differ, which is meant.
+    std::size_t nameBytes;
+    bool isOverlay = false; // the transition goes along
+};
+
+struct Part {
+    timeline::ItemTimes times;
+    bool isHead; // begins with the item
+    bool isTail; // ends with it
+
+    bool isWhole() const { return isHead && isTail; }
+};
+
+/// As if the item always reached into the selection: of one that lies behind it, the part ends before it begins.
+inline Part partOf(const timeline::ItemTimes& item, const SelectionEdges& selection)
+{
+    const bool isHead = selection.start <= item.start;
+    const bool isTail = selection.stop >= item.stop;
+    return {{isHead ? item.start : selection.start, isTail ? item.stop : selection.stop}, isHead, isTail};
+}
+
+inline bool isReached(const timeline::ItemTimes& item, const SelectionEdges& selection)
+{
+    return item.stop > selection.start && item.start < selection.stop;
+}
+
+/// For delete and crop of sources: also what lies behind the selection, but for what begins where it ends. That is
+/// meant.
+inline bool isReachedLoosely(const timeline::ItemTimes& item, const SelectionEdges& selection)
+{
+    return item.stop > selection.start && item.start != selection.stop;
+}
+
+/// The item ahead of the next one that will be cut or copied.
+inline void remember(const timeline::ItemTimes& item)
+{
+    moduleEdit::PrevStart = item.start;
+    moduleEdit::PrevStop = item.stop;
+}
+
+/// The flag of the change, true when there was none to make.
+template <class Change>
+bool runAction(const Action& action, bool isReached, Change change)
+{
+    bool ok = true;
+    trapped(action.routine, [&] { ok = !isReached || change(); });
+    return ok;
+}
+
+} // namespace editing

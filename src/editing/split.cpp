@@ -1,0 +1,57 @@
+#include "editing/split.h"
+
+#include "core/numbers.h"
+#include "editing/item_edit.h"
+#include "editing/lane.h"
+#include "engine/engine_access.h"
+
+namespace editing {
+
+using engine::check;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::Milliseconds;
+
+namespace {
+
+constexpr std::size_t kTransitionNameBytes = 20;
+
+bool isInside(const timeline::ItemTimes& times, Milliseconds position)
+{
+    return times.start < position && position < times.stop;
+}
+
+} // namespace
+
+void splitSource(Handle track, std::int16_t seq, Milliseconds position)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const auto now = readSource(*engine, track, seq);
+    if (!now || !isInside(now->onTimeline(), position)) {
+        return;
+    }
+    const double rate = now->rate();
+    SourceTimes left = *now;
+    SourceTimes right = *now;
+    left.stop = right.start = position;
+    right.mediaStart =
+        numbers::rounded<std::int32_t>((now->mediaStop - (static_cast<double>(now->stop) - position)) / rate);
+    left.mediaStop =
+        numbers::rounded<std::int32_t>(((static_cast<double>(position) - now->start) + now->mediaStart) / rate);
+    SourceEdit(track, seq, kTransitionNameBytes).split(*now, left, right);
+}
+
+// On the overlay track a source takes its transition along.
+void splitOverlay(Handle track, std::int16_t seq, Milliseconds position) { splitSource(track, seq, position); }
+
+void splitEffect(Handle track, std::int16_t seq, Milliseconds position, std::size_t nameBytes)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const auto now = Lane(*engine, kEffects, track).times(seq);
+    if (now && isInside(*now, position)) {
+        EffectEdit(track, seq, nameBytes).split(*now, {now->start, position}, {position, now->stop});
+    }
+}
+
+} // namespace editing

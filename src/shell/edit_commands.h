@@ -1,0 +1,15 @@
+#pragma once
+
+// The edit commands of the main window, each with its entry of the history. On an empty timeline all but the paste only
+// update the menus. Nothing is raised to the caller. Interface thread only.
+
+namespace mdiTarnwick {
+
+void mnuEditCut_Click();
+void mnuEditCopy_Click();
+void mnuEditPaste_Click();
+void mnuEditClear_Click();
+void mnuEditCrop_Click();
+void mnuEditCropSources_Click();
+
+} // namespace mdiTarnwick

@@ -1,0 +1,127 @@
+#include "shell/track_menu.h"
+
+#include "core/platform.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "editing/moduleTWState.h"
+#include "engine/engine_access.h"
+#include "timeline/command_history.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/row_items.h"
+#include "timeline/shuffle.h"
+#include "timeline/track_commands.h"
+
+#include <algorithm>
+
+namespace mdiTarnwick {
+
+using timeline::RowKind;
+
+namespace {
+
+constexpr const char* kModule = "mdiTarnwick";
+
+/// Runs a command that brings its own entry into force.
+void run(const char* handler, std::string_view word, void (*routine)())
+{
+    Trapped(kModule, handler, [&] {
+        timeline::runCommand(word, routine);
+        EnableOrDisableMenuItems();
+    });
+}
+
+/// The list and the player after a command that has emptied rows.
+void showEmptied()
+{
+    UpdateTreeView();
+    UpdatePreview();
+    EnableOrDisableMenuItems();
+}
+
+bool isAnyRowLocked() { return std::ranges::any_of(timeline::rows(), &timeline::TrackRow::isLocked); }
+
+bool isAnyEffectLocked() { return std::ranges::any_of(state::TrackCollection, moduleTWState::IsEffectLocked); }
+
+/// Moves the selected sources between the audio rows, by their numbers from 0.
+void moveAudio(const char* handler, std::int16_t from, std::int16_t to)
+{
+    Trapped(kModule, handler, [&] {
+        const engine::Handle source = timeline::trackOf(timeline::row(RowKind::kAudio, from));
+        const engine::Handle target = timeline::trackOf(timeline::row(RowKind::kAudio, to));
+        const timeline::Items items(*engine::EngineAs<engine::ITWTimeline>(), timeline::ItemKind::kSource, source);
+        const std::int32_t place = items.firstSelected() + 1;
+        if (place == 0 || moduleTWState::IsTrackLocked(source) || moduleTWState::IsTrackLocked(target)) {
+            return;
+        }
+        constexpr std::int32_t kTrackEnd = 0;
+        timeline::runCommand("Shuffle", [&] { ModuleTreeView::ChangeTrack(source, target, place, kTrackEnd); });
+        moduleTimeline::ShowOrHideTrackSelections();
+        moduleTimeline::RenderAllSelections();
+        showEmptied();
+    });
+}
+
+} // namespace
+
+void mnuToolsPackTimelineBars_Click() { run("mnuToolsPackTimelineBars_Click", "Pack", moduleTimeline::PackTracks); }
+
+void mnuEditRestoreSize_Click() { run("mnuEditRestoreSize_Click", "Restore", moduleTimeline::RestoreSize); }
+
+void mnuToolsRepeatAudio_Click() { run("mnuToolsRepeatAudio_Click", "Repeat", moduleTimeline::RepeateAudio); }
+
+void mnuToolsSplitTimeline_Click() { run("mnuToolsSplitTimeline_Click", "Split", moduleTimeline::SplitTracks); }
+
+void mnuEditClearEffect_Click()
+{
+    Trapped(kModule, "mnuEditClearEffect_Click", [] {
+        if (isAnyEffectLocked()) {
+            tellUser("Please unlock the Effect Track before attempting to clear it.");
+            return;
+        }
+        timeline::runCommand("Clear Effects", [] {
+            moduleTimeline::EmptyEffectTrack();
+            timeline::bringIntoForce();
+        });
+        showEmptied();
+    });
+}
+
+void mnuEditClearOverlay_Click()
+{
+    Trapped(kModule, "mnuEditClearOverlay_Click", [] {
+        if (moduleTWState::IsTrackLocked(state::OverlayTrack)) {
+            tellUser("Please unlock the Overlays Track before attempting to clear it.");
+            return;
+        }
+        timeline::runCommand("Clear Overlays", moduleTimeline::EmptyOverlayTrack);
+        showEmptied();
+    });
+}
+
+void mnuEditClearTimeline_Click()
+{
+    Trapped(kModule, "mnuEditClearTimeline_Click", [] {
+        if (isAnyRowLocked()) {
+            tellUser("One or more tracks in the timeline are locked. Please unlock these tracks before attempting to "
+                     "clear the timeline.");
+            return;
+        }
+        if (askUser("Are you sure you want to clear the timeline?", MessageButtons::kYesNo) != MessageAnswer::kYes) {
+            return;
+        }
+        timeline::runCommand("Clear", [] {
+            ModuleHistory::EmptyTimeline();
+            timeline::bringIntoForce();
+        });
+        moduleTimeline::ShowOrHideTrackSelections();
+        moduleTimeline::RenderAllSelections();
+        showEmptied();
+    });
+}
+
+void mnuEditAddtoAudio1_Click() { moveAudio("mnuEditAddtoAudio1_Click", 1, 0); }
+
+void mnuEditAddtoAudio2_Click() { moveAudio("mnuEditAddtoAudio2_Click", 0, 1); }
+
+} // namespace mdiTarnwick

@@ -1,0 +1,36 @@
+#include "timeline/command_history.h"
+
+namespace timeline {
+
+using ModuleHistory::HistoryCollection;
+using ModuleHistory::HistoryIndex;
+
+namespace {
+
+bool hasEntry() { return HistoryCollection.Count() > HistoryIndex; }
+
+} // namespace
+
+void bringIntoForce()
+{
+    if (hasEntry()) {
+        ++HistoryIndex;
+        ModuleHistory::RearrangeHistoryCollection();
+    }
+}
+
+void takeBackNewest()
+{
+    if (!hasEntry()) {
+        return;
+    }
+    bringIntoForce();
+    const std::int16_t newest = HistoryIndex;
+    ModuleHistory::Undo();
+    if (HistoryIndex < newest) {
+        HistoryIndex = newest;
+        ModuleHistory::DeleteLastEntry();
+    }
+}
+
+} // namespace timeline

@@ -1,0 +1,284 @@
+#include "timeline/row_drag.h"
+
+#include "core/forms/frmTimeline.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "engine/engine_access.h"
+#include "history/ModuleHistory.h"
+#include "timeline/ModuleTreeView.h"
+#include "timeline/adding_history.h"
+#include "timeline/item_drag.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/row_items.h"
+#include "timeline/row_pointer.h"
+#include "timeline/slider_places.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace frmTimeline {
+
+using engine::EngineAs;
+using engine::ITWTimeline;
+using engine::Milliseconds;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::ItemTimes;
+using timeline::RowItems;
+using timeline::RowKind;
+using timeline::TrackRow;
+
+namespace {
+
+forms::FrmTimeline& form = forms::frmTimeline;
+
+/// What was so before the press made its entry.
+struct Before {
+    timeline::HistoryBefore history;
+    bool projectModified = state::ProjectModified;
+};
+
+/// The drag in progress.
+struct Held {
+    RowKind kind;
+    std::int16_t index;
+    std::optional<Before> before; // nothing on an empty row: there is no entry, and nothing moves
+    bool hasStepped = false;
+};
+std::optional<Held> held;
+
+ItemKind itemsOf(RowKind kind) { return kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource; }
+
+Items itemsUnder(ITWTimeline& engine, RowKind kind, std::int16_t index)
+{
+    return {engine, itemsOf(kind), timeline::trackOf(timeline::row(kind, index))};
+}
+
+std::int32_t wholePixels(float x) { return numbers::rounded<std::int32_t>(x); }
+
+bool isInResizeZone(RowKind kind, std::int16_t index, float x, float y)
+{
+    switch (kind) {
+    case RowKind::kVideo:
+        return moduleTimeline::OnPicVideoMouseMove(x, y, index);
+    case RowKind::kEffect:
+        return moduleTimeline::OnPicEffectMouseMove(x, y, index);
+    case RowKind::kOverlay:
+        return moduleTimeline::OnPicOverlayMouseMove(x, y, index);
+    case RowKind::kAudio:
+        break;
+    }
+    return moduleTimeline::OnPicAudioMouseMove(x, y, index);
+}
+
+void makeEntry()
+{
+    held->before.emplace();
+    ModuleHistory::RemoveDisabledEntries();
+    ModuleHistory::AddOperationToHistory(form.DragResize ? "Resize" : "Move");
+    state::ProjectModified = true;
+    ++ModuleHistory::HistoryIndex;
+    ModuleHistory::RearrangeHistoryCollection();
+}
+
+/// Not the newest entry alone: what a person could redo before the press can be redone after it.
+void takeBackEntry(Before& before)
+{
+    before.history.putBack();
+    state::ProjectModified = before.projectModified;
+}
+
+/// Whether every item of the last image lies where the newest entry has it.
+bool isAsInNewestEntry()
+{
+    const ModuleHistory::TimelineImage& now = ModuleHistory::LastImage;
+    const cHistoryData& entry = ModuleHistory::HistoryCollection.Item(ModuleHistory::HistoryCollection.Count());
+    if (!now.IsWhole || !entry.IsWhole() || entry.GetSrcCount() != now.SourceCount
+        || entry.GetEffectCount() != now.EffectCount || entry.GetTransitionCount() != now.TransitionCount) {
+        return false;
+    }
+    entry.GetEditOperationData();
+    entry.GetEffectOperationData();
+    entry.GetTransitionOperationData();
+    const ModuleHistory::TimelineImage& then = ModuleHistory::WorkingImage;
+    const auto areAlike = [](const auto& some, const auto& others, std::int16_t count) {
+        return std::equal(some.begin(), some.begin() + count, others.begin(),
+                          [](const auto& a, const auto& b) { return a.Start == b.Start && a.Stop == b.Stop; });
+    };
+    return areAlike(now.Sources, then.Sources, now.SourceCount) && areAlike(now.Effects, then.Effects, now.EffectCount)
+           && areAlike(now.OverlaySources, then.OverlaySources, now.TransitionCount)
+           && areAlike(now.Transitions, then.Transitions, now.TransitionCount);
+}
+
+/// Stores the newest image if the drag has changed anything. A drag there and back has not, whatever the item that was
+/// pressed says: the others may have moved without it.
+bool keepsChange(const Held& drag)
+{
+    if (!drag.hasStepped) {
+        return false;
+    }
+    const auto engine = EngineAs<ITWTimeline>();
+    const ItemTimes pressed = itemsUnder(*engine, drag.kind, drag.index).times(form.DragSeq).value_or(ItemTimes{});
+    auto newest = std::exchange(ModuleHistory::LastImage, {});
+    ModuleHistory::StoreCurrentTLImage();
+    if (pressed == ItemTimes{form.DragOrigStart, form.DragOrigStop} && isAsInNewestEntry()) {
+        ModuleHistory::LastImage = std::move(newest);
+        return false;
+    }
+    return true;
+}
+
+void selectAlone(const Held& drag)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    moduleTimeline::ClearMFSTSubSelections();
+    const Items items = itemsUnder(*engine, drag.kind, drag.index);
+    items.select(form.DragSeq, true);
+    if (drag.kind == RowKind::kOverlay) {
+        engine::check(engine->SetTransitionSelected(state::OverlayTrack, form.DragSeq, engine::kTrue));
+    }
+    RenderAllBars();
+}
+
+/// The selected flags of all items, which a rebuild of the timeline loses.
+class SelectedItems {
+public:
+    SelectedItems()
+    {
+        const auto engine = EngineAs<ITWTimeline>();
+        timeline::forEachRow(*engine, [&](const RowItems& row) {
+            for (std::int16_t seq = row.items.firstSelected(); seq != -1;
+                 seq = row.items.firstSelected(static_cast<std::int16_t>(seq + 1))) {
+                selected_.push_back({row.kind, row.track, seq});
+            }
+        });
+    }
+
+    void select() const
+    {
+        const auto engine = EngineAs<ITWTimeline>();
+        for (const auto& [kind, track, seq] : selected_) {
+            Items(*engine, itemsOf(kind), track).select(seq, true);
+            if (kind == RowKind::kOverlay) {
+                engine::check(engine->SetTransitionSelected(track, seq, engine::kTrue));
+            }
+        }
+    }
+
+private:
+    struct Item {
+        RowKind kind;
+        engine::Handle track;
+        std::int16_t seq;
+    };
+    std::vector<Item> selected_;
+};
+
+/// Puts the timeline back to the image of the press. False when there is none, and nothing has changed then.
+bool putTimelineBack()
+{
+    const SelectedItems selected;
+    const std::int16_t index = ModuleHistory::HistoryIndex;
+    ModuleHistory::Undo();
+    if (ModuleHistory::HistoryIndex == index) {
+        return false;
+    }
+    selected.select();
+    RenderAllBars();
+    return true;
+}
+
+std::optional<Held> takeHeld()
+{
+    auto drag = std::exchange(held, std::nullopt);
+    return std::exchange(form.DragActive, false) ? std::move(drag) : std::nullopt;
+}
+
+} // namespace
+
+void beginDrag(const TrackRow& row, float x, float y)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    held = Held{row.kind, row.index, {}, false};
+    form.DragActive = true;
+    form.DragLastX = x;
+    const Items items = itemsUnder(*engine, row.kind, row.index);
+    form.DragSeq = items.at(moduleScaleRenderer::PixelsToMs(numbers::added(wholePixels(x), timeline::viewLeft())));
+    const ItemTimes times = items.times(form.DragSeq).value_or(ItemTimes{});
+    form.DragOrigStart = times.start;
+    form.DragOrigStop = times.stop;
+    form.DragResize = isInResizeZone(row.kind, row.index, x, y);
+    if (items.count() > 0) {
+        makeEntry();
+    }
+}
+
+void dragTo(float x)
+{
+    // Whole pixels from place to place, so that no fraction of one is lost or counted twice.
+    const std::int32_t px = numbers::subtracted(wholePixels(x), wholePixels(form.DragLastX));
+    form.DragLastX = x;
+    Milliseconds delta = moduleScaleRenderer::PixelsToMs(px);
+    if (!form.DragResize && delta < 0) {
+        delta = std::max(delta, -moduleTimeline::GetSelMinLeftMoveLength());
+    }
+    if (delta == 0 || !held || !held->before) {
+        return;
+    }
+    held->hasStepped = true;
+    if (form.DragResize ? moduleTimeline::ResizeSelSources(delta) : moduleTimeline::ShiftSelSources(delta)) {
+        RenderAllBars();
+        moduleScaleRenderer::AdjustScroll();
+    }
+}
+
+void endDrag(bool keepsSelection)
+{
+    auto drag = takeHeld();
+    if (!drag) {
+        return;
+    }
+    if (keepsChange(*drag)) {
+        UpdatePreview();
+    } else {
+        if (drag->before) {
+            takeBackEntry(*drag->before);
+        }
+        if (!keepsSelection) {
+            selectAlone(*drag);
+        }
+    }
+    EnableOrDisableMenuItems();
+}
+
+void CancelItemDrag()
+{
+    Trapped("frmTimeline", "CancelItemDrag", [] {
+        auto drag = takeHeld();
+        if (!drag || !drag->before) {
+            return;
+        }
+        if (!drag->hasStepped || putTimelineBack()) {
+            takeBackEntry(*drag->before);
+        } else {
+            ModuleHistory::StoreCurrentTLImage();
+        }
+        ModuleTreeView::SetSourceSelected(drag->kind == RowKind::kEffect
+                                              ? ModuleTreeView::kEffectLane
+                                              : timeline::trackOf(timeline::row(drag->kind, drag->index)),
+                                          form.DragSeq + 1);
+        EnableOrDisableMenuItems();
+    });
+}
+
+void EndItemDrag()
+{
+    Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); });
+}
+
+} // namespace frmTimeline

@@ -1,0 +1,216 @@
+// The pointer and the keys on the track pictures.
+
+#include "core/forms/frmTimeline.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "timeline/item_drag.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/pointer_trace.h"
+#include "timeline/row_drag.h"
+#include "timeline/row_pointer.h"
+
+namespace frmTimeline {
+
+using timeline::pointerTrace;
+using timeline::RowKind;
+
+namespace {
+
+forms::FrmTimeline& form = forms::frmTimeline;
+
+constexpr int kLeftButton = 1;
+constexpr int kRightButton = 2;
+constexpr int kShiftKey = 1;
+constexpr int kCtrlKey = 2;
+
+/// An event on a row's picture.
+struct RowEvent {
+    const char* name;
+    RowKind kind;
+    std::int16_t index;
+    int button;
+    int shift;
+    float x;
+    float y;
+
+    std::string trace(std::string_view mark = {}) const { return pointerTrace(name, index, x, y, mark); }
+};
+
+/// What the pop-up menu of a row is about.
+std::int16_t contextOf(RowKind kind)
+{
+    return kind == RowKind::kVideo ? std::int16_t{1} : kind == RowKind::kOverlay ? std::int16_t{3} : std::int16_t{2};
+}
+
+void say(const char* hint)
+{
+    if (!state::BusyOpening) { // the progress of an opening is not written over
+        forms::mdiTarnwick.sbr.Panel(1) = std::string(hint);
+    }
+}
+
+template <class Click>
+void onPressed(const RowEvent& event, const Click& click)
+{
+    Trapped("frmTimeline", event.trace(), [&] {
+        const bool isLeft = event.button == kLeftButton;
+        if ((!isLeft && event.button != kRightButton) || (form.DragActive && !isLeft)) {
+            return;
+        }
+        EndItemDrag(); // its release was lost
+        state::ClickX = numbers::rounded<std::int32_t>(event.x);
+        state::ClickShift = (event.shift & kShiftKey) != 0;
+        state::ClickCtrl = (event.shift & kCtrlKey) != 0;
+        click();
+        state::ClickShift = false;
+        state::ClickCtrl = false;
+        const timeline::TrackRow& row = timeline::row(event.kind, event.index);
+        if (row.isLocked()) {
+            return;
+        }
+        if (isLeft) {
+            beginDrag(row, event.x, event.y);
+        } else {
+            PopUpEditContext(contextOf(event.kind), event.kind == RowKind::kEffect ? std::int16_t{-1} : event.index);
+        }
+    });
+}
+
+template <class Hover>
+void onMoved(const RowEvent& event, const char* hint, const Hover& hover)
+{
+    Trapped("frmTimeline", event.trace("*"), [&] {
+        say(hint);
+        moduleScaleRenderer::DrawScaleLine(event.x);
+        if (form.DragActive && event.button == kLeftButton) {
+            dragTo(event.x); // tool tip and pointer stay those of the press
+        } else {
+            hover(event.x, event.y, event.index);
+        }
+    });
+}
+
+void onReleased(const RowEvent& event)
+{
+    Trapped("frmTimeline", event.trace(), [&] {
+        if (event.button == kLeftButton && form.DragActive) {
+            endDrag((event.shift & (kShiftKey | kCtrlKey)) != 0); // the two keys do the same, as at the press
+        }
+    });
+}
+
+/// A nudge has no entry in the history; that is meant.
+void nudge(engine::Milliseconds delta)
+{
+    if (moduleTimeline::ShiftSelSources(delta)) {
+        state::ProjectModified = true;
+        RenderAllBars();
+        moduleScaleRenderer::AdjustScroll();
+        UpdatePreview();
+    }
+}
+
+void onKey(const char* name, int key, int shift)
+{
+    constexpr int kEscape = 27;
+    constexpr int kLeftArrow = 37;
+    constexpr int kRightArrow = 39;
+    Trapped("frmTimeline", name, [&] {
+        if (form.DragActive) {
+            if (key == kEscape) {
+                CancelItemDrag();
+            }
+            return;
+        }
+        const bool isFine = (shift & kShiftKey) != 0;
+        say(isFine ? "Ready" : "Use the 'Shift' key to nudge source(s) with the direction keys");
+        const engine::Milliseconds step = moduleScaleRenderer::PixelsToMs(isFine ? 1 : 5);
+        if (key == kLeftArrow || key == kRightArrow) {
+            nudge(key == kRightArrow ? step : -step);
+        }
+    });
+}
+
+} // namespace
+
+void picVideo_MouseDown(std::int16_t index, int button, int shift, float x, float y)
+{
+    onPressed({"picVideo_MouseDown", RowKind::kVideo, index, button, shift, x, y},
+              [&] { moduleTimeline::OnPicMediaClick(index, true); });
+}
+
+void picEffect_MouseDown(std::int16_t index, int button, int shift, float x, float y)
+{
+    onPressed({"picEffect_MouseDown", RowKind::kEffect, index, button, shift, x, y},
+              [&] { moduleTimeline::OnPicEffectClick(index); });
+}
+
+void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x, float y)
+{
+    onPressed({"picOverlay_MouseDown", RowKind::kOverlay, index, button, shift, x, y},
+              [&] { moduleTimeline::OnPicOverlayClick(index); });
+}
+
+void picAudio_MouseDown(std::int16_t index, int button, int shift, float x, float y)
+{
+    onPressed({"picAudio_MouseDown", RowKind::kAudio, index, button, shift, x, y},
+              [&] { moduleTimeline::OnPicMediaClick(index, false); });
+}
+
+void picVideo_MouseMove(std::int16_t index, int button, int shift, float x, float y)
+{
+    onMoved({"picVideo_MouseMove", RowKind::kVideo, index, button, shift, x, y}, "Represents video sources over time",
+            moduleTimeline::OnPicVideoMouseMove);
+}
+
+void picEffect_MouseMove(std::int16_t index, int button, int shift, float x, float y)
+{
+    onMoved({"picEffect_MouseMove", RowKind::kEffect, index, button, shift, x, y},
+            "Represents various effects over time", moduleTimeline::OnPicEffectMouseMove);
+}
+
+void picOverlay_MouseMove(std::int16_t index, int button, int shift, float x, float y)
+{
+    onMoved({"picOverlay_MouseMove", RowKind::kOverlay, index, button, shift, x, y},
+            "Represents overlay sources over time", moduleTimeline::OnPicOverlayMouseMove);
+}
+
+void picAudio_MouseMove(std::int16_t index, int button, int shift, float x, float y)
+{
+    onMoved({"picAudio_MouseMove", RowKind::kAudio, index, button, shift, x, y}, "Represents audio sources over time",
+            moduleTimeline::OnPicAudioMouseMove);
+}
+
+void picVideo_MouseUp(std::int16_t index, int button, int shift, float x, float y)
+{
+    onReleased({"picVideo_MouseUp", RowKind::kVideo, index, button, shift, x, y});
+}
+
+void picEffect_MouseUp(std::int16_t index, int button, int shift, float x, float y)
+{
+    onReleased({"picEffect_MouseUp", RowKind::kEffect, index, button, shift, x, y});
+}
+
+void picOverlay_MouseUp(std::int16_t index, int button, int shift, float x, float y)
+{
+    onReleased({"picOverlay_MouseUp", RowKind::kOverlay, index, button, shift, x, y});
+}
+
+void picAudio_MouseUp(std::int16_t index, int button, int shift, float x, float y)
+{
+    onReleased({"picAudio_MouseUp", RowKind::kAudio, index, button, shift, x, y});
+}
+
+void picVideo_KeyDown(std::int16_t, int key, int shift) { onKey("picVideo_KeyDown", key, shift); }
+
+void picEffect_KeyDown(std::int16_t, int key, int shift) { onKey("picEffect_KeyDown", key, shift); }
+
+void picOverlay_KeyDown(std::int16_t, int key, int shift) { onKey("picOverlay_KeyDown", key, shift); }
+
+void picAudio_KeyDown(std::int16_t, int key, int shift) { onKey("picAudio_KeyDown", key, shift); }
+
+} // namespace frmTimeline

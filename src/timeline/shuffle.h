@@ -1,0 +1,73 @@
+#pragma once
+
+// Reordering from the timeline list: an item goes ahead of another of its track, or to the other audio track.
+//
+// Nodes are told by their places in `forms::frmTimeline.tvwTimeline`, as in `TreeView::Selected`: the track's below the
+// root, then the item's below the track, from 0. Places of items that are numbers count from 1, and place p stands for
+// sequence number p - 1. What is taken out leaves the list too, and places are counted without it.
+//
+//     A 0-10  B 10-20  C 20-30     C onto B     A 0-10  C 10-20  B 20-30
+//                                  C onto A     C 0-10  A 10-20  B 20-30
+//                                  A onto C     B 10-20  A 20-30  C 30-40
+//
+// The caller has made the history entry; what takes effect brings it into force. What fails half way puts the timeline
+// back, and the entry is gone. Nothing is raised to the caller, but where it is told. Interface thread only.
+
+#include "engine/types.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ModuleTreeView {
+
+// --- The item in hand ----------------------------------------------------------------------------------------------
+// Filled by the cuts below: times in ms, the key's colours 0 to 255.
+
+inline engine::Handle ShuffleStream = 0;
+inline engine::Milliseconds ShuffleStart = 0;
+inline engine::Milliseconds ShuffleStop = 0;
+inline engine::Milliseconds ShuffleMediaStart = 0;
+inline engine::Milliseconds ShuffleMediaStop = 0;
+inline std::int16_t ShuffleStretch = 0;
+inline std::string ShuffleName; // of an effect, or of an overlay's transition
+inline std::int16_t ShuffleKeyRed = 0;
+inline std::int16_t ShuffleKeyGreen = 0;
+inline std::int16_t ShuffleKeyBlue = 0;
+
+/// Takes source seq (from 0) into the hand and off its track. False when there is no such item. All three raise what
+/// the engine raises, and have nothing to do with the routines of these names that fill the clipboard.
+bool EditCutSource(engine::Handle track, std::int16_t seq);
+bool EditCutEffect(engine::Handle track, std::int16_t seq);
+/// With its transition.
+bool EditCutOverlay(engine::Handle track, std::int16_t seq);
+
+// --- Moves ---------------------------------------------------------------------------------------------------------
+
+/// Moves an item ahead of another one of the same track, and fills the list anew. A source comes back at the length of
+/// its media, an effect keeps its length; what is in the way moves on. Onto itself it comes back where it was; a drop
+/// node that is not there stands for the track's end.
+void ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
+
+/// Moves the selected sources of one track, from place `position` on, to another track, at their present lengths: the
+/// first of them to place `targetPosition` there, which begins where the source ahead of it ends. What follows there is
+/// shifted by the length of the media. A place that is not there, as 0, stands for the track's end. Moves nodes of the
+/// list along. Nothing happens while one of the tracks is locked.
+void ChangeTrack(engine::Handle sourceTrack, engine::Handle targetTrack, std::int32_t position,
+                 std::int32_t targetPosition);
+
+/// Gives every transition of the overlay track the times of its overlay.
+void AlignTransitionsToSources();
+
+} // namespace ModuleTreeView
+
+namespace frmTimeline {
+
+/// Whether a drop of the one node on the other would do anything: two items of one track, or an item of one audio track
+/// and the other audio track or an item of it; nothing of it locked.
+bool IsTreeDropValid(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
+
+/// A node of the list was dropped on another one: the whole command, with history, preview and menus.
+void tvwTimeline_OLEDragDrop(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
+
+} // namespace frmTimeline

@@ -1,0 +1,271 @@
+#include "timeline/track_commands.h"
+
+#include "core/forms/frmTimeline.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/upcalls.h"
+#include "editing/moduleTWState.h"
+#include "editing/split.h"
+#include "engine/engine_access.h"
+#include "timeline/command_history.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/row_items.h"
+
+namespace moduleTimeline {
+
+using engine::Bool16;
+using engine::check;
+using engine::EngineAs;
+using engine::Handle;
+using engine::ITWTimeline;
+using engine::kFalse;
+using engine::Milliseconds;
+using timeline::forEachRow;
+using timeline::ItemKind;
+using timeline::Items;
+using timeline::ItemTimes;
+using timeline::RowItems;
+using timeline::RowKind;
+
+namespace {
+
+constexpr const char* kModule = "moduleTimeline";
+
+void showMoved()
+{
+    RenderAllBars();
+    moduleScaleRenderer::AdjustScroll();
+    UpdatePreview();
+}
+
+// --- Pack and restore ----------------------------------------------------------------------------------------------
+
+void packRow(ITWTimeline& engine, const RowItems& row)
+{
+    const std::int16_t count = row.items.count();
+    Milliseconds end = 0; // of the item ahead
+    for (std::int16_t seq = 0; seq < count; ++seq) {
+        const ItemTimes item = row.items.times(seq).value_or(ItemTimes{end, end});
+        if (item.start != end) {
+            timeline::shiftRow(engine, row, seq, end - item.start);
+        }
+        end += item.stop - item.start;
+    }
+}
+
+void restoreSource(ITWTimeline& engine, const RowItems& row, std::int16_t seq)
+{
+    const ItemTimes item = row.items.times(seq).value_or(ItemTimes{});
+    Milliseconds mediaStart = 0;
+    Milliseconds mediaStop = 0;
+    Bool16 ok = kFalse;
+    check(engine.GetSourceMediaTimes(row.track, seq, mediaStart, mediaStop, ok));
+    const auto stop = numbers::narrowed<Milliseconds>(std::int64_t{item.start} + mediaStop - mediaStart);
+    row.items.setTimes(seq, {item.start, stop});
+    if (row.isOverlay()) {
+        check(engine.SetTransitionTimes(row.track, seq, item.start, stop, ok));
+    }
+}
+
+void restoreRow(ITWTimeline& engine, const RowItems& row)
+{
+    if (row.kind == RowKind::kEffect) {
+        return;
+    }
+    for (std::int16_t seq = row.items.firstSelected(); seq != -1;
+         seq = row.items.firstSelected(static_cast<std::int16_t>(seq + 1))) {
+        restoreSource(engine, row, seq);
+    }
+}
+
+// --- Repeat --------------------------------------------------------------------------------------------------------
+
+/// A source that is repeated. Times in ms.
+struct Repeated {
+    Handle stream = 0;
+    Milliseconds stop = 0;
+    Milliseconds mediaStart = 0;
+    Milliseconds mediaStop = 0;
+};
+
+Repeated lastOf(ITWTimeline& engine, Handle track, std::int16_t seq)
+{
+    Repeated last;
+    Milliseconds start = 0;
+    Bool16 ok = kFalse;
+    check(engine.GetSourceTimes(track, seq, start, last.stop, ok));
+    check(engine.GetSourceMediaTimes(track, seq, last.mediaStart, last.mediaStop, ok));
+    check(engine.GetSourceStream(track, seq, last.stream));
+    return last;
+}
+
+/// Adds one more behind the last, as source seq. False when the track is full.
+bool repeatOnce(ITWTimeline& engine, Handle track, std::int16_t seq, const Repeated& last, Milliseconds videoEnd)
+{
+    const Milliseconds length = numbers::subtracted(last.mediaStop, last.mediaStart);
+    const Milliseconds remaining = videoEnd - last.stop;
+    Bool16 ok = kFalse;
+    check(engine.AppendSource(track, last.stream, last.stop, ok));
+    if (ok == kFalse) {
+        return false;
+    }
+    const bool isWhole = remaining >= length;
+    check(engine.SetSourceTimes(track, seq, last.stop, isWhole ? last.stop + length : videoEnd, ok));
+    // The length that is left, not counted from the media start: that is meant.
+    check(engine.SetSourceMediaTimes(track, seq, last.mediaStart, isWhole ? last.mediaStop : remaining, ok));
+    return true;
+}
+
+bool repeatUntil(ITWTimeline& engine, Handle track, Milliseconds videoEnd)
+{
+    std::int16_t count = Items(engine, ItemKind::kSource, track).count();
+    Repeated last = lastOf(engine, track, static_cast<std::int16_t>(count - 1));
+    bool isChanged = false;
+    // Without length it would repeat for ever.
+    while (last.stop < videoEnd && last.mediaStop > last.mediaStart
+           && repeatOnce(engine, track, count, last, videoEnd)) {
+        isChanged = true;
+        last = lastOf(engine, track, count);
+        ++count;
+    }
+    return isChanged;
+}
+
+bool repeatAudio()
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    const Items video(*engine, ItemKind::kSource, state::TrackCollection.Item(1));
+    const auto last = video.times(static_cast<std::int16_t>(video.count() - 1));
+    if (!last) {
+        return false;
+    }
+    for (const std::int32_t place : {2, 3}) {
+        const Handle track = state::TrackCollection.Item(place);
+        if (Items(*engine, ItemKind::kSource, track).firstSelected() != -1) {
+            return repeatUntil(*engine, track, last->stop);
+        }
+    }
+    return false;
+}
+
+// --- Split ---------------------------------------------------------------------------------------------------------
+
+void splitRow(const RowItems& row, Milliseconds pos)
+{
+    constexpr Milliseconds kShortest = 11;
+    constexpr std::size_t kEffectNameBytes = 10;
+    const std::int16_t seq = row.items.at(pos);
+    const auto item = row.items.times(seq);
+    if (!item) {
+        return;
+    }
+    if (row.kind == RowKind::kEffect) {
+        editing::splitEffect(row.track, seq, pos, kEffectNameBytes);
+    } else if (item->stop - pos >= kShortest && pos - item->start >= kShortest) {
+        if (row.isOverlay()) {
+            editing::splitOverlay(row.track, seq, pos);
+        } else {
+            editing::splitSource(row.track, seq, pos);
+        }
+    }
+}
+
+void showEmptied()
+{
+    moduleScaleRenderer::RenderScale();
+    RenderAllBars();
+    ShowOrHideTrackSelections();
+    RenderAllSelections();
+}
+
+} // namespace
+
+void PackTracks()
+{
+    Trapped(kModule, "PackTracks", [] {
+        timeline::inWhole([] {
+            const auto engine = EngineAs<ITWTimeline>();
+            forEachRow(*engine, [&](const RowItems& row) {
+                if (!row.isLocked) {
+                    packRow(*engine, row);
+                }
+            });
+            return true;
+        });
+        showMoved();
+    });
+}
+
+void RestoreSize()
+{
+    Trapped(kModule, "RestoreSize", [] {
+        timeline::inWhole([] {
+            const auto engine = EngineAs<ITWTimeline>();
+            forEachRow(*engine, [&](const RowItems& row) { restoreRow(*engine, row); });
+            return true;
+        });
+        showMoved();
+    });
+}
+
+void RepeateAudio()
+{
+    Trapped(kModule, "RepeateAudio", [] {
+        if (timeline::inWhole(repeatAudio)) {
+            showMoved();
+            UpdateTreeView();
+        }
+    });
+}
+
+void SplitTracks()
+{
+    Trapped(kModule, "SplitTracks", [] {
+        timeline::inWhole([] {
+            const Milliseconds pos = GetSliderPosition();
+            forEachRow(*EngineAs<ITWTimeline>(), [&](const RowItems& row) {
+                if (!row.isLocked) {
+                    splitRow(row, pos);
+                }
+            });
+            return true;
+        });
+        RenderAllBars();
+        UpdatePreview();
+        UpdateTreeView();
+    });
+}
+
+void EmptyEffectTrack()
+{
+    Trapped(kModule, "EmptyEffectTrack", [] {
+        const auto engine = EngineAs<ITWTimeline>();
+        forEachRow(*engine, [](const RowItems& row) {
+            while (row.kind == RowKind::kEffect && row.items.remove(0)) {
+            }
+        });
+        showEmptied();
+    });
+}
+
+void EmptyOverlayTrack()
+{
+    Trapped(kModule, "EmptyOverlayTrack", [] {
+        timeline::inWhole([] {
+            const auto engine = EngineAs<ITWTimeline>();
+            Bool16 removed = engine::kTrue;
+            while (removed != kFalse) {
+                check(engine->RemoveTransition(state::OverlayTrack, 0, removed));
+            }
+            const Items overlays(*engine, ItemKind::kSource, state::OverlayTrack);
+            while (overlays.remove(0)) {
+            }
+            return true;
+        });
+        showEmptied();
+    });
+}
+
+} // namespace moduleTimeline

@@ -1,0 +1,203 @@
+#include "windowing/help_browser.h"
+
+#include "windowing/help_pages.h"
+#include "windowing/scheme.h"
+
+#include <QEvent>
+#include <QFontInfo>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSvgRenderer>
+#include <QTextBlock>
+#include <algorithm>
+
+namespace {
+
+constexpr int kMarginPx = 22;
+
+/// Links as the palette has them, unless that cannot be read on its ground, as where only the ground was made dark.
+QColor linkColour(const QPalette& palette)
+{
+    const QColor link = palette.color(QPalette::Link);
+    const int apart = std::abs(qGray(link.rgb()) - qGray(palette.color(QPalette::Base).rgb()));
+    constexpr int kReadable = 90;
+    return apart >= kReadable ? link : isDark(palette) ? QColor(0x7A, 0xB8, 0xF5) : QColor(0x1A, 0x5F, 0xB4);
+}
+
+/// A shade of the ground, for keys and the heads of tables.
+QColor shade(const QPalette& palette)
+{
+    const QColor ground = palette.color(QPalette::Base);
+    const QColor ink = palette.color(QPalette::Text);
+    const auto part = [](int a, int b) { return a + (b - a) / 8; };
+    return QColor(part(ground.red(), ink.red()), part(ground.green(), ink.green()), part(ground.blue(), ink.blue()));
+}
+
+QString pageStyle(const QPalette& palette, const QFont& font)
+{
+    return QString("h1 { font-size: x-large; margin-top: 0px; margin-bottom: 8px; }"
+                   "h2 { font-size: large; margin-top: 18px; margin-bottom: 2px; }"
+                   "p { margin-top: 6px; margin-bottom: 6px; line-height: 125%; }"
+                   "p.picture { line-height: 100%; }"
+                   "li { margin-top: 2px; margin-bottom: 2px; line-height: 125%; }"
+                   "th { background-color: %1; text-align: left; padding: 4px 10px; }"
+                   "td { padding: 4px 10px; }"
+                   "kbd { background-color: %1; font-family: '%2'; }"
+                   "a { color: %3; }")
+        .arg(shade(palette).name(), font.family(), linkColour(palette).name());
+}
+
+QByteArray missingPage(const QUrl& address)
+{
+    return QString("<html><head><title>No such page</title></head><body><h1>There is no such page</h1>"
+                   "<p>The help of this version has no page \"%1\".</p>"
+                   "<p>Look for it by its words in the field above the contents, or begin at "
+                   "<a href=\"/help/1_Welcome.htm\">Welcome</a>.</p></body></html>")
+        .arg(help::pageOf(address).toHtmlEscaped())
+        .toUtf8();
+}
+
+} // namespace
+
+HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent)
+{
+    setObjectName("helpPage");
+    setAccessibleName(tr("Page of the help"));
+    setFrameShape(QFrame::NoFrame);
+    document()->setDocumentMargin(kMarginPx);
+    document()->setIndentWidth(kMarginPx); // of lists
+    setLineWrapMode(QTextEdit::FixedPixelWidth);
+    plainPoints_ = QFontInfo(font()).pointSizeF();
+    dress();
+    connect(this, &QTextBrowser::historyChanged, this, [this] { showMarks(); });
+}
+
+void HelpBrowser::dress() { document()->setDefaultStyleSheet(pageStyle(palette(), font())); }
+
+QVariant HelpBrowser::loadResource(int type, const QUrl& address)
+{
+    const QUrl whole = source().resolved(address);
+    const QByteArray bytes = help::fileOf(whole);
+    switch (type) {
+    case QTextDocument::HtmlResource:
+        return bytes.isEmpty() ? missingPage(whole) : bytes;
+    case QTextDocument::ImageResource:
+        return bytes.isEmpty() ? QVariant() : drawing(bytes);
+    default:
+        return bytes;
+    }
+}
+
+/// As large as it is drawn, times the zoom; an icon as high as a line's letters.
+QImage HelpBrowser::drawing(QByteArray svg) const
+{
+    constexpr int kIcon = 16;
+    svg.replace("currentColor", palette().color(QPalette::Text).name().toLatin1());
+    QSvgRenderer renderer(svg);
+    const QSizeF plain = renderer.defaultSize();
+    const qreal scale = plain.height() <= kIcon ? (fontMetrics().ascent() + 3) / plain.height()
+                                                : QFontInfo(font()).pointSizeF() / plainPoints_;
+    const qreal ratio = devicePixelRatioF();
+    QImage picture((plain * scale * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter);
+    painter.end();
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+}
+
+void HelpBrowser::changeEvent(QEvent* event)
+{
+    QTextBrowser::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && plainPoints_ > 0) {
+        drawAnew();
+    }
+}
+
+void HelpBrowser::drawAnew()
+{
+    dress();
+    if (!source().isEmpty()) {
+        const int place = verticalScrollBar()->value();
+        reload();
+        showMarks();
+        verticalScrollBar()->setValue(place);
+    }
+}
+
+void HelpBrowser::resizeEvent(QResizeEvent* event)
+{
+    QTextBrowser::resizeEvent(event);
+    fitLines();
+}
+
+/// Lines are as wide as the window, but no wider than reads well.
+void HelpBrowser::fitLines()
+{
+    constexpr int kLongestLine = 90; // of middling letters
+    const int widest = fontMetrics().averageCharWidth() * kLongestLine + 2 * kMarginPx;
+    setLineWrapColumnOrWidth(std::min(viewport()->width(), std::max(widest, 1)));
+}
+
+void HelpBrowser::zoomBy(int points)
+{
+    constexpr qreal kSmallest = 6;
+    constexpr qreal kLargest = 40;
+    QFont sized = font();
+    const qreal now = QFontInfo(sized).pointSizeF();
+    sized.setPointSizeF(points == 0 ? plainPoints_ : std::clamp(now + points, kSmallest, kLargest));
+    setFont(sized);
+    fitLines();
+    drawAnew();
+}
+
+void HelpBrowser::mark(const QString& words)
+{
+    words_ = words.simplified();
+    showMarks();
+    if (!extraSelections().isEmpty()) {
+        moveCursor(QTextCursor::Start);
+        goToMark(true);
+    }
+}
+
+void HelpBrowser::showMarks()
+{
+    QList<ExtraSelection> marks;
+    QTextCharFormat format;
+    format.setBackground(QColor(0xFF, 0xDD, 0x66));
+    format.setForeground(QColor(0x20, 0x22, 0x26));
+    for (const QRegularExpression& pattern : help::patternsOf(words_)) {
+        for (QTextCursor found = document()->find(pattern); !found.isNull(); found = document()->find(pattern, found)) {
+            marks.push_back({found, format});
+        }
+    }
+    std::ranges::sort(marks, {}, [](const ExtraSelection& mark) { return mark.cursor.selectionStart(); });
+    setExtraSelections(marks);
+}
+
+void HelpBrowser::goToMark(bool forward)
+{
+    const QList<ExtraSelection> marks = extraSelections();
+    if (marks.isEmpty()) {
+        return;
+    }
+    const int here = textCursor().position();
+    const ExtraSelection* next = forward ? &marks.front() : &marks.back();
+    for (const ExtraSelection& mark : marks) {
+        const int place = mark.cursor.selectionEnd();
+        if (forward && place > here) {
+            next = &mark;
+            break;
+        }
+        if (!forward && place < here) {
+            next = &mark;
+        }
+    }
+    QTextCursor at(document());
+    at.setPosition(next->cursor.selectionEnd());
+    setTextCursor(at);
+    ensureCursorVisible();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+// The pages of the help, packed into the program: in which order they stand, and which of them hold certain words.
+//
+// `help/contents.txt` is the list: a line that stands at the margin is a chapter's heading, an indented one the file of
+// a page below it. Pages are read when they are first asked for and kept. Interface thread only.
+
+#include <QRegularExpression>
+#include <QString>
+#include <QUrl>
+#include <vector>
+
+namespace help {
+
+struct ContentsLine {
+    QString title; // of the chapter, or as the page tells it
+    QString page;  // "1_Welcome.htm"; empty for a chapter
+};
+
+/// In the order in which they are read.
+const std::vector<ContentsLine>& contents();
+
+/// The address of a topic, as "page.htm" or "page.htm#part", for the browser.
+QUrl addressOf(const QString& topic);
+/// The page of an address, without the part; empty for an address that is none of the help's.
+QString pageOf(const QUrl& address);
+
+/// The bytes of a page or a picture; empty when there is none.
+QByteArray fileOf(const QUrl& address);
+
+/// What finds each of the words, in capitals or not, where a word of the text begins with it.
+std::vector<QRegularExpression> patternsOf(const QString& words);
+
+/// A page that holds all the words.
+struct Hit {
+    QString page;
+    QString title;
+    QString excerpt; // of the text around the first of the words
+};
+
+/// First those whose title holds a word, else in the order of the contents. Without words: none.
+std::vector<Hit> pagesWith(const QString& words);
+
+} // namespace help

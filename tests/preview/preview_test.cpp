@@ -1,0 +1,352 @@
+// The preview kept in step with the timeline: transport, seek bar and slider, edits, faults; and who tells it what.
+
+#include "core/forms/frmTools.h"
+#include "core/upcalls.h"
+#include "engine/surfaces.h"
+#include "history/ModuleHistory.h"
+#include "preview/frmPreview_events.h"
+#include "preview/moduleTWPreview.h"
+#include "support/noted_preview.h"
+#include "timeline/timeline_harness.h"
+#include "tools/frmVolume.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+namespace timeline_test {
+namespace {
+
+using namespace moduleTWPreview;
+
+/// Counts the pictures that come, and keeps the last one's brightness.
+class CountingSink final : public engine::FrameSink {
+public:
+    void show(const engine::SurfacePicture& picture) noexcept override
+    {
+        const auto* const middle = picture.pixels.get() + picture.height / 2 * picture.strideBytes;
+        int brightest = 0;
+        for (int i = 0; i < picture.width * 4; ++i) {
+            brightest = i % 4 == 3 ? brightest : std::max<int>(brightest, middle[i]);
+        }
+        brightness = brightest;
+        ++pictures;
+    }
+    void say(engine::Text) noexcept override {}
+
+    std::atomic<int> pictures = 0;
+    std::atomic<int> brightness = 0;
+};
+
+bool soon(const std::function<bool()>& holds)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (!holds() && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
+    }
+    return holds();
+}
+
+class PreviewTest : public TimelineTest {
+protected:
+    void SetUp() override
+    {
+        ::setenv("SDL_AUDIODRIVER", "dummy", 1);
+        TimelineTest::SetUp();
+        noted.emplace(*static_cast<engine::ITWPreview*>(wrapped->interfaceOf(typeid(engine::ITWPreview))));
+        wrapped->timelinePreview = &*noted;
+        preview.picDisplayHandle = 77; // names no surface
+        frmPreview::Load();
+        EXPECT_EQ(noted->takeCalls(), "SetVolume 0");
+        ModuleHistory::EmptyHistory();
+    }
+    void TearDown() override
+    {
+        frmPreview::Unload();
+        TimelineTest::TearDown();
+    }
+
+    void fill()
+    {
+        put(video(), 0, 5000);
+        UpdatePreview();
+        noted->calls.clear();
+    }
+    void playFrom(Milliseconds ms)
+    {
+        OnCmdPlayClick();
+        noted->position = ms;
+        noted->calls.clear();
+    }
+    /// What it does, where bar and slider stand, and what the player was told since the last time.
+    std::string now()
+    {
+        const char* const states[] = {"stopped", "playing", "paused"};
+        const auto& bar = preview.sldSeekBar;
+        return std::string(states[PreviewState]) + (preview.tm.Enabled ? " ticking " : " ")
+               + std::to_string(bar.Value()) + " of " + std::to_string(bar.Min()) + "-" + std::to_string(bar.Max())
+               + ", slider " + std::to_string(state::SliderPosition) + ": " + noted->takeCalls();
+    }
+
+    forms::FrmPreview& preview = forms::frmPreview;
+    std::optional<testsupport::NotedPreview> noted;
+};
+
+TEST_F(PreviewTest, FollowsEveryChangeOfTheTimeline)
+{
+    UpdatePreview();
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ");
+    OnCmdPlayClick(); // there is nothing to play
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ");
+    put(video(), 0, 5000);
+    UpdatePreview();
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: SetOwnerWindow 77; BuildPreview");
+    EXPECT_EQ(panel("DURATION"), "0:00:05.000");
+    EXPECT_EQ(preview.lblDuration.Caption.get(), "0:00:05.000");
+    // What it was doing is told once more after each refresh.
+    UpdatePreview();
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: RefreshPreview; Stop");
+    OnCmdPlayClick();
+    noted->calls.clear();
+    put(video(), 5000, 6000);
+    UpdatePreview();
+    EXPECT_EQ(now(), "playing ticking 0 of 0-6000, slider 0: RefreshPreview; Play");
+    OnCmdPauseClick();
+    UpdatePreview();
+    EXPECT_EQ(now(), "paused 0 of 0-6000, slider 0: Pause; RefreshPreview; Pause");
+
+    for (engine::Bool16 ok = engine::kTrue; ok != engine::kFalse;) {
+        check(wrapped->RemoveSource(video(), 0, ok));
+    }
+    preview.sldSeekBar.SetValue(3000);
+    UpdatePreview(); // emptied: the player goes, and what was paused stops
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ClosePreview; Seek 0; Halt");
+    EXPECT_EQ(PreviewBuilt, engine::kFalse);
+    EXPECT_EQ(panel("DURATION"), "0:00:00.000");
+    EXPECT_EQ(forms::mdiTarnwick.MousePointer, 0);
+}
+
+TEST_F(PreviewTest, APlayerThatHasFailedIsBuiltAgain)
+{
+    fill();
+    playFrom(700);
+    noted->isInvalid = true;
+    UpdatePreview();
+    EXPECT_EQ(noted->takeCalls(), "ClosePreview; SetOwnerWindow 77; BuildPreview; RefreshPreview; Play");
+    EXPECT_EQ(panel(""), "Preview update failed. Rebuilt Preview.");
+    EXPECT_NE(PreviewBuilt, engine::kFalse);
+}
+
+TEST_F(PreviewTest, Transport)
+{
+    const struct {
+        Milliseconds position; // of the player before
+        const char* action;
+        const char* after;
+    } steps[] = {
+        {0, "Stop", "stopped 0 of 0-5000, slider 0: "},
+        {0, "Play", "playing ticking 0 of 0-5000, slider 0: Play"},
+        {0, "Play", "playing ticking 0 of 0-5000, slider 0: "},
+        {100, "Rewind", "playing ticking 0 of 0-5000, slider 0: Seek -150; Play"}, // below 0 is the player's matter
+        {1001, "Forward", "playing ticking 1251 of 0-5000, slider 1251: Seek 1251; Play"},
+        {4900, "Forward", "playing ticking 5000 of 0-5000, slider 5000: Seek 5000; Play"},
+        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: Pause"},
+        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: "},
+        {4900, "Rewind", "paused 4650 of 0-5000, slider 4650: Seek 4650"},
+        {4900, "Loop playback", "paused 4650 of 0-5000, slider 4650: "},
+        {4900, "Reverse", "paused 4650 of 0-5000, slider 4650: "},
+        {4900, "Stop", "stopped 0 of 0-5000, slider 0: Seek 0; Halt"},
+    };
+    fill();
+    for (const auto& [position, action, after] : steps) {
+        noted->position = position;
+        DoPreviewAction(action);
+        EXPECT_EQ(now(), after) << action;
+    }
+    EXPECT_TRUE(preview.cmdRepeat.Value);
+    DoPreviewAction("Loop playback");
+    EXPECT_FALSE(preview.cmdRepeat.Value);
+}
+
+TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
+{
+    fill();
+    showSelection(95, 195); // 1000 to 2000 ms
+    for (const bool isRepeated : {false, true}) {
+        preview.cmdRepeat.Value = isRepeated;
+        playFrom(1500);
+        frmPreview::tm_Timer();
+        EXPECT_EQ(now(), "playing ticking 1500 of 1000-2000, slider 1500: ");
+        noted->position = 2016;
+        frmPreview::tm_Timer();
+        EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: Seek 1000; Halt; Play"
+                                    : "stopped 1000 of 1000-2000, slider 1000: Seek 1000; Halt");
+    }
+}
+
+TEST_F(PreviewTest, ATickDoesNothingAfterAStopAndIsNotEnteredTwice)
+{
+    fill();
+    playFrom(800);
+    int depth = 0;
+    platform.whileEventsRun = [&] { // in the middle of a tick
+        if (++depth == 1) {
+            frmPreview::tm_Timer();
+            noted->position.reset();
+            OnCmdStopClick();
+        }
+    };
+    noted->position = 5000;
+    frmPreview::tm_Timer();
+    platform.whileEventsRun = nullptr;
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: Seek 0; Halt");
+    preview.tm.Enabled = true; // a tick that was under way
+    frmPreview::tm_Timer();
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: ");
+}
+
+TEST_F(PreviewTest, WhatThePersonDoes)
+{
+    fill();
+    const struct {
+        const char* what;
+        std::function<void()> deed;
+        const char* after;
+    } deeds[] = {
+        {"scroll", [&] { preview.sldSeekBar.SetValue(1230), frmPreview::sldSeekBar_Scroll(); },
+         "paused 1230 of 0-5000, slider 0: Pause; Seek 1230"},
+        {"release", [] { frmPreview::sldSeekBar_MouseUp(); }, "paused 1230 of 0-5000, slider 1230: "},
+        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: Play"},
+        {"Space", [] { frmPreview::Form_KeyDown(32); }, "paused 1230 of 0-5000, slider 1230: Pause"},
+        {"another key", [] { frmPreview::Form_KeyDown(65); }, "paused 1230 of 0-5000, slider 1230: "},
+        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: Play"},
+        {"press on the scale", [] { frmTimeline::picScale_MouseDown(1, 250); },
+         "paused 2500 of 0-5000, slider 2500: Seek 2500; Pause"},
+        {"right arrow", [] { frmTimeline::picScale_KeyDown(39, 0); }, "paused 2550 of 0-5000, slider 2550: Seek 2550"},
+        {"drag of the slider",
+         [] {
+             frmTimeline::imgSliderHandle_MouseDown(1, 5);
+             frmTimeline::imgSliderHandle_MouseMove(1, 15);
+             frmTimeline::imgSliderHandle_MouseUp(1, 15);
+         },
+         "paused 2650 of 0-5000, slider 2650: Pause; Seek 2650"},
+        {"press on another item",
+         [&] {
+             put(video(), 5000, 6000);
+             state::SliderPosition = 5500;
+             state::ClickX = 20;
+             moduleTimeline::OnPicMediaClick(0, true);
+         },
+         "paused 0 of 0-5000, slider 0: Pause; Seek 0"},
+        {"undo",
+         [] {
+             ModuleHistory::AddOperationToHistory("Cut");
+             ++ModuleHistory::HistoryIndex;
+             ModuleHistory::Undo();
+         },
+         "paused 0 of 0-6000, slider 0: RefreshPreview; Pause"},
+    };
+    for (const auto& [what, deed, after] : deeds) {
+        deed();
+        EXPECT_EQ(now(), after) << what;
+    }
+    frmPreview::Form_Activate();
+    EXPECT_EQ(forms::frmTools.ActiveContext, 1);
+    frmPreview::CloseFromWindowMenu();
+    EXPECT_FALSE(preview.Visible);
+    EXPECT_FALSE(forms::mdiTarnwick.mnuViewPreview.Checked);
+}
+
+TEST_F(PreviewTest, PlaceOfThePicture)
+{
+    const struct {
+        std::int16_t width, height;
+        std::int32_t roomWidth, roomHeight;
+        forms::Rectangle place;
+    } cases[] = {{320, 240, 400, 300, {0, 0, 400, 300}},    {320, 240, 500, 300, {50, 0, 400, 300}},
+                 {1920, 1080, 320, 300, {0, 60, 320, 180}}, {1, 2000, 400, 300, {199, 0, 1, 300}},
+                 {0, 0, 100, 50, {25, 0, 50, 50}},          {320, 240, 0, 0, {0, 0, 1, 1}}};
+    for (const auto& c : cases) {
+        state::ProjectWidth = c.width;
+        state::ProjectHeight = c.height;
+        preview.fmeDisplayWidth = c.roomWidth;
+        preview.fmeDisplayHeight = c.roomHeight;
+        frmPreview::Resize();
+        EXPECT_EQ(preview.picDisplay.get(), c.place) << c.width << " x " << c.height;
+    }
+}
+
+TEST_F(PreviewTest, ErrorsAreReportedByNameAndThePlayerStays)
+{
+    expectsErrors = true;
+    fill();
+    playFrom(100);
+    const struct {
+        const char* operation;
+        std::function<void()> routine;
+        const char* logged;
+    } cases[] = {{"RefreshPreview", UpdatePreview, "UpdatePreview"},
+                 {"GetPosition", frmPreview::tm_Timer, "tm_Timer*"},
+                 {"Seek", OnCmdRewindClick, "OnCmdRewindClick"},
+                 {"Pause", OnCmdPauseClick, "InitPreview"},
+                 {"Play", OnCmdPlayClick, "OnCmdPlayClick"},
+                 {"Halt", OnCmdStopClick, "OnCmdStopClick"},
+                 {"Pause", OnSliderMove, "OnSliderMove*"}};
+    for (const auto& [operation, routine, logged] : cases) {
+        error_log::remove();
+        noted->failing = operation;
+        routine();
+        const std::string log = error_log::read();
+        EXPECT_NE(log.find(logged), std::string::npos) << operation << ": " << log;
+        EXPECT_EQ(forms::mdiTarnwick.MousePointer, 0);
+    }
+    noted->failing.clear();
+    EXPECT_NE(PreviewBuilt, engine::kFalse);
+}
+
+TEST_F(PreviewTest, VolumeIsTakenWhenItOpensAndKeptWhenItCloses)
+{
+    std::string& stored = platform.settings["Quillmont 1.1/Save Options/Volume"];
+    EXPECT_EQ(stored, "100"); // the first run
+    stored = "35";
+    frmPreview::Load();
+    EXPECT_EQ(noted->takeCalls(), "SetVolume -65");
+    frmPreview::cmdMute_Click(200, 300);
+    EXPECT_TRUE(forms::frmVolume.Visible);
+    EXPECT_EQ(forms::frmVolume.Left.get(), 200);
+    EXPECT_EQ(forms::frmVolume.Top.get(), 307);
+    EXPECT_EQ(noted->takeCalls(), "SetVolume -65");
+    forms::frmVolume.sldVolume.SetValue(20);
+    fill();
+    frmPreview::Unload();
+    EXPECT_EQ(stored, "20");
+    EXPECT_EQ(noted->takeCalls(), "ClosePreview");
+}
+
+TEST_F(PreviewTest, PicturesComeWhileItPlays)
+{
+    CountingSink sink;
+    const std::int32_t number = engine::surfaces().add(sink, {160, 120, 1});
+    preview.picDisplayHandle = number;
+    check(wrapped->SetFrameSize(320, 240));
+    engine::Bool16 ok = engine::kFalse;
+    check(wrapped->AppendSource(video(), stream("mpeg4.avi"), 0, ok));
+    UpdatePreview();
+    EXPECT_TRUE(soon([&] { return sink.brightness > 128; }));
+    const int before = sink.pictures;
+    OnCmdPlayClick();
+    EXPECT_TRUE(soon([&] { return GetCurrentPosition() > 200 && sink.pictures > before + 2; }));
+    frmPreview::tm_Timer();
+    EXPECT_GE(preview.sldSeekBar.Value(), 200);
+    EXPECT_EQ(preview.sldSeekBar.Value(), state::SliderPosition);
+    OnCmdPauseClick();
+    const std::int32_t at = GetCurrentPosition();
+    EXPECT_EQ(GetCurrentPosition(), at);
+    OnCmdStopClick();
+    EXPECT_EQ(GetCurrentPosition(), 0);
+    frmPreview::Unload();
+    engine::surfaces().remove(number);
+}
+
+} // namespace
+} // namespace timeline_test

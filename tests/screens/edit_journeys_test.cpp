@@ -1,0 +1,129 @@
+// Editing by hand: clips are dragged, resized and nudged on their rows, and shuffled in the list.
+
+#include "screens/screen_harness.h"
+
+#include "history/ModuleHistory.h"
+
+#include <QTreeView>
+
+namespace screens_test {
+namespace {
+
+/// mpeg4.avi with its sound of 5.04 s, behind it no-sound.mp4 of 2 s: at 10 ms a pixel the bars end at 504 and 700.
+class EditScreen : public ScreenTest {
+protected:
+    void SetUp() override
+    {
+        ScreenTest::SetUp();
+        window->resize(1560, 900); // room for all of it at this zoom
+        opened({"mpeg4.avi", "no-sound.mp4"});
+        onTheTracks();
+        ModuleHistory::EmptyHistory();
+        ASSERT_EQ(barEnd("picVideo0"), 700);
+    }
+
+    QWidget& video() { return find("picVideo0"); }
+    int middle() { return video().height() / 2; }
+    QRect nodeRect(int track, int item) const
+    {
+        const auto& list = find<QTreeView>("tvwTimeline");
+        const QAbstractItemModel& nodes = *list.model();
+        const QModelIndex trackNode = nodes.index(track, 0, nodes.index(0, 0));
+        return list.visualRect(item < 0 ? trackNode : nodes.index(item, 0, trackNode));
+    }
+    /// Drags one node of the list over another; true when the pointer says that it may be dropped there.
+    bool holdNode(QRect from, QRect over)
+    {
+        QWidget& list = *find<QTreeView>("tvwTimeline").viewport();
+        press(list, from.center());
+        moveTo(list, (from.center() + over.center()) / 2 + QPoint(12, 0));
+        moveTo(list, over.center());
+        return list.cursor().shape() == Qt::DragMoveCursor;
+    }
+    bool dragNode(QRect from, QRect to)
+    {
+        const bool isAllowed = holdNode(from, to);
+        release(*find<QTreeView>("tvwTimeline").viewport(), to.center());
+        return isAllowed;
+    }
+};
+
+TEST_F(EditScreen, AClipIsDraggedOutAndIntoTheGapAgain)
+{
+    drag(video(), {600, middle()}, 150);
+    EXPECT_EQ(barEnd("picVideo0"), 850);
+    EXPECT_EQ(status(4), "0:00:06.500 - 0:00:08.500");
+    drag(video(), {750, middle()}, -400); // as far as the other one
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    EXPECT_EQ(barEnd("picAudio0"), 504);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 850);
+    key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+}
+
+TEST_F(EditScreen, AHandThatShakesMovesNothingAndEscapePutsBack)
+{
+    drag(video(), {600, middle()}, 2);
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 0);
+    press(video(), {600, middle()});
+    moveTo(video(), {700, middle()});
+    EXPECT_EQ(barEnd("picVideo0"), 800);
+    key(Qt::Key_Z, Qt::ControlModifier); // no command in the middle of it
+    EXPECT_EQ(barEnd("picVideo0"), 800);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    moveTo(video(), {720, middle()});
+    release(video(), {720, middle()});
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 0);
+}
+
+TEST_F(EditScreen, AClipIsResizedByItsCorner)
+{
+    moveTo(video(), {695, 4});
+    EXPECT_EQ(video().cursor().shape(), Qt::SizeHorCursor);
+    drag(video(), {695, 4}, 100);
+    EXPECT_EQ(barEnd("picVideo0"), 800);
+    EXPECT_EQ(status(4), "0:00:05.000 - 0:00:08.000");
+    key(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+}
+
+TEST_F(EditScreen, ArrowKeysNudgeWhatIsSelected)
+{
+    click(video(), {600, middle()});
+    EXPECT_TRUE(video().hasFocus());
+    const int slider = find("picSlider").x();
+    key(Qt::Key_Right);
+    EXPECT_EQ(barEnd("picVideo0"), 705);
+    key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 704);
+    EXPECT_EQ(find("picSlider").x(), slider);
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 0);
+}
+
+TEST_F(EditScreen, NodesAreShuffledInTheList)
+{
+    const std::string before = tree();
+    EXPECT_TRUE(holdNode(nodeRect(0, 1), nodeRect(0, 0)));
+    EXPECT_EQ(status(4), "0:00:05.000 - 0:00:07.000") << "what is dragged is selected";
+    key(Qt::Key_Escape);
+    release(*find<QTreeView>("tvwTimeline").viewport(), nodeRect(0, 0).center());
+    EXPECT_EQ(tree(), before);
+
+    EXPECT_TRUE(dragNode(nodeRect(0, 1), nodeRect(0, 0)));
+    EXPECT_EQ(tree(), "Video[no-sound.mp4 mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    EXPECT_FALSE(dragNode(nodeRect(3, 0), nodeRect(0, 0))); // sound does not become picture
+    EXPECT_TRUE(dragNode(nodeRect(3, 0), nodeRect(4, -1)));
+    EXPECT_EQ(tree(), "Video[no-sound.mp4 mpeg4.avi] Effects[] Overlays[] Audio 1[] Audio 2[mpeg4.avi]");
+    EXPECT_EQ(barEnd("picAudio0"), -1);
+    EXPECT_EQ(barEnd("picAudio1"), 504);
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 2);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picAudio0"), 504);
+}
+
+} // namespace
+} // namespace screens_test

@@ -1,0 +1,98 @@
+// The preview: a file on the timeline is watched, paused, sought in and stopped; the volume pops up.
+
+#include "screens/screen_harness.h"
+
+#include <QAbstractButton>
+#include <QSlider>
+#include <QTreeView>
+
+namespace screens_test {
+namespace {
+
+class PreviewScreen : public ScreenTest {
+protected:
+    QWidget& inPreview(const char* name) const { return *find("frmPreview").findChild<QWidget*>(name); }
+    QImage picture() const { return inPreview("picDisplay").grab().toImage(); }
+    QSlider& bar() const { return find<QSlider>("sldSeekBar"); }
+    std::string time(const char* label) const { return find<QLabel>(label).text().toStdString(); }
+
+    static double brightShare(const QImage& image)
+    {
+        int bright = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                bright += qGray(image.pixel(x, y)) > 128 ? 1 : 0;
+            }
+        }
+        return double(bright) / (image.width() * image.height());
+    }
+};
+
+TEST_F(PreviewScreen, AFileIsAddedAndWatched)
+{
+    opened({"mpeg4.avi"});
+    key(Qt::Key_F2);
+    EXPECT_TRUE(until([&] { return brightShare(picture()) > 0.05; }));
+    EXPECT_EQ(time("lblDuration"), "0:00:05.040");
+    EXPECT_EQ(status(3), "0:00:05.040");
+
+    moveTo(inPreview("cmdRewind"), {9, 9});
+    EXPECT_EQ(status(), "Rewind");
+    moveTo(bar(), {9, 9});
+    EXPECT_EQ(status(), "Seek to the desired position of the video");
+    const QImage first = picture();
+    click(inPreview("cmdPlay"));
+    EXPECT_TRUE(until([&] { return bar().value() > 200 && picture() != first; })) << bar().value();
+    EXPECT_GT(brightShare(picture()), 0.05);
+    EXPECT_NE(time("lblCurrentTime"), "0:00:00.000");
+    EXPECT_EQ(time("lblCurrentTime"), status(2));
+    const auto& actions = *find<QTreeView>("tvwActions").model();
+    EXPECT_EQ(actions.index(0, 0, actions.index(0, 0)).data().toString(), "Play");
+
+    key(Qt::Key_Space);
+    const int paused = bar().value();
+    EXPECT_FALSE(QTest::qWaitFor([&] { return bar().value() != paused; }, 300));
+    click(bar(), {bar().width() / 2, bar().height() / 2}); // to the place that was pressed
+    EXPECT_NEAR(bar().value(), 2520, 60);
+    EXPECT_EQ(time("lblCurrentTime"), status(2));
+    key(Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return bar().value() > 2800; }));
+    click(inPreview("cmdStop"));
+    EXPECT_EQ(bar().value(), 0);
+    EXPECT_TRUE(until([&] { return picture() == first; }));
+}
+
+TEST_F(PreviewScreen, TheVolumePopsUpAndAnyKeyClosesIt)
+{
+    QWidget& popup = find("frmVolume");
+    QWidget& button = inPreview("cmdMute");
+    for (const Qt::Key closing : {Qt::Key_Left, Qt::Key_Escape, Qt::Key_A}) {
+        click(button);
+        ASSERT_TRUE(until([&] { return popup.isVisible(); }));
+        EXPECT_EQ(popup.y(), button.mapToGlobal(QPoint(0, button.height())).y() + 7);
+        QTest::keyClick(popup.focusWidget(), closing);
+        EXPECT_TRUE(until([&] { return !popup.isVisible(); })) << closing;
+    }
+    click(button);
+    ASSERT_TRUE(until([&] { return popup.isVisible(); }));
+    window->activateWindow();
+    popup.hide(); // as the system takes a popup away when something else is pressed
+    settle();
+    EXPECT_FALSE(popup.isVisible());
+    click(button);
+    EXPECT_TRUE(until([&] { return popup.isVisible(); }));
+}
+
+TEST_F(PreviewScreen, ThePanelIsHiddenAndShownAgain)
+{
+    QWidget& panel = find("frmPreview");
+    EXPECT_TRUE(panel.isVisible());
+    const int listWidth = find("frmMediaList").width();
+    choose("&Window", "&Preview");
+    EXPECT_TRUE(until([&] { return !panel.isVisible() && find("frmMediaList").width() > listWidth; }));
+    choose("&Window", "&Preview");
+    EXPECT_TRUE(until([&] { return panel.isVisible() && find("frmMediaList").width() == listWidth; }));
+}
+
+} // namespace
+} // namespace screens_test

@@ -1,0 +1,244 @@
+// Moving, resizing and nudging items on the rows. At 10 ms a pixel.
+
+#include "timeline/edit_harness.h"
+
+#include "support/noted_preview.h"
+
+namespace timeline_test {
+namespace {
+
+using namespace frmTimeline;
+
+/// The pointer on one row.
+struct Row {
+    void (*down)(std::int16_t, int, int, float, float);
+    void (*move)(std::int16_t, int, int, float, float);
+    void (*up)(std::int16_t, int, int, float, float);
+    std::int16_t index = 0;
+};
+constexpr Row kVideo{picVideo_MouseDown, picVideo_MouseMove, picVideo_MouseUp};
+constexpr Row kEffect{picEffect_MouseDown, picEffect_MouseMove, picEffect_MouseUp};
+constexpr Row kOverlay{picOverlay_MouseDown, picOverlay_MouseMove, picOverlay_MouseUp};
+constexpr Row kAudio1{picAudio_MouseDown, picAudio_MouseMove, picAudio_MouseUp};
+constexpr Row kAudio2{picAudio_MouseDown, picAudio_MouseMove, picAudio_MouseUp, 1};
+
+constexpr float kBody = 15; // below the zone where items are resized
+constexpr float kEdge = 5;
+enum Keys { kNone, kShift, kCtrl };
+
+/// Presses, goes from place to place, and releases at the last.
+std::function<void()> drag(const Row& row, float y, std::vector<float> xs, int keys = kNone)
+{
+    return [=] {
+        row.down(row.index, 1, keys, xs[0], y);
+        for (std::size_t i = 1; i < xs.size(); ++i) {
+            row.move(row.index, 1, keys, xs[i], y);
+        }
+        row.up(row.index, 1, keys, xs.back(), y);
+    };
+}
+
+class ItemDragTest : public EditTest {};
+
+TEST_F(ItemDragTest, Moves)
+{
+    const Case cases[] = {
+        {"with all behind it", "V 0-1000 1000-2000 3000-4000 E O A 0-500 B", drag(kVideo, kBody, {150, 170, 200}),
+         "V 0-1000 1500-2500* 3500-4500 E O A 0-500 B"},
+        {"left to its neighbour", "V 0-1000 2000-3000 3500-4000 E O A B", drag(kVideo, kBody, {250, 200, 10}),
+         "V 0-1000 1000-2000* 2500-3000 E O A B"},
+        {"left to 0", "V 400-1000 E O A B", drag(kVideo, kBody, {50, -90}), "V 0-600* E O A B"},
+        {"the first selected of each row", "V 500-1000* 1000-1100* E 600-700* O 800-900#30* A 300-500 600-700* B",
+         drag(kVideo, kBody, {105, 155}),
+         "V 1000-1500* 1500-1600* E 1100-1200* O 1300-1400#30* A 300-500 1100-1200* B"},
+        {"left by the least room of all", "V 500-1000* E O 450-900#30* A 200-400 500-700* B",
+         drag(kVideo, kBody, {60, 0}), "V 400-900* E O 350-800#30* A 200-400 400-600* B"},
+        {"from a gap", "V 0-1000 2000-3000* E O A B", drag(kVideo, kBody, {150, 160}), "V 0-1000 2100-3100* E O A B"},
+        {"there and back", "V 0-1000 2000-3000* E O A B", drag(kVideo, kBody, {250, 270, 250}),
+         "V 0-1000 2000-3000* E O A B"},
+        {"an empty row", "V 0-1000* E O A B", drag(kAudio2, kBody, {50, 70}, kCtrl), "V 0-1000* E O A B"},
+        {"what was deselected stays", "V 0-1000* E O A 0-500* B", drag(kVideo, kBody, {50, 60}, kCtrl),
+         "V 0-1000 E O A 100-600* B"},
+        {"effects", "V 0-2000 E 500-900 1000-1200 O A B", drag(kEffect, kBody, {60, 70}),
+         "V 0-2000 E 600-1000* 1100-1300 O A B"},
+        {"fractions of a pixel", "V 0-1000 E O A B", drag(kVideo, kBody, {50, 50.4F, 50.8F, 51.2F, 51.6F, 52}),
+         "V 20-1020* E O A B"},
+    };
+    for (const Case& c : cases) {
+        run(c);
+    }
+    EXPECT_EQ(panel(""), "Represents video sources over time");
+}
+
+TEST_F(ItemDragTest, Resizes)
+{
+    const Case cases[] = {
+        {"what follows moves along", "V 0-1000 1000-2000 3000-3500 E O A B", drag(kVideo, kEdge, {195, 205, 245}),
+         "V 0-1000 1000-2500=0-1000* 3500-4000 E O A B"},
+        {"all selected ones", "V 0-1000* 1000-2000* E 0-1000* 1500-1600 O 0-1000#30* 1000-1500#31 A B",
+         drag(kVideo, kEdge, {95, 45}),
+         "V 0-500=0-1000* 500-1000=0-1000* E 0-500* 1000-1100 O 0-500=0-1000#30* 500-1000#31 A B"},
+        {"to 10 ms: not at all", "V 0-1000* 1000-2000 E O A B", drag(kVideo, kEdge, {99, 0}),
+         "V 0-1000* 1000-2000 E O A B"},
+        {"to 20 ms", "V 0-1000 1000-2000 E O A B", drag(kVideo, kEdge, {99, 1}), "V 0-20=0-1000* 20-1020 E O A B"},
+        {"a short one stays, the long one not", "V 0-50* 50-2050* E O A B", drag(kVideo, kEdge, {200, 190}),
+         "V 0-50* 50-1950=0-2000* E O A B"},
+        {"there and back, but for the short one", "V 0-50* 50-2050* E O A B", drag(kVideo, kEdge, {200, 190, 200}),
+         "V 0-150=0-50* 150-2150* E O A B"},
+    };
+    for (const Case& c : cases) {
+        run(c);
+    }
+}
+
+TEST_F(ItemDragTest, Locks)
+{
+    lock(form.chkLockAudio[0]);
+    run({"a locked row does not move", "V 500-1000* E O A 500-900* B", drag(kVideo, kBody, {60, 70}),
+         "V 600-1100* E O A 500-900* B"});
+    run({"its room counts", "V 500-1000* E O A 100-900* B", drag(kVideo, kBody, {60, 0}),
+         "V 400-900* E O A 100-900* B"});
+    run({"it resizes", "V 500-1000* E O A 100-900* B", drag(kVideo, kEdge, {95, 105}),
+         "V 500-1100=0-500* E O A 100-1000=0-800* B"});
+    lay("V 500-1000* E O A 100-900 B");
+    drag(kAudio1, kBody, {60, 0})();
+    EXPECT_EQ(text(), "V 500-1000 E O A 100-900* B") << "selected, and not dragged";
+    EXPECT_EQ(history(), " | 0/0");
+}
+
+TEST_F(ItemDragTest, Clicks)
+{
+    const Case cases[] = {
+        {"one of several", "V 0-1000* 1000-2000* E O 0-900#30* A 0-500* B", drag(kVideo, kBody, {150}),
+         "V 0-1000 1000-2000* E O 0-900#30 A 0-500 B"},
+        {"an unselected one", "V 0-1000* 1000-2000 E O A 0-500* B", drag(kVideo, kBody, {150}),
+         "V 0-1000 1000-2000* E O A 0-500 B"},
+        {"an overlay", "V 0-1000* E O 0-900#30* A B", drag(kOverlay, kBody, {50}), "V 0-1000 E O 0-900#30* A B"},
+        {"Ctrl on a selected one", "V 0-1000* 1000-2000* E O A B", drag(kVideo, kBody, {150}, kCtrl),
+         "V 0-1000* 1000-2000 E O A B"},
+        {"Shift on an unselected one", "V 0-1000* 1000-2000 E O A B", drag(kVideo, kBody, {150}, kShift),
+         "V 0-1000* 1000-2000* E O A B"},
+        {"a gap", "V 0-1000* E O A B", drag(kVideo, kBody, {250}), "V 0-1000 E O A B"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        lay(c.before);
+        c.operation();
+        EXPECT_EQ(text(), c.after);
+        EXPECT_EQ(history(), " | 0/0");
+        EXPECT_FALSE(state::ProjectModified || form.DragActive);
+    }
+}
+
+TEST_F(ItemDragTest, AClickLeavesTheHistoryAlone)
+{
+    lay("V 0-1000 1000-2000 E O A B");
+    drag(kVideo, kBody, {150, 160})();
+    drag(kVideo, kBody, {160, 170})();
+    drag(kVideo, kEdge, {215, 225})();
+    EXPECT_EQ(history(), "Move Move Resize | 3/3");
+    forms::frmTools.lvwHistorySelected = 2;
+    ModuleHistory::OnHistoryListClick();
+    const std::string undone = history();
+    const std::string before = text();
+    picVideo_MouseDown(0, 1, kNone, 50, kBody);
+    EXPECT_EQ(history(), "Move Move | 2/2") << "the entry of the press";
+    EXPECT_TRUE(form.DragActive);
+    picVideo_MouseDown(0, 2, kNone, 150, kBody); // the other button does not end it
+    picVideo_MouseUp(0, 2, kNone, 150, kBody);
+    EXPECT_TRUE(form.DragActive);
+    picVideo_MouseUp(0, 1, kNone, 50, kBody);
+    EXPECT_EQ(history(), undone);
+    ModuleHistory::OnEditRedoClick();
+    ModuleHistory::OnEditRedoClick();
+    EXPECT_EQ(text(), "V 0-1000 1200-2300=0-1000 E O A B");
+}
+
+TEST_F(ItemDragTest, EscapeAndALostRelease)
+{
+    const char* const layout = "V 0-50* 50-2050* E 100-200 O 0-900#30* A 0-500* B";
+    for (const float y : {kBody, kEdge}) {
+        lay(layout);
+        picVideo_MouseDown(0, 1, kNone, 200, y);
+        picVideo_MouseMove(0, 1, kNone, 190, y);
+        picVideo_MouseMove(0, 1, kNone, 260, y);
+        EXPECT_NE(text(), layout);
+        picVideo_KeyDown(0, 39, kNone); // no nudge now
+        picVideo_KeyDown(0, 27, kNone);
+        EXPECT_EQ(text(), layout) << "selected as before";
+        EXPECT_EQ(history(), " | 0/0");
+        EXPECT_FALSE(state::ProjectModified);
+        EXPECT_EQ(selectedNode(), "Video 2");
+        picVideo_MouseMove(0, 1, kNone, 270, y);
+        picVideo_MouseUp(0, 1, kNone, 270, y);
+        EXPECT_EQ(text(), layout);
+    }
+    run({"a lost release keeps what was done", "V 0-1000* E O A 0-500* B",
+         [] {
+             picVideo_MouseDown(0, 1, kNone, 50, kBody);
+             picVideo_MouseMove(0, 1, kNone, 60, kBody);
+             EndItemDrag();
+             picVideo_MouseMove(0, 1, kNone, 90, kBody);
+         },
+         "V 100-1100* E O A 100-600* B"});
+}
+
+TEST_F(ItemDragTest, Nudges)
+{
+    testsupport::NotedPreview preview(*engine::EngineAs<engine::ITWPreview>());
+    const char* const fine = "Ready";
+    const char* const coarse = "Use the 'Shift' key to nudge source(s) with the direction keys";
+    const struct {
+        const char* before;
+        int key;
+        int keys;
+        const char* after;
+        const char* hint;
+    } cases[] = {
+        {"V 0-1000 2000-3000* 3000-3500 E O A B", 39, kNone, "V 0-1000 2050-3050* 3050-3550 E O A B", coarse},
+        {"V 0-1000 2000-3000* E O A 500-600* B", 37, kShift, "V 0-1000 1990-2990* E O A 490-590* B", fine},
+        {"V 0-1000 1020-2000* E O A B", 37, kNone, "V 0-1000 1000-1980* E O A B", coarse},
+        {"V 0-1000* E O A B", 37, kNone, "V 0-1000* E O A B", coarse},
+        {"V 0-1000 E O A B", 39, kNone, "V 0-1000 E O A B", coarse},
+        {"V 0-1000* E O A B", 16, kShift, "V 0-1000* E O A B", fine},
+    };
+    for (const auto& [before, key, keys, after, hint] : cases) {
+        SCOPED_TRACE(before);
+        lay(before);
+        wrapped->timelinePreview = &preview;
+        preview.calls.clear();
+        picVideo_KeyDown(0, key, keys);
+        EXPECT_EQ(text(), after);
+        EXPECT_EQ(history(), " | 0/0");
+        EXPECT_EQ(panel(""), hint);
+        EXPECT_EQ(state::ProjectModified, std::string_view(before) != after);
+        EXPECT_EQ(preview.calls.empty(), std::string_view(before) == after);
+        wrapped->timelinePreview = nullptr;
+    }
+}
+
+TEST_F(ItemDragTest, AStepAsksNoMoreThanAFewTimesForEachItem)
+{
+    constexpr std::int16_t kItems = 2000;
+    for (std::int16_t i = 0; i < kItems; ++i) {
+        engine::Bool16 ok = engine::kFalse;
+        check(wrapped->InsertSource(video(), still, i, i * 1000, i * 1000 + 1000, ok));
+    }
+    form.hsb.SetValue(0);
+    moduleScaleRenderer::AdjustScroll();
+    form.hsb.SetValue(form.hsb.Max()); // the last ones are in view
+    const auto atEnd = static_cast<float>(kItems * 100 - form.hsb.Value() * 10 - 50);
+    picVideo_MouseDown(0, 1, kNone, atEnd, kBody);
+    wrapped->callCounts.clear();
+    picVideo_MouseMove(0, 1, kNone, atEnd + 10, kBody);
+    int calls = 0;
+    for (const auto& [name, count] : wrapped->callCounts) {
+        calls += count;
+    }
+    EXPECT_LT(calls, 5 * kItems);
+    EXPECT_EQ(wrapped->callCounts["ShiftSources"], 1);
+    picVideo_MouseUp(0, 1, kNone, atEnd + 10, kBody);
+}
+
+} // namespace
+} // namespace timeline_test
