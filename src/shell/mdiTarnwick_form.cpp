@@ -29,6 +29,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -42,7 +43,8 @@ MainWindow::MainWindow()
     setWindowTitle("Quillmont");
     setWindowIcon(applicationIcon());
     setAcceptDrops(true);
-    resize(1280, 800);
+    constexpr QSize kFrame(4, 40); // about what the desktop draws around a window
+    resize(QSize(1280, 800).boundedTo(screen()->availableSize() - kFrame));
     setMinimumSize(760, 520);
     makePanels();
     makeMenus();
