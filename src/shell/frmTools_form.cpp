@@ -112,8 +112,9 @@ void ToolsForm::makeHistory()
     history_ = new QListWidget(this);
     history_->setObjectName("lvwHistory");
     history_->setAccessibleName(tr("History"));
-    history_->setWhatsThis(tr("The steps that you made. Click one to take it and all later ones back, or an undone one to "
-                              "make it again."));
+    history_->setWhatsThis(
+        tr("The steps that you made. Click one to take it and all later ones back, or an undone one to "
+           "make it again."));
     history_->setFrameShape(QFrame::NoFrame);
     history_->viewport()->setMouseTracking(true);
     history_->viewport()->installEventFilter(this);

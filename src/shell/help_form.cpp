@@ -15,6 +15,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 
@@ -270,7 +271,7 @@ void HelpForm::pageShown()
     hideTutorial_->setChecked(mdiTarnwick::IsTutorialHidden());
 }
 
-HelpDesk::HelpDesk(QObject* owner) : QObject(owner)
+HelpDesk::HelpDesk(QWidget* mainWindow) : QObject(mainWindow), mainWindow_(mainWindow)
 {
     mdiTarnwick::showHelp = [this](std::string_view topic) { show(fromProgram(topic)); };
     mdiTarnwick::startProgram = [](std::string_view program, std::string_view word) {
@@ -289,6 +290,7 @@ void HelpDesk::show(const QString& topic)
 {
     if (form_ == nullptr) {
         form_ = new HelpForm;
+        placeForm();
     }
     // A dialogue lets nothing be used but itself and its own windows; its help goes with it.
     QWidget* const dialogue = QApplication::activeModalWidget();
@@ -296,4 +298,15 @@ void HelpDesk::show(const QString& topic)
         form_->setParent(dialogue, Qt::Window);
     }
     form_->showTopic(topic);
+}
+
+/// Over the middle of the main window, whole on its screen.
+void HelpDesk::placeForm()
+{
+    const QRect room = mainWindow_->screen()->availableGeometry();
+    QRect place = form_->rect();
+    place.moveCenter(mainWindow_->geometry().center());
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    form_->move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
 }

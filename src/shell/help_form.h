@@ -59,11 +59,13 @@ private:
 /// window is made when it is first asked for.
 class HelpDesk final : public QObject {
 public:
-    explicit HelpDesk(QObject* owner);
+    explicit HelpDesk(QWidget* mainWindow);
     ~HelpDesk() override;
 
 private:
     void show(const QString& topic);
+    void placeForm();
 
+    QWidget* mainWindow_;
     QPointer<HelpForm> form_;
 };

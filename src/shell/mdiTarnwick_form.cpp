@@ -56,6 +56,7 @@ MainWindow::MainWindow()
 
 MainWindow::~MainWindow()
 {
+    disconnect(qApp, nullptr, this, nullptr); // windows that close now move the focus, and the panels go
     frmPreview::Unload();
     frmMediaList::Unload();
 }

@@ -57,8 +57,9 @@ void TimelineForm::makeList()
     tree_ = new TimelineTree(this);
     tree_->setObjectName("tvwTimeline");
     tree_->setAccessibleName(tr("Timeline list"));
-    tree_->setWhatsThis(tr("All that lies on the rows, in order. Click a piece to select it; drag it onto another one to put "
-                           "it in front of that."));
+    tree_->setWhatsThis(
+        tr("All that lies on the rows, in order. Click a piece to select it; drag it onto another one to put "
+           "it in front of that."));
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
     tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -178,7 +179,8 @@ void TimelineForm::makeSliders()
     handles_[1]->setAccessibleName(tr("End of the selection"));
     handles_[1]->setWhatsThis(tr("Where the range ends on which cut, copy, delete and crop work. Drag it."));
     handles_[2]->setAccessibleName(tr("Position on the timeline"));
-    handles_[2]->setWhatsThis(tr("The slider: the place that the preview shows, and at which you paste and split. Drag it."));
+    handles_[2]->setWhatsThis(
+        tr("The slider: the place that the preview shows, and at which you paste and split. Drag it."));
 }
 
 void TimelineForm::makeButtons()

@@ -46,9 +46,10 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
     name_->setAttribute(Qt::WA_TransparentForMouseEvents);
     picture_ = new PictureWidget(*parts_.picture, parts_.objectName, this);
     picture_->setAccessibleName(tr("%1 track").arg(parts_.name));
-    picture_->setWhatsThis(tr("The row %1. Click a bar to select it, drag it to move it, drag its upper right corner to change "
-                              "its length and speed.")
-                               .arg(parts_.name));
+    picture_->setWhatsThis(
+        tr("The row %1. Click a bar to select it, drag it to move it, drag its upper right corner to change "
+           "its length and speed.")
+            .arg(parts_.name));
     connectPicture();
     selection_ = new Tint(picture_);
     selection_->hide();

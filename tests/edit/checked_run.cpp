@@ -1,15 +1,9 @@
 #include "edit/checked_run.h"
 
-#include "app/edit_dump.h"
 #include "app/edit_errors.h"
 #include "app/edit_words.h"
-#include "core/colours.h"
-#include "core/forms/frmTools.h"
-#include "editing/clipboard.h"
 #include "edit/invariants.h"
-#include "history/ModuleHistory.h"
-#include "timeline/moduleTimeline.h"
-#include "timeline/slider_places.h"
+#include "edit/program_state.h"
 
 #include <algorithm>
 #include <chrono>
@@ -18,56 +12,64 @@ namespace edit_test {
 
 namespace {
 
-std::vector<std::string> wordsOf(const std::string& line)
-{
-    std::istringstream stream(line);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) {
-        words.push_back(word);
+using Words = std::vector<std::string>;
+
+/// A line as it is told.
+struct Line {
+    const Words& words;
+    const std::vector<Media>& media;
+
+    int number(std::size_t at) const { return std::stoi(words.at(at)); }
+    Row row(std::size_t at) const { return static_cast<Row>(app::trackNamed(words.at(at)).value()); }
+    const Media& file() const
+    {
+        const auto found = std::ranges::find(media, words.at(1), &Media::name);
+        return found != media.end() ? *found : throw app::WrongWords("there is no file called " + words.at(1));
     }
-    return words;
-}
+};
 
-Row rowNamed(const std::string& name) { return static_cast<Row>(app::trackNamed(name).value()); }
+struct Told {
+    std::string_view word;
+    std::string_view history;
+    Outcome (*tell)(PlainTimeline& timeline, const Line& line);
+};
 
-/// History as the program has it, in the model's text.
-std::string historyNow()
+using P = PlainTimeline;
+using L = Line;
+
+// clang-format off
+constexpr Told kTold[] = {
+    {"put", "", [](P& t, const L& l) { return put(t, l.row(1), {l.number(3), l.number(4), l.number(5), l.number(6), l.words[2]}); }},
+    {"effect", "", [](P& t, const L& l) { return putEffect(t, {l.number(2), l.number(3), 0, 0, l.words[1]}); }},
+    {"add", "AddToTimeline", [](P& t, const L& l) { return add(t, l.file()); }},
+    {"overlay", "Overlay", [](P& t, const L& l) { return addOverlay(t, l.file()); }},
+    {"add-effect", "Effect", [](P& t, const L& l) { return addEffect(t, l.words[1]); }},
+    {"cut", "Cut", [](P& t, const L&) { return edit(t, Edit::kCut); }},
+    {"copy", "Copy", [](P& t, const L&) { return edit(t, Edit::kCopy); }},
+    {"delete", "Delete", [](P& t, const L&) { return edit(t, Edit::kDelete); }},
+    {"crop", "Crop", [](P& t, const L&) { return edit(t, Edit::kCrop); }},
+    {"crop-sources", "CropSources", [](P& t, const L&) { return edit(t, Edit::kCropSources); }},
+    {"paste", "Paste", [](P& t, const L&) { return paste(t); }},
+    {"pack", "Pack", [](P& t, const L&) { return pack(t); }},
+    {"restore", "Restore", [](P& t, const L&) { return restoreSize(t); }},
+    {"repeat", "Repeat", [](P& t, const L&) { return repeatAudio(t); }},
+    {"split", "Split", [](P& t, const L&) { return split(t); }},
+    {"clear", "Clear", [](P& t, const L&) { return clearAll(t); }},
+    {"clear-effects", "Clear Effects", [](P& t, const L&) { return clearRow(t, kEffects); }},
+    {"clear-overlays", "Clear Overlays", [](P& t, const L&) { return clearRow(t, kOverlay); }},
+    {"drag", "Move", [](P& t, const L& l) { return drag(t, l.row(1), l.number(2), l.number(3)); }},
+    {"resize", "Resize", [](P& t, const L& l) { return resize(t, l.row(1), l.number(2), l.number(3)); }},
+    {"nudge", "", [](P& t, const L& l) { return nudge(t, l.number(1)); }},
+    {"shuffle", "Shuffle", [](P& t, const L& l) { return shuffle(t, l.row(1), l.number(2), l.number(3)); }},
+    {"change-track", "Shuffle", [](P& t, const L& l) { return changeTrack(t, l.row(1), l.number(2), l.row(3), l.number(4)); }},
+};
+// clang-format on
+
+/// Times of transitions may part from their overlays': a paste leaves out other gaps between them, which is meant, and
+/// a step in the history brings that back.
+bool mayLoseStep(const std::string& word)
 {
-    std::string all =
-        std::to_string(ModuleHistory::HistoryIndex) + " of " + std::to_string(ModuleHistory::HistoryCollection.Count()) + ":";
-    for (const forms::HistoryRow& row : forms::frmTools.lvwHistory.get()) {
-        const std::string face = row.Text + "/" + row.Picture;
-        all += row.ForeColor == colours::kButtonFace ? " (" + face + ")" : " " + face;
-    }
-    return all;
-}
-
-/// The records of the run that a paste would take.
-template <class Record, class ToItem>
-std::vector<Clip> runOf(const std::vector<Record>& records, std::int32_t last, ToItem toItem)
-{
-    std::vector<Clip> run;
-    for (std::int32_t i = last == -1 ? 0 : last - records[static_cast<std::size_t>(last)].Seq; i <= last; ++i) {
-        const Record& record = records[static_cast<std::size_t>(i)];
-        run.push_back({toItem(record), record.Seq, record.isGap()});
-    }
-    return run;
-}
-
-/// Whether the transitions lie on the clipboard as their overlays do; gaps may differ, which is meant.
-bool areKeysPastedInStep()
-{
-    const auto lengthsOf = [](const auto& records, std::int32_t last) {
-        std::vector<std::int64_t> lengths;
-        for (std::int32_t i = last == -1 ? 0 : last - records[static_cast<std::size_t>(last)].Seq; i <= last; ++i) {
-            const auto& record = records[static_cast<std::size_t>(i)];
-            lengths.push_back(record.isGap() ? -record.gap() : record.Length);
-        }
-        return lengths;
-    };
-    const engine::Handle track = app::handleOf(app::EditTrack::kOverlay);
-    return lengthsOf(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track))
-           == lengthsOf(moduleEdit::TransitionClips, moduleEdit::LastTransitionClip(track));
+    return word == "undo" || word == "redo" || word == "jump" || (word == "paste" && !areKeysClippedAlike());
 }
 
 } // namespace
@@ -76,131 +78,127 @@ CheckedRun::CheckedRun() : session_(messages_) { readNow(); }
 
 std::string CheckedRun::run(const std::string& line)
 {
-    const std::vector<std::string> words = wordsOf(line);
+    Words words;
+    std::istringstream stream(line);
+    for (std::string word; stream >> word;) {
+        words.push_back(word);
+    }
     if (words.empty()) {
         return {};
     }
     PlainTimeline told = now_;
-    historyWord_.clear();
-    isStored_ = false;
-    image_.reset();
-    tell(words, told);
-    const bool mayLose = mayLoseStep(words.front());
+    const auto image = tell(words, told);
+    const std::string textBefore = text_;
+    const bool mustKeepStep = wrongInKeys(laid_).empty() && !mayLoseStep(words.front());
     app::runLine(session_, line, messages_);
     readNow();
-    if (isStored_) {
-        history_.store(text_);
+    tellHistory(textBefore);
+    if (words.front() == "put" || words.front() == "add" || words.front() == "overlay") {
+        markSources(laid_, session_.media());
     }
-    std::string wrong = wrongNow(words, told);
-    const bool inStep = wrongInKeys(app::readTimeline(session_)).empty();
-    if (keysInStep_ && !inStep && !mayLose) {
-        wrong += "an overlay and its transition are out of step\n";
-    }
-    keysInStep_ = inStep;
-    return wrong;
+    return wrongNow(told, image) + (mustKeepStep ? wrongInKeys(laid_) : "");
 }
 
-void CheckedRun::tell(const std::vector<std::string>& words, PlainTimeline& told)
+std::optional<std::string> CheckedRun::tell(const Words& words, PlainTimeline& told)
 {
     const std::string& word = words.front();
-    const auto number = [&](std::size_t at) { return std::stoi(words.at(at)); };
-    const auto name = [&](std::size_t at) { return *std::ranges::find(media_, words.at(at), &Media::name); };
-    const auto command = [&](const char* history, Outcome outcome) { tellCommand(history, told, outcome); };
-    if (word == "media") {
-        media_.push_back({words[1], number(2), words[3].starts_with('v'), words[3].ends_with('a')});
-    } else if (word == "put") {
-        put(told, rowNamed(words[1]), {number(3), number(4), number(5), number(6), words[2]});
-    } else if (word == "effect") {
-        putEffect(told, {number(2), number(3), 0, 0, words[1]});
-    } else if (word == "add") {
-        command("AddToTimeline", add(told, name(1)));
-    } else if (word == "overlay") {
-        command("Overlay", addOverlay(told, name(1)));
-    } else if (word == "add-effect") {
-        command("Effect", addEffect(told, words[1]));
-    } else if (word == "cut") {
-        command("Cut", edit(told, Edit::kCut));
-    } else if (word == "copy") {
-        command("Copy", edit(told, Edit::kCopy));
-    } else if (word == "delete") {
-        command("Delete", edit(told, Edit::kDelete));
-    } else if (word == "crop") {
-        command("Crop", edit(told, Edit::kCrop));
-    } else if (word == "crop-sources") {
-        command("CropSources", edit(told, Edit::kCropSources));
-    } else if (word == "paste") {
-        command("Paste", paste(told));
-    } else if (word == "pack") {
-        command("Pack", pack(told));
-    } else if (word == "restore") {
-        command("Restore", restoreSize(told));
-    } else if (word == "repeat") {
-        const Outcome outcome = repeatAudio(told);
-        history_.begin("Repeat", text_);
-        if (outcome == Outcome::kDone) {
-            history_.bringIntoForce();
-        }
-        isStored_ = true;
-    } else if (word == "split") {
-        command("Split", split(told));
-    } else if (word == "clear") {
-        command("Clear", clearAll(told));
-    } else if (word == "clear-effects") {
-        command("Clear Effects", clearRow(told, kEffects));
-    } else if (word == "clear-overlays") {
-        command("Clear Overlays", clearRow(told, kOverlay));
-    } else if (word == "drag") {
-        drag(told, rowNamed(words[1]), number(2), number(3));
-        historyWord_ = "Move";
-    } else if (word == "resize") {
-        resize(told, rowNamed(words[1]), number(2), number(3));
-        historyWord_ = "Resize";
-    } else if (word == "nudge") {
-        nudge(told, number(1));
-    } else if (word == "shuffle") {
-        command("Shuffle", shuffle(told, rowNamed(words[1]), number(2), number(3)));
-    } else if (word == "change-track") {
-        command("Shuffle", changeTrack(told, rowNamed(words[1]), number(2), rowNamed(words[3]), number(4)));
-    } else if (word == "undo") {
-        tellStep(history_.undoFromMenu());
-    } else if (word == "redo") {
-        tellStep(history_.redoFromMenu());
-    } else if (word == "jump") {
-        tellStep(history_.click(number(1)));
+    outcome_ = Outcome::kNothing;
+    if (word == "undo" || word == "redo" || word == "jump") {
+        const auto image = word == "undo"   ? history_.undoFromMenu()
+                           : word == "redo" ? history_.redoFromMenu()
+                                            : history_.click(std::stoi(words.at(1)));
+        return image.value_or(text_);
     }
+    const Line line{words, media_};
+    if (word == "media") {
+        media_.push_back({words.at(1), line.number(2), words.at(3).starts_with('v'), words.at(3).ends_with('a')});
+    } else if (const auto* found = std::ranges::find(kTold, word, &Told::word); found != std::end(kTold)) {
+        historyWord_ = found->history;
+        outcome_ = found->tell(told, line);
+    }
+    return std::nullopt;
 }
 
-void CheckedRun::tellCommand(const std::string& word, PlainTimeline&, Outcome outcome)
+void CheckedRun::tellHistory(const std::string& textBefore)
 {
-    if (outcome == Outcome::kNothing) {
+    if (outcome_ == Outcome::kNothing || (outcome_ == Outcome::kIfChanged && text_ == textBefore)) {
         return;
     }
-    history_.begin(word, text_);
-    if (outcome == Outcome::kDone) {
-        history_.bringIntoForce();
-    } else {
+    history_.begin(historyWord_, textBefore);
+    if (outcome_ == Outcome::kTakenBack) {
         history_.takeBack();
+    } else if (outcome_ != Outcome::kEntryOnly) {
+        history_.bringIntoForce();
     }
-    isStored_ = true;
+    history_.store(text_);
 }
 
-void CheckedRun::tellStep(std::optional<std::string> image) { image_ = image.value_or(text_); }
+void CheckedRun::readNow()
+{
+    laid_ = app::readTimeline(session_);
+    text_ = app::asText(laid_);
+    now_ = plainNow(laid_, session_);
+}
 
-std::string CheckedRun::wrongNow(const std::vector<std::string>& words, const PlainTimeline& told)
+std::string CheckedRun::wrongNow(const PlainTimeline& told, const std::optional<std::string>& image) const
 {
     std::string wrong;
-    const app::LaidTimeline laid = app::readTimeline(session_);
-    if (image_) {
-        wrong += *image_ == text_ ? "" : "it brought back\n" + text_ + "  instead of\n" + *image_;
-    } else {
+    if (!image) {
         wrong += wrongInItems(now_, told);
+    } else if (*image != text_) {
+        wrong += "there is now\n" + text_ + "  instead of\n" + *image;
     }
-    wrong += wrongInClipboard(now_, told) + wrongInOrder(laid) + wrongInList(laid) + wrongInLinks()
-             + wrongInErrors(app::takeLoggedErrors());
     if (const std::string history = historyNow(); history != history_.text()) {
-        wrong += "the history holds " + history + "\n  instead of " + history_.text() + "\n";
+        wrong += "the history is " + history + "\n  instead of " + history_.text() + "\n";
     }
-    return wrong;
+    return wrong + wrongInClipboard(now_, told) + wrongInOrder(laid_) + wrongInMarks(laid_, session_.media())
+           + wrongInList(laid_) + wrongInLinks() + wrongInErrors(app::takeLoggedErrors());
+}
+
+std::optional<Failure> failureOf(const Script& script)
+{
+    CheckedRun run;
+    for (std::size_t i = 0; i < script.size(); ++i) {
+        if (const std::string wrong = run.run(script[i]); !wrong.empty()) {
+            return Failure{i, wrong};
+        }
+    }
+    return {};
+}
+
+Script shrunk(Script script, int seconds)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    for (std::size_t size = script.size() / 2; size > 0; size /= 2) {
+        for (std::size_t at = 0; at < script.size() && std::chrono::steady_clock::now() < deadline;) {
+            Script shorter = script;
+            const auto from = shorter.begin() + static_cast<std::ptrdiff_t>(at);
+            shorter.erase(from, from + static_cast<std::ptrdiff_t>(std::min(size, script.size() - at)));
+            std::optional<Failure> failure;
+            try {
+                failure = failureOf(shorter);
+            } catch (const app::WrongWords&) { // a file that is not opened any more
+            } catch (const std::exception& error) {
+                failure = Failure{shorter.size() - 1, error.what()};
+            }
+            if (failure) {
+                shorter.resize(failure->line + 1);
+                script = shorter;
+            } else {
+                at += size;
+            }
+        }
+    }
+    return script;
+}
+
+std::string asText(const Script& script)
+{
+    std::string text;
+    for (const std::string& line : script) {
+        text += line + "\n";
+    }
+    return text;
 }
 
 } // namespace edit_test

@@ -2,6 +2,7 @@
 
 // A script run line by line over the whole program, with everything that is told about each line checked behind it.
 
+#include "app/edit_dump.h"
 #include "app/edit_session.h"
 #include "edit/history_model.h"
 #include "edit/plain_timeline.h"
@@ -28,26 +29,23 @@ public:
     const HistoryModel& history() const { return history_; }
 
 private:
-    /// The line against the plain timeline and the history: what must stand then. False for what is not told as items.
-    void tell(const std::vector<std::string>& words, PlainTimeline& told);
-    void tellCommand(const std::string& word, PlainTimeline& told, Outcome outcome);
-    void tellStep(std::optional<std::string> image);
+    /// Works out what the line must leave. An image that a step in the history must bring back stands in its place.
+    std::optional<std::string> tell(const std::vector<std::string>& words, PlainTimeline& told);
+    void tellHistory(const std::string& textBefore);
     void readNow();
-    std::string wrongNow(const std::vector<std::string>& words, const PlainTimeline& told);
-    bool mayLoseStep(const std::string& word) const;
+    std::string wrongNow(const PlainTimeline& told, const std::optional<std::string>& image) const;
 
     std::ostringstream messages_;
     app::EditSession session_;
     std::vector<Media> media_;
     HistoryModel history_;
-    PlainTimeline now_;
-    std::string text_; // of the timeline
-    bool keysInStep_ = true;
+    app::LaidTimeline laid_;
+    std::string text_;  // of what is laid
+    PlainTimeline now_; // the same
 
     // Of the line that is being run.
-    std::string historyWord_; // of a command whose entry stands; empty: none
-    bool isStored_ = false;
-    std::optional<std::string> image_; // that a step in the history must bring back
+    std::string historyWord_;
+    Outcome outcome_ = Outcome::kNothing;
 };
 
 /// The first line that goes wrong, and how.
@@ -57,8 +55,7 @@ struct Failure {
 };
 std::optional<Failure> failureOf(const Script& script);
 
-/// The script with all lines dropped that it fails without, whatever the failure. Gives up after so many seconds, with
-/// what it has.
+/// The script without lines that it fails without, whatever the failure. Stops after so many seconds with what it has.
 Script shrunk(Script script, int seconds);
 
 /// As text, to be pasted.

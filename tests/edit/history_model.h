@@ -46,7 +46,10 @@ private:
     };
 
     int rowCount() const { return static_cast<int>(rows_.size()); }
-    bool isUndone(int row) const { return row >= 1 && row <= rowCount() && rows_[static_cast<std::size_t>(row) - 1].isUndone; }
+    bool isUndone(int row) const
+    {
+        return row >= 1 && row <= rowCount() && rows_[static_cast<std::size_t>(row) - 1].isUndone;
+    }
     void setUndone(int first, int last, bool isUndone);
     void removeDisabled();
     void dropBehindIndex();

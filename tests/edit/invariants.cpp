@@ -1,6 +1,7 @@
 #include "edit/invariants.h"
 
 #include "core/forms/frmTimeline.h"
+#include "engine/ITWKeyTransition.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -29,6 +30,27 @@ std::string textOf(const Lane& lane)
     }
     return text.empty() ? " nothing" : text;
 }
+
+/// From 1; 0 for none of them.
+std::int16_t numberOf(const LaidItem& item, const std::vector<app::OpenedMedia>& media)
+{
+    const auto found = std::ranges::find(media, item.name, &app::OpenedMedia::name);
+    return found == media.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - media.begin() + 1);
+}
+
+/// Calls visit(track, seq, number of its file) for each source.
+template <class Visit>
+void forEachSource(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media, const Visit& visit)
+{
+    for (const EditTrack track : app::kEditTracks) {
+        const auto& items = timeline.row(track);
+        for (std::size_t seq = 0; seq < items.size() && track != EditTrack::kEffects; ++seq) {
+            visit(track, static_cast<std::int16_t>(seq), numberOf(items[seq], media));
+        }
+    }
+}
+
+std::int16_t modeOf(std::int16_t number) { return static_cast<std::int16_t>(number % 4); }
 
 std::string wrongInRow(std::string_view name, const std::vector<LaidItem>& items)
 {
@@ -101,6 +123,39 @@ std::string wrongInKeys(const app::LaidTimeline& timeline)
     return {};
 }
 
+void markSources(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media)
+{
+    const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
+    forEachSource(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
+        engine::check(engine->SetSourceStretchMode(app::handleOf(track), seq, modeOf(number)));
+        if (track == EditTrack::kOverlay) {
+            engine::Bool16 ok = engine::kFalse;
+            engine::check(keys->SetKeyColor(app::handleOf(track), seq, number, 20, 30, ok));
+        }
+    });
+}
+
+std::string wrongInMarks(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media)
+{
+    const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
+    std::string wrong;
+    forEachSource(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
+        std::int16_t mode = 0;
+        std::int16_t red = 0;
+        engine::check(engine->GetSourceStretchMode(app::handleOf(track), seq, mode));
+        if (track == EditTrack::kOverlay) {
+            engine::check(keys->GetKeyRed(app::handleOf(track), seq, red));
+        }
+        if ((mode != 0 && mode != modeOf(number)) || (red != 0 && red != number)) {
+            wrong +=
+                std::string(app::nameOf(track)) + " " + std::to_string(seq) + " has the mode or the key of another\n";
+        }
+    });
+    return wrong;
+}
+
 std::string wrongInList(const app::LaidTimeline& timeline)
 {
     const auto& nodes = forms::frmTimeline.tvwTimeline.Root().Children;
@@ -134,7 +189,8 @@ std::string wrongInErrors(const std::vector<std::string>& errors)
 {
     std::string wrong;
     for (const std::string& error : errors) {
-        // Media without length have no rate; all rows undone have no entry below; a bar has no room for that many ticks.
+        // Media without length have no rate; all rows undone have no entry below; a bar has no room for that many
+        // ticks.
         const bool isTold = error.find(": 11 ") != std::string::npos
                             || error.starts_with("ModuleHistory.RemoveDisabledEntries*: 9 ")
                             || error.starts_with("moduleScaleRenderer.AdjustScroll*: 6 ");

@@ -7,10 +7,15 @@
 
 namespace edit_test {
 
-/// Items begin at 0 or later, are some time long, lie in their order and do not overlap; an overlay for each transition.
+/// Items begin at 0 or later, are some time long, lie in their order and do not overlap; an overlay for each
+/// transition.
 std::string wrongInOrder(const app::LaidTimeline& timeline);
 /// Every overlay has its transition from its start to its stop.
 std::string wrongInKeys(const app::LaidTimeline& timeline);
+/// Gives every source a stretch mode, and every overlay a key, that belong to its file alone.
+void markSources(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media);
+/// A source has lost its stretch mode, or an overlay its key, to one of another file. One that was not marked is right.
+std::string wrongInMarks(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media);
 /// The list beside the timeline shows what lies there.
 std::string wrongInList(const app::LaidTimeline& timeline);
 /// The engine's links are those of the boxes.

@@ -35,11 +35,6 @@ bool layEffect(Lane& lane, const Item& effect)
 /// A plain press: an item that is not selected becomes the only one.
 void press(PlainTimeline& timeline, Row row, int seq)
 {
-    if (!timeline.range) {
-        const Item& item = timeline.lane(row).at(seq);
-        const bool isOutside = timeline.slider < item.start || timeline.slider > item.stop;
-        timeline.slider = isOutside ? item.start : timeline.slider;
-    }
     if (timeline.lane(row).at(seq).selected) {
         return;
     }
@@ -51,10 +46,7 @@ void press(PlainTimeline& timeline, Row row, int seq)
     timeline.lane(row).at(seq).selected = true;
 }
 
-bool isThere(const PlainTimeline& timeline, Row row, int seq)
-{
-    return seq >= 0 && seq < timeline.lane(row).count();
-}
+bool isThere(const PlainTimeline& timeline, Row row, int seq) { return seq >= 0 && seq < timeline.lane(row).count(); }
 
 /// The least room to the left of the first selected items, locked rows too.
 std::int64_t roomToTheLeft(const PlainTimeline& timeline)
@@ -112,9 +104,9 @@ Outcome repeatAudio(PlainTimeline& timeline)
     const bool isFirst = timeline.lane(kAudio1).firstSelected() != -1;
     Lane& lane = timeline.lane(isFirst ? kAudio1 : kAudio2);
     if (timeline.lane(kVideo).items.empty() || lane.firstSelected() == -1) {
-        return Outcome::kNothing;
+        return Outcome::kEntryOnly;
     }
-    Outcome outcome = Outcome::kNothing;
+    Outcome outcome = Outcome::kEntryOnly;
     while (lane.end() < videoEnd && lane.items.back().mediaLength() > 0) {
         Item next = lane.items.back();
         const std::int64_t remaining = videoEnd - next.stop;
@@ -207,7 +199,7 @@ Outcome drag(PlainTimeline& timeline, Row row, int seq, std::int64_t by)
         return Outcome::kNothing;
     }
     nudge(timeline, std::max(by, -roomToTheLeft(timeline)));
-    return Outcome::kDone;
+    return Outcome::kIfChanged;
 }
 
 Outcome resize(PlainTimeline& timeline, Row row, int seq, std::int64_t by)
@@ -228,16 +220,17 @@ Outcome resize(PlainTimeline& timeline, Row row, int seq, std::int64_t by)
             }
         }
     }
-    return Outcome::kDone;
+    return Outcome::kIfChanged;
 }
 
-void nudge(PlainTimeline& timeline, std::int64_t by)
+Outcome nudge(PlainTimeline& timeline, std::int64_t by)
 {
     for (Lane& lane : timeline.lanes) {
         if (const int seq = lane.firstSelected(); seq != -1 && !lane.locked) {
             lane.shift(seq, by);
         }
     }
+    return Outcome::kNothing;
 }
 
 Outcome shuffle(PlainTimeline& timeline, Row row, int from, int onto)
@@ -286,13 +279,18 @@ Outcome changeTrack(PlainTimeline& timeline, Row fromRow, int from, Row toRow, i
     return Outcome::kDone;
 }
 
-void put(PlainTimeline& timeline, Row row, const Item& item)
+Outcome put(PlainTimeline& timeline, Row row, const Item& item)
 {
     Lane& lane = timeline.lane(row);
     lane.insert(placeFor(lane, item.start), item);
     lane.makeRoom();
+    return Outcome::kNothing;
 }
 
-void putEffect(PlainTimeline& timeline, const Item& item) { layEffect(timeline.lane(kEffects), item); }
+Outcome putEffect(PlainTimeline& timeline, const Item& item)
+{
+    layEffect(timeline.lane(kEffects), item);
+    return Outcome::kNothing;
+}
 
 } // namespace edit_test

@@ -9,15 +9,19 @@ namespace edit_test {
 
 enum class Edit : std::uint8_t { kCut, kCopy, kDelete, kCrop, kCropSources };
 
-/// Whether the command was carried through. One that fails on the way puts everything back, or leaves what it has done.
-enum class Outcome : std::uint8_t { kNothing, kDone, kTakenBack };
+enum class Outcome : std::uint8_t {
+    kNothing,   // no command at all
+    kDone,      // it counts, whether or not it has changed anything
+    kIfChanged, // it counts when it has changed something
+    kEntryOnly, // its entry of the history was made, but does not count
+    kTakenBack  // it failed on the way, and everything was put back
+};
 
 Outcome edit(PlainTimeline& timeline, Edit edit);
 Outcome paste(PlainTimeline& timeline);
 
 Outcome pack(PlainTimeline& timeline);
 Outcome restoreSize(PlainTimeline& timeline);
-/// kNothing: there was nothing to repeat, but the entry of the history was made.
 Outcome repeatAudio(PlainTimeline& timeline);
 Outcome split(PlainTimeline& timeline);
 Outcome clearAll(PlainTimeline& timeline);
@@ -29,13 +33,13 @@ Outcome addEffect(PlainTimeline& timeline, const std::string& name);
 
 Outcome drag(PlainTimeline& timeline, Row row, int seq, std::int64_t by);
 Outcome resize(PlainTimeline& timeline, Row row, int seq, std::int64_t by);
-void nudge(PlainTimeline& timeline, std::int64_t by);
+Outcome nudge(PlainTimeline& timeline, std::int64_t by);
 /// Places count from 1.
 Outcome shuffle(PlainTimeline& timeline, Row row, int from, int onto);
 Outcome changeTrack(PlainTimeline& timeline, Row fromRow, int from, Row toRow, int place);
 
 /// Without history.
-void put(PlainTimeline& timeline, Row row, const Item& item);
-void putEffect(PlainTimeline& timeline, const Item& item);
+Outcome put(PlainTimeline& timeline, Row row, const Item& item);
+Outcome putEffect(PlainTimeline& timeline, const Item& item);
 
 } // namespace edit_test

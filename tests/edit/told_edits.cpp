@@ -16,22 +16,43 @@ bool isSource(Row row) { return row != kEffects; }
 /// Nothing can be worked out for such a one: it stays as it is.
 bool hasNoRate(Row row, const Item& item) { return isSource(row) && item.mediaLength() <= 0; }
 
-/// The part of an item between two times within it, at its rate.
-Item partOf(Row row, const Item& item, std::int64_t from, std::int64_t to)
+/// Which of its media lies under the selection's start, and under its stop; rounding tells the two apart.
+std::int64_t mediaAtStart(const Item& item, const Range& range)
+{
+    return rounded(static_cast<double>(range.start - item.start) / item.rate() + static_cast<double>(item.mediaStart));
+}
+std::int64_t mediaAtStop(const Item& item, const Range& range)
+{
+    return rounded(static_cast<double>(item.mediaStop) - static_cast<double>(item.stop - range.stop) / item.rate());
+}
+
+Item within(Row row, const Item& item, const Range& range)
 {
     Item part = item;
-    part.start = from;
-    part.stop = to;
-    if (isSource(row)) {
-        if (to != item.stop) {
-            part.mediaStop = rounded(static_cast<double>(item.mediaStop)
-                                     - static_cast<double>(item.stop - to) / item.rate());
-        }
-        if (from != item.start) {
-            part.mediaStart = rounded(static_cast<double>(from - item.start) / item.rate()
-                                      + static_cast<double>(item.mediaStart));
-        }
+    if (item.start < range.start) {
+        part.start = range.start;
+        part.mediaStart = isSource(row) ? mediaAtStart(item, range) : 0;
     }
+    if (item.stop > range.stop) {
+        part.stop = range.stop;
+        part.mediaStop = isSource(row) ? mediaAtStop(item, range) : 0;
+    }
+    return part;
+}
+
+Item ahead(Row row, const Item& item, const Range& range)
+{
+    Item part = item;
+    part.stop = range.start;
+    part.mediaStop = isSource(row) ? mediaAtStart(item, range) : 0;
+    return part;
+}
+
+Item behind(Row row, const Item& item, const Range& range)
+{
+    Item part = item;
+    part.start = range.stop;
+    part.mediaStart = isSource(row) ? mediaAtStop(item, range) : 0;
     return part;
 }
 
@@ -46,8 +67,8 @@ Item drawnOut(const Item& item, const Range& range, std::int64_t endAhead)
     const double zero = static_cast<double>(item.stop) - static_cast<double>(item.mediaStop) * item.rate();
     const auto least = std::max({range.stop, endAhead, static_cast<std::int64_t>(std::ceil(zero))});
     drawn.start = std::min(item.start, least);
-    drawn.mediaStart = rounded(static_cast<double>(item.mediaStop)
-                               - static_cast<double>(item.stop - drawn.start) / item.rate());
+    drawn.mediaStart =
+        rounded(static_cast<double>(item.mediaStop) - static_cast<double>(item.stop - drawn.start) / item.rate());
     drawn.slack = 2 + static_cast<int>(std::ceil(std::max(item.rate(), 2 / item.rate())));
     return drawn;
 }
@@ -65,10 +86,10 @@ void takeOut(Lane& lane, Row row, const Range& range, bool drawsOut)
             left.items.push_back(item);
         } else {
             if (item.start < range.start) {
-                left.items.push_back(partOf(row, item, item.start, range.start));
+                left.items.push_back(ahead(row, item, range));
             }
             if (item.stop > range.stop) {
-                left.items.push_back(partOf(row, item, range.stop, item.stop));
+                left.items.push_back(behind(row, item, range));
             }
         }
         isOver = isOver || (range.start > item.start && range.stop < item.stop);
@@ -91,7 +112,7 @@ void cropTo(Lane& lane, Row row, const Range& range)
 {
     for (Item& item : lane.items) {
         if (meets(item, range) && !hasNoRate(row, item)) {
-            item = partOf(row, item, std::max(item.start, range.start), std::min(item.stop, range.stop));
+            item = within(row, item, range);
         }
     }
 }
@@ -102,7 +123,7 @@ std::vector<Clip> clipsOf(const Lane& lane, Row row, const Range& range)
     std::vector<Clip> clips;
     for (const Item& item : lane.items) {
         if (meets(item, range) && !hasNoRate(row, item)) {
-            clips.push_back({partOf(row, item, std::max(item.start, range.start), std::min(item.stop, range.stop))});
+            clips.push_back({within(row, item, range)});
         }
     }
     return clips;

@@ -1,0 +1,117 @@
+// quillmont-edit from outside: scripts on its standard input, what it prints, and how it ends.
+
+#include "app/child_process.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace app_test {
+namespace {
+
+Outcome runScript(const std::string& script)
+{
+    const TempFolder folder;
+    std::ofstream(folder / "script") << script;
+    return Child({"/bin/sh", "-c", "exec \"$0\" < script", QUILLMONT_EDIT}, folder.path()).end();
+}
+
+TEST(EditTool, PrintsTheTimelineAndTheHistoryAsTheyStand)
+{
+    const Outcome outcome = runScript("media clip 4000 va   # picture and sound\n"
+                                      "media logo 700 v\n"
+                                      "\n"
+                                      "add clip\n"
+                                      "overlay logo\n"
+                                      "effect Blur 100 900\n"
+                                      "dump\n"
+                                      "range 1000 1500\n"
+                                      "cut\n"
+                                      "undo\n"
+                                      "redo\n"
+                                      "dump\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out, "video 0 0 4000 0 4000 clip\n"
+                           "audio1 0 0 4000 0 4000 clip\n"
+                           "overlay 0 0 700 0 700 logo\n"
+                           "effects 0 100 900 Blur\n"
+                           "transitions 0 0 700 DxtKey\n"
+                           "history 2 2 2\n"
+                           ".\n"
+                           "video 0 0 1000 0 1000 clip\n"
+                           "video 1 1500 4000 1500 4000 clip\n"
+                           "audio1 0 0 1000 0 1000 clip\n"
+                           "audio1 1 1500 4000 1500 4000 clip\n"
+                           "overlay 0 0 700 0 700 logo\n"
+                           "effects 0 100 900 Blur\n"
+                           "transitions 0 0 700 DxtKey\n"
+                           "history 3 3 3\n"
+                           ".\n");
+}
+
+TEST(EditTool, EndsAtAWrongLineAndTellsIt)
+{
+    static constexpr struct {
+        const char* line;
+        const char* cause;
+    } kCases[] = {{"fly", "there is no command called fly"},
+                  {"cut now", "this is used as: cut"},
+                  {"add", "this is used as: add NAME"},
+                  {"add nothing", "there is no file called nothing"},
+                  {"media clip 10 v", "there is a file called clip already"},
+                  {"media ../x 10 v", "a name is made of letters"},
+                  {"media x 0 v", "0 is out of range"},
+                  {"media x 10 av", "\"av\" is not v, a or va"},
+                  {"put video clip 100 100 0 10", "100 is not behind 100"},
+                  {"put audio1 clip 0 100 0 10", "clip has no sound"},
+                  {"put effects clip 0 100 0 10", "no file goes on effects"},
+                  {"select screen 0", "there is no track called screen"},
+                  {"select video one", "\"one\" is no whole number"},
+                  {"lock video maybe", "\"maybe\" is neither on nor off"},
+                  {"range 10 5", "5 is not behind 10"},
+                  {"range on", "\"on\" is no whole number"},
+                  {"slider -1", "-1 is out of range"},
+                  {"nudge 2", "a direction key moves by 5 pixels, or 1"},
+                  {"add-effect Sepia", "there is no effect called Sepia"}};
+    for (const auto& [line, cause] : kCases) {
+        const Outcome outcome = runScript("media clip 1000 v\n# the next one\n" + std::string(line) + "\ndump\n");
+        EXPECT_EQ(outcome.status, 2) << line;
+        EXPECT_EQ(outcome.out, "") << line;
+        EXPECT_NE(outcome.err.find("line 3: " + std::string(cause)), std::string::npos) << line << ": " << outcome.err;
+    }
+}
+
+TEST(EditTool, DoesNothingToItemsThatDoNotExist)
+{
+    const std::string laid = "media clip 1000 va\nput video clip 0 1000 0 1000\nput audio1 clip 0 1000 0 1000\n";
+    const Outcome outcome = runScript(laid
+                                      + "select video 1\nselect effects 0\nnudge +5\ndrag video -1 50\ndrag audio2 0 50\n"
+                                        "resize video 40000 50\nshuffle video 1 2\nshuffle video 2 1\n"
+                                        "change-track audio1 2 audio2 1\nchange-track video 1 audio1 1\njump 1\nundo\n"
+                                        "dump\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "video 0 0 1000 0 1000 clip\naudio1 0 0 1000 0 1000 clip\nhistory 0 0 0\n.\n");
+}
+
+TEST(EditTool, TellsMessagesAndGoesOn)
+{
+    const Outcome outcome = runScript("media clip 1000 v\noverlay clip\nadd clip\ndump\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "Unable to add to overlay as the video track is empty.\n");
+    EXPECT_EQ(outcome.out, "video 0 0 1000 0 1000 clip\nhistory 1 1 1\n.\n");
+}
+
+TEST(EditTool, ShowsAnExampleThatRuns)
+{
+    const TempFolder folder;
+    const Outcome help = Child({QUILLMONT_EDIT, "--help"}, folder.path()).end();
+    EXPECT_EQ(help.status, 0);
+    const auto example = help.out.find("Example:\n");
+    ASSERT_NE(example, std::string::npos);
+    const Outcome outcome = runScript(help.out.substr(example + 9));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "video 0 0 4000 0 4000 clip\naudio1 0 0 4000 0 4000 clip\nhistory 1 2 1\n.\n");
+}
+
+} // namespace
+} // namespace app_test

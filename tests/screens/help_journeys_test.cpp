@@ -1,0 +1,205 @@
+// The help window: contents, search, links; the tutorial; and that no page leads nowhere.
+
+#include "screens/screen_harness.h"
+#include "shell/mdiTarnwick_events.h"
+#include "shell/menu_table.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDirIterator>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTextBrowser>
+#include <QTreeWidget>
+#include <set>
+
+namespace screens_test {
+namespace {
+
+class HelpScreen : public ScreenTest {
+protected:
+    /// The help window; nullptr before it was asked for.
+    static QWidget* help()
+    {
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == "helpWindow") {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+    template <class Widget>
+    static Widget& part(const char* name)
+    {
+        return *help()->findChild<Widget*>(name);
+    }
+    static QTextBrowser& page() { return part<QTextBrowser>("helpPage"); }
+    static std::string title() { return page().documentTitle().toStdString(); }
+    static std::string inContents()
+    {
+        const auto* const item = part<QTreeWidget>("helpContents").currentItem();
+        return item == nullptr ? "" : item->text(0).toStdString();
+    }
+    static std::string controlsWithoutName()
+    {
+        std::string names;
+        for (const QWidget* const widget : help()->findChildren<QWidget*>()) {
+            const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+            const bool isControl = button != nullptr || qobject_cast<const QAbstractItemView*>(widget) != nullptr
+                                   || qobject_cast<const QLineEdit*>(widget) != nullptr;
+            const bool isPart = widget->objectName().startsWith("qt_")
+                                || qobject_cast<const QLineEdit*>(widget->parentWidget()) != nullptr
+                                || qobject_cast<const QHeaderView*>(widget) != nullptr;
+            if (isControl && !isPart && widget->accessibleName().isEmpty()
+                && (button == nullptr || button->text().isEmpty())) {
+                names += widget->objectName().toStdString() + " of " + widget->metaObject()->className() + "\n";
+            }
+        }
+        return names;
+    }
+    static void helpKey(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers keys = {})
+    {
+        QTest::keyClick(&widget, key, keys);
+        settle();
+    }
+};
+
+TEST_F(HelpScreen, OpensFollowsLinksAndGoesBack)
+{
+    EXPECT_EQ(help(), nullptr);
+    key(Qt::Key_F1);
+    ASSERT_NE(help(), nullptr);
+    EXPECT_TRUE(help()->isVisible());
+    EXPECT_EQ(title(), "Welcome");
+    EXPECT_EQ(inContents(), "Welcome");
+
+    ASSERT_TRUE(QTest::qWaitForWindowActive(help()));
+    helpKey(page(), Qt::Key_Tab); // to the first link
+    helpKey(page(), Qt::Key_Return);
+    EXPECT_EQ(title(), "Tutorial: a small film");
+    EXPECT_EQ(inContents(), "Tutorial: a small film");
+    helpKey(page(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(title(), "Welcome");
+    helpKey(page(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(title(), "Tutorial: a small film");
+
+    mdiTarnwick::showHelp("3_7_05_Cut_Copy_Paste.htm#paste");
+    settle();
+    EXPECT_EQ(title(), "Cut, copy, paste, delete");
+    mdiTarnwick::showHelp("9_Nowhere.htm");
+    settle();
+    EXPECT_NE(page().toPlainText().indexOf("has no page \"9_Nowhere.htm\""), -1);
+    EXPECT_EQ(inContents(), "");
+
+    EXPECT_EQ(controlsWithoutName(), "");
+    helpKey(page(), Qt::Key_Escape);
+    EXPECT_FALSE(help()->isVisible());
+}
+
+TEST_F(HelpScreen, ASearchFindsPagesAndMarksTheWords)
+{
+    key(Qt::Key_F1);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(help()));
+    auto& words = part<QLineEdit>("helpSearch");
+    auto& hits = part<QListWidget>("helpHits");
+    helpKey(page(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(help()->focusWidget(), &words);
+    QTest::keyClicks(&words, "sound pitch");
+    settle();
+    ASSERT_EQ(hits.count(), 1);
+    EXPECT_TRUE(hits.item(0)->text().startsWith("Resizing\n"));
+    helpKey(words, Qt::Key_Return);
+    EXPECT_EQ(title(), "Resizing");
+    std::set<std::string> marked;
+    for (const QTextEdit::ExtraSelection& mark : page().extraSelections()) {
+        marked.insert(mark.cursor.selectedText().toLower().toStdString());
+    }
+    EXPECT_EQ(marked, (std::set<std::string>{"sound", "pitch"}));
+
+    words.setText("xyzzy");
+    EXPECT_EQ(part<QLabel>("helpCount").text(), "No page has these words.");
+    helpKey(words, Qt::Key_Escape); // ends the search, not the window
+    EXPECT_TRUE(part<QTreeWidget>("helpContents").isVisible());
+    EXPECT_TRUE(page().extraSelections().isEmpty());
+    EXPECT_TRUE(help()->isVisible());
+}
+
+TEST_F(HelpScreen, TheTutorialShowsAtTheStartUntilItIsSwitchedOff)
+{
+    mdiTarnwick::ShowTutorialAtStart();
+    settle();
+    ASSERT_NE(help(), nullptr);
+    EXPECT_EQ(title(), "Tutorial: a small film");
+    auto& hide = part<QCheckBox>("chkDoNotShowTutorial");
+    EXPECT_TRUE(hide.isVisible());
+    hide.click();
+    help()->close();
+    mdiTarnwick::ShowTutorialAtStart();
+    EXPECT_FALSE(help()->isVisible());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    key(Qt::Key_F1, Qt::ControlModifier);
+    EXPECT_TRUE(help()->isVisible());
+    EXPECT_TRUE(hide.isChecked());
+    hide.click();
+    EXPECT_FALSE(mdiTarnwick::IsTutorialHidden());
+    helpKey(page(), Qt::Key_F1);
+    EXPECT_FALSE(hide.isVisible()); // it is about that page alone
+}
+
+// --- The pages -----------------------------------------------------------------------------------------------------
+
+std::set<std::string> filesBelow(const QString& folder)
+{
+    std::set<std::string> names;
+    for (QDirIterator file(folder, QDir::Files, QDirIterator::Subdirectories); file.hasNext();) {
+        names.insert(file.next().mid(folder.size() + 1).toStdString());
+    }
+    names.erase("help.qrc");
+    return names;
+}
+
+QString textOf(const QUrl& address)
+{
+    QFile file(":" + address.path());
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
+{
+    key(Qt::Key_F1); // brings the pages in
+    const std::set<std::string> packed = filesBelow(":/help");
+    EXPECT_EQ(packed, filesBelow(QUILLMONT_HELP));
+    const std::string contents = textOf(QUrl("qrc:/help/contents.txt")).toStdString();
+    static const QRegularExpression kLink("(?:href|src)=\"([^\"]*)\"");
+    int links = 0;
+    for (const std::string& name : packed) {
+        const QUrl address("qrc:/help/" + QString::fromStdString(name));
+        if (!name.ends_with(".htm") && !name.ends_with(".html")) {
+            continue;
+        }
+        EXPECT_NE(contents.find("  " + name + "\n"), std::string::npos) << name;
+        for (auto match = kLink.globalMatch(textOf(address)); match.hasNext(); ++links) {
+            const QUrl target = address.resolved(QUrl(match.next().captured(1)));
+            const QString there = textOf(target);
+            EXPECT_FALSE(there.isEmpty()) << name << ": " << target.toString().toStdString();
+            EXPECT_TRUE(!target.hasFragment() || there.contains("id=\"" + target.fragment() + "\""))
+                << name << ": " << target.toString().toStdString();
+        }
+    }
+    EXPECT_GT(links, 100);
+}
+
+TEST_F(HelpScreen, ThePageOfKeysNamesThemAll)
+{
+    key(Qt::Key_F1);
+    const QString keys = textOf(QUrl("qrc:/help/2_3_Keys.htm"));
+    for (const shell::MenuRow& row : shell::menuBar()) {
+        const QString wanted =
+            "<kbd>" + QString::fromUtf8(row.shortcut.data(), qsizetype(row.shortcut.size())) + "</kbd>";
+        EXPECT_TRUE(row.shortcut.empty() || !row.hasCommand() || keys.contains(wanted)) << row.name;
+    }
+}
+
+} // namespace
+} // namespace screens_test
