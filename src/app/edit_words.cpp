@@ -214,10 +214,10 @@ void runLine(EditSession& session, std::string_view line, std::ostream& printed)
     word->run(session, operands);
 }
 
-void runScript(EditSession& session, std::istream& script, std::ostream& printed)
+void runScript(EditSession& session, std::istream& script, std::ostream& printed, const volatile int& interrupted)
 {
     int number = 0;
-    for (std::string line; std::getline(script, line);) {
+    for (std::string line; interrupted == 0 && std::getline(script, line);) {
         ++number;
         try {
             runLine(session, line, printed);

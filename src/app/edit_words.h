@@ -16,8 +16,9 @@ namespace app {
 /// has changed.
 void runLine(EditSession& session, std::string_view line, std::ostream& printed);
 
-/// Runs all lines of a script. Raises `WrongWords` with the number of the line that is wrong, from 1, and the cause.
-void runScript(EditSession& session, std::istream& script, std::ostream& printed);
+/// Runs all lines of a script, or until `interrupted` is set. Raises `WrongWords` with the number of the line
+/// that is wrong, from 1, and the cause.
+void runScript(EditSession& session, std::istream& script, std::ostream& printed, const volatile int& interrupted);
 
 /// All words with what they take and do, a line each.
 std::string wordsHelp();

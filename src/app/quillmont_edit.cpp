@@ -5,6 +5,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <csignal>
 #include <iostream>
 
 namespace {
@@ -24,12 +25,27 @@ constexpr const char* kExample = "Positions are milliseconds, tracks are video, 
                                  "  undo\n"
                                  "  dump\n";
 
+volatile std::sig_atomic_t interrupted = 0;
+
+void onSignal(int) { interrupted = 1; }
+
+/// An interrupted run ends behind the line that it is at, and takes its files along.
+void watchSignals()
+{
+    struct sigaction action {};
+    action.sa_handler = onSignal; // without SA_RESTART: a wait for the next line ends too
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaction(signal, &action, nullptr);
+    }
+    std::signal(SIGPIPE, SIG_IGN); // who reads may go away: an error of a write
+}
+
 int run()
 {
     app::EditSession session(std::cerr);
     int status = 0;
     try {
-        app::runScript(session, std::cin, std::cout);
+        app::runScript(session, std::cin, std::cout, interrupted);
     } catch (const app::WrongWords& wrong) {
         std::cerr << "quillmont-edit: " << wrong.what() << "\n";
         status = kWrongWords;
@@ -38,7 +54,7 @@ int run()
         std::cerr << "quillmont-edit: the result could not be printed\n";
         return kFailed;
     }
-    return status;
+    return interrupted != 0 ? kFailed : status;
 }
 
 } // namespace
@@ -58,6 +74,7 @@ int main(int count, char** raw)
         std::cerr << "quillmont-edit: " << wrong.what() << "\nRun quillmont-edit --help to see the commands.\n";
         return kWrongWords;
     }
+    watchSignals();
     try {
         return run();
     } catch (const std::exception& failure) {

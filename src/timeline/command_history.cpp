@@ -21,15 +21,9 @@ void bringIntoForce()
 
 void takeBackNewest()
 {
-    if (!hasEntry()) {
-        return;
-    }
-    bringIntoForce();
-    const std::int16_t newest = HistoryIndex;
-    ModuleHistory::Undo();
-    if (HistoryIndex < newest) {
-        HistoryIndex = newest;
-        ModuleHistory::DeleteLastEntry();
+    if (hasEntry()) {
+        bringIntoForce();
+        ModuleHistory::Undo();
     }
 }
 

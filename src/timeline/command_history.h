@@ -1,7 +1,7 @@
 #pragma once
 
 // A command and its history entry, which is made ahead of it and lies above `ModuleHistory::HistoryIndex`: into force
-// when the command has taken effect, taken back with all that was done when it fails half way.
+// when the command has taken effect, left there, and all that was done taken back, when it fails half way.
 //
 //     runCommand("Pack", PackTracks)      the entry, the routine, the newest image
 //         inWhole([] { ... })             in the routine: what it does, and its entry's fate
@@ -18,9 +18,9 @@ namespace timeline {
 /// The newest entry comes into force. Nothing when no entry was made.
 void bringIntoForce();
 
-/// Puts the timeline back to the image of the newest entry, which is not in force, and drops the entry. When there is
-/// no whole image, nothing changes but that the entry stays, in force. Selected flags are lost. Nothing when no entry
-/// was made.
+/// Puts the timeline back to the image of the newest entry, which stays, out of force, until the next operation. When
+/// there is no whole image, nothing changes but that the entry is in force. Selected flags are lost. Nothing when no
+/// entry was made.
 void takeBackNewest();
 
 /// Runs one command. `operation` answers whether it has changed anything; if not, its entry stays out of force, and the

@@ -37,7 +37,7 @@ namespace {
 
 forms::FrmTimeline& form = forms::frmTimeline;
 
-/// What was so before the press made its entry.
+/// What was so before the press made its entry: a drag that is cancelled leaves no trace.
 struct Before {
     timeline::HistoryBefore history;
     bool projectModified = state::ProjectModified;
@@ -86,7 +86,6 @@ void makeEntry()
     ModuleHistory::RearrangeHistoryCollection();
 }
 
-/// Not the newest entry alone: what a person could redo before the press can be redone after it.
 void takeBackEntry(Before& before)
 {
     before.history.putBack();
@@ -247,7 +246,7 @@ void endDrag(bool keepsSelection)
         UpdatePreview();
     } else {
         if (drag->before) {
-            takeBackEntry(*drag->before);
+            ModuleHistory::DeleteLastEntry(); // what was undone before the press is gone; that is meant
         }
         if (!keepsSelection) {
             selectAlone(*drag);

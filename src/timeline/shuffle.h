@@ -11,7 +11,7 @@
 //                                  A onto C     B 10-20  A 20-30  C 30-40
 //
 // The caller has made the history entry; what takes effect brings it into force. What fails half way puts the timeline
-// back, and the entry is gone. Nothing is raised to the caller, but where it is told. Interface thread only.
+// back, and the entry stays out of force. Nothing is raised to the caller, but where it is told. Interface thread only.
 
 #include "engine/types.h"
 

@@ -13,6 +13,8 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/row_items.h"
 
+#include <limits>
+
 namespace moduleTimeline {
 
 using engine::Bool16;
@@ -118,13 +120,24 @@ bool repeatOnce(ITWTimeline& engine, Handle track, std::int16_t seq, const Repea
     return true;
 }
 
+/// How many more sources an image of the timeline takes, which counts those of all tracks together.
+int roomInImages(ITWTimeline& engine)
+{
+    int room = std::numeric_limits<std::int16_t>::max();
+    for (const Handle track : state::TrackCollection) {
+        room -= Items(engine, ItemKind::kSource, track).count();
+    }
+    return room;
+}
+
 bool repeatUntil(ITWTimeline& engine, Handle track, Milliseconds videoEnd)
 {
+    int room = roomInImages(engine);
     std::int16_t count = Items(engine, ItemKind::kSource, track).count();
     Repeated last = lastOf(engine, track, static_cast<std::int16_t>(count - 1));
     bool isChanged = false;
     // Without length it would repeat for ever.
-    while (last.stop < videoEnd && last.mediaStop > last.mediaStart
+    while (room-- > 0 && last.stop < videoEnd && last.mediaStop > last.mediaStart
            && repeatOnce(engine, track, count, last, videoEnd)) {
         isChanged = true;
         last = lastOf(engine, track, count);

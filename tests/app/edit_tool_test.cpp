@@ -2,6 +2,7 @@
 
 #include "app/child_process.h"
 
+#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -84,11 +85,12 @@ TEST(EditTool, EndsAtAWrongLineAndTellsIt)
 TEST(EditTool, DoesNothingToItemsThatDoNotExist)
 {
     const std::string laid = "media clip 1000 va\nput video clip 0 1000 0 1000\nput audio1 clip 0 1000 0 1000\n";
-    const Outcome outcome = runScript(laid
-                                      + "select video 1\nselect effects 0\nnudge +5\ndrag video -1 50\ndrag audio2 0 50\n"
-                                        "resize video 40000 50\nshuffle video 1 2\nshuffle video 2 1\n"
-                                        "change-track audio1 2 audio2 1\nchange-track video 1 audio1 1\njump 1\nundo\n"
-                                        "dump\n");
+    const Outcome outcome =
+        runScript(laid
+                  + "select video 1\nselect effects 0\nnudge +5\ndrag video -1 50\ndrag audio2 0 50\n"
+                    "resize video 40000 50\nshuffle video 1 2\nshuffle video 2 1\n"
+                    "change-track audio1 2 audio2 1\nchange-track video 1 audio1 1\njump 1\nundo\n"
+                    "dump\n");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(outcome.out, "video 0 0 1000 0 1000 clip\naudio1 0 0 1000 0 1000 clip\nhistory 0 0 0\n.\n");
 }
@@ -99,6 +101,28 @@ TEST(EditTool, TellsMessagesAndGoesOn)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "Unable to add to overlay as the video track is empty.\n");
     EXPECT_EQ(outcome.out, "video 0 0 1000 0 1000 clip\nhistory 1 1 1\n.\n");
+}
+
+TEST(EditTool, TakesItsFilesAlongHoweverItEnds)
+{
+    const TempFolder folder;
+    std::ofstream script(folder / "script");
+    script << "media clip 1000 va\nadd clip\n";
+    for (int i = 0; i < 3000; ++i) {
+        script << "dump\n";
+    }
+    script.close();
+    const Outcome unread =
+        Child({"/bin/sh", "-c", "TMPDIR=. \"$0\" < script | head -c 1", QUILLMONT_EDIT}, folder.path()).end();
+    EXPECT_EQ(unread.out, "v");
+    EXPECT_NE(unread.err.find("the result could not be printed"), std::string::npos) << unread.err;
+    EXPECT_EQ(folder.names(), std::set<std::string>{"script"});
+
+    Child waiting({"/bin/sh", "-c", "mkfifo lines; TMPDIR=. exec \"$0\" 0<> lines", QUILLMONT_EDIT}, folder.path());
+    ASSERT_TRUE(waiting.runsUntil([&] { return folder.names().size() > 2; }));
+    waiting.kill(SIGTERM);
+    EXPECT_EQ(waiting.end().status, 1);
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"lines", "script"}));
 }
 
 TEST(EditTool, ShowsAnExampleThatRuns)

@@ -4,6 +4,7 @@
 #include "app/edit_words.h"
 #include "edit/invariants.h"
 #include "edit/program_state.h"
+#include "history/ModuleHistory.h"
 
 #include <algorithm>
 #include <chrono>
@@ -93,9 +94,7 @@ std::string CheckedRun::run(const std::string& line)
     app::runLine(session_, line, messages_);
     readNow();
     tellHistory(textBefore);
-    if (words.front() == "put" || words.front() == "add" || words.front() == "overlay") {
-        markSources(laid_, session_.media());
-    }
+    markAdded(words.front());
     return wrongNow(told, image) + (mustKeepStep ? wrongInKeys(laid_) : "");
 }
 
@@ -121,16 +120,29 @@ std::optional<std::string> CheckedRun::tell(const Words& words, PlainTimeline& t
 
 void CheckedRun::tellHistory(const std::string& textBefore)
 {
-    if (outcome_ == Outcome::kNothing || (outcome_ == Outcome::kIfChanged && text_ == textBefore)) {
+    if (outcome_ == Outcome::kNothing) {
         return;
     }
     history_.begin(historyWord_, textBefore);
-    if (outcome_ == Outcome::kTakenBack) {
+    if (outcome_ == Outcome::kIfChanged && text_ == textBefore) {
         history_.takeBack();
-    } else if (outcome_ != Outcome::kEntryOnly) {
+        return;
+    }
+    if (outcome_ != Outcome::kTakenBack && outcome_ != Outcome::kEntryOnly) {
         history_.bringIntoForce();
     }
     history_.store(text_);
+}
+
+/// What is new is told apart from now on, also by a redo of its adding.
+void CheckedRun::markAdded(const std::string& word)
+{
+    if (word == "put" || word == "add" || word == "overlay") {
+        markSources(laid_, session_.media());
+    }
+    if (outcome_ == Outcome::kDone && (word == "add" || word == "overlay")) {
+        ModuleHistory::StoreCurrentTLImage();
+    }
 }
 
 void CheckedRun::readNow()

@@ -32,6 +32,7 @@ private:
     /// Works out what the line must leave. An image that a step in the history must bring back stands in its place.
     std::optional<std::string> tell(const std::vector<std::string>& words, PlainTimeline& told);
     void tellHistory(const std::string& textBefore);
+    void markAdded(const std::string& word);
     void readNow();
     std::string wrongNow(const PlainTimeline& told, const std::optional<std::string>& image) const;
 

@@ -17,7 +17,7 @@ public:
     void begin(std::string_view word, const std::string& image);
     /// The command has taken effect.
     void bringIntoForce();
-    /// It has failed, and was undone: its entry goes with its row.
+    /// A press has moved nothing: its entry goes with its row.
     void takeBack();
     /// Last of a command: the newest state.
     void store(const std::string& image) { newest_ = image; }

@@ -38,16 +38,23 @@ std::int16_t numberOf(const LaidItem& item, const std::vector<app::OpenedMedia>&
     return found == media.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - media.begin() + 1);
 }
 
-/// Calls visit(track, seq, number of its file) for each source.
+/// Calls visit(track, seq, number of its file) for each source with a picture.
 template <class Visit>
-void forEachSource(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media, const Visit& visit)
+void forEachPicture(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media, const Visit& visit)
 {
-    for (const EditTrack track : app::kEditTracks) {
+    for (const EditTrack track : {EditTrack::kVideo, EditTrack::kOverlay}) {
         const auto& items = timeline.row(track);
-        for (std::size_t seq = 0; seq < items.size() && track != EditTrack::kEffects; ++seq) {
+        for (std::size_t seq = 0; seq < items.size(); ++seq) {
             visit(track, static_cast<std::int16_t>(seq), numberOf(items[seq], media));
         }
     }
+}
+
+std::int16_t stretchModeOf(EditTrack track, std::int16_t seq)
+{
+    std::int16_t mode = 0;
+    engine::check(engine::EngineAs<engine::ITWTimeline>()->GetSourceStretchMode(app::handleOf(track), seq, mode));
+    return mode;
 }
 
 std::int16_t modeOf(std::int16_t number) { return static_cast<std::int16_t>(number % 4); }
@@ -127,8 +134,10 @@ void markSources(const app::LaidTimeline& timeline, const std::vector<app::Opene
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
     const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
-    forEachSource(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
-        engine::check(engine->SetSourceStretchMode(app::handleOf(track), seq, modeOf(number)));
+    forEachPicture(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
+        if (stretchModeOf(track, seq) != modeOf(number)) {
+            engine::check(engine->SetSourceStretchMode(app::handleOf(track), seq, modeOf(number)));
+        }
         if (track == EditTrack::kOverlay) {
             engine::Bool16 ok = engine::kFalse;
             engine::check(keys->SetKeyColor(app::handleOf(track), seq, number, 20, 30, ok));
@@ -138,19 +147,15 @@ void markSources(const app::LaidTimeline& timeline, const std::vector<app::Opene
 
 std::string wrongInMarks(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media)
 {
-    const auto engine = engine::EngineAs<engine::ITWTimeline>();
     const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
     std::string wrong;
-    forEachSource(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
-        std::int16_t mode = 0;
-        std::int16_t red = 0;
-        engine::check(engine->GetSourceStretchMode(app::handleOf(track), seq, mode));
+    forEachPicture(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
+        std::int16_t red = number;
         if (track == EditTrack::kOverlay) {
             engine::check(keys->GetKeyRed(app::handleOf(track), seq, red));
         }
-        if ((mode != 0 && mode != modeOf(number)) || (red != 0 && red != number)) {
-            wrong +=
-                std::string(app::nameOf(track)) + " " + std::to_string(seq) + " has the mode or the key of another\n";
+        if (stretchModeOf(track, seq) != modeOf(number) || red != number) {
+            wrong += std::string(app::nameOf(track)) + " " + std::to_string(seq) + " has lost its mode or its key\n";
         }
     });
     return wrong;

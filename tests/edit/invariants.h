@@ -12,9 +12,9 @@ namespace edit_test {
 std::string wrongInOrder(const app::LaidTimeline& timeline);
 /// Every overlay has its transition from its start to its stop.
 std::string wrongInKeys(const app::LaidTimeline& timeline);
-/// Gives every source a stretch mode, and every overlay a key, that belong to its file alone.
+/// Gives every source with a picture a stretch mode, and every overlay a key, that belong to its file alone.
 void markSources(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media);
-/// A source has lost its stretch mode, or an overlay its key, to one of another file. One that was not marked is right.
+/// A source has lost its stretch mode, or an overlay its key.
 std::string wrongInMarks(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media);
 /// The list beside the timeline shows what lies there.
 std::string wrongInList(const app::LaidTimeline& timeline);

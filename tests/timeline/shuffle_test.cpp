@@ -152,7 +152,7 @@ TEST_F(ShuffleTest, NothingVanishesWhenACallFails)
         operation();
         EXPECT_FALSE(wrapped->failsLater());
         EXPECT_EQ(unselected(text()), layout);
-        EXPECT_EQ(history(), " | 0/0");
+        EXPECT_EQ(history(), "Shuffle Sources | 0/1") << "out of force";
         EXPECT_EQ(nodes(), "2 2 2 1 1");
     }
 }
