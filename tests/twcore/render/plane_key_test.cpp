@@ -91,7 +91,39 @@ TEST(PlaneKey, IsClearInTheKeyWholeInsideAndLeavesNoFringe)
                 } else if (inside(x, y, 4)) {
                     ASSERT_EQ(luma, shown.line(0, y)[x]) << x << ", " << y;
                 }
-                ASSERT_LT(greenAt(planes, x, y), 126 + 24) << "a fringe at " << x << ", " << y;
+                ASSERT_LT(greenAt(planes, x, y), 126 + 12) << "a fringe at " << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST(PlaneKey, TakesTheKeyOutOfMixturesWithIt)
+{
+    // A bar whose edges are half red and half green, two pixels wide, so that their samples are too.
+    const Rgb red{220, 30, 40};
+    const Rgb green{0, 255, 0};
+    const Rgb grey{126, 126, 126};
+    const auto isEdge = [](int x) { return x == 20 || x == 21 || x == 58 || x == 59; };
+    const auto mixed = [](const Rgb& a, const Rgb& b) {
+        return Rgb{(a[0] + b[0]) / 2, (a[1] + b[1]) / 2, (a[2] + b[2]) / 2};
+    };
+    for (const auto pixels : {AV_PIX_FMT_YUV420P, AV_PIX_FMT_YUV444P}) {
+        SCOPED_TRACE(av_get_pix_fmt_name(pixels));
+        auto below = film(pixels, [&](int, int) { return grey; });
+        const Planes planes = planesOf(*below, kColour);
+        PlaneKey key;
+        key.prepare(shareFrame(film(pixels,
+                                    [&](int x, int) {
+                                        return isEdge(x) ? mixed(red, green) : x > 21 && x < 58 ? red : green;
+                                    })),
+                    kColour, {0, 255, 0});
+        key.lay(planes, 0, 0);
+        const auto expected = valuesOf(mixed(red, grey));
+        for (const int x : {20, 21, 58, 59}) {
+            for (int plane = 0; plane < 3; ++plane) {
+                const int shiftX = plane == 0 ? 0 : planes.shiftX;
+                EXPECT_NEAR(planes.line(plane, 10)[x >> shiftX], expected[std::size_t(plane)], 8)
+                    << "column " << x << ", plane " << plane;
             }
         }
     }
