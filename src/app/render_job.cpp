@@ -2,6 +2,7 @@
 
 #include "app/engine_lists.h"
 #include "app/input_files.h"
+#include "disk/whole_file.h"
 #include "engine/ITWProfiles.h"
 #include "engine/ITWSave.h"
 #include "engine/ITWTimeline.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
 #include <thread>
 #include <tuple>
 #include <unistd.h>
@@ -32,78 +32,14 @@ namespace {
 const std::string kVideoProfile = "Video for local area networks (1 Mbps)";
 const std::string kAudioProfile = "Audio for CD-quality transparency (128 Kbps stereo)";
 
-/// The movie while it is being written: a sibling of its final name, gone again unless it is kept.
-class UnfinishedMovie {
-public:
-    explicit UnfinishedMovie(const std::string& output) : output_(output)
-    {
-        namespace fs = std::filesystem;
-        std::error_code error;
-        fs::path path(output);
-        constexpr int kMostLinks = 40;
-        for (int i = 0; i < kMostLinks && fs::is_symlink(path, error); ++i) {
-            path = path.parent_path() / fs::read_symlink(path, error);
-        }
-        target_ = path;
-        if (fs::is_directory(path, error)) {
-            throw RenderFailed("\"" + output + "\" is a folder. Name a file in it.");
-        }
-        if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
-            throw RenderFailed("\"" + output + "\" is a pipe or a device. Name a file.");
-        }
-        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-        if (!fs::is_directory(folder, error)) {
-            throw RenderFailed("The folder \"" + folder.string() + "\" is not there. Create it, or choose another.");
-        }
-        if (::access(folder.c_str(), W_OK) != 0) {
-            throw RenderFailed("The folder \"" + folder.string() + "\" may not be written to. Choose another.");
-        }
-        const long longest = ::pathconf(folder.c_str(), _PC_NAME_MAX);
-        if (longest > 0 && path.filename().string().size() > static_cast<std::size_t>(longest)) {
-            throw RenderFailed("\"" + output + "\" is too long for a name. Choose a shorter one.");
-        }
-        path_ = (folder / (".quillmont-" + std::to_string(::getpid()) + ".part.avi")).string();
+/// What is read is not written over.
+void checkIsNoInput(const disk::WholeFile& file, const std::string& name, const std::vector<ReadFile>& read)
+{
+    if (std::ranges::any_of(read, [&](const ReadFile& one) { return file.isFor(one.path); })) {
+        throw RenderFailed("\"" + name
+                           + "\" is read for this movie: an input, a project or a clip of it. Choose another name.");
     }
-    ~UnfinishedMovie()
-    {
-        if (!path_.empty()) {
-            ::unlink(path_.c_str());
-        }
-    }
-    UnfinishedMovie(const UnfinishedMovie&) = delete;
-    UnfinishedMovie& operator=(const UnfinishedMovie&) = delete;
-
-    const std::string& path() const { return path_; }
-
-    /// What is read is not written over.
-    void checkIsNone(const std::vector<ReadFile>& files) const
-    {
-        for (const auto& file : files) {
-            std::error_code error;
-            if (std::filesystem::equivalent(file.path, target_, error)) {
-                throw RenderFailed("\"" + output_
-                                   + "\" is read for this movie: an input, a project or a clip of it. "
-                                     "Choose another name for the movie.");
-            }
-        }
-    }
-
-    void keep()
-    {
-        std::error_code error;
-        std::filesystem::rename(path_, target_, error);
-        if (error) {
-            throw RenderFailed("The movie cannot be named \"" + output_ + "\": " + error.message()
-                               + ". Choose another name.");
-        }
-        path_.clear();
-    }
-
-private:
-    std::string output_;
-    std::filesystem::path target_; // the output, or what a link of that name leads to
-    std::string path_;
-};
+}
 
 void checkCompressor(const std::string& name, const std::vector<std::string>& known)
 {
@@ -244,7 +180,7 @@ void describe(const std::string& path, const DescribingWords& texts)
     }
 }
 
-void saveTo(const UnfinishedMovie& movie, const RenderWords& words, const volatile int& interrupted)
+void saveTo(const disk::WholeFile& movie, const RenderWords& words, const volatile int& interrupted)
 {
     const auto save = EngineAs<ITWSave>();
     Bool16 ok = engine::kFalse;
@@ -267,10 +203,10 @@ void saveTo(const UnfinishedMovie& movie, const RenderWords& words, const volati
 RenderResult render(const RenderWords& words, const volatile int& interrupted)
 {
     const auto begin = std::chrono::steady_clock::now();
-    UnfinishedMovie movie(words.output);
+    disk::WholeFile movie(words.output);
     const Tracks tracks = createTracks();
     LaidInputs laid = layInputs(tracks, words.inputs, interrupted);
-    movie.checkIsNone(laid.files);
+    checkIsNoInput(movie, words.output, laid.files);
     if (words.size && !laid.isProject && laid.width > 0) {
         // Loose files have no frame of their own to be laid out in: nothing is squeezed.
         std::tie(laid.width, laid.height) = *words.size;
@@ -295,7 +231,7 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
         throw RenderFailed(text);
     }
     checkUnchanged(laid);
-    movie.keep();
+    movie.takeName();
     if (!words.trace.empty() && !EngineAs<twcore::EngineOptions>()->finishTrace(words.trace)) {
         throw RenderFailed("The movie is whole, but the trace \"" + words.trace
                            + "\" cannot be written. Choose another place for it.");

@@ -21,8 +21,8 @@ struct RenderResult {
     double wallSeconds = 0;
 };
 
-/// Renders. An output that fails or is interrupted never stands under its final name. Raises `RenderFailed`, or
-/// `engine::RuntimeError` with a text for people. `interrupted` is asked all the time.
+/// Renders. An output that fails or is interrupted never stands under its final name. Raises `RenderFailed`,
+/// `disk::Refused` or `engine::RuntimeError` with a text for people. `interrupted` is asked all the time.
 RenderResult render(const RenderWords& words, const volatile int& interrupted);
 
 /// As one line of JSON.

@@ -3,14 +3,18 @@
 // A program run as people run it: words, a folder to stand in, limits; then its exit status and what it said.
 
 #include <chrono>
+#include <cstddef>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <optional>
 #include <poll.h>
 #include <set>
 #include <string>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -26,11 +30,19 @@ struct Outcome {
     std::string err;
 };
 
+/// A call of the system that a child dies at (SIGSYS), or is refused with an errno.
+struct NoCall {
+    long number;
+    unsigned flags = 0; // only with all these in its third argument
+    unsigned error = 0; // 0: it dies
+};
+
 struct Limits {
     std::optional<rlim_t> fileBytes = {}; // no file may grow beyond
     bool asNobody = false;                // without the rights of the user who runs the tests; needs root
     std::string stdoutPath = {};          // instead of being caught
     std::vector<int> ignoredSignals = {};
+    std::vector<NoCall> calls = {};
 };
 
 class Child {
@@ -120,6 +132,28 @@ private:
         }
         constexpr id_t kNobody = 65534;
         if (limits.asNobody && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
+            ::_exit(kNotStarted);
+        }
+        for (const auto& call : limits.calls) {
+            forbid(call);
+        }
+    }
+
+    static void forbid(const NoCall& call)
+    {
+        const auto number = static_cast<unsigned>(call.number);
+        const unsigned answer = call.error != 0 ? SECCOMP_RET_ERRNO | call.error : SECCOMP_RET_KILL_PROCESS;
+        const unsigned third = offsetof(seccomp_data, args) + 2 * sizeof(std::uint64_t);
+        sock_filter program[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                                 BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 4),
+                                 BPF_STMT(BPF_LD | BPF_W | BPF_ABS, third),
+                                 BPF_STMT(BPF_ALU | BPF_AND | BPF_K, call.flags),
+                                 BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call.flags, 0, 1),
+                                 BPF_STMT(BPF_RET | BPF_K, answer),
+                                 BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+        const sock_fprog whole{std::size(program), program};
+        if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0
+            || ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &whole) != 0) {
             ::_exit(kNotStarted);
         }
     }

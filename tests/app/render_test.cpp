@@ -85,12 +85,14 @@ protected:
         return at != std::string::npos ? std::strtod(last.out.c_str() + at + key.size(), nullptr) : -1;
     }
 
-    std::uintmax_t unfinishedBytes() const
+    /// Of the movie that it is writing, which has no name, or a hidden one.
+    std::uintmax_t unfinishedBytes(const Child& child) const
     {
-        for (const auto& entry : fs::directory_iterator(folder.path())) {
-            std::error_code error;
-            if (entry.path().filename().string().find(".part") != std::string::npos) {
-                return entry.file_size(error);
+        std::error_code error;
+        for (const auto& open : fs::directory_iterator("/proc/" + std::to_string(child.pid()) + "/fd", error)) {
+            const auto name = fs::read_symlink(open.path(), error).string();
+            if (name.starts_with(folder.path().string()) && (name.ends_with(".part") || name.ends_with(" (deleted)"))) {
+                return fs::file_size(open.path(), error);
             }
         }
         return 0;
@@ -254,10 +256,13 @@ TEST_F(RenderTest, WhatMayNotBeReadOrWritten)
     fs::permissions(folder / "closed.png", fs::perms::none);
     fs::create_directory(folder / "shut");
     fs::permissions(folder / "shut", fs::perms::owner_exec | fs::perms::others_exec | fs::perms::others_read);
-    runFailing({"closed.png", "-o", movie.string()}, {"may not be read", "closed.png"}, others);
+    runFailing({"closed.png", "-o", "other.avi"}, {"may not be read", "closed.png"}, others);
     fs::copy_file(media("still.png"), folder / "open.png");
     fs::permissions(folder / "open.png", fs::perms::others_read | fs::perms::owner_read);
     runFailing({"open.png", "-o", "shut/movie.avi"}, {"may not be written", "shut"}, others);
+    if (isRoot) {
+        runFailing({"open.png", "-o", "movie.avi"}, {"\"movie.avi\" is read-only"}, others);
+    }
 }
 
 TEST_F(RenderTest, OldMovieIsReplacedOnlyByAWholeOne)
@@ -273,6 +278,110 @@ TEST_F(RenderTest, OldMovieIsReplacedOnlyByAWholeOne)
     EXPECT_EQ(run({media("still.png"), "--range", "0-40", "-o", "link.avi"}).status, 0);
     EXPECT_TRUE(fs::is_symlink(folder / "link.avi"));
     EXPECT_LT(fs::file_size(movie), first.size());
+}
+
+TEST_F(RenderTest, KeepsWhatTheOldMovieWas)
+{
+    write(movie, "the old movie");
+    fs::permissions(movie, fs::perms(0640));
+    const bool isRoot = ::geteuid() == 0;
+    EXPECT_TRUE(!isRoot || ::chown(movie.c_str(), 65534, 65533) == 0);
+    fs::create_symlink("new.avi", folder / "dangling.avi");
+    for (const std::string name : {"movie.avi", "dangling.avi"}) {
+        EXPECT_EQ(run({media("still.png"), "--range", "0-40", "-o", name}).status, 0);
+    }
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"movie.avi", "new.avi", "dangling.avi"}));
+    EXPECT_TRUE(fs::is_symlink(folder / "dangling.avi"));
+    struct stat facts {};
+    ASSERT_EQ(::stat(movie.c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 07777, 0640u);
+    EXPECT_TRUE(!isRoot || (facts.st_uid == 65534 && facts.st_gid == 65533));
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ASSERT_EQ(::stat((folder / "new.avi").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 07777, 0666u & ~mask);
+    // Asked before the inputs are, root too.
+    fs::permissions(movie, fs::perms(0444));
+    const auto before = folder.names();
+    expectFailure(run({"missing.mp4", "-o", "movie.avi"}), {"\"movie.avi\" is read-only"});
+    EXPECT_EQ(folder.names(), before);
+}
+
+TEST_F(RenderTest, FolderThatMovesMeanwhileKeepsTheMovie)
+{
+    fs::create_directory(folder / "here");
+    Words words = command(Words(16, media("mjpeg.avi")));
+    words.insert(words.end(), {"-o", "here/movie.avi"});
+    Child child(words, folder.path());
+    ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > 10'000; }));
+    fs::rename(folder / "here", folder / "there");
+    expectFailure(child.end(), {"\"here\" was moved", "/there/movie.avi"});
+    EXPECT_EQ(testmedia::readMovie(folder / "there" / "movie.avi").frames.size(), 16 * 125u);
+}
+
+/// A disk that knows no files without names.
+const NoCall kNoNameless{SYS_openat, O_TMPFILE, EOPNOTSUPP};
+
+TEST_F(RenderTest, RunsOfOneProcessNumberKeepApart)
+{
+    Words first{"/usr/bin/unshare", "--pid", "--fork"};
+    if (::geteuid() != 0) {
+        first.insert(first.end(), {"--user", "--map-root-user"});
+    }
+    const auto numberOne = [&](const Words& words) {
+        Words all = first;
+        const Words rest = command(words);
+        all.insert(all.end(), rest.begin(), rest.end());
+        return all;
+    };
+    if (Child(numberOne({"--version"}), folder.path()).end().status != 0) {
+        GTEST_SKIP() << "no process numbers of one's own here";
+    }
+    write(folder / "somebody's", "work");
+    fs::create_symlink("somebody's", folder / ".quillmont-1.part.avi");
+    for (const Limits& limits : {Limits{}, Limits{.calls = {kNoNameless}}}) {
+        Child one(numberOne({media("h264.mp4"), "-o", "one.avi"}), folder.path(), limits);
+        Child two(numberOne({media("still.png"), "-o", "two.avi"}), folder.path(), limits);
+        EXPECT_EQ(one.end().status, 0);
+        EXPECT_EQ(two.end().status, 0);
+        EXPECT_EQ(testmedia::readMovie(folder / "one.avi").soundCount(), 240000u);
+        EXPECT_EQ(testmedia::readMovie(folder / "two.avi").soundCount(), 0u);
+        EXPECT_EQ(read(folder / "somebody's"), "work");
+        EXPECT_EQ(folder.names(), (std::set<std::string>{".quillmont-1.part.avi", "one.avi", "two.avi", "somebody's"}));
+    }
+}
+
+TEST_F(RenderTest, KillsLeaveTheOldMovieAndNothingHidden)
+{
+    write(movie, "the old movie");
+    const Words next{media("still.png"), "--range", "0-40", "-o", "next.avi"};
+    const auto expectTheOldAlone = [&] {
+        EXPECT_TRUE(read(movie) == "the old movie");
+        EXPECT_EQ(run(next).status, 0);
+        EXPECT_EQ(folder.names(), (std::set<std::string>{"movie.avi", "next.avi"}));
+    };
+    for (std::uintmax_t moment = 0; moment < 20; ++moment) {
+        SCOPED_TRACE(moment);
+        const bool isHidden = moment % 2 == 1;
+        Child child(command({media("h264.mp4"), "--range", kTenHours, "-o", "movie.avi"}), folder.path(),
+                    {.calls = isHidden ? std::vector{kNoNameless} : std::vector<NoCall>{}});
+        ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > moment * 40'000; }));
+        if (moment < 2) {
+            EXPECT_EQ(run(next).status, 0);
+            EXPECT_EQ(folder.names().size(), isHidden ? 3u : 2u) << "what somebody writes stays";
+        }
+        child.kill(SIGKILL);
+        EXPECT_EQ(child.end().signal, SIGKILL);
+        expectTheOldAlone();
+    }
+    for (const long number : {SYS_flock, SYS_fsync, SYS_linkat, SYS_fchown, SYS_fchmod, SYS_renameat}) {
+        SCOPED_TRACE(number);
+        EXPECT_EQ(run({media("still.png"), "-o", "movie.avi"}, {.calls = {{number}}}).signal, SIGSYS);
+        expectTheOldAlone();
+    }
+    // A disk that fails at the very end fails the run.
+    runFailing({media("still.png"), "-o", "movie.avi"}, {"\"movie.avi\"", "Input/output"},
+               {.calls = {{SYS_fsync, 0, EIO}}});
 }
 
 struct Case {
@@ -386,7 +495,7 @@ TEST_F(RenderTest, SignalsEndALongRender)
         SCOPED_TRACE(signal);
         write(movie, "the old movie");
         Child child(command({media("h264.mp4"), "--range", kTenHours, "-o", movie.string()}), folder.path());
-        ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 100'000; }));
+        ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > 100'000; }));
         child.kill(signal);
         expectFailure(child.end(10), {"Interrupted"});
         EXPECT_EQ(folder.names(), std::set<std::string>{"movie.avi"});
@@ -395,10 +504,10 @@ TEST_F(RenderTest, SignalsEndALongRender)
     // Started to outlive its terminal, it does.
     Child child(command({media("h264.mp4"), "--range", kTenHours, "-o", movie.string()}), folder.path(),
                 {.ignoredSignals = {SIGHUP}});
-    ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 100'000; }));
+    ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > 100'000; }));
     child.kill(SIGHUP);
-    const auto then = unfinishedBytes();
-    EXPECT_TRUE(child.runsUntil([&] { return unfinishedBytes() > then + 500'000; })) << "a hangup ended it";
+    const auto then = unfinishedBytes(child);
+    EXPECT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > then + 500'000; })) << "a hangup ended it";
     child.kill(SIGTERM);
     expectFailure(child.end(10), {"Interrupted"});
 }
@@ -414,7 +523,7 @@ TEST_F(RenderTest, InputsThatShrinkOrVanishMeanwhile)
             Words words = command(many);
             words.insert(words.end(), {"--video-compressor", "MPEG-4", "-o", movie.string(), "--json"});
             Child child(words, folder.path());
-            ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes() > 10'000; }));
+            ASSERT_TRUE(child.runsUntil([&] { return unfinishedBytes(child) > 10'000; }));
             if (vanishes) {
                 fs::remove(input);
             } else {
