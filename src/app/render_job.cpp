@@ -161,23 +161,60 @@ void waitForEnd(const volatile int& interrupted)
     }
 }
 
-} // namespace
-
-namespace {
+/// The engine speaks of the file that it writes to, people of the one that they named.
+std::string inTheirWords(std::string text, const disk::WholeFile& movie, const std::string& output)
+{
+    if (const auto at = text.find(movie.path()); at != std::string::npos) {
+        text.replace(at, movie.path().size(), output);
+    }
+    return text;
+}
 
 void describe(const std::string& path, const DescribingWords& texts)
 {
     const auto save = EngineAs<ITWSave>();
     Bool16 ok = engine::kFalse;
     check(save->OpenMetadata(path, ok));
-    if (ok != engine::kFalse) {
-        check(save->SetTitle(texts.title));
-        check(save->SetAuthor(texts.author));
-        check(save->SetRating(texts.rating));
-        check(save->SetDescription(texts.description));
-        check(save->SetCopyright(texts.copyright));
-        check(save->SaveMetadata());
+    if (ok == engine::kFalse) {
+        throw RenderFailed("The title and the other texts cannot be written to \"" + path + "\".");
     }
+    check(save->SetTitle(texts.title));
+    check(save->SetAuthor(texts.author));
+    check(save->SetRating(texts.rating));
+    check(save->SetDescription(texts.description));
+    check(save->SetCopyright(texts.copyright));
+    check(save->SaveMetadata());
+}
+
+/// A movie without its texts is a movie: it is kept, and then the failure told.
+void keepDescribed(disk::WholeFile& movie, const RenderWords& words)
+{
+    std::string failure;
+    try {
+        if (!words.describing.isBlank()) {
+            describe(movie.path(), words.describing);
+        }
+    } catch (const std::exception& error) {
+        failure = inTheirWords(error.what(), movie, words.output) + " It is kept without them.";
+    }
+    movie.takeName();
+    if (!failure.empty()) {
+        throw RenderFailed(failure);
+    }
+}
+
+RenderResult resultSince(std::chrono::steady_clock::time_point begin)
+{
+    const auto options = EngineAs<twcore::EngineOptions>();
+    RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};
+    int numerator = 25;
+    int denominator = 1;
+    options->frameRateSaved(numerator, denominator);
+    const double pictureSeconds = static_cast<double>(result.frames) * denominator / numerator;
+    const double soundSeconds = static_cast<double>(result.samples) / options->soundRateSaved();
+    result.movieSeconds = result.samples > 0 ? soundSeconds : pictureSeconds;
+    result.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return result;
 }
 
 void saveTo(const disk::WholeFile& movie, const RenderWords& words, const volatile int& interrupted)
@@ -195,7 +232,6 @@ void saveTo(const disk::WholeFile& movie, const RenderWords& words, const volati
     waitForEnd(interrupted);
     check(save->StopSave(ok));
     check(save->CloseSave());
-    describe(movie.path(), words.describing);
 }
 
 } // namespace
@@ -223,29 +259,15 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     try {
         saveTo(movie, words, interrupted);
     } catch (const engine::RuntimeError& error) {
-        // The engine speaks of the file that it writes to, people of the one that they named.
-        std::string text = error.what();
-        if (const auto at = text.find(movie.path()); at != std::string::npos) {
-            text.replace(at, movie.path().size(), words.output);
-        }
-        throw RenderFailed(text);
+        throw RenderFailed(inTheirWords(error.what(), movie, words.output));
     }
     checkUnchanged(laid);
-    movie.takeName();
+    keepDescribed(movie, words);
     if (!words.trace.empty() && !EngineAs<twcore::EngineOptions>()->finishTrace(words.trace)) {
         throw RenderFailed("The movie is whole, but the trace \"" + words.trace
                            + "\" cannot be written. Choose another place for it.");
     }
-    const auto options = EngineAs<twcore::EngineOptions>();
-    RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};
-    int numerator = 25;
-    int denominator = 1;
-    options->frameRateSaved(numerator, denominator);
-    const double pictureSeconds = static_cast<double>(result.frames) * denominator / numerator;
-    const double soundSeconds = static_cast<double>(result.samples) / options->soundRateSaved();
-    result.movieSeconds = result.samples > 0 ? soundSeconds : pictureSeconds;
-    result.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    return result;
+    return resultSince(begin);
 }
 
 std::string asJson(const RenderWords& words, const RenderResult& result)

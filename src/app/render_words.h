@@ -24,6 +24,8 @@ struct DescribingWords {
     std::string rating;
     std::string copyright;
     std::string description;
+
+    bool isBlank() const { return (title + author + rating + copyright + description).empty(); }
 };
 
 struct RenderWords {

@@ -593,6 +593,27 @@ TEST_F(RenderTest, TraceTellsTheWorkOfEveryFrame)
     EXPECT_GT(countOf("\"name\":\"mix\""), 10);
 }
 
+TEST_F(RenderTest, TextsThatFindNoRoomCostNoMovie)
+{
+    const std::string title(30'000, 't');
+    for (const std::string name : {"movie.avi", "movie.wmv"}) {
+        SCOPED_TRACE(name);
+        const Words words{media("h264.mp4"), "-o", name};
+        EXPECT_EQ(run(words).status, 0);
+        const std::string plain = read(folder / name);
+        Words described = words;
+        described.insert(described.end(), {"--title", title});
+        write(folder / name, "the old movie");
+        // The movie fits, a larger header does not.
+        expectFailure(run(described, {plain.size() + 1000}), {"\"" + name + "\"", "title", "whole", "kept"});
+        EXPECT_TRUE(read(folder / name) == plain);
+        EXPECT_EQ(run(described).status, 0);
+        EXPECT_GT(read(folder / name).size(), plain.size() + title.size());
+        EXPECT_EQ(testmedia::readMovie(folder / name).numbers().at(124), 124);
+    }
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"movie.avi", "movie.wmv"}));
+}
+
 TEST_F(RenderTest, Projects)
 {
     const fs::path path = folder / "my & \"project\".qpj";

@@ -73,12 +73,22 @@ void copyBytes(int from, std::uint64_t fromAt, int to, std::uint64_t toAt)
     }
 }
 
-/// A copy of a file that is being made beside it, gone again unless it takes the file's name.
+/// A file that is told by its descriptor may have no name yet: no copy can take it.
+bool isDescriptor(const std::string& path) { return path.starts_with("/proc/self/fd/"); }
+
+/// A copy of a file that is being made beside it, gone again unless it takes the file's place.
 class Sibling {
 public:
     explicit Sibling(const std::string& path)
-        : target_(std::filesystem::canonical(path).string()), path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data()))
+        : isDescriptor_(isDescriptor(path)),
+          target_((isDescriptor_ ? std::filesystem::read_symlink(path) : std::filesystem::canonical(path)).string()),
+          path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data()))
     {
+        if (isDescriptor_ && file_.get() >= 0) {
+            ::unlink(path_.c_str());
+            path_.clear();
+            return;
+        }
         struct stat facts {};
         const bool isMade = file_.get() >= 0;
         path_ = isMade ? path_ : std::string();
@@ -94,13 +104,30 @@ public:
     Sibling& operator=(const Sibling&) = delete;
 
     int get() const { return file_.get(); }
-    void takeName()
+    void takePlaceOf(int original)
     {
+        if (isDescriptor_) {
+            fill(original);
+            return;
+        }
         orThrow(::fsync(file_.get()) == 0 && std::rename(path_.c_str(), target_.c_str()) == 0);
         path_.clear();
     }
 
 private:
+    /// The room is taken first, so that a full disk leaves the original as it was.
+    void fill(int original) const
+    {
+        const auto before = static_cast<off_t>(fileSize(original));
+        if (const int error = ::posix_fallocate(original, 0, static_cast<off_t>(fileSize(get()))); error != 0) {
+            const bool isBack = ::ftruncate(original, before) == 0;
+            errno = isBack ? error : errno;
+            orThrow(false);
+        }
+        copyBytes(get(), 0, original, 0);
+    }
+
+    bool isDescriptor_;
     std::string target_;
     std::string path_;
     OpenedFile file_;
@@ -119,7 +146,7 @@ void writeAsf(AsfHeader header, int file, const std::string& path, const MovieFi
     Sibling sibling(path);
     orThrow(writeAt(sibling.get(), 0, header.bytes(grown)));
     copyBytes(file, header.size(), sibling.get(), grown);
-    sibling.takeName();
+    sibling.takePlaceOf(file);
 }
 
 void writeAvi(AviHeader header, int file, const std::string& path, const MovieFields& fields)
@@ -136,7 +163,7 @@ void writeAvi(AviHeader header, int file, const std::string& path, const MovieFi
     orThrow(writeAt(sibling.get(), header.roomStart(), header.room(grown)));
     copyBytes(file, header.roomStart() + header.roomSize(), sibling.get(), header.roomStart() + grown);
     orThrow(header.moveIndexes(sibling.get(), grown - header.roomSize()));
-    sibling.takeName();
+    sibling.takePlaceOf(file);
 }
 
 } // namespace
