@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <thread>
 #include <tuple>
 #include <unistd.h>
@@ -203,6 +204,26 @@ void keepDescribed(disk::WholeFile& movie, const RenderWords& words)
     }
 }
 
+void keepTrace(disk::WholeFile& trace, const std::string& name)
+{
+    const std::string movieIsWhole = "The movie is whole, but the trace \"" + name + "\" cannot be written";
+    if (!EngineAs<twcore::EngineOptions>()->finishTrace(trace.path())) {
+        throw RenderFailed(movieIsWhole + ". Choose another place for it.");
+    }
+    try {
+        trace.takeName();
+    } catch (const disk::Refused& refused) {
+        throw RenderFailed(movieIsWhole + ": " + refused.what());
+    }
+}
+
+void checkIsNoMovie(const std::string& trace, const disk::WholeFile& movie)
+{
+    if (movie.isFor(trace)) {
+        throw RenderFailed("The trace \"" + trace + "\" is the movie itself. Choose another name for one of them.");
+    }
+}
+
 RenderResult resultSince(std::chrono::steady_clock::time_point begin)
 {
     const auto options = EngineAs<twcore::EngineOptions>();
@@ -240,9 +261,17 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
 {
     const auto begin = std::chrono::steady_clock::now();
     disk::WholeFile movie(words.output);
+    std::optional<disk::WholeFile> trace;
+    if (!words.trace.empty()) {
+        checkIsNoMovie(words.trace, movie);
+        trace.emplace(words.trace);
+    }
     const Tracks tracks = createTracks();
     LaidInputs laid = layInputs(tracks, words.inputs, interrupted);
     checkIsNoInput(movie, words.output, laid.files);
+    if (trace) {
+        checkIsNoInput(*trace, words.trace, laid.files);
+    }
     if (words.size && !laid.isProject && laid.width > 0) {
         // Loose files have no frame of their own to be laid out in: nothing is squeezed.
         std::tie(laid.width, laid.height) = *words.size;
@@ -253,7 +282,7 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     applyWords(words, laid);
     addTracks(tracks, words.tracks);
-    if (!words.trace.empty()) {
+    if (trace) {
         EngineAs<twcore::EngineOptions>()->startTrace();
     }
     try {
@@ -263,9 +292,9 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     checkUnchanged(laid);
     keepDescribed(movie, words);
-    if (!words.trace.empty() && !EngineAs<twcore::EngineOptions>()->finishTrace(words.trace)) {
-        throw RenderFailed("The movie is whole, but the trace \"" + words.trace
-                           + "\" cannot be written. Choose another place for it.");
+    if (trace) {
+        checkIsNoMovie(words.trace, movie); // on a disk that makes no difference between A and a, too
+        keepTrace(*trace, words.trace);
     }
     return resultSince(begin);
 }

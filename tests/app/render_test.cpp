@@ -593,6 +593,46 @@ TEST_F(RenderTest, TraceTellsTheWorkOfEveryFrame)
     EXPECT_GT(countOf("\"name\":\"mix\""), 10);
 }
 
+TEST_F(RenderTest, TraceIsWrittenOverNothingOfThisRun)
+{
+    for (const std::string name : {"clip.png", "again.png"}) {
+        fs::copy_file(media("still.png"), folder / name);
+    }
+    fs::create_symlink("clip.png", folder / "link");
+    fs::create_hard_link(folder / "clip.png", folder / "hard");
+    write(folder / "p.qpj",
+          project({"again.png"}, "<Track Kind=\"Video\">" + source("Video", "Start=\"0\" Stop=\"400\"") + "</Track>"));
+    write(movie, "");
+    fs::create_hard_link(movie, folder / "twin.avi");
+    write(folder / "old", "{}");
+    fs::permissions(folder / "old", fs::perms(0444));
+    const Words cases[] = {{"clip.png", "clip.png", "read"},
+                           {"clip.png", "link", "read"},
+                           {"clip.png", "hard", "read"},
+                           {"p.qpj", "p.qpj", "read"},
+                           {"p.qpj", "again.png", "read"},
+                           {"clip.png", "./movie.avi", "itself"},
+                           {"clip.png", "twin.avi", "itself"},
+                           {"clip.png", "old", "read-only"},
+                           {"clip.png", "none/trace.json", "\"none\""}};
+    for (const auto& words : cases) {
+        SCOPED_TRACE(words[0] + " " + words[1]);
+        std::map<std::string, std::string> before;
+        for (const auto& name : folder.names()) {
+            before[name] = read(folder / name);
+        }
+        runFailing({words[0], "-o", "movie.avi", "--trace", words[1]}, {words[2]});
+        write(movie, "");
+        for (const auto& [name, text] : before) {
+            EXPECT_TRUE(read(folder / name) == text) << name;
+        }
+    }
+    // Neither is there yet.
+    fs::remove(movie);
+    expectFailure(run({"clip.png", "-o", "movie.avi", "--trace", folder.path() / "movie.avi"}), {"itself"});
+    EXPECT_EQ(folder.names().count("movie.avi"), 0u);
+}
+
 TEST_F(RenderTest, TextsThatFindNoRoomCostNoMovie)
 {
     const std::string title(30'000, 't');
