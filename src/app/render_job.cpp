@@ -110,8 +110,10 @@ void applyWords(const RenderWords& words, const LaidInputs& laid)
     }
 }
 
-void addTracks(const Tracks& tracks, const ChosenTracks& chosen)
+/// Answers the length of the movie's whole timeline.
+engine::Milliseconds addTracks(const Tracks& tracks, const ChosenTracks& chosen)
 {
+    engine::Milliseconds longest = 0;
     const std::pair<engine::Handle, bool> all[] = {{tracks.video, chosen.video},
                                                    {tracks.overlay, chosen.overlay},
                                                    {tracks.audio1, chosen.audio1},
@@ -121,8 +123,22 @@ void addTracks(const Tracks& tracks, const ChosenTracks& chosen)
         Bool16 ok = engine::kFalse;
         check(EngineAs<engine::ITWTimeline>()->GetSourceCount(track, count));
         if (count > 0 && isChosen) {
+            engine::Milliseconds duration = 0;
+            check(EngineAs<engine::ITWTimeline>()->GetTrackDuration(track, duration));
             check(EngineAs<ITWSave>()->AddSaveTrack(track, ok));
+            longest = std::max(longest, duration);
         }
+    }
+    return longest;
+}
+
+/// A range that only reaches behind the end is black there; one that lies behind it was meant for something else.
+void checkRange(const RenderWords& words, engine::Milliseconds length)
+{
+    if (words.rangeMs && length > 0 && words.rangeMs->first >= length) {
+        throw RenderFailed("The range " + std::to_string(words.rangeMs->first) + "-"
+                           + std::to_string(words.rangeMs->second) + " lies wholly behind the end: the movie is "
+                           + std::to_string(length) + " ms long. Choose an earlier one.");
     }
 }
 
@@ -281,7 +297,7 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
         check(EngineAs<engine::ITWTimeline>()->SetFrameSize(clamp(laid.width), clamp(laid.height)));
     }
     applyWords(words, laid);
-    addTracks(tracks, words.tracks);
+    checkRange(words, addTracks(tracks, words.tracks));
     if (trace) {
         EngineAs<twcore::EngineOptions>()->startTrace();
     }
