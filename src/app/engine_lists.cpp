@@ -1,5 +1,6 @@
 #include "app/engine_lists.h"
 
+#include "app/terminal_text.h"
 #include "engine/ITWProfiles.h"
 #include "engine/ITWSave.h"
 #include "engine/check.h"
@@ -88,7 +89,7 @@ void listProfiles()
     std::string buffer(260, ' ');
     check(profiles->GetFirstCustomProfile(buffer, ok));
     for (bool isFirst = true; !trimmed(buffer).empty(); isFirst = false) {
-        std::cout << (isFirst ? "Yours:\n" : "") << "  " << trimmed(buffer) << "\n";
+        std::cout << (isFirst ? "Yours:\n" : "") << "  " << forTerminal(trimmed(buffer)) << "\n";
         check(profiles->GetNextCustomProfile(buffer));
     }
     check(profiles->CloseCustomProfileList());

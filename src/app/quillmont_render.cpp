@@ -3,6 +3,7 @@
 #include "app/engine_lists.h"
 #include "app/render_job.h"
 #include "app/render_words.h"
+#include "app/terminal_text.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "project/project_file.h"
@@ -66,7 +67,7 @@ int main(int count, char** raw)
     try {
         status = run(*read.words);
     } catch (const std::exception& failure) {
-        std::cerr << "quillmont-render: " << failure.what() << "\n";
+        std::cerr << "quillmont-render: " << app::forTerminal(failure.what()) << "\n";
     }
     engine::Engine.reset();
     return status;

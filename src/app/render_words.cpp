@@ -1,5 +1,7 @@
 #include "app/render_words.h"
 
+#include "app/terminal_text.h"
+
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -182,7 +184,8 @@ ReadWords readRenderWords(int count, const char* const* raw)
     } catch (const CLI::Success& asked) {
         return {std::nullopt, program.exit(asked)};
     } catch (const CLI::ParseError& wrong) {
-        std::cerr << "quillmont-render: " << wrong.what() << "\nRun quillmont-render --help to see the options.\n";
+        std::cerr << "quillmont-render: " << forTerminal(wrong.what())
+                  << "\nRun quillmont-render --help to see the options.\n";
         return {std::nullopt, kWrongWords};
     }
     return {std::move(words), 0};

@@ -4,6 +4,7 @@
 #include "support/manifest.h"
 #include "support/movie_reader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <fstream>
@@ -741,6 +742,27 @@ TEST_F(RenderTest, BrokenProjects)
         runFailing({"p.qpj", "-o", movie.string()}, {cause});
     }
     EXPECT_EQ(run({media("still.png"), "-o", "p.avi", "--range", "0-40"}).status, 0);
+}
+
+TEST_F(RenderTest, ForeignTextGivesTheTerminalNoOrders)
+{
+    const std::pair<std::string, std::string> cases[] = {{"/\x1b]0;mine\x07\xc2\x9b"
+                                                          "2J",
+                                                          "\"/\\x1b]0;mine\\x07\\xc2\\x9b2J\""},
+                                                         {"/\xe2\x80\xaetxt.\x7f", "\"/\\xe2\\x80\\xaetxt.\\x7f\""},
+                                                         {"/cut \xe4\xf6 \xc3", "\"/cut \\xe4\\xf6 \\xc3\""},
+                                                         {"/gr\xc3\xb6\xc3\x9f"
+                                                          "e \xe6\x98\xa0.mp4",
+                                                          "\"/gr\xc3\xb6\xc3\x9f"
+                                                          "e \xe6\x98\xa0.mp4\""},
+                                                         {"/" + std::string(3'000'000, 'n'), "too long"}};
+    for (const auto& [path, shown] : cases) {
+        write(folder / "p.qpj", project({path}, ""));
+        const Outcome outcome = runFailing({"p.qpj", "-o", movie.string()}, {shown});
+        EXPECT_LT(outcome.err.size(), 6000u);
+        EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1);
+    }
+    runFailing({"all\nis well", "-o", movie.string()}, {"all\\x0ais well\" is not there"});
 }
 
 } // namespace
