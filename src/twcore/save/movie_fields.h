@@ -3,8 +3,8 @@
 // The descriptive fields of a movie file, and how they are written into one that is finished.
 //
 // Fields go into room that the header has, in place. A file whose header has not enough room is copied once beside
-// itself with a larger header, byte for byte otherwise, and takes its own name when it is whole; one that is told by its
-// descriptor (/proc/self/fd/7) is filled with the copy.
+// itself with a larger header, byte for byte otherwise, and takes its own name when it is whole; one that is told by
+// its descriptor (/proc/self/fd/7) is filled with the copy.
 
 #include "engine/status.h"
 
