@@ -19,6 +19,7 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace app_test {
@@ -43,6 +44,8 @@ struct Limits {
     std::string stdoutPath = {};          // instead of being caught
     std::vector<int> ignoredSignals = {};
     std::vector<NoCall> calls = {};
+    std::optional<rlim_t> openFiles = {};
+    std::vector<std::pair<std::string, std::string>> environment = {}; // besides what the test has
 };
 
 class Child {
@@ -129,6 +132,13 @@ private:
         if (limits.fileBytes) {
             const rlimit limit{*limits.fileBytes, *limits.fileBytes};
             ::setrlimit(RLIMIT_FSIZE, &limit);
+        }
+        if (limits.openFiles) {
+            const rlimit limit{*limits.openFiles, *limits.openFiles};
+            ::setrlimit(RLIMIT_NOFILE, &limit);
+        }
+        for (const auto& [name, value] : limits.environment) {
+            ::setenv(name.c_str(), value.c_str(), 1);
         }
         constexpr id_t kNobody = 65534;
         if (limits.asNobody && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {

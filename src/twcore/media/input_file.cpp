@@ -70,21 +70,37 @@ bool looksLikeTga(const std::uint8_t* head, int size)
 
 } // namespace
 
-bool InputFile::openBytes(const std::string& path, std::uint32_t& error)
+/// Keeps the cause, and answers it as the media libraries take it.
+int InputFile::fail(int cause) noexcept
 {
-    if (path.empty() || path.find('\0') != std::string::npos) {
+    failed_ = true;
+    if (patience_.faults != nullptr) {
+        patience_.faults->note(path_, cause);
+    }
+    return AVERROR(cause);
+}
+
+bool InputFile::openBytes(std::uint32_t& error)
+{
+    if (path_.empty() || path_.find('\0') != std::string::npos) {
         error = media_error::kInvalidArgument;
         return false;
     }
     // O_NONBLOCK: a pipe must not hold us before we can see that it is one.
-    descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    descriptor_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor_ < 0) {
         error = errno == ENOENT || errno == ENOTDIR ? media_error::kNotFound : media_error::kCannotLoad;
+        fail(errno);
         return false;
     }
     struct stat facts {};
-    if (::fstat(descriptor_, &facts) != 0 || !S_ISREG(facts.st_mode)) {
+    const int cause = ::fstat(descriptor_, &facts) != 0 ? errno
+                      : S_ISREG(facts.st_mode)          ? 0
+                      : S_ISDIR(facts.st_mode)          ? EISDIR
+                                                        : ENOTSUP;
+    if (cause != 0) {
         error = media_error::kCannotLoad;
+        fail(cause);
         return false;
     }
     byteCount_ = facts.st_size;
@@ -101,7 +117,7 @@ bool InputFile::openBytes(const std::string& path, std::uint32_t& error)
 
 int InputFile::readBytes(void* self, std::uint8_t* target, int size) noexcept
 {
-    const auto& file = *static_cast<const InputFile*>(self);
+    auto& file = *static_cast<InputFile*>(self);
     for (;;) {
         if (file.patience_.over()) {
             return AVERROR_EXIT;
@@ -114,22 +130,27 @@ int InputFile::readBytes(void* self, std::uint8_t* target, int size) noexcept
             return AVERROR_EOF;
         }
         if (errno != EINTR) {
-            return AVERROR(errno);
+            return file.fail(errno);
         }
     }
 }
 
 std::int64_t InputFile::seekBytes(void* self, std::int64_t offset, int whence) noexcept
 {
-    const auto& file = *static_cast<const InputFile*>(self);
+    auto& file = *static_cast<InputFile*>(self);
     if ((whence & AVSEEK_SIZE) != 0) {
         return file.byteCount_;
     }
     const auto place = ::lseek(file.descriptor_, offset, whence & ~AVSEEK_FORCE);
-    return place < 0 ? AVERROR(errno) : place;
+    if (place >= 0) {
+        return place;
+    }
+    // A damaged header may send us to places that no file has; a place inside of this one is the disk's fault.
+    const bool isInside = offset >= 0 && offset <= file.byteCount_;
+    return isInside || errno != EINVAL ? file.fail(errno) : AVERROR(errno);
 }
 
-const AVInputFormat* InputFile::findFormat(const std::string& path) const
+const AVInputFormat* InputFile::findFormat() const
 {
     // The name is withheld: what a file is called must not decide what reads it.
     const AVInputFormat* format = nullptr;
@@ -137,7 +158,7 @@ const AVInputFormat* InputFile::findFormat(const std::string& path) const
     if (score > 0 && format != nullptr) {
         return format;
     }
-    if (endsWith(path, ".tga")) {
+    if (endsWith(path_, ".tga")) {
         std::array<std::uint8_t, 18> head{};
         avio_seek(bytes_, 0, SEEK_SET);
         const int size = avio_read(bytes_, head.data(), static_cast<int>(head.size()));
@@ -151,12 +172,12 @@ const AVInputFormat* InputFile::findFormat(const std::string& path) const
 
 std::unique_ptr<InputFile> InputFile::open(const std::string& path, const Patience& patience, std::uint32_t& error)
 {
-    std::unique_ptr<InputFile> file(new InputFile(patience));
+    std::unique_ptr<InputFile> file(new InputFile(path, patience));
     error = media_error::kNone;
-    if (!file->openBytes(path, error)) {
+    if (!file->openBytes(error)) {
         return nullptr;
     }
-    const AVInputFormat* const format = file->findFormat(path);
+    const AVInputFormat* const format = file->findFormat();
     const bool isTga = format != nullptr && std::string_view(format->name) == "image2pipe";
     if (format == nullptr || (isRefused(*format) && !isTga)) {
         error = file->gaveUp() ? media_error::kCannotLoad : media_error::kUnknownFormat;

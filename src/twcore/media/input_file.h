@@ -7,22 +7,25 @@
 // is bounded before memory is taken for it. A reader may be told to give up, by a flag or by a deadline.
 
 #include "twcore/media/ff.h"
+#include "twcore/media/read_faults.h"
 
 #include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace twcore {
 
 /// Pictures larger than this are refused before they are decoded.
 inline constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27;
 
-/// When to give up. Copied into a reader; the flag, when there is one, must outlive it.
+/// When to give up, and where to tell of a disk that fails. Copied into a reader; what it points to must outlive it.
 struct Patience {
     const std::atomic<bool>* cancelled = nullptr;
     std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::time_point::max();
+    ReadFaults* faults = nullptr; // none: nobody wants to know
 
     bool over() const noexcept
     {
@@ -54,16 +57,21 @@ public:
     bool read(AVPacket& packet) noexcept;
 
     bool gaveUp() const noexcept { return patience_.over(); }
+    /// Some of it could not be read, for a cause that is not in the file: what was made of it is not whole.
+    bool hasFailed() const noexcept { return failed_; }
 
 private:
-    explicit InputFile(Patience patience) : patience_(patience) {}
+    InputFile(std::string path, Patience patience) : patience_(patience), path_(std::move(path)) {}
 
     static int readBytes(void* self, std::uint8_t* target, int size) noexcept;
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence) noexcept;
-    const AVInputFormat* findFormat(const std::string& path) const;
-    bool openBytes(const std::string& path, std::uint32_t& error);
+    const AVInputFormat* findFormat() const;
+    bool openBytes(std::uint32_t& error);
+    int fail(int cause) noexcept;
 
     Patience patience_;
+    std::string path_;
+    bool failed_ = false;
     int descriptor_ = -1;
     std::int64_t byteCount_ = 0;
     AVIOContext* bytes_ = nullptr;

@@ -218,9 +218,9 @@ std::uint32_t errorOf(const FirstFrames& picture, const FirstFrames& sound)
     return soundFails ? media_error::kSoundNotRendered : media_error::kNone;
 }
 
-Trial tryMidi(const std::string& path)
+Trial tryMidi(const std::string& path, const Patience& patience)
 {
-    const auto length = midiLengthMs(path);
+    const auto length = midiLengthMs(midiBytes(path, patience));
     if (!length) {
         return {media_error::kInvalidFormat, nullptr};
     }
@@ -267,12 +267,17 @@ Trial tryOpened(const std::string& path, InputFile& file, const Patience& patien
 
 Trial tryMediaFile(const std::string& path, const Patience& patience)
 {
-    if (isMidiFile(path)) {
-        return tryMidi(path);
-    }
+    // What a failing disk gives is no fact about the file: neither that it is damaged, nor how long it is.
+    ReadFaults faults;
+    Patience watched = patience;
+    watched.faults = &faults;
     Trial trial;
-    const auto file = InputFile::open(path, patience, trial.error);
-    return file ? tryOpened(path, *file, patience) : trial;
+    if (isMidiFile(path, watched)) {
+        trial = tryMidi(path, watched);
+    } else if (const auto file = InputFile::open(path, watched, trial.error)) {
+        trial = tryOpened(path, *file, watched);
+    }
+    return faults.any() ? Trial{media_error::kCannotLoad, nullptr} : trial;
 }
 
 } // namespace twcore

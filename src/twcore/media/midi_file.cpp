@@ -1,15 +1,15 @@
 #include "twcore/media/midi_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <span>
 #include <string_view>
-#include <vector>
+#include <unistd.h>
 
 namespace twcore {
 
@@ -125,38 +125,57 @@ double secondsAt(std::uint64_t tick, std::vector<TempoChange>& tempos, std::uint
     return seconds + static_cast<double>(tick - from) * perTick;
 }
 
-std::vector<std::uint8_t> readAll(const std::string& path)
+} // namespace
+
+std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t most, const Patience& patience)
 {
-    std::ifstream file(path, std::ios::binary);
     std::vector<std::uint8_t> bytes;
-    std::uint8_t block[65536];
-    while (file && bytes.size() < kMaxBytes) {
-        file.read(reinterpret_cast<char*>(block), sizeof block);
-        bytes.insert(bytes.end(), block, block + file.gcount());
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    int cause = descriptor < 0 ? errno : 0;
+    for (bool ended = false; cause == 0 && !ended && bytes.size() < most && !patience.over();) {
+        constexpr std::size_t kBlock = 65536;
+        const std::size_t known = bytes.size();
+        bytes.resize(known + std::min(kBlock, most - known));
+        const auto count = ::read(descriptor, bytes.data() + known, bytes.size() - known);
+        cause = count < 0 && errno != EINTR ? errno : 0;
+        ended = count == 0;
+        bytes.resize(known + static_cast<std::size_t>(std::max<ssize_t>(0, count)));
+    }
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    if (cause != 0) {
+        bytes.clear();
+        if (patience.faults != nullptr) {
+            patience.faults->note(path, cause);
+        }
     }
     return bytes;
 }
 
-} // namespace
-
-bool isMidiFile(const std::string& path)
+bool isMidiFile(const std::string& path, const Patience& patience)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
         return false;
     }
-    char head[12] = {};
-    std::ifstream(path, std::ios::binary).read(head, sizeof head);
-    return std::memcmp(head, "MThd", 4) == 0
-           || (std::memcmp(head, "RIFF", 4) == 0 && std::memcmp(head + 8, "RMID", 4) == 0);
+    const auto head = readBeginning(path, 12, patience);
+    return (head.size() >= 4 && std::memcmp(head.data(), "MThd", 4) == 0)
+           || (head.size() == 12 && std::memcmp(head.data(), "RIFF", 4) == 0
+               && std::memcmp(head.data() + 8, "RMID", 4) == 0);
 }
 
-std::optional<std::int32_t> midiLengthMs(const std::string& path)
+std::vector<std::uint8_t> midiBytes(const std::string& path, const Patience& patience)
 {
-    const auto all = readAll(path);
+    auto bytes = readBeginning(path, kMaxBytes, patience);
     const std::string_view signature = "MThd";
-    const auto begin = std::search(all.begin(), all.end(), signature.begin(), signature.end());
-    const Bytes bytes(begin, all.end());
+    bytes.erase(bytes.begin(), std::search(bytes.begin(), bytes.end(), signature.begin(), signature.end()));
+    return bytes;
+}
+
+std::optional<std::int32_t> midiLengthMs(const std::vector<std::uint8_t>& song)
+{
+    const Bytes bytes(song);
     if (bytes.size() < 14) {
         return std::nullopt;
     }

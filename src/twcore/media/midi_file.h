@@ -2,9 +2,12 @@
 
 // Standard MIDI files: recognised and measured by reading their events.
 
+#include "twcore/media/input_file.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace twcore {
 
@@ -12,10 +15,16 @@ namespace twcore {
 inline constexpr int kMidiRate = 48000;
 
 /// Whether the file begins as a MIDI file, also one wrapped in RIFF.
-bool isMidiFile(const std::string& path);
+bool isMidiFile(const std::string& path, const Patience& patience);
+
+/// The beginning of a file, as far as `most` bytes; nothing when it cannot be read, which `patience` is told.
+std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t most, const Patience& patience);
+
+/// The whole file, from its "MThd" on, as far as a song may reach; empty when there is none in it.
+std::vector<std::uint8_t> midiBytes(const std::string& path, const Patience& patience);
 
 /// Length from the tempo map to the last event; nullopt when the file is damaged ahead of its first note.
-std::optional<std::int32_t> midiLengthMs(const std::string& path);
+std::optional<std::int32_t> midiLengthMs(const std::vector<std::uint8_t>& song);
 
 /// Path of a General MIDI sound font: the environment's QUILLMONT_SOUNDFONT, else one of the system's. Empty: none.
 std::string findSoundFont();

@@ -3,10 +3,8 @@
 #include "twcore/media/midi_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fluidsynth.h>
-#include <fstream>
-#include <iterator>
-#include <string_view>
 
 namespace twcore {
 
@@ -49,13 +47,10 @@ MidiReader::~MidiReader() = default;
 bool MidiReader::open()
 {
     silenceMessages();
-    const auto lengthMs = midiLengthMs(path_);
+    auto song = midiBytes(path_, patience_);
+    const auto lengthMs = midiLengthMs(song);
     const std::string soundFont = findSoundFont();
-    std::ifstream file(path_, std::ios::binary);
-    std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-    const std::string_view signature = "MThd";
-    const auto begin = std::search(bytes.begin(), bytes.end(), signature.begin(), signature.end());
-    if (!lengthMs || soundFont.empty() || begin == bytes.end()) {
+    if (!lengthMs || soundFont.empty()) {
         return false;
     }
     totalCount_ = std::int64_t{*lengthMs} * rate_ / 1000;
@@ -67,17 +62,28 @@ bool MidiReader::open()
     fluid_settings_setnum(synth->settings.get(), "synth.gain", kGain);
     synth->synth.reset(new_fluid_synth(synth->settings.get()));
     if (!synth->synth || fluid_synth_sfload(synth->synth.get(), soundFont.c_str(), 1) == FLUID_FAILED) {
+        constexpr std::size_t kLargestFont = 1u << 30;
+        (void)readBeginning(soundFont, kLargestFont, patience_); // tells the cause, when that is its disk
         return false;
     }
     synth->player.reset(new_fluid_player(synth->synth.get()));
-    if (!synth->player
-        || fluid_player_add_mem(synth->player.get(), &*begin, static_cast<std::size_t>(bytes.end() - begin)) != FLUID_OK
+    if (!synth->player || fluid_player_add_mem(synth->player.get(), song.data(), song.size()) != FLUID_OK
         || fluid_player_play(synth->player.get()) != FLUID_OK) {
         return false;
     }
     played_.reset(std::tmpfile());
     synth_ = std::move(synth);
-    return played_ != nullptr;
+    return played_ != nullptr || failTemporary();
+}
+
+/// The temporary folder is full, or gives no file.
+bool MidiReader::failTemporary()
+{
+    if (patience_.faults != nullptr) {
+        patience_.faults->note(path_, errno != 0 ? errno : EIO);
+    }
+    broken_ = true;
+    return false;
 }
 
 bool MidiReader::playTo(std::int64_t end)
@@ -91,8 +97,7 @@ bool MidiReader::playTo(std::int64_t end)
         fluid_synth_write_float(synth_->synth.get(), static_cast<int>(count), block_.data(), 0, 2, block_.data(), 1, 2);
         if (::fseeko(played_.get(), playedCount_ * 2 * static_cast<off_t>(sizeof(float)), SEEK_SET) != 0
             || std::fwrite(block_.data(), sizeof(float) * 2, block_.size() / 2, played_.get()) != block_.size() / 2) {
-            broken_ = true; // the temporary folder is full
-            return false;
+            return failTemporary();
         }
         playedCount_ += count;
     }
@@ -110,11 +115,14 @@ void MidiReader::read(std::int64_t first, std::span<float> out)
     playTo(std::min(first + count, totalCount_));
     const std::int64_t begin = std::max<std::int64_t>(first, 0);
     const std::int64_t end = std::min(first + count, playedCount_);
-    if (begin >= end || ::fseeko(played_.get(), begin * 2 * static_cast<off_t>(sizeof(float)), SEEK_SET) != 0) {
+    if (begin >= end) {
         return;
     }
     const auto wanted = static_cast<std::size_t>(end - begin);
-    (void)std::fread(out.data() + (begin - first) * 2, sizeof(float) * 2, wanted, played_.get());
+    if (::fseeko(played_.get(), begin * 2 * static_cast<off_t>(sizeof(float)), SEEK_SET) != 0
+        || std::fread(out.data() + (begin - first) * 2, sizeof(float) * 2, wanted, played_.get()) != wanted) {
+        failTemporary();
+    }
 }
 
 } // namespace twcore

@@ -26,6 +26,7 @@ private:
 
     bool open();
     bool playTo(std::int64_t end);
+    bool failTemporary();
 
     struct CloseFile {
         void operator()(std::FILE* file) const noexcept { std::fclose(file); }

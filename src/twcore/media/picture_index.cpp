@@ -37,8 +37,8 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
         index->packets_.push_back({packet->pos, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
         scanned.push_back({packet->pts, media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
     }
-    if (index->packets_.empty() || file->gaveUp()) {
-        return nullptr;
+    if (index->packets_.empty() || file->gaveUp() || file->hasFailed()) {
+        return nullptr; // half a list would be shared as if it were whole
     }
     const double fps = media.picture->frameRate.num > 0 ? av_q2d(media.picture->frameRate) : 25;
     index->arrange(scanned, stream.time_base, 1 / fps, timesTellOrder);

@@ -89,13 +89,19 @@ int MovieWriter::writeBytes(void* self, std::uint8_t* data, int size) noexcept
 
 std::int64_t MovieWriter::seekBytes(void* self, std::int64_t offset, int whence) noexcept
 {
-    const auto& writer = *static_cast<const MovieWriter*>(self);
+    auto& writer = *static_cast<MovieWriter*>(self);
+    std::int64_t place = -1;
     if ((whence & AVSEEK_SIZE) != 0) {
         struct stat facts {};
-        return ::fstat(writer.descriptor_, &facts) == 0 ? facts.st_size : AVERROR(errno);
+        place = ::fstat(writer.descriptor_, &facts) == 0 ? facts.st_size : -1;
+    } else {
+        place = ::lseek(writer.descriptor_, offset, whence & ~AVSEEK_FORCE);
     }
-    const auto place = ::lseek(writer.descriptor_, offset, whence & ~AVSEEK_FORCE);
-    return place < 0 ? AVERROR(errno) : place;
+    if (place < 0) { // the formats' library would go on without it, and leave out the index
+        writer.diskError_ = writer.diskError_ != 0 ? writer.diskError_ : errno;
+        return AVERROR(writer.diskError_);
+    }
+    return place;
 }
 
 int MovieWriter::addStream(const AVCodecParameters& parameters, AVRational base)

@@ -26,9 +26,10 @@ std::size_t bytesOf(const AVFrame& frame)
 
 } // namespace
 
-PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled)
-    : plan_(std::move(plan)), clock_(clock), encoding_(std::move(encoding)), cancelled_(cancelled),
-      cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_})
+PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled,
+                         ReadFaults& faults)
+    : plan_(std::move(plan)), clock_(clock), encoding_(std::move(encoding)), cancelled_(cancelled), faults_(faults),
+      cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_, .faults = &faults_})
 {
     const auto starts = cuts_.chunkStarts();
     for (std::size_t i = 0; i < starts.size(); ++i) {
@@ -61,7 +62,7 @@ void PictureLine::work()
     Trace::nameThread("pictures");
     try {
         PictureRenderer renderer(plan_, clock_, encoding_.pictureFormat(), decoderThreads_,
-                                 Patience{.cancelled = &stopping_});
+                                 Patience{.cancelled = &stopping_, .faults = &faults_});
         std::unique_ptr<VideoEncoder> encoder;
         if (encoding_.isIntraOnly()) {
             std::string why;

@@ -35,7 +35,8 @@ struct MadePicture {
 
 class PictureLine {
 public:
-    PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled);
+    PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled,
+                ReadFaults& faults);
     /// Stops the workers and waits for them.
     ~PictureLine();
 
@@ -65,6 +66,7 @@ private:
     const MovieClock clock_;
     const VideoEncoding encoding_;
     const std::atomic<bool>& cancelled_;
+    ReadFaults& faults_;
     std::atomic<bool> stopping_ = false;
     MovieCuts cuts_;
     int decoderThreads_ = 1;

@@ -20,6 +20,12 @@ struct WriteFailed : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Ends a save whose files cannot be read.
+struct ReadFailed : std::runtime_error {
+    explicit ReadFailed(const ReadFault& fault) : std::runtime_error(fault.text()), code(fault.code()) {}
+    std::uint32_t code;
+};
+
 template <class Encoder>
 ParametersPtr described(const Encoder& encoder)
 {
@@ -97,6 +103,7 @@ void SaveRun::run()
     SaveState end = SaveState::kFailed;
     Trace::nameThread("movie");
     try {
+        faults_.expect(readPaths());
         writeMovie();
         const bool closed = writer_.close();
         if (cancelled_) {
@@ -108,6 +115,9 @@ void SaveRun::run()
         } else {
             error_ = {engine::kFailed.code(), "\"" + order_.path + "\" is not whole: frames or samples are missing."};
         }
+    } catch (const ReadFailed& failure) {
+        writer_.close();
+        error_ = {failure.code, failure.what()};
     } catch (const WriteFailed&) {
         writer_.close();
         error_ = writer_.error();
@@ -131,10 +141,11 @@ void SaveRun::writeMovie()
         const std::int64_t first = sampleAt(clock_.startMs, order_.soundRate);
         const std::int64_t end = first + sampleAt(clock_.stopMs - clock_.startMs, order_.soundRate);
         samplesMeant_ = end - first;
-        sound_ = std::make_unique<SoundLine>(plan_, order_.soundRate, first, end, std::move(soundEncoder_), cancelled_);
+        sound_ = std::make_unique<SoundLine>(plan_, order_.soundRate, first, end, std::move(soundEncoder_), cancelled_,
+                                             faults_);
     }
     if (order_.picture && frames > 0) {
-        PictureLine pictures(plan_, clock_, *order_.picture, cancelled_);
+        PictureLine pictures(plan_, clock_, *order_.picture, cancelled_, faults_);
         for (std::int64_t number = 0; number < frames; ++number) {
             const auto picture = pictures.next();
             if (!picture) {
@@ -143,6 +154,7 @@ void SaveRun::writeMovie()
             // In AVI the sound up to a frame's end stands ahead of the frame; Windows Media wants the order of time.
             const std::int64_t heard = order_.format == MovieFormat::kAvi ? number + 1 : number;
             writeSoundBefore(av_rescale_q_rnd(heard, av_inv_q(clock_.fps), {1, order_.soundRate}, AV_ROUND_UP));
+            checkReads();
             writePicture(*picture, number);
             framesWritten_ = number + 1;
             const double doneMs = clock_.timeMs(number + 1) - clock_.startMs;
@@ -151,6 +163,7 @@ void SaveRun::writeMovie()
         finishPictures();
     }
     writeSoundBefore(INT64_MAX);
+    checkReads(); // also where all that failed was the last of it
     positionMs_ = cancelled_ ? positionMs_.load() : durationMs();
 }
 
@@ -198,6 +211,7 @@ void SaveRun::writeSoundBefore(std::int64_t sample)
         if (waiting == nullptr || waiting->pts >= sample) {
             return;
         }
+        checkReads();
         const auto packet = sound_->take();
         if (!writer_.writeSound(*packet)) {
             throw WriteFailed("sound");
@@ -207,6 +221,30 @@ void SaveRun::writeSoundBefore(std::int64_t sample)
             positionMs_ = static_cast<std::int32_t>(
                 std::min<std::int64_t>(durationMs(), av_rescale(packet->pts, 1000, order_.soundRate)));
         }
+    }
+}
+
+std::vector<std::string> SaveRun::readPaths() const
+{
+    std::vector<std::string> paths;
+    for (const auto* const tracks : {&plan_->pictureTracks, &plan_->soundTracks}) {
+        for (const auto& track : *tracks) {
+            for (const auto& source : track) {
+                if (source.media) {
+                    paths.push_back(source.media->path);
+                }
+            }
+        }
+    }
+    std::ranges::sort(paths);
+    paths.erase(std::ranges::unique(paths).begin(), paths.end());
+    return paths;
+}
+
+void SaveRun::checkReads() const
+{
+    if (faults_.any() && !cancelled_) {
+        throw ReadFailed(*faults_.first());
     }
 }
 

@@ -39,7 +39,8 @@ public:
     /// Stops a running save.
     ~SaveRun();
 
-    /// Writes the range of the plan on threads of its own. Once only.
+    /// Writes the range of the plan on threads of its own. Once only. A file that is not there is black and silent; one
+    /// that cannot be read for any other cause, or goes meanwhile, ends the save.
     void start(PlanPtr plan, std::int32_t startMs, std::int32_t stopMs);
     /// Waits for the end.
     void wait();
@@ -66,6 +67,8 @@ private:
     void putPicture(const AVPacket& packet);
     void finishPictures();
     bool isWhole() const;
+    std::vector<std::string> readPaths() const;
+    void checkReads() const;
 
     SaveOrder order_;
     MovieClock clock_;
@@ -75,6 +78,7 @@ private:
     std::unique_ptr<SoundEncoder> soundEncoder_;
     std::unique_ptr<SoundLine> sound_;
     std::thread thread_;
+    ReadFaults faults_;
     std::atomic<bool> cancelled_ = false;
     std::atomic<SaveState> state_ = SaveState::kPrepared;
     std::atomic<std::int32_t> positionMs_ = 0;

@@ -14,8 +14,8 @@ constexpr std::int64_t kMixBlock = 4096;
 } // namespace
 
 SoundLine::SoundLine(PlanPtr plan, int rate, std::int64_t first, std::int64_t end,
-                     std::unique_ptr<SoundEncoder> encoder, const std::atomic<bool>& cancelled)
-    : plan_(std::move(plan)), rate_(rate), cancelled_(cancelled), encoder_(std::move(encoder)),
+                     std::unique_ptr<SoundEncoder> encoder, const std::atomic<bool>& cancelled, ReadFaults& faults)
+    : plan_(std::move(plan)), rate_(rate), cancelled_(cancelled), faults_(faults), encoder_(std::move(encoder)),
       worker_([this, first, end] { work(first, end); })
 {}
 
@@ -33,7 +33,7 @@ void SoundLine::work(std::int64_t first, std::int64_t end)
 {
     Trace::nameThread("sound");
     try {
-        SoundMixer mixer(plan_, rate_, Patience{.cancelled = &stopping_});
+        SoundMixer mixer(plan_, rate_, Patience{.cancelled = &stopping_, .faults = &faults_});
         std::vector<float> block;
         std::vector<PacketPtr> packets;
         for (std::int64_t at = first; at < end && !stopping_; at += kMixBlock) {

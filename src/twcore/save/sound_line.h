@@ -18,7 +18,7 @@ class SoundLine {
 public:
     /// Samples of the mix from `first` to `end`.
     SoundLine(PlanPtr plan, int rate, std::int64_t first, std::int64_t end, std::unique_ptr<SoundEncoder> encoder,
-              const std::atomic<bool>& cancelled);
+              const std::atomic<bool>& cancelled, ReadFaults& faults);
     ~SoundLine();
 
     /// The packet that is next, still in the line; nullptr behind the last and after a cancel. Throws what the thread
@@ -34,6 +34,7 @@ private:
     const PlanPtr plan_;
     const int rate_;
     const std::atomic<bool>& cancelled_;
+    ReadFaults& faults_;
     std::unique_ptr<SoundEncoder> encoder_;
     std::atomic<bool> stopping_ = false;
 
