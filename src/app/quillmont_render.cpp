@@ -4,12 +4,14 @@
 #include "app/render_job.h"
 #include "app/render_words.h"
 #include "app/terminal_text.h"
+#include "engine/ITWSave.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "project/project_file.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -54,6 +56,19 @@ int run(const app::RenderWords& words)
     return 0;
 }
 
+/// Gives a save that was stopped a little time to close its file.
+bool isThroughWithSaving()
+{
+    constexpr engine::Milliseconds kLongestMs = 2000;
+    engine::Bool16 ok = engine::kTrue;
+    if (engine::Engine) {
+        const auto save = engine::EngineAs<engine::ITWSave>();
+        (void)save->CloseSave();
+        (void)save->WaitForStopped(kLongestMs, ok);
+    }
+    return ok != engine::kFalse;
+}
+
 } // namespace
 
 int main(int count, char** raw)
@@ -68,6 +83,11 @@ int main(int count, char** raw)
         status = run(*read.words);
     } catch (const std::exception& failure) {
         std::cerr << "quillmont-render: " << app::forTerminal(failure.what()) << "\n";
+    }
+    if (!isThroughWithSaving()) {
+        // A picture that is long in the encoder is left behind, and nothing that it uses is taken down under it.
+        std::cout.flush();
+        std::_Exit(status);
     }
     engine::Engine.reset();
     return status;

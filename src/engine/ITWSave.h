@@ -6,8 +6,8 @@
 // `PrepareWindowsMediaFile`; `StartSave` and polls, or `RunSaveToEnd`; `StopSave`; `CloseSave`.
 //
 // Threads: operations come from the interface thread; the movie is rendered and written on engine threads over an
-// immutable plan that is compiled when the save starts. Preparing and `RunSaveToEnd` take the time that they need, all
-// else returns at once.
+// immutable plan that is compiled when the save starts. Preparing, `RunSaveToEnd` and `SaveMetadata` take the time that
+// they need, `WaitForStopped` as long as it is told, all else returns at once.
 //
 // The engine writes to the path that it is given and leaves a partial file there when the save is stopped; an old file
 // is truncated only when the encoders are open. Texts that this interface fills end in NUL ahead of their blanks.
@@ -30,14 +30,18 @@ public:
     virtual ~ITWSave() = default;
 
     virtual Status AddSaveTrack(Handle track, Bool16& ok) = 0;
-    /// ok false: a compressor refuses, there is nothing to save, or the file cannot be made.
+    /// ok false: a compressor or profile refuses, or there is nothing to save. A file that cannot be made is a failure
+    /// status with its cause.
     virtual Status PrepareAviFile(Text path, Bool16& ok) = 0;
     virtual Status PrepareWindowsMediaFile(Text path, Bool16& ok) = 0;
     /// Releases the save: drops tracks, range and the effects flag, and keeps the settings. Stops a running one.
     virtual Status CloseSave() = 0;
     virtual Status StartSave(Bool16& ok) = 0;
+    /// Does nothing when nothing has been prepared.
     virtual Status RunSaveToEnd() = 0;
-    /// Stops the save and writes the index, so that what is there plays. A second one does nothing and is ok.
+    /// Stops the save. The index is written behind the picture that is in hand, so that what is there plays: until then
+    /// the file belongs to that save, and preparing another at its path takes the name from it first. A second one does
+    /// nothing and is ok.
     virtual Status StopSave(Bool16& ok) = 0;
     virtual Status GetSaveDuration(Milliseconds& duration) = 0;
     virtual Status GetSavePosition(Milliseconds& position) = 0;
@@ -94,6 +98,8 @@ public:
     virtual Status SetDescription(Text text) = 0;
     /// Writes the fields in place and closes.
     virtual Status SaveMetadata() = 0;
+    /// Waits until the saves that were stopped have closed their files, not longer than told. ok false: one has not.
+    virtual Status WaitForStopped(Milliseconds longest, Bool16& ok) = 0;
 };
 
 } // namespace engine

@@ -149,6 +149,13 @@ bool MovieWriter::openFile()
         diskError_ = errno;
         return fail(0);
     }
+    struct stat facts {};
+    if (::fstat(descriptor_, &facts) != 0) {
+        diskError_ = errno;
+        return fail(0);
+    }
+    device_ = facts.st_dev;
+    inode_ = facts.st_ino;
     auto* const buffer = static_cast<std::uint8_t*>(av_malloc(kBufferBytes));
     bytes_ = buffer == nullptr ? nullptr
                                : avio_alloc_context(buffer, kBufferBytes, 1, this, nullptr, &MovieWriter::writeBytes,
@@ -159,6 +166,12 @@ bool MovieWriter::openFile()
     }
     context_->pb = bytes_;
     return true;
+}
+
+bool MovieWriter::writesTo(const std::string& path) const
+{
+    struct stat facts {};
+    return ::stat(path.c_str(), &facts) == 0 && facts.st_dev == device_ && facts.st_ino == inode_;
 }
 
 bool MovieWriter::writeHeader()

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <sys/types.h>
 
 namespace twcore {
 
@@ -44,6 +45,9 @@ public:
     /// Writes the index and closes. False when the disk refuses. A second call does nothing.
     bool close();
 
+    /// Whether the path names the file that was begun. Any thread.
+    bool writesTo(const std::string& path) const;
+
     const WriteError& error() const noexcept { return error_; }
     std::int64_t packetsWritten(bool picture) const noexcept { return picture ? picturePackets_ : soundPackets_; }
 
@@ -62,6 +66,8 @@ private:
     MovieFormat format_ = MovieFormat::kAvi;
     std::string path_;
     int descriptor_ = -1;
+    dev_t device_ = 0; // which file it is, from its opening on
+    ino_t inode_ = 0;
     int diskError_ = 0; // errno of the first refusal
     AVIOContext* bytes_ = nullptr;
     AVFormatContext* context_ = nullptr;

@@ -4,7 +4,9 @@
 #include "twcore/profiles/user_profiles.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <filesystem>
 #include <utility>
 
 namespace twcore {
@@ -17,6 +19,8 @@ using engine::toBool16;
 namespace {
 
 constexpr int kSoundRate = 48000;
+constexpr auto kNever = std::chrono::steady_clock::time_point::max();
+constexpr std::chrono::seconds kEndWait{2}; // that the end of the program waits for a picture in hand
 
 } // namespace
 
@@ -57,13 +61,16 @@ engine::Status SaveInterface::prepare(const std::string& path,
                                       std::optional<SaveOrder> (SaveInterface::*orderFor)(const Plan&) const,
                                       Bool16& ok)
 {
-    run_.reset();
+    leave();
     started_ = failureTold_ = false;
     const PlanPtr plan = compile();
     const Milliseconds length = wholeTimeline_ ? plan->durationMs : rangeStop_ - rangeStart_;
     auto order = length > 0 ? (this->*orderFor)(*plan) : std::nullopt;
     if (!order) {
         return kDone; // refused: ok stays false
+    }
+    if (Status status = takeNameFromStopped(path); status.failed()) {
+        return status;
     }
     order->path = path;
     frameRateSaved_ = order->picture ? order->picture->fps : frameRateSaved_;
@@ -143,6 +150,47 @@ std::optional<SaveOrder> SaveInterface::windowsMediaOrder(const Plan& plan) cons
     return order;
 }
 
+SaveInterface::~SaveInterface()
+{
+    leave();
+    const auto deadline = std::chrono::steady_clock::now() + kEndWait;
+    for (const auto& run : stopped_) {
+        run->waitUntil(deadline);
+    }
+}
+
+/// Lets go of the save. One that still has a picture in hand goes on to its end by itself.
+void SaveInterface::leave()
+{
+    if (run_) {
+        run_->stop();
+        stopped_.push_back(std::move(run_));
+        run_.reset();
+    }
+    std::erase_if(stopped_, [](const auto& run) { return run->isThrough(); });
+}
+
+/// A save that was stopped may still write to this path: the file is its own until it is through, and only the name is
+/// free for another.
+engine::Status SaveInterface::takeNameFromStopped(const std::string& path)
+{
+    if (std::ranges::none_of(stopped_, [&](const auto& run) { return run->writesTo(path); })) {
+        return kDone;
+    }
+    std::error_code error;
+    const auto target = std::filesystem::canonical(path, error); // a link stays one
+    if (!error) {
+        std::filesystem::remove(target, error);
+    }
+    if (error) {
+        return Status(engine::kAccessDenied.code(),
+                      "\"" + path
+                          + "\" is still being closed by the save that was "
+                            "stopped, and its folder may not be written to. Wait a little.");
+    }
+    return kDone;
+}
+
 bool SaveInterface::begin()
 {
     if (!run_ || started_) {
@@ -166,7 +214,7 @@ engine::Status SaveInterface::CloseSave()
 {
     return guarded([&] {
         note();
-        run_.reset();
+        leave();
         tracks_.clear();
         wholeTimeline_ = withEffects_ = true;
         rangeStart_ = rangeStop_ = 0;
@@ -183,9 +231,10 @@ engine::Status SaveInterface::RunSaveToEnd()
 {
     return guarded([&]() -> Status {
         if (!begin()) {
-            return engine::kUnexpected;
+            // Nobody asks whether a snap of an empty timeline could be prepared: its picture is empty.
+            return run_ ? engine::kUnexpected : kDone;
         }
-        run_->wait();
+        run_->waitUntil(kNever);
         return failureOnce();
     });
 }
@@ -198,6 +247,19 @@ engine::Status SaveInterface::StopSave(Bool16& ok)
             run_->stop();
             note();
         }
+    });
+}
+
+engine::Status SaveInterface::WaitForStopped(Milliseconds longest, Bool16& ok)
+{
+    ok = kFalse;
+    return guarded([&] {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(std::max(0, longest));
+        auto all = stopped_;
+        if (run_ && run_->isStopped()) {
+            all.push_back(run_);
+        }
+        ok = toBool16(std::ranges::all_of(all, [&](const auto& run) { return run->waitUntil(deadline); }));
     });
 }
 

@@ -28,6 +28,10 @@ public:
     using TextBuffer = engine::TextBuffer;
 
     SaveInterface(Timeline& timeline, FileRegistry& files) : timeline_(timeline), files_(files) {}
+    /// Stops a running save. Waits a little for what is stopped, and leaves behind what does not come through.
+    ~SaveInterface();
+    SaveInterface(const SaveInterface&) = delete;
+    SaveInterface& operator=(const SaveInterface&) = delete;
 
     Status AddSaveTrack(Handle track, Bool16& ok) override;
     Status PrepareAviFile(Text path, Bool16& ok) override;
@@ -78,6 +82,7 @@ public:
     Status SetCopyright(Text text) override;
     Status SetDescription(Text text) override;
     Status SaveMetadata() override;
+    Status WaitForStopped(Milliseconds longest, Bool16& ok) override;
 
     bool setSoundRate(int hertz) override;
     void startTrace() override { Trace::start(); }
@@ -112,6 +117,8 @@ private:
     Status prepare(const std::string& path, std::optional<SaveOrder> (SaveInterface::*orderFor)(const Plan&) const,
                    Bool16& ok);
     bool begin();
+    void leave();
+    Status takeNameFromStopped(const std::string& path);
     Status failureOnce();
     void note();
 
@@ -128,7 +135,8 @@ private:
     Milliseconds rangeStart_ = 0;
     Milliseconds rangeStop_ = 0;
 
-    std::unique_ptr<SaveRun> run_;
+    std::shared_ptr<SaveRun> run_;
+    std::vector<std::shared_ptr<SaveRun>> stopped_; // closed while a picture was in hand
     bool started_ = false;
     bool failureTold_ = false;
     long long framesSaved_ = 0;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <thread>
 
 namespace twcore {
 
@@ -38,10 +39,10 @@ ParametersPtr described(const Encoder& encoder)
 
 } // namespace
 
-std::unique_ptr<SaveRun> SaveRun::prepare(SaveOrder order, WriteError& error)
+std::shared_ptr<SaveRun> SaveRun::prepare(SaveOrder order, WriteError& error)
 {
-    std::unique_ptr<SaveRun> run(new SaveRun(std::move(order)));
-    return run->open(error) ? std::move(run) : nullptr;
+    std::shared_ptr<SaveRun> run(new SaveRun(std::move(order)));
+    return run->open(error) ? run : nullptr;
 }
 
 bool SaveRun::open(WriteError& error)
@@ -74,47 +75,62 @@ bool SaveRun::open(WriteError& error)
     return true;
 }
 
-SaveRun::~SaveRun() { stop(); }
-
 void SaveRun::start(PlanPtr plan, std::int32_t startMs, std::int32_t stopMs)
 {
     plan_ = std::move(plan);
     clock_ = {order_.picture ? order_.picture->fps : AVRational{25, 1}, startMs, std::max(startMs, stopMs)};
     state_ = SaveState::kRunning;
-    thread_ = std::thread([this] { run(); });
+    isWorking_ = true; // no thread yet that could ask
+    try {
+        std::thread([self = shared_from_this()] { self->work(); }).detach();
+    } catch (...) {
+        isWorking_ = false;
+        throw;
+    }
 }
 
-void SaveRun::wait()
+bool SaveRun::waitUntil(std::chrono::steady_clock::time_point deadline)
 {
-    if (thread_.joinable()) {
-        thread_.join();
-    }
+    std::unique_lock lock(mutex_);
+    return ended_.wait_until(lock, deadline, [&] { return !isWorking_; });
 }
 
 void SaveRun::stop()
 {
     cancelled_ = true;
-    wait();
-    writer_.close();
+    if (state_ == SaveState::kPrepared) {
+        writer_.close(); // no thread has it
+    }
 }
 
-void SaveRun::run()
+void SaveRun::work() noexcept
 {
-    SaveState end = SaveState::kFailed;
+    const SaveState end = run();
+    sound_.reset();
+    pictureEncoder_.reset();
+    soundEncoder_.reset();
+    state_ = end;
+    const std::lock_guard lock(mutex_);
+    isWorking_ = false;
+    ended_.notify_all();
+}
+
+SaveState SaveRun::run()
+{
     Trace::nameThread("movie");
     try {
         faults_.expect(readPaths());
         writeMovie();
         const bool closed = writer_.close();
         if (cancelled_) {
-            end = SaveState::kStopped;
-        } else if (!closed) {
-            error_ = writer_.error();
-        } else if (isWhole()) {
-            end = SaveState::kComplete;
-        } else {
-            error_ = {engine::kFailed.code(), "\"" + order_.path + "\" is not whole: frames or samples are missing."};
+            return SaveState::kStopped;
         }
+        if (closed && isWhole()) {
+            return SaveState::kComplete;
+        }
+        error_ = closed ? WriteError{engine::kFailed.code(),
+                                     "\"" + order_.path + "\" is not whole: frames or samples are missing."}
+                        : writer_.error();
     } catch (const ReadFailed& failure) {
         writer_.close();
         error_ = {failure.code, failure.what()};
@@ -130,8 +146,7 @@ void SaveRun::run()
         error_ = {engine::kFailed.code(),
                   "Cannot save \"" + order_.path + "\": " + failure.what() + " Choose another compressor."};
     }
-    sound_.reset();
-    state_ = end;
+    return SaveState::kFailed;
 }
 
 void SaveRun::writeMovie()

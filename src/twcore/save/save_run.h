@@ -1,6 +1,8 @@
 #pragma once
 
 // One save: a movie file that has been prepared, then written on threads of its own over a plan that does not change.
+// The threads own all that they work on: who has stopped a save need not wait for the picture that is in hand, and may
+// leave it behind.
 //
 //     pictures:  decode, fit (, encode), by several workers --+
 //                                                             +--> one thread: (encode,) interleave, write
@@ -11,10 +13,12 @@
 #include "twcore/save/sound_line.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 
 namespace twcore {
 
@@ -30,22 +34,24 @@ struct SaveOrder {
 
 enum class SaveState { kPrepared, kRunning, kComplete, kStopped, kFailed };
 
-class SaveRun {
+class SaveRun : public std::enable_shared_from_this<SaveRun> {
 public:
     /// Opens the encoders, then the file, and writes its header. nullptr when that fails, with `error` telling why;
     /// code 0 in it says that a compressor refuses.
-    static std::unique_ptr<SaveRun> prepare(SaveOrder order, WriteError& error);
-
-    /// Stops a running save.
-    ~SaveRun();
+    static std::shared_ptr<SaveRun> prepare(SaveOrder order, WriteError& error);
 
     /// Writes the range of the plan on threads of its own. Once only. A file that is not there is black and silent; one
     /// that cannot be read for any other cause, or goes meanwhile, ends the save.
     void start(PlanPtr plan, std::int32_t startMs, std::int32_t stopMs);
-    /// Waits for the end.
-    void wait();
-    /// Stops at once, waits, and leaves a file that plays as far as it goes. Again: nothing.
+    /// Waits for the end, not longer than told. True when nothing works any more, and the file is closed.
+    bool waitUntil(std::chrono::steady_clock::time_point deadline);
+    bool isStopped() const noexcept { return cancelled_; }
+    bool isThrough() { return waitUntil({}); }
+    /// Returns at once. Behind the picture in hand the index is written, so that the file plays as far as it goes.
+    /// Again: nothing.
     void stop();
+    /// Whether the path names the file that this save writes to.
+    bool writesTo(const std::string& path) const { return writer_.writesTo(path); }
 
     SaveState state() const noexcept { return state_; }
     std::int32_t durationMs() const noexcept { return clock_.stopMs - clock_.startMs; }
@@ -60,7 +66,8 @@ private:
     explicit SaveRun(SaveOrder order) : order_(std::move(order)) {}
 
     bool open(WriteError& error);
-    void run();
+    void work() noexcept;
+    SaveState run();
     void writeMovie();
     void writePicture(const MadePicture& picture, std::int64_t number);
     void writeSoundBefore(std::int64_t sample);
@@ -77,7 +84,11 @@ private:
     std::unique_ptr<VideoEncoder> pictureEncoder_; // serial: not for intra-only compressors
     std::unique_ptr<SoundEncoder> soundEncoder_;
     std::unique_ptr<SoundLine> sound_;
-    std::thread thread_;
+
+    std::mutex mutex_; // guards what follows
+    std::condition_variable ended_;
+    bool isWorking_ = false;
+
     ReadFaults faults_;
     std::atomic<bool> cancelled_ = false;
     std::atomic<SaveState> state_ = SaveState::kPrepared;

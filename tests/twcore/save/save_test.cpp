@@ -238,12 +238,48 @@ TEST_F(SaveTest, StopsAtOnceAndLeavesWhatPlays)
     check(save->GetSaveState(state));
     EXPECT_NE(state, engine::save_state::kComplete);
     check(save->CloseSave());
+    check(save->WaitForStopped(10000, ok));
+    EXPECT_EQ(ok, engine::kTrue);
     const Movie movie = testmedia::readMovie(folder / "part.avi");
     EXPECT_GE(movie.frames.size(), 50u);
     EXPECT_LT(movie.frames.size(), 4000u);
     for (std::size_t i = 0; i < movie.frames.size(); ++i) {
         ASSERT_EQ(movie.frames[i].number, static_cast<int>(i % 100));
     }
+}
+
+TEST_F(SaveTest, APictureThatIsLongInTheEncoderHoldsUpNobody)
+{
+    // A save is stopped while such a picture is in hand, and another one takes its name meanwhile.
+    layBoth("h264.mp4", {0, 4000, 0, 4000});
+    const auto save = EngineAs<engine::ITWSave>();
+    ASSERT_TRUE(prepare({.video = "Cinepak", .width = 480, .height = 272}, folder / "movie.avi"));
+    std::filesystem::create_hard_link(folder / "movie.avi", folder / "old.avi");
+    engine::Bool16 ok = engine::kFalse;
+    check(save->StartSave(ok));
+    for (std::int32_t positionMs = 0; positionMs == 0;) {
+        check(save->GetSavePosition(positionMs));
+    }
+    check(save->StopSave(ok));
+    check(save->CloseSave());
+    check(save->WaitForStopped(0, ok));
+    EXPECT_EQ(ok, engine::kFalse) << "the picture was waited for";
+    EXPECT_EQ(saved({.rangeStart = 0, .rangeStop = 400}).numbers().size(), 10u);
+    check(save->WaitForStopped(60000, ok));
+    EXPECT_EQ(ok, engine::kTrue);
+    EXPECT_EQ(testmedia::readMovie(folder / "movie.avi").numbers().size(), 10u) << "the old save wrote into it";
+    EXPECT_GE(testmedia::readMovie(folder / "old.avi").frames.size(), 1u) << "left without its index";
+}
+
+TEST_F(SaveTest, RunsNothingThatIsNotPrepared)
+{
+    const auto save = EngineAs<engine::ITWSave>();
+    EXPECT_FALSE(prepare({}, folder / "movie.avi")) << "an empty timeline";
+    check(save->RunSaveToEnd());
+    std::int32_t state = -1;
+    check(save->GetSaveState(state));
+    EXPECT_EQ(state, engine::save_state::kIdle);
+    EXPECT_FALSE(std::filesystem::exists(folder / "movie.avi"));
 }
 
 TEST_F(SaveTest, LeavesOutDisabledTracksAndDrawsOverlaysAbove)

@@ -303,6 +303,7 @@ TEST_F(WindowsMediaTest, StopsAtOnceAndLeavesWhatPlays)
     check(save->GetSaveState(state));
     EXPECT_NE(state, engine::save_state::kComplete);
     check(save->CloseSave());
+    check(save->WaitForStopped(10000, ok));
     const Movie movie = testmedia::readMovie(folder / "part.wmv");
     EXPECT_GE(movie.frames.size(), 50u);
     EXPECT_LT(movie.frames.size(), 6000u);
