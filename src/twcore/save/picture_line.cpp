@@ -125,9 +125,10 @@ std::optional<std::size_t> PictureLine::takeOver()
 }
 
 /// The frame that a worker makes next; nullopt behind the last of its chunk, which may have been cut meanwhile.
-std::optional<std::int64_t> PictureLine::nextFrame(Chunk& chunk, PictureRenderer& renderer)
+std::optional<std::int64_t> PictureLine::nextFrame(std::size_t number, PictureRenderer& renderer)
 {
     const std::lock_guard lock(mutex_);
+    Chunk& chunk = chunks_[number];
     if (stopping_ || chunk.toMake >= chunk.end) {
         return std::nullopt;
     }
@@ -138,7 +139,7 @@ std::optional<std::int64_t> PictureLine::nextFrame(Chunk& chunk, PictureRenderer
 void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder)
 {
     MadePicture last;
-    while (const auto next = nextFrame(chunks_[chunk], renderer)) {
+    while (const auto next = nextFrame(chunk, renderer)) {
         const std::int64_t number = *next;
         MadePicture made;
         made.frame = renderer.frame(number);

@@ -58,7 +58,7 @@ private:
     void work();
     std::optional<std::size_t> takeChunk();
     std::optional<std::size_t> takeOver();
-    std::optional<std::int64_t> nextFrame(Chunk& chunk, PictureRenderer& renderer);
+    std::optional<std::int64_t> nextFrame(std::size_t chunk, PictureRenderer& renderer);
     void makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder);
     bool hand(std::size_t chunk, MadePicture picture);
 
@@ -73,7 +73,7 @@ private:
 
     std::mutex mutex_; // guards what follows
     std::condition_variable changed_;
-    std::deque<Chunk> chunks_;  // in the order of making; grows at its end, and what is in it stays where it is
+    std::deque<Chunk> chunks_;  // in the order of making; grows at its end while others work
     std::size_t nextChunk_ = 0; // that no worker has taken
     std::size_t current_ = 0;   // that is being written
     std::size_t waitingBytes_ = 0;
