@@ -193,7 +193,11 @@ void SoundPlayer::Room::silence()
 void SoundPlayer::Room::openMixer(const PlanPtr& plan)
 {
     if (!mixer || mixerPlan != plan) {
-        mixer = std::make_unique<SoundMixer>(plan, kPlayRate, Patience{.cancelled = watch.flag()});
+        auto made = std::make_unique<SoundMixer>(plan, kPlayRate, Patience{.cancelled = watch.flag()});
+        if (mixer) {
+            made->takeReaders(*mixer);
+        }
+        mixer = std::move(made);
         mixerPlan = plan;
     }
 }

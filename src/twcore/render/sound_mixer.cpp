@@ -43,6 +43,37 @@ void SoundMixer::read(std::int64_t first, std::span<float> out)
     }
 }
 
+void SoundMixer::takeReaders(SoundMixer& other)
+{
+    other.voices_.push_back(std::move(other.taken_)); // last, as what is wanted least
+    for (auto& voices : other.voices_) {
+        for (auto& voice : voices) {
+            if (plays(voice.media) && taken_.size() < kMaxVoices * voices_.size()) {
+                taken_.push_back({voice.media, std::move(voice.source), nullptr, nullptr, 0});
+            }
+        }
+    }
+    other.voices_.clear();
+}
+
+bool SoundMixer::plays(const MediaFilePtr& media) const
+{
+    return std::ranges::any_of(plan_->soundTracks, [&](const auto& track) {
+        return std::ranges::find(track, media, &PlannedSource::media) != track.end();
+    });
+}
+
+std::unique_ptr<SoundSource> SoundMixer::readerOf(const MediaFilePtr& media)
+{
+    const auto found = std::ranges::find(taken_, media, &Voice::media);
+    if (found == taken_.end()) {
+        return openSound(media, rate_, patience_);
+    }
+    auto reader = std::move(found->source);
+    taken_.erase(found);
+    return reader;
+}
+
 SoundMixer::Voice& SoundMixer::voiceFor(std::vector<Voice>& voices, const PlannedSource& source)
 {
     auto found = std::ranges::find(voices, source.media, &Voice::media);
@@ -50,7 +81,7 @@ SoundMixer::Voice& SoundMixer::voiceFor(std::vector<Voice>& voices, const Planne
         if (voices.size() >= kMaxVoices) {
             voices.erase(std::ranges::min_element(voices, {}, &Voice::lastUse));
         }
-        voices.push_back({source.media, openSound(source.media, rate_, patience_), nullptr, nullptr, 0});
+        voices.push_back({source.media, readerOf(source.media), nullptr, nullptr, 0});
         found = voices.end() - 1;
     }
     found->lastUse = ++uses_;

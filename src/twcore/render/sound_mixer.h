@@ -31,6 +31,10 @@ public:
     /// Fills `out`, two floats a sample, from sample `first` on. Full scale is 1; a loud mix may pass it.
     void read(std::int64_t first, std::span<float> out);
 
+    /// Takes over the files that another mixer has open, for another plan: some take long to begin with, as a song that
+    /// is played from its start. Both have the same rate and patience; the other one is done with.
+    void takeReaders(SoundMixer& other);
+
 private:
     /// One open reader of a track, for one file.
     struct Voice {
@@ -42,12 +46,15 @@ private:
     };
 
     Voice& voiceFor(std::vector<Voice>& voices, const PlannedSource& source);
+    std::unique_ptr<SoundSource> readerOf(const MediaFilePtr& media);
+    bool plays(const MediaFilePtr& media) const;
     void readSource(std::vector<Voice>& voices, const PlannedSource& source, std::int64_t first, std::span<float> out);
 
     PlanPtr plan_;
     int rate_;
     Patience patience_;
     std::vector<std::vector<Voice>> voices_; // by track
+    std::vector<Voice> taken_;               // over from another mixer, not asked for yet
     std::vector<float> block_;
     std::uint64_t uses_ = 0;
 };

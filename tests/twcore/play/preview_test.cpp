@@ -155,6 +155,29 @@ TEST_F(PreviewTest, SeeksWhilePlayingAndHaltsWhereItWasSought)
     EXPECT_TRUE(shows(numberAt(100)));
 }
 
+TEST_F(PreviewTest, AnEditGoesOnWithASongThatPlays)
+{
+    // It is not begun again, which would take as long as it has played: so it does not even miss its file.
+    const auto song =
+        std::filesystem::temp_directory_path() / ("quillmont-song-" + std::to_string(::getpid()) + ".mid");
+    std::filesystem::copy_file(path("tune.mid"), song, std::filesystem::copy_options::overwrite_existing);
+    lay(audio, stream(song.string(), false), 0, 6000, 0);
+    build();
+    play();
+    ASSERT_TRUE(device.advance(1000));
+    std::filesystem::remove(song);
+    Bool16 ok = engine::kFalse;
+    check(timelineCalls.SetSourceTimes(audio, 0, 0, 5000, ok));
+    expectOk(preview, &PreviewInterface::RefreshPreview);
+    ASSERT_TRUE(device.advance(2000));
+    const auto heard = device.lastHeard(1000);
+    float loudest = 0;
+    for (std::size_t i = 0; i < heard.count; ++i) {
+        loudest = std::max(loudest, std::abs(heard.samples[i * heard.stride]));
+    }
+    EXPECT_GT(loudest, 0.01f);
+}
+
 TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)
 {
     layBoth("h264.mp4", 0, 4000, 0);
