@@ -34,7 +34,8 @@ public:
     /// The colour of one pixel of a canvas that the engine has drawn on; each 0 to 255.
     virtual Status GetFramePixel(std::int32_t deviceContext, std::int32_t x, std::int32_t y, std::int32_t& red,
                                  std::int32_t& green, std::int32_t& blue) = 0;
-    /// Draws the frame of a file at a time on a canvas, exactly of the size asked.
+    /// Draws the frame of a file at a time on a canvas, exactly of the size asked. Black when there is no such file, or
+    /// no picture in it.
     virtual Status DrawSnapFrame(Text path, double seconds, std::int32_t deviceContext, std::int32_t width,
                                  std::int32_t height) = 0;
     /// Draws the frame of a stream at a time on a canvas, exactly of the size asked.

@@ -44,11 +44,12 @@ Pixels packed(const AVFrame& frame)
     return pixels;
 }
 
-/// Empty when there is no such frame.
+/// Empty when there is no such frame. A file that holds no picture at all gives a black one.
 Pixels frameOf(const MediaFilePtr& media, double seconds, PictureSize size, const Patience& patience)
 {
     if (!media || !media->picture) {
-        return {};
+        const auto count = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+        return patience.over() ? Pixels{} : Pixels(count, engine::PixelCanvas::kBlack);
     }
     PictureReader reader(media, std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 4), patience);
     const SharedFrame frame = reader.at(seconds);

@@ -12,7 +12,8 @@
 namespace twcore {
 
 /// Draws the frame of a file at a time on a canvas, which is then exactly of that size. `find` opens the file, on a
-/// thread of its own. After 2 s, or when there is no such frame, the canvas stays as it is: false.
+/// thread of its own; where it finds none, or no picture in it, the canvas is black. After 2 s, or when there is no
+/// such frame, the canvas stays as it is: false.
 bool drawFrame(std::function<MediaFilePtr(const Patience&)> find, double seconds, PictureSize size,
                engine::PixelCanvas& canvas);
 

@@ -80,7 +80,6 @@ TEST_F(CanvasTest, DrawsTheFrameInTheSizeAsked)
     EXPECT_EQ(canvas.height(), 233);
     EXPECT_EQ(canvasNumber(), 75);
     // Without a frame, the canvas stays as it is.
-    check(preview.DrawSnapFrame(path("no such file"), 0, number, 320, 240));
     check(preview.DrawSnapFrame(path("h264.mp4"), 60, number, 320, 240));
     check(preview.DrawSnapFrame(path("h264.mp4"), 0, number, 0, 240));
     check(preview.DrawKeyFrame(stream("h264.mp4", false), 0, number, 320, 240));
@@ -88,6 +87,13 @@ TEST_F(CanvasTest, DrawsTheFrameInTheSizeAsked)
     check(preview.DrawKeyFrame(stream("h264.mp4", true), 0, number + 1000, 320, 240));
     EXPECT_EQ(canvas.width(), 401);
     EXPECT_EQ(canvasNumber(), 75);
+    // A snap of nothing is an empty picture, not the one before.
+    for (const std::string& nothing : {path("no such file"), path("tone.flac")}) {
+        canvas.take(1, 1, {0xFFFFFFFF});
+        check(preview.DrawSnapFrame(nothing, 0, number, 320, 240));
+        EXPECT_EQ(canvas.width(), 320);
+        EXPECT_EQ(pixel(160, 120), (testmedia::Rgb{0, 0, 0}));
+    }
 }
 
 TEST_F(CanvasTest, ColoursAreThoseOfTheFile)
