@@ -47,8 +47,8 @@ struct OpenFileRequest {
 class CommonDialogs {
 public:
     virtual ~CommonDialogs() = default;
-    /// One path, or the folder and behind it the names in it, all separated by NUL. Raises error 32755 when it is
-    /// cancelled, error 20476 when the names do not fit the buffer.
+    /// One path, or a folder and behind it the names from there, all separated by NUL. A name may be one of which there
+    /// is no file. Raises error 32755 when it is cancelled, error 20476 when the names do not fit the buffer.
     virtual std::string openFiles(const OpenFileRequest& request) = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "windowing/qt_ports.h"
 
 #include "engine/runtime_error.h"
+#include "windowing/file_choice.h"
 #include "windowing/painter_canvas.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -10,7 +11,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QFontMetricsF>
 #include <QLocale>
@@ -107,21 +107,7 @@ MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, Mess
 
 std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
 {
-    QStringList filters;
-    for (const FileFilter& filter : request.filters) {
-        QStringList patterns;
-        for (const std::string& pattern : filter.patterns) {
-            // Names of other systems are in capitals as often as not.
-            patterns << fromProgram(pattern);
-            if (fromProgram(pattern).toUpper() != fromProgram(pattern)) {
-                patterns << fromProgram(pattern).toUpper();
-            }
-        }
-        // The name tells its patterns itself; the toolkit reads them from the brackets at the end.
-        QString name = fromProgram(filter.name);
-        name = name.left(name.indexOf('(') < 0 ? name.size() : name.indexOf('(')).trimmed();
-        filters << name + " (" + patterns.join(' ') + ")";
-    }
+    const QStringList filters = toolkitFilters(request.filters);
     QFileDialog dialog(dialogOwner(), QObject::tr("Open"),
                        request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
     dialog.setNameFilters(filters);
@@ -133,19 +119,12 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     const int answer = dialog.exec();
     QApplication::restoreOverrideCursor();
-    const QStringList chosen = dialog.selectedFiles();
-    if (answer != QDialog::Accepted || chosen.isEmpty()) {
+    const QStringList chosen = answer == QDialog::Accepted ? chosenPaths(dialog) : QStringList();
+    if (chosen.isEmpty()) {
         throw engine::RuntimeError(kCancelled, "Cancel was selected.");
     }
-    const QFileInfo first(chosen.front());
-    lastFolder_ = first.absolutePath();
-    std::string names = toProgram(first.absoluteFilePath());
-    if (chosen.size() > 1) {
-        names = toProgram(first.absolutePath());
-        for (const QString& path : chosen) {
-            names += '\0' + toProgram(QFileInfo(path).fileName());
-        }
-    }
+    lastFolder_ = QFileInfo(chosen.front()).absolutePath();
+    const std::string names = folderAndNames(chosen);
     if (request.bufferLength > 0 && names.size() >= request.bufferLength) {
         throw engine::RuntimeError(kBufferTooSmall, "The buffer for the file names is too small.");
     }

@@ -1,0 +1,105 @@
+// Files on the disk: what the open dialogue shows and gives, folders, files that go and come back.
+
+#include "screens/screen_harness.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTreeView>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace screens_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class MediaFilesScreen : public ScreenTest {
+protected:
+    /// A copy of a test medium in a folder of the test's own; its whole path.
+    std::string copied(const std::string& name, const std::string& to) const
+    {
+        const fs::path path = fs::path(folder_.path().toStdString()) / to;
+        fs::create_directories(path.parent_path());
+        fs::copy_file(media(name), path);
+        return path.string();
+    }
+    std::string folder() const { return folder_.path().toStdString(); }
+    static QFileDialog& dialogue() { return *qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }
+
+    /// The files that the dialogue lists, blanks between.
+    static std::string listed()
+    {
+        const auto& list = *dialogue().findChild<QListView*>("listView");
+        std::string all;
+        for (int i = 0; i < list.model()->rowCount(list.rootIndex()); ++i) {
+            all += (i == 0 ? "" : " ") + list.model()->index(i, 0, list.rootIndex()).data().toString().toStdString();
+        }
+        return all;
+    }
+    std::string tipOf(int place) const
+    {
+        return find<QTreeView>("lvwMediaList").model()->index(place, 0).data(Qt::ToolTipRole).toString().toStdString();
+    }
+    bool isBlack(const char* picture) const
+    {
+        const QImage image = find(picture).grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+        for (int y = 0; y < image.height(); ++y) {
+            if (std::any_of(image.scanLine(y), image.scanLine(y) + image.width(),
+                            [](int grey) { return grey > 200; })) {
+                return false;
+            }
+        }
+        return true;
+    }
+    QImage signOf(int place) const
+    {
+        const QVariant icon = find<QTreeView>("lvwMediaList").model()->index(place, 0).data(Qt::DecorationRole);
+        return icon.value<QIcon>().pixmap(16, 16).toImage();
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+TEST_F(MediaFilesScreen, TheFiltersOfTheDialogueLetTheirKindsThrough)
+{
+    for (const char* const name : {"a.mp4", "b.MOV", "c.flac", "d.png", "e", "f.avi", "g.txt"}) {
+        std::ofstream(fs::path(folder()) / name) << "x";
+    }
+    answers.open({});
+    answers.meanwhile = [&] {
+        dialogue().setDirectory(QString::fromStdString(folder()));
+        auto& filters = *dialogue().findChild<QComboBox*>("fileTypeCombo");
+        EXPECT_EQ(filters.currentText(), "All supported Media Files");
+        QTest::keyClick(&filters, Qt::Key_Home);
+        for (const char* const files : {"a.mp4 b.MOV f.avi", "c.flac", "d.png", "a.mp4 b.MOV c.flac d.png f.avi",
+                                        "a.mp4 b.MOV c.flac d.png e f.avi g.txt", "a.mp4 b.MOV c.flac d.png"}) {
+            EXPECT_TRUE(until([&] { return listed() == files; }))
+                << filters.currentText().toStdString() << ": " << listed();
+            QTest::keyClick(&filters, Qt::Key_Down);
+        }
+    };
+    choose("&File", "Open &File...");
+}
+
+TEST_F(MediaFilesScreen, EveryNameThatIsTypedIsOpenedOrTold)
+{
+    copied("still.bmp", "one/still.bmp");
+    copied("still.bmp", "one/hidden.xyz");
+    const std::string other = copied("still.png", "two/still.png");
+    answers.open({"still.bmp", "hidden.xyz", "gone.avi", other});
+    answers.click("OK");
+    answers.meanwhile = [&] { dialogue().setDirectory(QString::fromStdString(folder() + "/one")); };
+    choose("&File", "Open &File...");
+    EXPECT_TRUE(says("Selected file: \"still.png\". Total Files in Media List: 3."));
+    EXPECT_EQ(answers.boxes, std::vector{"i: Unable to open " + folder() + "/one/gone.avi."});
+    EXPECT_EQ(find<QLabel>("lblInfoDisplay0").toolTip().toStdString(), other);
+    EXPECT_EQ(tipOf(0) + " " + tipOf(1), "still.bmp hidden.xyz");
+}
+
+} // namespace
+} // namespace screens_test
