@@ -12,6 +12,7 @@
 #include "engine/engine_access.h"
 #include "media/file_preview.h"
 #include "media/media_files.h"
+#include "timeline/slider_places.h"
 
 #include <algorithm>
 #include <utility>
@@ -65,6 +66,39 @@ void showSelectedFile(std::int32_t place)
     const std::string path = media::pathOf(state::FileCollection.Item(place));
     showFacts(path);
     media::loadFilePreview(row.SubItems[0], path);
+}
+
+bool isAnyRowSelected()
+{
+    const ListView& list = forms::frmMediaList.lvwMediaList;
+    for (std::int32_t place = 1; place <= list.Count(); ++place) {
+        if (list.Row(place).Selected) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void sayWhatIsSelected(const std::string& name)
+{
+    media::say("Selected file: \"" + name
+               + "\". Total Files in Media List: " + std::to_string(forms::frmMediaList.lvwMediaList.Count()) + ".");
+}
+
+/// The captions of the facts stay, what stood beside them goes with the file.
+void showThatNothingIsSelected()
+{
+    auto& form = forms::frmMediaList;
+    Trapped(kModule, "lvwMediaList_Click", [&] {
+        sayWhatIsSelected({});
+        form.lblFileDisplay.Caption = "";
+        for (Label& fact : form.lblInfoDisplay) {
+            fact.Caption = "";
+        }
+        media::resetFilePreview();
+        form.picPreviewSmallCleared = form.picPreviewSmallCleared + 1;
+        form.sldFilePreview.SetValue(0);
+    });
 }
 
 /// A file that cannot be shown is told, and the one that was loaded before does not stay in the player.
@@ -125,7 +159,11 @@ void lvwMediaList_Click()
     }
     state::InSelectionUpdate = true;
     forms::frmMediaList.tmFilePreview.Enabled = false;
-    OnLvwMediaListClick();
+    if (isAnyRowSelected() || forms::frmMediaList.lvwMediaList.Count() == 0) {
+        OnLvwMediaListClick();
+    } else {
+        showThatNothingIsSelected();
+    }
     EnableOrDisableMenuItems();
     if (std::exchange(forms::frmMediaList.RightClickPending, false) && forms::mdiTarnwick.PopupMenu) {
         forms::mdiTarnwick.PopupMenu(forms::PopUp::kMediaListContext);
@@ -140,6 +178,15 @@ void lvwMediaList_KeyDown(int key)
     if (key == kUp || key == kDown) {
         lvwMediaList_Click();
     }
+}
+
+bool lvwMediaList_EditKey()
+{
+    if (timeline::isSelectionShown()) {
+        return false;
+    }
+    hint("Click the timeline first to edit it.");
+    return true;
 }
 
 void OnLvwMediaListDblClick()
@@ -162,8 +209,7 @@ void OnLvwMediaListClick()
     Trapped(kModule, "OnLvwMediaListClick",
             [&] {
                 const std::int32_t place = selectedPlace();
-                media::say("Selected file: \"" + (place > 0 ? form.lvwMediaList.Row(place).Text : std::string())
-                           + "\". Total Files in Media List: " + std::to_string(form.lvwMediaList.Count()) + ".");
+                sayWhatIsSelected(place > 0 ? form.lvwMediaList.Row(place).Text : std::string());
                 if (place > 0) {
                     showSelectedFile(place);
                 }
@@ -186,15 +232,10 @@ void ClearMediaListSelections()
 void lvwMediaList_OLEStartDrag()
 {
     constexpr std::int16_t kOwnPointer = 99;
-    forms::frmMediaList.DraggingRow = true;
     forms::mdiTarnwick.MousePointer = kOwnPointer;
 }
 
-void lvwMediaList_OLECompleteDrag()
-{
-    forms::frmMediaList.DraggingRow = false;
-    forms::mdiTarnwick.MousePointer = std::int16_t{0};
-}
+void lvwMediaList_OLECompleteDrag() { forms::mdiTarnwick.MousePointer = std::int16_t{0}; }
 
 void SetFileInformationCaptions()
 {

@@ -23,10 +23,14 @@ void Form_Activate();
 
 /// 1 left, 2 right.
 void lvwMediaList_MouseDown(int button);
-/// Also on a selection by key. Skipped while another selection is being worked on.
+/// Also on a selection by key. Skipped while another selection is being worked on. When no row is selected any more,
+/// the facts, the picture and what the small player holds go.
 void lvwMediaList_Click();
 /// Key codes 38 and 40 (up, down) select, once the focus has moved.
 void lvwMediaList_KeyDown(int key);
+/// A key that edits the timeline while the rows have the keyboard. Without the selection handles it would act on bars
+/// that were selected earlier and may be out of view: then it says so, and is true, the key has done its work.
+bool lvwMediaList_EditKey();
 /// Opens the selected file with the desktop's program for it.
 void OnLvwMediaListDblClick();
 /// Refreshes status text, information box and small player for the row with the focus.
@@ -34,8 +38,7 @@ void OnLvwMediaListClick();
 /// Sets every row to not selected.
 void ClearMediaListSelections();
 
-/// A row is being dragged to the timeline: while `DraggingRow` is set, its tracks take drops and the pointer is the
-/// form's own (99).
+/// A row is being dragged to the timeline, whose tracks know it by its kind: the pointer is the form's own (99).
 void lvwMediaList_OLEStartDrag();
 void lvwMediaList_OLECompleteDrag();
 

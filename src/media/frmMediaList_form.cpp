@@ -23,11 +23,24 @@ namespace {
 
 forms::FrmMediaList& form() { return forms::frmMediaList; }
 
+/// Delete, Crop, Cut, Copy and Crop Source(s), on the number pad too.
+bool isEditKey(const QKeyEvent& event)
+{
+    const QKeyCombination pressed(event.modifiers() & ~Qt::KeypadModifier, Qt::Key(event.key()));
+    for (const QKeyCombination edit : {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete,
+                                       Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_U}) {
+        if (pressed == edit) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// A view of the list that tells the program of the span in which its rows are dragged.
 template <class View>
 class DragView final : public View {
 public:
-    using View::View;
+    DragView(QWidget* parent, std::function<void()> dragEnded) : View(parent), dragEnded_(std::move(dragEnded)) {}
 
 protected:
     void startDrag(Qt::DropActions) override
@@ -43,7 +56,11 @@ protected:
         frmMediaList::lvwMediaList_OLEStartDrag();
         drag->exec(Qt::CopyAction);
         frmMediaList::lvwMediaList_OLECompleteDrag();
+        dragEnded_(); // the drag has taken the release
     }
+
+private:
+    std::function<void()> dragEnded_;
 };
 
 } // namespace
@@ -69,12 +86,13 @@ void MediaListForm::makeList()
     model_ = new ListModel(form().lvwMediaList,
                            {tr("Name"), tr("Media Type"), tr("Duration"), tr("Video Info"), tr("Audio Info")}, this);
     views_ = new QStackedWidget(this);
-    details_ = new DragView<QTreeView>(views_);
+    const auto dragEnded = [this] { releasedInList(); };
+    details_ = new DragView<QTreeView>(views_, dragEnded);
     details_->setObjectName("lvwMediaList");
     details_->setRootIsDecorated(false);
     details_->setUniformRowHeights(true);
     details_->setItemsExpandable(false);
-    icons_ = new DragView<QListView>(views_);
+    icons_ = new DragView<QListView>(views_, dragEnded);
     icons_->setObjectName("lvwMediaListIcons");
     icons_->setUniformItemSizes(true);
     icons_->setResizeMode(QListView::Adjust);
@@ -87,6 +105,7 @@ void MediaListForm::makeList()
     icons_->setSelectionModel(details_->selectionModel());
     details_->header()->setStretchLastSection(false);
     details_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    fitColumns();
     details_->horizontalScrollBar()->setAccessibleName(tr("Scroll the list of media files sideways"));
     connect(details_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { noteSelection(); });
     connect(details_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionChanged(); });
@@ -167,6 +186,13 @@ void MediaListForm::makeFacts()
         }
     }
     grid->setRowStretch(static_cast<int>(facts_.size()), 1);
+    factRoom_ = new QScrollArea(side_);
+    factRoom_->setObjectName("fmeMediaInfo");
+    factRoom_->setAccessibleName(tr("Facts of the selected file"));
+    factRoom_->setFrameShape(QFrame::NoFrame);
+    factRoom_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    factRoom_->setWidgetResizable(true);
+    factRoom_->setWidget(factBox_);
 }
 
 void MediaListForm::refreshIcons()
@@ -185,20 +211,31 @@ void MediaListForm::refreshIcons()
 void MediaListForm::resizeEvent(QResizeEvent*)
 {
     constexpr int kControls = 30;
-    constexpr int kFacts = 132;
+    constexpr int kBelowFacts = 8;
     const int sideWidth = std::clamp(width() * 2 / 5, 200, 420);
     const int listWidth = std::max(10, width() - sideWidth - 1);
     views_->setGeometry(0, 0, listWidth, height());
     emptyHint_->setGeometry(0, 20, listWidth, std::max(10, height() - 40));
     side_->setGeometry(listWidth + 1, 0, sideWidth, height());
-    const int factsHeight = std::min(kFacts, height() / 2);
+    const int factsHeight = std::min(factBox_->sizeHint().height() + kBelowFacts, height() / 2);
     const int pictureHeight = std::max(10, height() - kControls - factsHeight);
     picture_->setGeometry(0, 0, sideWidth, pictureHeight);
     play_->setGeometry(6, pictureHeight + 2, 26, 26);
     position_->setGeometry(38, pictureHeight + 2, sideWidth - 46, 26);
-    factBox_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight);
+    factRoom_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight);
     fitNames();
     tellPlayerSize();
+}
+
+/// As wide as their usual texts. Later the columns are as wide as the person made them.
+void MediaListForm::fitColumns()
+{
+    const QFontMetrics metrics = details_->fontMetrics();
+    constexpr const char* kUsual[] = {"0:00:00.000   ", "0:00:00.000   ", "1920 x 1080, 25fps   ", "Audio Info    "};
+    for (int column = 1; column < details_->header()->count(); ++column) {
+        details_->header()->resizeSection(column, metrics.horizontalAdvance(kUsual[column - 1]));
+    }
+    fitNames();
 }
 
 /// The name takes what the facts leave; in a narrow panel it keeps a readable width, and the list scrolls sideways.
@@ -211,7 +248,11 @@ void MediaListForm::fitNames()
         facts += header.sectionSize(column);
     }
     const bool isNarrow = details_->viewport()->width() - facts < kLeast;
-    header.setSectionResizeMode(0, isNarrow ? QHeaderView::Interactive : QHeaderView::Stretch);
+    const auto mode = isNarrow ? QHeaderView::Interactive : QHeaderView::Stretch;
+    if (header.sectionResizeMode(0) == mode) {
+        return;
+    }
+    header.setSectionResizeMode(0, mode);
     if (isNarrow) {
         header.resizeSection(0, kLeast);
     }
@@ -229,6 +270,9 @@ void MediaListForm::tellPlayerSize()
 void MediaListForm::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && details_ != nullptr) {
+        fitColumns();
+    }
     if (event->type() == QEvent::PaletteChange && emptyHint_ != nullptr && factNames_[0] != nullptr) {
         refreshIcons();
         show::mark();
@@ -259,6 +303,11 @@ bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::MouseMove:
         return hintAt(watched);
+    case QEvent::Resize:
+        show::mark(); // a fact is cut to its room
+        return false;
+    case QEvent::ShortcutOverride:
+        return (watched == details_ || watched == icons_) && editKey(static_cast<QKeyEvent&>(*event));
     case QEvent::KeyPress:
         return (watched == details_ || watched == icons_) && keyInList(static_cast<const QKeyEvent&>(*event));
     case QEvent::MouseButtonPress:
@@ -267,10 +316,8 @@ bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
         }
         return false;
     case QEvent::MouseButtonRelease:
-        if (isList) { // the view takes the release first: it may change the selection once more
-            isPressed_ = false;
-            QMetaObject::invokeMethod(
-                this, [] { frmMediaList::lvwMediaList_Click(); }, Qt::QueuedConnection);
+        if (isList) {
+            releasedInList();
         }
         return false;
     default:
@@ -293,10 +340,24 @@ bool MediaListForm::hintAt(QObject* watched)
     return watched == factBox_; // a label selects its text by moves
 }
 
+/// The keys that edit the timeline are asked about ahead of the menu, which would run them. True when the list keeps
+/// it.
+bool MediaListForm::editKey(QKeyEvent& event)
+{
+    if (!isEditKey(event) || !frmMediaList::lvwMediaList_EditKey()) {
+        return false;
+    }
+    event.accept();
+    return true;
+}
+
 /// The form's own keys come before the list's search; True when it took the key.
 bool MediaListForm::keyInList(const QKeyEvent& event)
 {
     const int key = programKey(event.key());
+    if (isEditKey(event)) {
+        return true; // the list has a copying of its own
+    }
     if ((key == 13 || key == 32) && programShift(event.modifiers()) == 0) {
         frmMediaList::Form_KeyDown(key);
         return true;
@@ -316,6 +377,13 @@ void MediaListForm::pressedInList(const QMouseEvent& event)
 {
     isPressed_ = true;
     frmMediaList::lvwMediaList_MouseDown(programButton(event.button()));
+}
+
+void MediaListForm::releasedInList()
+{
+    isPressed_ = false;
+    const auto answer = [] { frmMediaList::lvwMediaList_Click(); };
+    QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection); // the view may change the selection once more
 }
 
 void MediaListForm::noteSelection()
@@ -384,15 +452,7 @@ void MediaListForm::showState()
 {
     isShowing_ = true;
     const auto& f = form();
-    if (model_->showState()) {
-        const int rowHeight = details_->fontMetrics().horizontalAdvance("0:00:00.000   ");
-        for (const int column : {1, 2}) {
-            details_->header()->resizeSection(column, rowHeight);
-        }
-        details_->header()->resizeSection(3, details_->fontMetrics().horizontalAdvance("1920 x 1080, 25fps   "));
-        details_->header()->resizeSection(4, details_->fontMetrics().horizontalAdvance("Audio Info    "));
-        fitNames();
-    }
+    model_->showState();
     showSelection();
     const std::int16_t view = f.lvwMediaList.View;
     views_->setCurrentWidget(view == 3 ? static_cast<QWidget*>(details_) : icons_);

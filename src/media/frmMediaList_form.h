@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QListView>
+#include <QScrollArea>
 #include <QSlider>
 #include <QStackedWidget>
 #include <QToolButton>
@@ -34,13 +35,16 @@ private:
     void watchView(QAbstractItemView* view);
     bool hintAt(QObject* watched);
     bool keyInList(const QKeyEvent& event);
+    static bool editKey(QKeyEvent& event);
     void pressedInList(const QMouseEvent& event);
+    void releasedInList();
     void noteSelection();
     void selectionChanged();
     void showState();
     void showSelection();
     void showFacts();
     void refreshIcons();
+    void fitColumns();
     void fitNames();
     void tellPlayerSize();
 
@@ -53,6 +57,7 @@ private:
     FrameView* picture_ = nullptr;
     QSlider* position_ = nullptr;
     QToolButton* play_ = nullptr;
+    QScrollArea* factRoom_ = nullptr; // scrolls what a low panel has no room for
     QWidget* factBox_ = nullptr;
     std::array<QLabel*, 6> factNames_{};
     std::array<QLabel*, 6> facts_{};

@@ -4,11 +4,14 @@
 #include "screens/screen_harness.h"
 #include "windowing/list_model.h"
 
+#include <QHeaderView>
 #include <QProgressBar>
 #include <QSlider>
 #include <QStyleOptionSlider>
+#include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
+#include <algorithm>
 
 namespace screens_test {
 namespace {
@@ -187,6 +190,19 @@ TEST_F(MediaListScreen, EveryPartOfThePanelHasItsHint)
     EXPECT_EQ(status(), "Ready");
 }
 
+TEST_F(MediaListScreen, ADragThatTakesTheReleaseLeavesTheListAtWork)
+{
+    opened({"still.png", "still.bmp", "h264.mp4"});
+    press(list(), rowRect(0).center());
+    moveTo(list(), rowRect(0).center() + QPoint(30, 0));
+    moveTo(list(), rowRect(0).center() + QPoint(60, 0)); // the drag has come and gone
+    EXPECT_TRUE(says("Selected file: \"still.png\". Total Files in Media List: 3."));
+    find("lvwMediaList").setFocus();
+    key(Qt::Key_End);
+    EXPECT_EQ(fact("lblFileDisplay"), "h264.mp4");
+    release(list(), rowRect(0).center());
+}
+
 TEST_F(MediaListScreen, ADragOfARowThatEndsNowhereLeavesTheListInOrder)
 {
     opened({"still.png", "still.bmp"});
@@ -200,6 +216,80 @@ TEST_F(MediaListScreen, ADragOfARowThatEndsNowhereLeavesTheListInOrder)
     EXPECT_TRUE(mark->hasFormat(kRowsMimeType));
     clickRow(1);
     EXPECT_TRUE(says("Selected file: \"still.bmp\". Total Files in Media List: 2."));
+}
+
+TEST_F(MediaListScreen, KeysThatEditTheTimelineAskForAClickThereUnlessTheRangeIsShown)
+{
+    opened({"mpeg4.avi", "still.bmp"});
+    onTheTracks();
+    const std::string whole = tree();
+    click(find("picVideo0"), {100, find("picVideo0").height() / 2}); // the first bar is selected
+    for (const char* const view : {"&Detail", "&List"}) {
+        choose("&View", view);
+        window->activateWindow(); // this platform leaves it to the menu, and only in an active one do keys run commands
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        QWidget& rows =
+            *find(view[1] == 'D' ? "lvwMediaList" : "lvwMediaListIcons").findChild<QWidget*>("qt_scrollarea_viewport");
+        click(rows, {40, 30});
+        for (const QKeyCombination edit :
+             {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete, Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C,
+              Qt::CTRL | Qt::Key_U, Qt::KeypadModifier | Qt::Key_Delete}) {
+            moveTo(rows, {40, 31});
+            moveTo(rows, {41, 30});
+            key(edit.key(), edit.keyboardModifiers());
+            EXPECT_TRUE(says("Click the timeline first to edit it."));
+            EXPECT_EQ(tree(), whole) << edit.toCombined();
+            EXPECT_FALSE(find<QAction>("mnuEditPaste").isEnabled()) << edit.toCombined();
+        }
+    }
+    auto& tools = find<QToolBar>("tbr"); // from there it is meant
+    click(*tools.widgetForAction(&find<QAction>("tbr_CLEAR")));
+    EXPECT_EQ(tree(), "Video[still.bmp] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
+    key(Qt::Key_F5); // what the range holds can be seen
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_TRUE(find<QAction>("mnuEditPaste").isEnabled());
+    EXPECT_TRUE(find<QAction>("mnuEditUndo").isEnabled());
+}
+
+TEST_F(MediaListScreen, ColumnsKeepTheWidthThatThePersonGaveThem)
+{
+    opened({"mpeg4.avi", "still.bmp"});
+    QHeaderView& header = *find<QTreeView>("lvwMediaList").header();
+    const int before = header.sectionSize(2);
+    drag(*header.viewport(), {header.sectionViewportPosition(2) + before - 2, header.height() / 2}, 37);
+    EXPECT_EQ(header.sectionSize(2), before + 37);
+    clickRow(0);
+    EXPECT_EQ(header.sectionSize(2), before + 37);
+    ASSERT_TRUE(drop({media("still.png")}));
+    EXPECT_TRUE(until([&] { return rowCount() == 3; }));
+    settle();
+    EXPECT_EQ(header.sectionSize(2), before + 37);
+}
+
+TEST_F(MediaListScreen, TheSelectionIsLiftedAndWithItWhatItShowed)
+{
+    opened({"mpeg4.avi", "still.bmp"});
+    const auto ways = {std::function<void()>([&] {
+                           click(list(), {20, list().height() - 5});
+                       }),
+                       std::function<void()>([&] { clickRow(0, Qt::ControlModifier); }),
+                       std::function<void()>([&] { key(Qt::Key_Space, Qt::ControlModifier); })};
+    for (const auto& lift : ways) {
+        clickRow(0);
+        EXPECT_TRUE(until([&] { return brightShare() > 0.05; }));
+        EXPECT_EQ(fact("lblInfoDisplay3"), "AVI");
+        lift();
+        EXPECT_TRUE(says("Selected file: \"\". Total Files in Media List: 2."));
+        for (const char* const label : {"lblFileDisplay", "lblInfoDisplay0", "lblInfoDisplay1", "lblInfoDisplay2",
+                                        "lblInfoDisplay3", "lblInfoDisplay4"}) {
+            EXPECT_EQ(fact(label), "") << label;
+        }
+        EXPECT_TRUE(until([&] { return brightShare() == 0; }));
+        click(play()); // has nothing to play
+        EXPECT_EQ(play().accessibleName(), "Play");
+        EXPECT_TRUE(std::ranges::any_of(find("frmMediaList").findChildren<QLabel*>(),
+                                        [](const QLabel* label) { return label->text() == "Path"; }));
+    }
 }
 
 TEST_F(MediaListScreen, AFileThatTheTimelineUsesIsClosedOnlyWhenThePersonSaysSo)

@@ -30,7 +30,6 @@ struct FrmMediaList {
 
     bool FilePlaying = false;
     bool RightClickPending = false;
-    Shown<bool> DraggingRow{false}; // a row is being dragged: the timeline's tracks take drops
 };
 inline FrmMediaList frmMediaList;
 
