@@ -153,6 +153,7 @@ struct ListItem {
     std::array<std::string, 4> SubItems; // the second column on; sub-item 1 is SubItems[0]
     std::int16_t Icon = 0;               // 1-based place in the image lists
     bool Selected = false;
+    bool Missing = false; // what it stands for has gone
 };
 
 /// A list with columns. Rows are counted from 1; changing one marks the screens.

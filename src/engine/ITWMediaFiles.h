@@ -21,6 +21,9 @@ public:
     /// The file to which the stream belongs, 0 when there is no such stream.
     virtual Status GetStreamFile(Handle stream, Handle& file) = 0;
     virtual Status IsVideoStream(Handle stream, Bool16& isVideo) = 0;
+    /// Looks on a thread of its own which of the open files are still on the disk, and tells `filePresence()` of each.
+    /// Does nothing while an earlier look waits for a disk.
+    virtual Status LookForFiles() = 0;
 };
 
 } // namespace engine

@@ -53,6 +53,7 @@ inline constexpr std::uint32_t kNoDecoder = 0x80040218;     // nothing in it can
 inline constexpr std::uint32_t kInvalidFormat = 0x8004022F; // a known format with a broken header, or empty of media
 inline constexpr std::uint32_t kUnknownFormat = 0x80040240; // no format that is known
 inline constexpr std::uint32_t kCannotLoad = 0x80040241;    // it cannot be read, or does not answer in time
+inline constexpr std::uint32_t kIsFolder = 0x8007010B;      // no file, but a folder
 inline constexpr std::uint32_t kPictureNotRendered = 0x00040257; // its sound can be decoded, its picture cannot
 inline constexpr std::uint32_t kSoundNotRendered = 0x00040258;   // its picture can be decoded, its sound cannot
 inline constexpr std::uint32_t kInvalidArgument = 0x80070057;    // no path at all

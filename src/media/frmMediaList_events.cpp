@@ -7,21 +7,26 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "engine/ITWMediaFiles.h"
 #include "engine/ITWStreamInfo.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "engine/file_presence.h"
 #include "media/file_preview.h"
 #include "media/media_files.h"
 #include "timeline/slider_places.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace frmMediaList {
 
 namespace {
 
 constexpr const char* kModule = "frmMediaList";
+constexpr std::int32_t kBadFileName = 52;
 
 /// The row with the focus; 0 when there is none.
 std::int32_t selectedPlace()
@@ -56,6 +61,17 @@ void showFacts(const std::string& path)
     facts[4].Caption = std::to_string(streams);
 }
 
+/// True when the row's sign has changed.
+bool markMissing(std::int32_t place, bool isMissing)
+{
+    ListView& list = forms::frmMediaList.lvwMediaList;
+    if (list.Row(place).Missing == isMissing) {
+        return false;
+    }
+    list.Change(place).Missing = isMissing;
+    return true;
+}
+
 void showSelectedFile(std::int32_t place)
 {
     auto& form = forms::frmMediaList;
@@ -65,6 +81,9 @@ void showSelectedFile(std::int32_t place)
     form.lblFileDisplay.Caption = row.Text;
     const std::string path = media::pathOf(state::FileCollection.Item(place));
     showFacts(path);
+    if (markMissing(place, false)) {
+        UpdatePreview(); // the player gave the file up
+    }
     media::loadFilePreview(row.SubItems[0], path);
 }
 
@@ -104,7 +123,8 @@ void showThatNothingIsSelected()
 /// A file that cannot be shown is told, and the one that was loaded before does not stay in the player.
 HandledError toldError(std::int32_t number, const char* text)
 {
-    return {number, [text] {
+    return {number, [text, hasGone = number != kBadFileName] {
+                markMissing(selectedPlace(), hasGone);
                 tellUser(text);
                 media::resetFilePreview();
             }};
@@ -215,7 +235,7 @@ void OnLvwMediaListClick()
                 }
                 form.cmdPlay.Visible = form.sldFilePreview.Visible.get();
             },
-            {toldError(53, "The selected file is missing."), toldError(52, "Invalid file name."),
+            {toldError(53, "The selected file is missing."), toldError(kBadFileName, "Invalid file name."),
              toldError(76, "Path not found.")});
 }
 
@@ -236,6 +256,40 @@ void lvwMediaList_OLEStartDrag()
 }
 
 void lvwMediaList_OLECompleteDrag() { forms::mdiTarnwick.MousePointer = std::int16_t{0}; }
+
+void lvwMediaList_Showing()
+{
+    Trapped(kModule, "lvwMediaList_Showing*",
+            [] { engine::check(engine::EngineAs<engine::ITWMediaFiles>()->LookForFiles()); });
+}
+
+void FilesWereLookedFor()
+{
+    Trapped(kModule, "FilesWereLookedFor*", [] {
+        const auto news = engine::filePresence().take();
+        std::vector<std::string> gone;
+        bool isOneBack = false;
+        const ListView& list = forms::frmMediaList.lvwMediaList;
+        for (std::int32_t place = 1; place <= list.Count() && !news.empty(); ++place) {
+            const auto word = news.find(media::pathOf(state::FileCollection.Item(place)));
+            if (word == news.end() || !markMissing(place, !word->second)) {
+                continue;
+            }
+            isOneBack |= word->second;
+            if (!word->second) {
+                gone.push_back(list.Row(place).Text);
+            }
+        }
+        if (isOneBack) {
+            UpdatePreview();
+        }
+        if (!gone.empty()) {
+            media::say((gone.size() == 1 ? "The file \"" + gone.front() + "\" is missing from the disk."
+                                         : std::to_string(gone.size()) + " files are missing from the disk.")
+                       + " What lies of it on the timeline is black and silent.");
+        }
+    });
+}
 
 void SetFileInformationCaptions()
 {

@@ -37,6 +37,11 @@ void OnLvwMediaListDblClick();
 void OnLvwMediaListClick();
 /// Sets every row to not selected.
 void ClearMediaListSelections();
+/// The list has come into view: which of its files are still on the disk is looked up elsewhere, without waiting.
+void lvwMediaList_Showing();
+/// The engine has news of files (`engine::filePresence()`): a row whose file has gone gets a sign, and the status bar
+/// says so once; the sign goes when the file is back.
+void FilesWereLookedFor();
 
 /// A row is being dragged to the timeline, whose tracks know it by its kind: the pointer is the form's own (99).
 void lvwMediaList_OLEStartDrag();

@@ -1,6 +1,8 @@
 #include "media/frmMediaList_form.h"
 
 #include "core/forms/frmMediaList.h"
+#include "core/shared_state.h"
+#include "engine/file_presence.h"
 #include "media/frmMediaList_events.h"
 #include "windowing/icons.h"
 #include "windowing/picture_widget.h"
@@ -16,6 +18,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -78,8 +81,16 @@ MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
     form().picPreviewSmallHandle = picture_->number();
     form().picPreviewSmallCleared.changed = [this] { picture_->clearPicture(); };
     driveTimer(this, form().tmFilePreview);
+    engine::filePresence().listen([this] { // on a thread of the engine's
+        if (!isNewsPending_.exchange(true)) {
+            QMetaObject::invokeMethod(
+                this, [this] { takeNews(); }, Qt::QueuedConnection);
+        }
+    });
     showPass().add(this, [this] { showState(); });
 }
+
+MediaListForm::~MediaListForm() { engine::filePresence().listen({}); }
 
 void MediaListForm::makeList()
 {
@@ -195,10 +206,25 @@ void MediaListForm::makeFacts()
     factRoom_->setWidget(factBox_);
 }
 
+/// Progress of an opening is not written over.
+void MediaListForm::takeNews()
+{
+    if (state::BusyOpening) {
+        constexpr int kLaterMs = 200;
+        QTimer::singleShot(kLaterMs, this, [this] { takeNews(); });
+        return;
+    }
+    isNewsPending_ = false;
+    frmMediaList::FilesWereLookedFor();
+}
+
+void MediaListForm::showEvent(QShowEvent*) { frmMediaList::lvwMediaList_Showing(); }
+
 void MediaListForm::refreshIcons()
 {
     model_->setIcons(
-        {programIcon("AUDIO", palette()), programIcon("VIDEO", palette()), programIcon("IMAGE", palette())});
+        {programIcon("AUDIO", palette()), programIcon("VIDEO", palette()), programIcon("IMAGE", palette())},
+        programIcon("MISSING", palette()));
     playPicture_.clear();
     QPalette quiet = palette();
     quiet.setColor(QPalette::WindowText, quietText(palette()));
@@ -270,6 +296,9 @@ void MediaListForm::tellPlayerSize()
 void MediaListForm::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible()) {
+        frmMediaList::lvwMediaList_Showing(); // the person comes back, perhaps from the file manager
+    }
     if (event->type() == QEvent::FontChange && details_ != nullptr) {
         fitColumns();
     }

@@ -13,14 +13,17 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <array>
+#include <atomic>
 
 class MediaListForm final : public QWidget {
 public:
     explicit MediaListForm(QWidget* parent);
+    ~MediaListForm() override;
 
     QSize sizeHint() const override { return {900, 320}; }
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -40,6 +43,7 @@ private:
     void releasedInList();
     void noteSelection();
     void selectionChanged();
+    void takeNews();
     void showState();
     void showSelection();
     void showFacts();
@@ -62,6 +66,7 @@ private:
     std::array<QLabel*, 6> factNames_{};
     std::array<QLabel*, 6> facts_{};
     std::string playPicture_;
+    std::atomic<bool> isNewsPending_{false};
     bool isPressed_ = false; // a press on the list is answered when the button comes up,
     bool isKeyed_ = false;   // an arrow key when the focus has moved
     bool isShowing_ = false; // state is being copied: what the widgets tell is no deed of the person's

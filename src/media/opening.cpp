@@ -195,6 +195,8 @@ std::string_view textOfMediaError(std::uint32_t code)
         return "The video in this media file cannot be rendered.";
     case 0x00040258u:
         return "The audio in this media file cannot be rendered.";
+    case engine::media_error::kIsFolder:
+        return "This is a folder. Open or drop the files that are in it.";
     default:
         return "Unexpected error.";
     }

@@ -8,9 +8,10 @@ ListModel::ListModel(const ListView& list, QStringList headings, QObject* parent
     : QAbstractTableModel(parent), list_(list), headings_(std::move(headings))
 {}
 
-void ListModel::setIcons(std::vector<QIcon> icons)
+void ListModel::setIcons(std::vector<QIcon> icons, QIcon missing)
 {
     icons_ = std::move(icons);
+    missing_ = std::move(missing);
     if (!rows_.empty()) {
         emit dataChanged(index(0, 0), index(rowCount() - 1, 0));
     }
@@ -53,6 +54,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
 {
     const ListItem& row = rows_[static_cast<std::size_t>(index.row())];
     const auto column = static_cast<std::size_t>(index.column());
+    if (row.Missing && column == 0 && (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole)) {
+        return tr("%1 is missing from the disk").arg(fromProgram(row.Text));
+    }
+    if (row.Missing && column == 0 && role == Qt::DecorationRole) {
+        return missing_;
+    }
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
         return fromProgram(column == 0 ? row.Text : row.SubItems[column - 1]);
     }

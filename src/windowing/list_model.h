@@ -14,10 +14,10 @@ inline constexpr const char* kRowsMimeType = "application/x-quillmont-rows";
 
 class ListModel final : public QAbstractTableModel {
 public:
-    /// `icons` by the rows' icon number, from 1.
     ListModel(const ListView& list, QStringList headings, QObject* parent);
 
-    void setIcons(std::vector<QIcon> icons);
+    /// `icons` by the rows' icon number, from 1; a row that is missing shows the other one instead.
+    void setIcons(std::vector<QIcon> icons, QIcon missing = {});
     /// Takes the rows over when they have changed; true when they had.
     bool showState();
 
@@ -33,6 +33,7 @@ private:
     const ListView& list_;
     QStringList headings_;
     std::vector<QIcon> icons_;
+    QIcon missing_;
     std::vector<ListItem> rows_;
     std::uint64_t generation_ = 0;
 };

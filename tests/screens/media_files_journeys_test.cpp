@@ -101,5 +101,53 @@ TEST_F(MediaFilesScreen, EveryNameThatIsTypedIsOpenedOrTold)
     EXPECT_EQ(tipOf(0) + " " + tipOf(1), "still.bmp hidden.xyz");
 }
 
+TEST_F(MediaFilesScreen, AFolderThatIsDroppedIsCalledOne)
+{
+    answers.click("OK");
+    ASSERT_TRUE(drop({folder(), media("still.png")}));
+    EXPECT_TRUE(until([&] { return rowCount() == 1; }));
+    EXPECT_EQ(answers.boxes, std::vector{"i: Unable to open file - \"" + folder()
+                                         + "\".|This is a folder. Open or drop the files that are in it."});
+}
+
+TEST_F(MediaFilesScreen, AFileThatHasGoneIsToldOnceAndMarkedUntilItIsBack)
+{
+    const std::string path = copied("mpeg4.avi", "going.avi");
+    ASSERT_TRUE(drop({path, media("still.png")}));
+    ASSERT_TRUE(until([&] { return status().starts_with("Selected file"); }));
+    const QImage before = signOf(0);
+    click(*find<QTreeView>("lvwMediaList").viewport(), rowRect(0).center());
+    fs::rename(path, path + ".away");
+    key(Qt::Key_F2); // the preview opens it
+    const std::string told =
+        "The file \"going.avi\" is missing from the disk. What lies of it on the timeline is black and silent.";
+    EXPECT_TRUE(says(told));
+    EXPECT_EQ(tipOf(0), "going.avi is missing from the disk");
+    EXPECT_NE(signOf(0), before);
+    EXPECT_EQ(tipOf(1), "still.png");
+
+    // Told once.
+    moveTo(*find<QTreeView>("lvwMediaList").viewport(), rowRect(1).center());
+    const auto lookAgain = [&] {
+        choose("&Window", "&Media List");
+        choose("&Window", "&Media List");
+    };
+    lookAgain();
+    EXPECT_FALSE(QTest::qWaitFor([&] { return status() == told; }, 300));
+    EXPECT_NE(signOf(0), before);
+
+    EXPECT_TRUE(until([&] { return isBlack("picDisplay"); }));
+    fs::rename(path + ".away", path);
+    lookAgain();
+    EXPECT_TRUE(until([&] { return signOf(0) == before; }));
+    EXPECT_TRUE(until([&] { return !isBlack("picDisplay"); }));
+
+    // Seen at the list's showing as well, without the preview.
+    fs::remove(path);
+    lookAgain();
+    EXPECT_TRUE(says(told));
+    EXPECT_EQ(tipOf(0), "going.avi is missing from the disk");
+}
+
 } // namespace
 } // namespace screens_test

@@ -436,6 +436,7 @@ Status WrappedEngine::IsVideoStream(Handle stream, Bool16& isVideo)
 {
     return pass("IsVideoStream", files_, &Files::IsVideoStream, stream, isVideo);
 }
+Status WrappedEngine::LookForFiles() { return pass("LookForFiles", files_, &Files::LookForFiles); }
 Status WrappedEngine::IsVideo(Bool16& isVideo) { return pass("IsVideo", info_, &Info::IsVideo, isVideo); }
 Status WrappedEngine::IsAudio(Bool16& isAudio) { return pass("IsAudio", info_, &Info::IsAudio, isAudio); }
 Status WrappedEngine::GetVideoSize(std::int32_t& height, std::int32_t& width)

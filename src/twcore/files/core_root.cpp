@@ -1,16 +1,21 @@
 #include "twcore/files/core_root.h"
 
+#include "engine/file_presence.h"
 #include "twcore/guard.h"
 #include "twcore/media/ff.h"
 #include "twcore/model/names.h"
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <sys/stat.h>
 #include <sys/sysinfo.h>
+#include <thread>
 
 namespace twcore {
 
@@ -204,6 +209,29 @@ engine::Status StreamInterface::IsVideoStream(Handle stream, Bool16& isVideo)
     const auto* const found = files_.findOpen(stream);
     isVideo = toBool16(found != nullptr && found->isPicture);
     return engine::kDone;
+}
+
+engine::Status StreamInterface::LookForFiles()
+{
+    return guarded([&] {
+        std::vector<std::string> paths;
+        for (const Handle file : files_.openFiles()) {
+            paths.push_back(files_.mediaOf(file)->path);
+        }
+        static std::atomic<bool> isLooking{false};
+        if (paths.empty() || isLooking.exchange(true)) {
+            return;
+        }
+        std::thread([paths = std::move(paths)] {
+            for (const std::string& path : paths) {
+                // What cannot be asked about is not known to have gone.
+                struct stat facts {};
+                const bool hasGone = ::stat(path.c_str(), &facts) != 0 && (errno == ENOENT || errno == ENOTDIR);
+                engine::filePresence().tell(path, !hasGone);
+            }
+            isLooking = false;
+        }).detach();
+    });
 }
 
 engine::Status StreamInterface::IsVideo(Bool16& isVideo)

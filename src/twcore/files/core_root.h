@@ -25,6 +25,7 @@ public:
     Status SelectStream(Handle stream, Bool16& ok) override;
     Status GetStreamFile(Handle stream, Handle& file) override;
     Status IsVideoStream(Handle stream, Bool16& isVideo) override;
+    Status LookForFiles() override;
 
     Status IsVideo(Bool16& isVideo) override;
     Status IsAudio(Bool16& isAudio) override;

@@ -1,5 +1,6 @@
 #include "twcore/media/input_file.h"
 
+#include "engine/file_presence.h"
 #include "engine/status.h"
 
 #include <algorithm>
@@ -89,8 +90,12 @@ bool InputFile::openBytes(std::uint32_t& error)
     // O_NONBLOCK: a pipe must not hold us before we can see that it is one.
     descriptor_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor_ < 0) {
-        error = errno == ENOENT || errno == ENOTDIR ? media_error::kNotFound : media_error::kCannotLoad;
-        fail(errno);
+        const int cause = errno;
+        error = cause == ENOENT || cause == ENOTDIR ? media_error::kNotFound : media_error::kCannotLoad;
+        if (error == media_error::kNotFound) {
+            engine::filePresence().tell(path_, false);
+        }
+        fail(cause);
         return false;
     }
     struct stat facts {};
@@ -99,7 +104,7 @@ bool InputFile::openBytes(std::uint32_t& error)
                       : S_ISDIR(facts.st_mode)          ? EISDIR
                                                         : ENOTSUP;
     if (cause != 0) {
-        error = media_error::kCannotLoad;
+        error = cause == EISDIR ? media_error::kIsFolder : media_error::kCannotLoad;
         fail(cause);
         return false;
     }

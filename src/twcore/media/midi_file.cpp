@@ -1,5 +1,7 @@
 #include "twcore/media/midi_file.h"
 
+#include "engine/file_presence.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
@@ -146,6 +148,9 @@ std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t mos
     }
     if (cause != 0) {
         bytes.clear();
+        if (cause == ENOENT || cause == ENOTDIR) {
+            engine::filePresence().tell(path, false);
+        }
         if (patience.faults != nullptr) {
             patience.faults->note(path, cause);
         }

@@ -39,6 +39,9 @@ public:
 
     const MediaFile& media() const noexcept { return *media_; }
 
+    /// The file could not be opened: there will never be a frame.
+    bool isBroken() const noexcept { return broken_; }
+
 private:
     struct Shown {
         SharedFrame frame;

@@ -75,6 +75,7 @@ PictureReader& PictureRenderer::readerFor(const MediaFilePtr& media, std::size_t
 void PictureRenderer::takeReaders(PictureRenderer& other)
 {
     readers_ = std::move(other.readers_);
+    std::erase_if(readers_, [](const Reader& r) { return r.reader->isBroken(); }); // its file may be back
     uses_ = other.uses_;
 }
 

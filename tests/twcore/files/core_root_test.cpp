@@ -247,7 +247,7 @@ TEST_F(CoreRootTest, ErrorsOfFiles)
                           {"", media_error::kInvalidArgument, false},
                           {media("nothing.mp4"), media_error::kNotFound, false},
                           {media("h264.mp4") + "/x", media_error::kNotFound, false},
-                          {media(""), media_error::kCannotLoad, false},
+                          {media(""), media_error::kIsFolder, false},
                           {"/dev/zero", media_error::kCannotLoad, false},
                           {(folder / "pipe.avi").string(), media_error::kCannotLoad, false},
                           {(folder / "pipe.mid").string(), media_error::kCannotLoad, false},
