@@ -16,6 +16,7 @@
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/pointer_turn.h"
 #include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
 #include "timeline/track_options.h"
@@ -156,17 +157,19 @@ void hsb_Scroll()
 
 void picScale_MouseDown(int button, float x)
 {
-    Trapped("frmTimeline", "picScale_MouseDown", [&] {
-        if (button == kLeftButton) {
-            const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
-            forms::frmPreview.sldSeekBar.SetValue(moduleScaleRenderer::PixelsToMs(px));
-            followSeekBar();
-            if (moduleTWPreview::PreviewState == kPlaying) {
-                moduleTWPreview::OnCmdPauseClick();
+    timeline::inTurn([=] {
+        Trapped("frmTimeline", "picScale_MouseDown", [&] {
+            if (button == kLeftButton) {
+                const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
+                forms::frmPreview.sldSeekBar.SetValue(moduleScaleRenderer::PixelsToMs(px));
+                followSeekBar();
+                if (moduleTWPreview::PreviewState == kPlaying) {
+                    moduleTWPreview::OnCmdPauseClick();
+                }
+            } else if (button == kRightButton) {
+                PopUpEditContext(0, 0);
             }
-        } else if (button == kRightButton) {
-            PopUpEditContext(0, 0);
-        }
+        });
     });
 }
 
@@ -178,7 +181,7 @@ void picScale_MouseMove(float x)
 
 void picScale_KeyDown(int key, int shift)
 {
-    Trapped("frmTimeline", "picScale_KeyDown", [&] { onArrowKey(key, shift); });
+    timeline::inTurn([=] { Trapped("frmTimeline", "picScale_KeyDown", [&] { onArrowKey(key, shift); }); });
 }
 
 void picTimelineBase_MouseMove(float x)
@@ -189,7 +192,7 @@ void picTimelineBase_MouseMove(float x)
 
 void picTimelineBase_KeyDown(int key, int shift)
 {
-    Trapped("frmTimeline", "picTimelineBase_KeyDown", [&] { onArrowKey(key, shift); });
+    timeline::inTurn([=] { Trapped("frmTimeline", "picTimelineBase_KeyDown", [&] { onArrowKey(key, shift); }); });
 }
 
 void cmdZoomIn_Click() { moduleScaleRenderer::ZoomIn(); }

@@ -73,8 +73,6 @@ void picEffect_KeyDown(std::int16_t index, int key, int shift);
 void picOverlay_KeyDown(std::int16_t index, int key, int shift);
 void picAudio_KeyDown(std::int16_t index, int key, int shift);
 
-/// Puts everything back to where it was at the press, the history as well. Nothing without a drag.
-void CancelItemDrag();
 /// The release will not come: what was moved so far stays, and so does what is selected. Nothing without a drag.
 void EndItemDrag();
 

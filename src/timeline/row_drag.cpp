@@ -12,6 +12,7 @@
 #include "timeline/item_drag.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/pointer_turn.h"
 #include "timeline/row_items.h"
 #include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
@@ -49,6 +50,8 @@ struct Held {
     std::int16_t index;
     std::optional<Before> before; // nothing on an empty row: there is no entry, and nothing moves
     bool hasStepped = false;
+    const char* word = "Move";
+    std::int16_t entry = 0; // the place of the press's entry
 };
 std::optional<Held> held;
 
@@ -76,20 +79,35 @@ bool isInResizeZone(RowKind kind, std::int16_t index, float x, float y)
     return moduleTimeline::OnPicAudioMouseMove(x, y, index);
 }
 
-void makeEntry()
-{
-    held->before.emplace();
-    ModuleHistory::RemoveDisabledEntries();
-    ModuleHistory::AddOperationToHistory(form.DragResize ? "Resize" : "Move");
-    state::ProjectModified = true;
-    ++ModuleHistory::HistoryIndex;
-    ModuleHistory::RearrangeHistoryCollection();
-}
-
 void takeBackEntry(Before& before)
 {
     before.history.putBack();
     state::ProjectModified = before.projectModified;
+}
+
+void makeEntry()
+{
+    held->before.emplace();
+    held->word = form.DragResize ? "Resize" : "Move";
+    ModuleHistory::RemoveDisabledEntries();
+    ModuleHistory::AddOperationToHistory(held->word);
+    if (ModuleHistory::HistoryCollection.Count() <= ModuleHistory::HistoryIndex) { // there is none: nothing moves
+        takeBackEntry(*held->before);
+        held->before.reset();
+        return;
+    }
+    state::ProjectModified = true;
+    held->entry = ++ModuleHistory::HistoryIndex;
+    ModuleHistory::RearrangeHistoryCollection();
+}
+
+/// False when another step was made or undone since the press: then the drag takes nothing back. Presses alone make
+/// entries of these words.
+bool hasNewestEntry(const Held& drag)
+{
+    const auto& entries = ModuleHistory::HistoryCollection;
+    return drag.before && ModuleHistory::HistoryIndex == drag.entry && entries.Count() == drag.entry
+           && entries.Item(drag.entry).GetOperationType() == drag.word;
 }
 
 /// Whether every item of the last image lies where the newest entry has it.
@@ -125,7 +143,7 @@ bool keepsChange(const Held& drag)
     const ItemTimes pressed = itemsUnder(*engine, drag.kind, drag.index).times(form.DragSeq).value_or(ItemTimes{});
     auto newest = std::exchange(ModuleHistory::LastImage, {});
     ModuleHistory::StoreCurrentTLImage();
-    if (pressed == ItemTimes{form.DragOrigStart, form.DragOrigStop} && isAsInNewestEntry()) {
+    if (pressed == ItemTimes{form.DragOrigStart, form.DragOrigStop} && hasNewestEntry(drag) && isAsInNewestEntry()) {
         ModuleHistory::LastImage = std::move(newest);
         return false;
     }
@@ -203,7 +221,7 @@ std::optional<Held> takeHeld()
 void beginDrag(const TrackRow& row, float x, float y)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    held = Held{row.kind, row.index, {}, false};
+    held = Held{.kind = row.kind, .index = row.index, .before = {}};
     form.DragActive = true;
     form.DragLastX = x;
     const Items items = itemsUnder(*engine, row.kind, row.index);
@@ -245,7 +263,7 @@ void endDrag(bool keepsSelection)
     if (keepsChange(*drag)) {
         UpdatePreview();
     } else {
-        if (drag->before) {
+        if (hasNewestEntry(*drag)) {
             ModuleHistory::DeleteLastEntry(); // what was undone before the press is gone; that is meant
         }
         if (!keepsSelection) {
@@ -255,29 +273,31 @@ void endDrag(bool keepsSelection)
     EnableOrDisableMenuItems();
 }
 
-void CancelItemDrag()
+void cancelDrag()
 {
-    Trapped("frmTimeline", "CancelItemDrag", [] {
-        auto drag = takeHeld();
-        if (!drag || !drag->before) {
-            return;
-        }
-        if (!drag->hasStepped || putTimelineBack()) {
-            takeBackEntry(*drag->before);
-        } else {
-            ModuleHistory::StoreCurrentTLImage();
-        }
-        ModuleTreeView::SetSourceSelected(drag->kind == RowKind::kEffect
-                                              ? ModuleTreeView::kEffectLane
-                                              : timeline::trackOf(timeline::row(drag->kind, drag->index)),
-                                          form.DragSeq + 1);
-        EnableOrDisableMenuItems();
-    });
+    if (form.DragActive && held && held->before && !hasNewestEntry(*held)) {
+        endDrag(true); // the history has gone on: what was before the press is not for the drag to bring back
+        return;
+    }
+    auto drag = takeHeld();
+    if (!drag || !drag->before) {
+        return;
+    }
+    if (!drag->hasStepped || putTimelineBack()) {
+        takeBackEntry(*drag->before);
+    } else {
+        ModuleHistory::StoreCurrentTLImage();
+    }
+    ModuleTreeView::SetSourceSelected(drag->kind == RowKind::kEffect
+                                          ? ModuleTreeView::kEffectLane
+                                          : timeline::trackOf(timeline::row(drag->kind, drag->index)),
+                                      form.DragSeq + 1);
+    EnableOrDisableMenuItems();
 }
 
 void EndItemDrag()
 {
-    Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); });
+    timeline::inTurn([] { Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); }); });
 }
 
 } // namespace frmTimeline

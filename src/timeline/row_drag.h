@@ -13,7 +13,10 @@ void beginDrag(const timeline::TrackRow& row, float x, float y);
 /// The pointer has moved to x. Draws what has changed.
 void dragTo(float x);
 /// The release. Unless the selection is kept, what was pressed is left alone selected when nothing has changed. Raises
-/// what the engine raises.
+/// what the engine raises. Nothing without a drag.
 void endDrag(bool keepsSelection);
+/// Puts everything back to where it was at the press, the history as well. Raises what the engine raises. Nothing
+/// without a drag.
+void cancelDrag();
 
 } // namespace frmTimeline

@@ -10,6 +10,7 @@
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/pointer_trace.h"
+#include "timeline/pointer_turn.h"
 #include "timeline/row_drag.h"
 #include "timeline/row_pointer.h"
 
@@ -54,14 +55,14 @@ void say(const char* hint)
 }
 
 template <class Click>
-void onPressed(const RowEvent& event, const Click& click)
+void press(const RowEvent& event, const Click& click)
 {
     Trapped("frmTimeline", event.trace(), [&] {
         const bool isLeft = event.button == kLeftButton;
         if ((!isLeft && event.button != kRightButton) || (form.DragActive && !isLeft)) {
             return;
         }
-        EndItemDrag(); // its release was lost
+        endDrag(true); // its release was lost
         state::ClickX = numbers::rounded<std::int32_t>(event.x);
         state::ClickShift = (event.shift & kShiftKey) != 0;
         state::ClickCtrl = (event.shift & kCtrlKey) != 0;
@@ -80,26 +81,36 @@ void onPressed(const RowEvent& event, const Click& click)
     });
 }
 
+template <class Click>
+void onPressed(const RowEvent& event, const Click& click)
+{
+    timeline::inTurn([=] { press(event, click); });
+}
+
 template <class Hover>
 void onMoved(const RowEvent& event, const char* hint, const Hover& hover)
 {
-    Trapped("frmTimeline", event.trace("*"), [&] {
-        say(hint);
-        moduleScaleRenderer::DrawScaleLine(event.x);
-        if (form.DragActive && event.button == kLeftButton) {
-            dragTo(event.x); // tool tip and pointer stay those of the press
-        } else {
-            hover(event.x, event.y, event.index);
-        }
+    timeline::inTurn([=] {
+        Trapped("frmTimeline", event.trace("*"), [&] {
+            say(hint);
+            moduleScaleRenderer::DrawScaleLine(event.x);
+            if (form.DragActive && event.button == kLeftButton) {
+                dragTo(event.x); // tool tip and pointer stay those of the press
+            } else {
+                hover(event.x, event.y, event.index);
+            }
+        });
     });
 }
 
 void onReleased(const RowEvent& event)
 {
-    Trapped("frmTimeline", event.trace(), [&] {
-        if (event.button == kLeftButton && form.DragActive) {
-            endDrag((event.shift & (kShiftKey | kCtrlKey)) != 0); // the two keys do the same, as at the press
-        }
+    timeline::inTurn([=] {
+        Trapped("frmTimeline", event.trace(), [&] {
+            if (event.button == kLeftButton && form.DragActive) {
+                endDrag((event.shift & (kShiftKey | kCtrlKey)) != 0); // the two keys do the same, as at the press
+            }
+        });
     });
 }
 
@@ -114,7 +125,7 @@ void nudge(engine::Milliseconds delta)
     }
 }
 
-void onKey(const char* name, int key, int shift)
+void takeKey(const char* name, int key, int shift)
 {
     constexpr int kEscape = 27;
     constexpr int kLeftArrow = 37;
@@ -122,7 +133,7 @@ void onKey(const char* name, int key, int shift)
     Trapped("frmTimeline", name, [&] {
         if (form.DragActive) {
             if (key == kEscape) {
-                CancelItemDrag();
+                cancelDrag();
             }
             return;
         }
@@ -135,30 +146,35 @@ void onKey(const char* name, int key, int shift)
     });
 }
 
+void onKey(const char* name, int key, int shift)
+{
+    timeline::inTurn([=] { takeKey(name, key, shift); });
+}
+
 } // namespace
 
 void picVideo_MouseDown(std::int16_t index, int button, int shift, float x, float y)
 {
     onPressed({"picVideo_MouseDown", RowKind::kVideo, index, button, shift, x, y},
-              [&] { moduleTimeline::OnPicMediaClick(index, true); });
+              [=] { moduleTimeline::OnPicMediaClick(index, true); });
 }
 
 void picEffect_MouseDown(std::int16_t index, int button, int shift, float x, float y)
 {
     onPressed({"picEffect_MouseDown", RowKind::kEffect, index, button, shift, x, y},
-              [&] { moduleTimeline::OnPicEffectClick(index); });
+              [=] { moduleTimeline::OnPicEffectClick(index); });
 }
 
 void picOverlay_MouseDown(std::int16_t index, int button, int shift, float x, float y)
 {
     onPressed({"picOverlay_MouseDown", RowKind::kOverlay, index, button, shift, x, y},
-              [&] { moduleTimeline::OnPicOverlayClick(index); });
+              [=] { moduleTimeline::OnPicOverlayClick(index); });
 }
 
 void picAudio_MouseDown(std::int16_t index, int button, int shift, float x, float y)
 {
     onPressed({"picAudio_MouseDown", RowKind::kAudio, index, button, shift, x, y},
-              [&] { moduleTimeline::OnPicMediaClick(index, false); });
+              [=] { moduleTimeline::OnPicMediaClick(index, false); });
 }
 
 void picVideo_MouseMove(std::int16_t index, int button, int shift, float x, float y)

@@ -4,7 +4,9 @@
 
 #include "history/ModuleHistory.h"
 
+#include <QMouseEvent>
 #include <QTreeView>
+#include <QWindow>
 
 namespace screens_test {
 namespace {
@@ -30,6 +32,19 @@ protected:
         const QAbstractItemModel& nodes = *list.model();
         const QModelIndex trackNode = nodes.index(track, 0, nodes.index(0, 0));
         return list.visualRect(item < 0 ? trackNode : nodes.index(item, 0, trackNode));
+    }
+    /// Press and release stand in the queue together, as those of a tap on a busy window.
+    void tap(QWidget& widget, QPoint at)
+    {
+        const QPointF inWindow = widget.mapTo(window.get(), at);
+        const QPointF onScreen = widget.mapToGlobal(at);
+        const auto post = [&](QEvent::Type type, Qt::MouseButtons held) {
+            auto* const event = new QMouseEvent(type, inWindow, onScreen, Qt::LeftButton, held, Qt::NoModifier);
+            QCoreApplication::postEvent(window->windowHandle(), event);
+        };
+        post(QEvent::MouseButtonPress, Qt::LeftButton);
+        post(QEvent::MouseButtonRelease, Qt::NoButton);
+        settle();
     }
     /// Drags one node of the list over another; true when the pointer says that it may be dropped there.
     bool holdNode(QRect from, QRect over)
@@ -77,6 +92,33 @@ TEST_F(EditScreen, AHandThatShakesMovesNothingAndEscapePutsBack)
     release(video(), {720, middle()});
     EXPECT_EQ(barEnd("picVideo0"), 700);
     EXPECT_EQ(ModuleHistory::HistoryIndex, 0);
+}
+
+TEST_F(EditScreen, AVeryShortClickLeavesNothingStanding)
+{
+    drag(video(), {600, middle()}, 100);
+    ASSERT_EQ(ModuleHistory::HistoryIndex, 1);
+    const struct {
+        const char* widget;
+        QPoint at;
+    } clicks[] = {{"picVideo0", {790, middle()}}, {"picVideo0", {100, middle()}}, {"picVideo0", {797, 3}},
+                  {"picAudio0", {100, middle()}}, {"picScale", {650, 5}},         {"picVideo0", {100, middle()}},
+                  {"imgSliderHandle", {5, 5}},    {"picVideo0", {797, 3}},        {"picVideo0", {100, middle()}},
+                  {"imgSliderHandle", {5, 5}}};
+    for (const auto& [name, at] : clicks) {
+        SCOPED_TRACE(name + std::string(" at ") + std::to_string(at.x()));
+        tap(find(name), at);
+        EXPECT_EQ(ModuleHistory::HistoryIndex, 1);
+        const int slider = find("imgSliderHandle").x();
+        moveTo(video(), {300, middle()}); // nothing hangs on the pointer
+        EXPECT_EQ(barEnd("picVideo0"), 800);
+        EXPECT_EQ(find("imgSliderHandle").x(), slider);
+    }
+    tap(*find<QTreeView>("tvwTimeline").viewport(), nodeRect(0, 1).center());
+    EXPECT_EQ(status(4), "0:00:06.000 - 0:00:08.000");
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 1);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 700) << "the step before the clicks is the newest";
 }
 
 TEST_F(EditScreen, AClipIsResizedByItsCorner)

@@ -181,6 +181,63 @@ TEST_F(ItemDragTest, EscapeAndALostRelease)
          "V 100-1100* E O A 100-600* B"});
 }
 
+TEST_F(ItemDragTest, WhatArrivesWhileAPressIsWorkedOnWaitsForIt)
+{
+    const auto release = [] { picVideo_MouseUp(0, 1, kNone, 150, kBody); };
+    const struct {
+        const char* what;
+        std::function<void()> meanwhile; // the press moves the slider, and events run there
+        const char* after;
+        const char* history;
+    } cases[] = {
+        {"a release", release, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
+        {"a lost release", EndItemDrag, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
+        {"Escape", [] { picVideo_KeyDown(0, 27, kNone); }, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
+        {"a move and a release",
+         [] {
+             picVideo_MouseMove(0, 1, kNone, 170, kBody);
+             picVideo_MouseUp(0, 1, kNone, 170, kBody);
+         },
+         "V 0-1000 1200-2200* E O A B", "Cut Move | 2/2"},
+        {"a release and a click on the other one",
+         [&] {
+             release();
+             drag(kVideo, kBody, {50})();
+         },
+         "V 0-1000* 1000-2000 E O A B", "Cut | 1/1"},
+    };
+    for (const auto& [what, meanwhile, after, left] : cases) {
+        SCOPED_TRACE(what);
+        lay("V 0-1000 1000-2000 E O A B");
+        command("Cut", [] {});
+        moduleTimeline::SetSliderPosition(0, false);
+        platform.whileEventsRun = [once = true, &meanwhile = meanwhile]() mutable {
+            if (std::exchange(once, false)) {
+                meanwhile();
+            }
+        };
+        picVideo_MouseDown(0, 1, kNone, 150, kBody);
+        platform.whileEventsRun = nullptr;
+        EXPECT_EQ(text(), after);
+        EXPECT_EQ(history(), left);
+        EXPECT_FALSE(form.DragActive);
+    }
+}
+
+TEST_F(ItemDragTest, ADragTakesBackItsOwnEntryOnly)
+{
+    for (void (*const end)() :
+         {EndItemDrag, +[] { picVideo_KeyDown(0, 27, kNone); }, +[] { picVideo_MouseDown(0, 1, kNone, 50, kBody); }}) {
+        lay("V 0-1000 1000-2000 E O A B");
+        picVideo_MouseDown(0, 1, kNone, 150, kBody);
+        command("Cut", [] {}); // a step in the middle of it
+        end();
+        EXPECT_EQ(history().substr(0, 8), "Move Cut");
+        picVideo_MouseUp(0, 1, kNone, 50, kBody);
+        EXPECT_EQ(history(), "Move Cut | 2/2");
+    }
+}
+
 TEST_F(ItemDragTest, Nudges)
 {
     testsupport::NotedPreview preview(*engine::EngineAs<engine::ITWPreview>());
