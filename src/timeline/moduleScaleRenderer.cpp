@@ -28,9 +28,9 @@ std::int16_t zoom() { return state::ZoomFactor == 0 ? kStartZoom : state::ZoomFa
 void drawBand()
 {
     constexpr std::int32_t kHandleHalf = 5;
-    form.picScale.drawing.filledBox(form.imgStartSelHandle.Left + kHandleHalf, 0,
-                                    form.imgEndSelHandle.Left + kHandleHalf, form.picScale.ScaleHeight,
-                                    state::ScaleBandColor);
+    form.picScale.drawing.filledBox(numbers::added(form.imgStartSelHandle.Left.get(), kHandleHalf), 0,
+                                    numbers::added(form.imgEndSelHandle.Left.get(), kHandleHalf),
+                                    form.picScale.ScaleHeight, state::ScaleBandColor);
 }
 
 void drawMajorTick(std::int32_t x, std::int32_t left)

@@ -1,6 +1,7 @@
 // The tinted shapes of the selection on the rows.
 
 #include "core/forms/frmTimeline.h"
+#include "core/numbers.h"
 #include "core/trap.h"
 #include "engine/engine_access.h"
 #include "timeline/moduleTimeline.h"
@@ -55,10 +56,12 @@ void RenderAllSelections()
         }
         const std::int32_t start = forms::frmTimeline.imgStartSelHandle.Left;
         const std::int32_t end = forms::frmTimeline.imgEndSelHandle.Left;
+        const std::int32_t left = numbers::added(start, 6);
+        const std::int32_t width = numbers::subtracted(numbers::subtracted(end, start), 1);
         for (const TrackRow& row : timeline::rows()) {
             if (!row.isLocked()) {
-                row.selection.Left = start + 6;
-                row.selection.Width = end - start - 1;
+                row.selection.Left = left;
+                row.selection.Width = width;
             }
         }
     });

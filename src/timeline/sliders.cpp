@@ -23,6 +23,13 @@ constexpr std::int32_t kHandleHalf = 5; // pixels from a handle's left to the ti
 
 bool isInView(std::int32_t left) { return left >= 0 && left <= form.picScale.ScaleWidth; }
 
+void placeLinesAt(const SliderControls& slider, std::int32_t x)
+{
+    const std::int32_t onTracks = numbers::added(form.lblHighlight.Left.get(), x);
+    slider.scaleLine.Left = x;
+    slider.trackLine.Left = onTracks;
+}
+
 } // namespace
 
 SliderControls mainSlider() { return {form.imgSliderHandle, form.imgScaleSlider, form.picSlider}; }
@@ -40,15 +47,14 @@ std::int32_t viewLeft() { return moduleScaleRenderer::TicksToPixels(form.hsb.Val
 void place(const SliderControls& slider, engine::Milliseconds pos)
 {
     const std::int32_t x = numbers::subtracted(moduleScaleRenderer::MsToPixels(pos), viewLeft());
-    slider.handle.Left = x - kHandleHalf;
-    placeLines(slider);
+    const std::int32_t left = numbers::subtracted(x, kHandleHalf);
+    placeLinesAt(slider, x); // raises before anything has moved
+    slider.handle.Left = left;
 }
 
 void placeLines(const SliderControls& slider)
 {
-    const std::int32_t x = slider.handle.Left + kHandleHalf;
-    slider.scaleLine.Left = x;
-    slider.trackLine.Left = form.lblHighlight.Left + x;
+    placeLinesAt(slider, numbers::added(slider.handle.Left.get(), kHandleHalf));
 }
 
 bool showMainInView()
@@ -157,7 +163,8 @@ Milliseconds GetSelSliderPosition(bool isStart)
     Milliseconds pos = 0;
     Trapped("moduleTimeline", "GetSelSliderPosition*", [&] {
         const std::int32_t left = selSlider(isStart).handle.Left;
-        pos = moduleScaleRenderer::PixelsToMs(numbers::added(left + timeline::kHandleHalf, timeline::viewLeft()));
+        pos = moduleScaleRenderer::PixelsToMs(
+            numbers::added(numbers::added(left, timeline::kHandleHalf), timeline::viewLeft()));
     });
     return pos;
 }

@@ -52,6 +52,20 @@ TEST_F(SlidersTest, MainSlider)
     EXPECT_EQ(mainText(), "-5 0 100 HSL");
 }
 
+TEST_F(SlidersTest, ATimeBehindTheLastPixelMovesNothing)
+{
+    expectsErrors = true;
+    moduleScaleRenderer::SetZoomFactor(1);
+    SetSliderPosition(123, false);
+    SetSelSliderPosition(150, true);
+    SetSliderPosition(2147483646, false);
+    EXPECT_EQ(mainText(), "118 123 223 HSL");
+    EXPECT_EQ(state::SliderPosition, 123);
+    SetSelSliderPosition(2147483646, true);
+    EXPECT_EQ(startText(), "145 150 250 ---");
+    EXPECT_NE(error_log::read().find("SetSelSliderPosition"), std::string::npos);
+}
+
 TEST_F(SlidersTest, HiddenSelectionIsPlacedAllTheSame)
 {
     SetSelSliderPosition(1500, true);
