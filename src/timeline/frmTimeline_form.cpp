@@ -20,6 +20,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -127,16 +128,18 @@ void TimelineForm::scrollBy(double notches)
 
 void TimelineForm::zoomAt(double notches, float x)
 {
-    // The time under the pointer stays under it, as far as whole ticks allow.
-    const double leftPx = double{0} + form().hsb.Value() * state::TickSpacing;
-    const double ms = (leftPx + x) * state::ZoomFactor;
+    // The time under the pointer stays under it, as far as whole ticks and the ends of the bar allow.
+    const double before = moduleScaleRenderer::PixelsToMs(1);
+    const double px = static_cast<double>(moduleScaleRenderer::TicksToPixels(form().hsb.Value())) + x;
     if (notches > 0) {
         moduleScaleRenderer::ZoomIn();
     } else {
         moduleScaleRenderer::ZoomOut();
     }
-    const double newLeft = ms / std::max<int>(1, state::ZoomFactor) - x;
-    form().hsb.SetValue(static_cast<int>(newLeft / state::TickSpacing + 0.5));
+    const double newLeft = px * before / moduleScaleRenderer::PixelsToMs(1) - x;
+    if (form().hsb.Enabled) {
+        form().hsb.SetValue(static_cast<int>(std::lround(newLeft / state::TickSpacing)));
+    }
 }
 
 void TimelineForm::makeRows()

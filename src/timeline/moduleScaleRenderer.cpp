@@ -41,15 +41,16 @@ void drawMajorTick(std::int32_t x, std::int32_t left)
     scale.text(x - scale.textWidth(label) / 2 - left, 10, label, colours::kWindowText);
 }
 
-/// What a step does once the factor has changed: the sliders keep their times.
-void showZoom(Milliseconds sliderPos)
+/// What a step does once the factor has changed: the sliders keep their times, and the main one comes into view. The
+/// bar is first, as the view moves within its range; a film that needs no bar stays where it is.
+void showZoom()
 {
-    moduleTimeline::SetSliderPosition(sliderPos, true);
+    AdjustScroll();
+    moduleTimeline::SetSliderPosition(state::SliderPosition, form.hsb.Enabled);
     moduleTimeline::SetSelSliderPosition(state::SelStartPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
     RenderScale();
     RenderAllBars();
-    AdjustScroll();
     moduleTimeline::RenderAllSelections();
     moduleBookmarks::UpdateBookmarks();
 }
@@ -102,9 +103,8 @@ void ZoomOut()
     Trapped("moduleScaleRenderer", "ZoomOut", [] {
         constexpr int kLimit = 32765;
         if (zoom() * 2 < kLimit) {
-            const Milliseconds pos = moduleTimeline::GetSliderPosition();
             state::ZoomFactor = numbers::narrowed<std::int16_t>(zoom() * 2);
-            showZoom(pos);
+            showZoom();
         }
         state::ProjectModified = true;
     });
@@ -114,9 +114,8 @@ void ZoomIn()
 {
     Trapped("moduleScaleRenderer", "ZoomIn", [] {
         if (zoom() / 2 > 0) {
-            const Milliseconds pos = moduleTimeline::GetSliderPosition();
             state::ZoomFactor = numbers::rounded<std::int16_t>(zoom() / 2.0);
-            showZoom(pos);
+            showZoom();
         }
         state::ProjectModified = true;
     });
@@ -127,9 +126,10 @@ void AdjustScroll()
     Trapped("moduleScaleRenderer", "AdjustScroll*", [] {
         const Milliseconds duration = moduleTimeline::GetTimelineDuration();
         const auto visible =
-            numbers::rounded<std::int16_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
-        // A count of pixels among counts of ticks: the margin of ten ticks is meant.
-        const auto max = numbers::rounded<std::int16_t>(MsToTicks(duration) - visible + state::TickSpacing);
+            numbers::rounded<std::int32_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
+        // A count of pixels among counts of ticks: the margin of ten ticks is kept, the end of the film stands apart
+        // from the edge of the view by it.
+        const auto max = numbers::rounded<std::int32_t>(MsToTicks(duration) - visible + state::TickSpacing);
         if (max < 0) {
             constexpr std::int32_t kIdleMax = 100;
             form.hsb.SetMax(0); // brings back a view that was scrolled, as nobody can scroll it any more

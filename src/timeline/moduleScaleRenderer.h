@@ -36,13 +36,13 @@ std::int16_t GetTickSpacing();
 // From here on every routine traps its own errors and raises nothing.
 
 void RenderScale();
-/// One step; the times of the sliders stay. Both mark the project modified, also at the end of the range (1 to 20480).
+/// One step; the times of the sliders stay, and the main one is brought into view. Both mark the project modified, also
+/// at the end of the range (1 to 20480).
 ///
 ///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10; that is meant
 void ZoomIn();
 void ZoomOut();
-/// Fits the scroll bar to the length of the timeline. A length of more than 32,767 ticks leaves the bar as it was, and
-/// is logged.
+/// Fits the scroll bar to the length of the timeline, whatever that is.
 void AdjustScroll();
 /// Moves the thin marker on the scale to x, a view pixel, and shows it.
 void DrawScaleLine(float x);

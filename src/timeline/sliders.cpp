@@ -135,6 +135,9 @@ void SetSliderPosition(Milliseconds pos, bool scroll)
         state::SliderPosition = pos;
         if (scroll && !isInView) { // clamped by the bar; its change handler places the sliders again
             form.hsb.SetValue(numbers::rounded<std::int32_t>(moduleScaleRenderer::MsToTicks(GetSliderPosition())));
+            if (timeline::mainSlider().scaleLine.Left < 0) { // rounded up, past the slider
+                form.hsb.SetValue(form.hsb.Value() - 1);
+            }
         }
     });
 }

@@ -2,6 +2,14 @@
 
 #include "screens/screen_harness.h"
 
+#include "core/shared_state.h"
+#include "core/upcalls.h"
+#include "engine/ITWTimeline.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "timeline/moduleScaleRenderer.h"
+
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -84,6 +92,49 @@ TEST_F(TimelineScreen, ZoomingByKeysButtonsAndWheel)
     wheel(find("picAudio1"), {480, 10}, -1);
     EXPECT_EQ(find<QScrollBar>("hsb").value(), before + 5);
     EXPECT_NEAR(barEnd("picAudio0"), 478, 10);
+}
+
+TEST_F(TimelineScreen, ZoomingKeepsTheSliderInViewAndItsTime)
+{
+    click(find("picVideo0"), {600, 10});
+    click(find("picScale"), {503, 10});
+    drag(find("imgSliderHandle"), {5, 5}, 3);
+    const std::string time = status(2);
+    ASSERT_EQ(time, "0:00:05.060");
+    for (const char* const steps : {"iiiooooooooo", "iiiiiiiii", "oooooooooooooo", "iiiiiiiiiiiiii"}) {
+        for (const char* step = steps; *step != 0; ++step) {
+            key(*step == 'i' ? Qt::Key_F6 : Qt::Key_F7);
+            EXPECT_TRUE(isShown("imgSliderHandle"));
+            EXPECT_TRUE(isShown("picSlider"));
+            EXPECT_EQ(status(2), time);
+        }
+    }
+    key(Qt::Key_F11); // at 1 ms a pixel, the split falls at the time that is shown
+    click(find("picVideo0"), {5, 10});
+    EXPECT_EQ(status(4), "0:00:05.060 - 0:00:07.000");
+}
+
+TEST_F(TimelineScreen, AFilmOfThreeHoursIsScrolledToItsEnd)
+{
+    constexpr engine::Milliseconds kLength = 3 * 3600000;
+    engine::Bool16 ok = engine::kFalse;
+    engine::check(
+        engine::EngineAs<engine::ITWTimeline>()->SetSourceTimes(state::TrackCollection.Item(1), 1, 5040, kLength, ok));
+    UpdatePreview();
+    auto& bar = find<QScrollBar>("hsb");
+    for (int step = 0; step < 4; ++step) { // 10, 5, 2 and 1 ms a pixel
+        step == 0 ? moduleScaleRenderer::AdjustScroll() : key(Qt::Key_F6);
+        settle();
+        const int ticks = moduleScaleRenderer::MsToPixels(kLength) / 10;
+        ASSERT_TRUE(bar.isEnabled());
+        EXPECT_NEAR(bar.maximum() + bar.pageStep(), ticks + 10, 1); // a margin of ten ticks
+        bar.setValue(bar.maximum());
+        settle();
+        EXPECT_NEAR(barEnd("picVideo0"), find("picVideo0").width() - 100, 10);
+        click(find("picScale"), {200, 10});
+        EXPECT_TRUE(isShown("imgSliderHandle"));
+        EXPECT_TRUE(status(2).starts_with("2:59:")) << status(2);
+    }
 }
 
 TEST_F(TimelineScreen, TheMainSliderIsDragged)

@@ -2,6 +2,8 @@
 
 #include "timeline/timeline_harness.h"
 
+#include <cmath>
+
 namespace timeline_test {
 namespace {
 
@@ -103,12 +105,39 @@ TEST_F(ZoomTest, ScrollBarFollowsTheLength)
     EXPECT_EQ(bar(), "0 of 100 idle") << "an idle bar leaves no view scrolled away";
 
     put(video(), 0, 600000);
+    SetZoomFactor(1);
     AdjustScroll();
-    SetZoomFactor(1); // 60,000 ticks are more than the bar can count
-    platform.tickCount += 5000;
-    expectsErrors = true;
-    AdjustScroll();
-    EXPECT_EQ(bar(), "0 of 5970");
+    EXPECT_EQ(bar(), "0 of 59970");
+}
+
+TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
+{
+    for (const Milliseconds length : {12000, 70 * 60000 + 7, 3 * 3600000}) {
+        SetZoomFactor(10);
+        engine::Bool16 ok = 0;
+        check(wrapped->RemoveSource(video(), 0, ok));
+        put(video(), 0, length);
+        for (const Milliseconds pos : {0, length * 5 / 12 - 3, length - 1, length}) {
+            moduleTimeline::SetSliderPosition(pos, true);
+            for (int step = 0; step < 32; ++step) { // 10 to 1, to 16384, and to 1 again
+                step < 3 || step >= 17 ? ZoomIn() : ZoomOut();
+                SCOPED_TRACE(std::to_string(pos) + " of " + std::to_string(length) + " at "
+                             + std::to_string(GetZoomFactor()));
+                EXPECT_EQ(state::SliderPosition, pos);
+                EXPECT_TRUE(form.picSlider.Visible);
+                EXPECT_EQ(form.imgScaleSlider.Left, MsToPixels(pos) - form.hsb.Value() * 10);
+                const double ticks = MsToTicks(length);
+                EXPECT_EQ(form.hsb.Enabled, std::nearbyint(ticks - 40 + 10) >= 0);
+                EXPECT_EQ(form.hsb.Max(), form.hsb.Enabled ? std::nearbyint(ticks - 40 + 10) : 100);
+                form.hsb.SetValue(form.hsb.Enabled ? form.hsb.Max() : 0); // the end of the film is in view there
+                const std::int32_t end = MsToPixels(length) - form.hsb.Value() * 10;
+                EXPECT_TRUE(end >= 0 && end <= 400) << end;
+                moduleTimeline::SetSliderPosition(pos, true);
+                EXPECT_TRUE(form.picSlider.Visible);
+            }
+            EXPECT_EQ(GetZoomFactor(), 1);
+        }
+    }
 }
 
 } // namespace
