@@ -4,6 +4,7 @@
 #include "core/upcalls.h"
 #include "editing/moduleEdit.h"
 #include "history/ModuleHistory.h"
+#include "timeline/cut_place.h"
 #include "timeline/moduleTimeline.h"
 
 #include <string_view>
@@ -15,20 +16,24 @@ namespace {
 enum class List : std::uint8_t { kUpdated, kLeft };
 
 /// The command with its entry of the history. While another one runs, nothing happens: it has an entry of its own open.
-void runWithHistory(std::string_view word, void (*command)(), List list = List::kUpdated)
+/// True when it has taken effect.
+bool runWithHistory(std::string_view word, void (*command)(), List list = List::kUpdated)
 {
     if (state::InSelectionUpdate) {
-        return;
+        return false;
     }
     ModuleHistory::RemoveDisabledEntries();
     ModuleHistory::AddOperationToHistory(word);
+    const std::int16_t index = ModuleHistory::HistoryIndex;
     command();
+    const bool isDone = ModuleHistory::HistoryIndex > index;
     ModuleHistory::StoreCurrentTLImage();
     state::ProjectModified = true;
     if (list == List::kUpdated) {
         UpdateTreeView();
     }
     EnableOrDisableMenuItems();
+    return isDone;
 }
 
 void runUnlessEmpty(std::string_view word, void (*command)(), List list = List::kUpdated)
@@ -47,7 +52,13 @@ void mnuEditCut_Click() { runUnlessEmpty("Cut", moduleEdit::EditCut); }
 // Nothing has changed on the tracks, so the list stays.
 void mnuEditCopy_Click() { runUnlessEmpty("Copy", moduleEdit::EditCopy, List::kLeft); }
 
-void mnuEditPaste_Click() { runWithHistory("Paste", moduleEdit::EditPaste); }
+void mnuEditPaste_Click()
+{
+    const timeline::CutPlace cut;
+    if (runWithHistory("Paste", moduleEdit::EditPaste)) {
+        cut.follow();
+    }
+}
 
 void mnuEditClear_Click() { runUnlessEmpty("Delete", moduleEdit::EditDelete); }
 

@@ -7,6 +7,7 @@
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
 #include "timeline/command_history.h"
+#include "timeline/cut_place.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/row_items.h"
 #include "timeline/shuffle.h"
@@ -22,13 +23,15 @@ namespace {
 
 constexpr const char* kModule = "mdiTarnwick";
 
-/// Runs a command that brings its own entry into force.
-void run(const char* handler, std::string_view word, void (*routine)())
+/// Runs a command that brings its own entry into force. True when it has taken effect.
+bool run(const char* handler, std::string_view word, void (*routine)())
 {
+    bool isDone = false;
     Trapped(kModule, handler, [&] {
-        timeline::runCommand(word, routine);
+        isDone = timeline::runCommand(word, routine);
         EnableOrDisableMenuItems();
     });
+    return isDone;
 }
 
 /// The list and the player after a command that has emptied rows.
@@ -70,7 +73,13 @@ void mnuEditRestoreSize_Click() { run("mnuEditRestoreSize_Click", "Restore", mod
 
 void mnuToolsRepeatAudio_Click() { run("mnuToolsRepeatAudio_Click", "Repeat", moduleTimeline::RepeateAudio); }
 
-void mnuToolsSplitTimeline_Click() { run("mnuToolsSplitTimeline_Click", "Split", moduleTimeline::SplitTracks); }
+void mnuToolsSplitTimeline_Click()
+{
+    const timeline::CutPlace cut(timeline::CutPlace::kAtSlider);
+    if (run("mnuToolsSplitTimeline_Click", "Split", moduleTimeline::SplitTracks)) {
+        cut.follow();
+    }
+}
 
 void mnuEditClearEffect_Click()
 {

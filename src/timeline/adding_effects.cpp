@@ -9,6 +9,7 @@
 #include "engine/engine_access.h"
 #include "timeline/adding.h"
 #include "timeline/adding_history.h"
+#include "timeline/cut_place.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -115,9 +116,11 @@ bool AddSelectedEffect()
             tellUser("Please unlock the Effect Track before adding an effect to it.");
             return;
         }
+        const timeline::CutPlace start;
         isAdded = timeline::addWithHistory("Effect", OnEditAddEffectToTimelineClick);
         if (isAdded) {
             timeline::keepNewestState();
+            start.follow();
         }
     });
     return isAdded;

@@ -6,6 +6,7 @@
 #include "core/shared_state.h"
 #include "core/time_text.h"
 #include "core/trap.h"
+#include "timeline/cut_place.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/pointer_trace.h"
@@ -133,8 +134,10 @@ void takePlace(std::int16_t index)
 void cmdAddBookmark_Click()
 {
     moduleBookmarks::AddBookmark();
+    const timeline::CutPlace place(timeline::CutPlace::kAtSlider);
     state::ProjectModified = true;
 }
+    place.follow();
 
 void cmdRemoveBookmark_Click()
 {

@@ -2,6 +2,12 @@
 
 #include "timeline/edit_harness.h"
 
+#include "preview/moduleTWPreview.h"
+#include "shell/edit_commands.h"
+#include "shell/frmTools_events.h"
+#include "shell/mdiTarnwick_events.h"
+#include "support/noted_preview.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/track_commands.h"
 
 namespace timeline_test {
@@ -116,6 +122,47 @@ TEST_F(TrackCommandsTest, Split)
     lock(form.chkLockOverlay[0]);
     run({"not on locked rows", "V 0-1000 E 200-700 O 100-1500#30 A B", splitAt(400),
          "V 0-1000 E 200-400 400-700 O 100-1500#30 A B"});
+}
+
+TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)
+{
+    testsupport::NotedPreview preview(*engine::EngineAs<engine::ITWPreview>());
+    frmTools::Form_Load();
+    moduleScaleRenderer::SetZoomFactor(40);
+    const struct {
+        const char* what;
+        void (*command)();
+        bool isOverRange = false; // while one is shown
+    } cases[] = {{"split", mnuToolsSplitTimeline_Click},
+                 {"paste", mnuEditPaste_Click, true},
+                 {"effect", mnuAddEffectBlur_Click, true},
+                 {"marker", frmTimeline::cmdAddBookmark_Click}};
+    enum Preview : std::int16_t { kStopped, kPlaying, kPaused };
+    for (const auto& [what, command, isOverRange] : cases) {
+        for (const Preview doing : {kStopped, kPlaying, kPaused}) {
+            for (const bool hasRange : {false, true}) {
+                SCOPED_TRACE(what + std::to_string(doing) + std::to_string(hasRange));
+                lay("V 0-4000* E O A B");
+                mnuEditCopy_Click();
+                showSelection(20, 50);
+                moduleTimeline::ShowSelSliders(hasRange);
+                moduleTimeline::SetSliderPosition(1013, false); // it is drawn at 1000
+                moduleTWPreview::PreviewState = doing;
+                preview.calls.clear();
+                wrapped->timelinePreview = &preview;
+                command();
+                wrapped->timelinePreview = nullptr;
+                const bool goes = !hasRange || !isOverRange;
+                EXPECT_EQ(state::SliderPosition, goes ? 1000 : 1013);
+                EXPECT_EQ(forms::frmPreview.lblCurrentTime.Caption.get(), goes ? "0:00:01.000" : "0:00:01.013");
+                EXPECT_EQ(std::ranges::count(preview.calls, "Seek 1000"), goes && doing != kPlaying ? 1 : 0);
+                EXPECT_EQ(moduleTWPreview::PreviewState, doing);
+                if (command == mnuToolsSplitTimeline_Click) {
+                    EXPECT_EQ(text(), "V 0-1000 1000-4000=1000-4000 E O A B");
+                }
+            }
+        }
+    }
 }
 
 TEST_F(TrackCommandsTest, Clear)
