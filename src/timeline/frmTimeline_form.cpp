@@ -123,7 +123,9 @@ void TimelineForm::connectPicture(PictureWidget& widget)
 void TimelineForm::scrollBy(double notches)
 {
     constexpr double kTicksANotch = 5;
-    form().hsb.SetValue(form().hsb.Value() - static_cast<int>(notches * kTicksANotch));
+    if (form().hsb.Enabled) {
+        form().hsb.SetValue(form().hsb.Value() - static_cast<int>(notches * kTicksANotch));
+    }
 }
 
 void TimelineForm::zoomAt(double notches, float x)

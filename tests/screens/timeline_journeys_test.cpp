@@ -114,6 +114,16 @@ TEST_F(TimelineScreen, ZoomingKeepsTheSliderInViewAndItsTime)
     EXPECT_EQ(status(4), "0:00:05.060 - 0:00:07.000");
 }
 
+TEST_F(TimelineScreen, TheWheelLeavesATimelineThatNeedsNoBar)
+{
+    ASSERT_FALSE(find("hsb").isEnabled());
+    for (const Qt::KeyboardModifier keys : {Qt::NoModifier, Qt::ControlModifier}) {
+        wheel(find("picVideo0"), {480, 10}, -2, keys);
+        EXPECT_EQ(find<QScrollBar>("hsb").value(), 0);
+    }
+    EXPECT_EQ(barEnd("picVideo0"), 350);
+}
+
 TEST_F(TimelineScreen, AFilmOfThreeHoursIsScrolledToItsEnd)
 {
     constexpr engine::Milliseconds kLength = 3 * 3600000;
