@@ -136,7 +136,9 @@ bool drag(int button, float x, ImageBox& handle, Step (*stepTo)(float left, bool
 void takeMainPlace()
 {
     const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();
-    forms::mdiTarnwick.sbr.Panel("SLIDER_POS") = time_text::MilliSecondsToTimetypeAsString(pos);
+    const std::string text = time_text::MilliSecondsToTimetypeAsString(pos);
+    forms::mdiTarnwick.sbr.Panel("SLIDER_POS") = text;
+    forms::frmPreview.lblCurrentTime.Caption = text;
     state::SliderPosition = pos;
     OnSliderMove();
 }

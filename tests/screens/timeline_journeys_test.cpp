@@ -157,6 +157,7 @@ TEST_F(TimelineScreen, TheMainSliderIsDragged)
     EXPECT_EQ(handle.x() - find("picScale").x(), 115);
     EXPECT_EQ(find("imgScaleSlider").x(), 120);
     EXPECT_EQ(status(), "Reposition the slider");
+    EXPECT_EQ(find<QLabel>("lblCurrentTime").text().toStdString(), status(2));
 
     drag(handle, {5, 5}, -60);
     EXPECT_EQ(status(2), "0:00:00.600");
