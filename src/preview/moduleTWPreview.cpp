@@ -145,10 +145,18 @@ private:
     static constexpr std::int16_t kDefault = 0;
 };
 
-void takeSelectionRange()
+/// The bar takes the range. A player that stands outside it goes to its start, as the bar shows no other place; at the
+/// end it would stop at once.
+void takeSelectionRange(ITWPreview& player)
 {
-    form.sldSeekBar.SetMin(moduleTimeline::GetSelSliderPosition(true));
-    form.sldSeekBar.SetMax(moduleTimeline::GetSelSliderPosition(false));
+    const Milliseconds start = moduleTimeline::GetSelSliderPosition(true);
+    const Milliseconds stop = moduleTimeline::GetSelSliderPosition(false);
+    form.sldSeekBar.SetMin(start);
+    form.sldSeekBar.SetMax(stop);
+    const Milliseconds position = positionOf(player);
+    if (position < start || position >= stop) {
+        seek(player, start);
+    }
 }
 
 } // namespace
@@ -171,7 +179,7 @@ void OnCmdPlayClick()
         }
         const auto player = EngineAs<ITWPreview>();
         if (timeline::isSelectionShown()) {
-            takeSelectionRange();
+            takeSelectionRange(*player);
         } else if (const Milliseconds duration = durationOf(*player); duration >= 1) {
             form.sldSeekBar.SetMax(duration);
         } else if (duration == 0) {

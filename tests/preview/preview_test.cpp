@@ -177,10 +177,26 @@ TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
         playFrom(1500);
         frmPreview::tm_Timer();
         EXPECT_EQ(now(), "playing ticking 1500 of 1000-2000, slider 1500: ");
-        noted->position = 2016;
+        noted->position = 2016; // and there it stays, whatever it is told
         frmPreview::tm_Timer();
-        EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: Seek 1000; Halt; Play"
+        EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: Seek 1000; Halt; Seek 1000; Play"
                                     : "stopped 1000 of 1000-2000, slider 1000: Seek 1000; Halt");
+    }
+}
+
+TEST_F(PreviewTest, PlayGoesToTheRangeFromOutsideIt)
+{
+    fill();
+    showSelection(95, 195); // 1000 to 2000 ms
+    const std::pair<Milliseconds, const char*> places[] = {
+        {0, "Seek 1000; Play"}, {999, "Seek 1000; Play"},  {1000, "Play"},
+        {1999, "Play"},         {2000, "Seek 1000; Play"}, {4000, "Seek 1000; Play"}};
+    for (const auto& [place, calls] : places) {
+        OnCmdPauseClick();
+        noted->calls.clear();
+        noted->position = place;
+        OnCmdPlayClick();
+        EXPECT_EQ(noted->takeCalls(), calls) << place;
     }
 }
 
