@@ -103,6 +103,7 @@ void RemoveBookmarks()
         form.SelectedBookmark = 0;
         form.DraggingBookmark = false;
         SetBookmarkPosition(0, 0);
+        form.imgBookmark.front().Visible = false; // a flag that nobody has set would go into the project
     });
 }
 
@@ -133,11 +134,11 @@ void takePlace(std::int16_t index)
 
 void cmdAddBookmark_Click()
 {
-    moduleBookmarks::AddBookmark();
     const timeline::CutPlace place(timeline::CutPlace::kAtSlider);
+    moduleBookmarks::AddBookmark();
     state::ProjectModified = true;
-}
     place.follow();
+}
 
 void cmdRemoveBookmark_Click()
 {

@@ -3,8 +3,8 @@
 // Bookmarks: markers on the scale, each at a time (ms), in the order in which they were set.
 //
 // A marker is an image `forms::frmTimeline.imgBookmark(i)`, which stands 4 pixels left of its time. Element 0 is the
-// pattern of the others: it is never unloaded or removed, stands at the beginning, and `SelectedBookmark` 0 means that
-// none is selected. A removed marker is only hidden and keeps its place in both lists.
+// pattern of the others: it is never unloaded, stands hidden at time 0, and `SelectedBookmark` 0 means that none is
+// selected. A removed marker is only hidden and keeps its place in both lists.
 //
 // Every routine traps its own errors and raises nothing. Interface thread only.
 
@@ -23,7 +23,7 @@ void SetBookmarkPosition(engine::Milliseconds time, std::int16_t index);
 /// Puts all markers to their times in the current view, but the one at `excluded` (-1: all). `show` makes them visible
 /// too, removed ones included.
 void UpdateBookmarks(std::int16_t excluded = -1, bool show = false);
-/// Unloads all markers but the pattern, and puts that to the beginning.
+/// Unloads all markers but the pattern, which goes to the beginning and is hidden.
 void RemoveBookmarks();
 
 } // namespace moduleBookmarks

@@ -115,7 +115,7 @@ void InitTimeline()
         ModuleSettings::LoadRegistrySettings();
         moduleScaleRenderer::InitScale();
         placeSliders();
-        moduleBookmarks::RemoveBookmarks();
+        moduleBookmarks::UpdateBookmarks();
     });
 }
 

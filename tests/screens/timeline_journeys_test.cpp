@@ -147,6 +147,28 @@ TEST_F(TimelineScreen, AFilmOfThreeHoursIsScrolledToItsEnd)
     }
 }
 
+TEST_F(TimelineScreen, AMarkerIsSetAndRemovedAndNoneStandsUncalled)
+{
+    const auto flags = [this] {
+        std::string all;
+        for (const QWidget* const flag : find("picScale").findChildren<QWidget*>(QRegularExpression("imgBookmark"))) {
+            all += flag->isVisible() ? std::to_string(flag->x() + 4) + " " : "";
+        }
+        return all;
+    };
+    EXPECT_EQ(flags(), "");
+    click(find("picScale"), {300, 10});
+    key(Qt::Key_F8);
+    EXPECT_EQ(flags(), "300 ");
+    click(find("picScale"), {500, 10}); // its handle lies over the flag
+    click(find("imgBookmark1"), {4, 3});
+    key(Qt::Key_F9);
+    EXPECT_EQ(flags(), "");
+    key(Qt::Key_F8);
+    choose("&Tools", "Remove All &Markers");
+    EXPECT_EQ(flags(), "");
+}
+
 TEST_F(TimelineScreen, TheMainSliderIsDragged)
 {
     QWidget& handle = find("imgSliderHandle");

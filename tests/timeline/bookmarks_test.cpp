@@ -14,7 +14,7 @@ protected:
         moduleTimeline::SetSliderPosition(pos, false);
         frmTimeline::cmdAddBookmark_Click();
     }
-    /// Left and time of each marker, "*" behind the selected picture, in brackets when hidden: "-4=0 96=1000*
+    /// Left and time of each marker, "*" behind the selected picture, in brackets when hidden: "(-4=0) 96=1000*
     /// (196=2000)".
     std::string markers() const
     {
@@ -33,30 +33,30 @@ protected:
 
 TEST_F(BookmarksTest, SetAndRemoved)
 {
-    EXPECT_EQ(markers(), "-4=0"); // the pattern
+    EXPECT_EQ(markers(), "(-4=0)"); // the pattern
     addAt(1000);
     addAt(2000);
     addAt(500);
-    EXPECT_EQ(markers(), "-4=0 96=1000 196=2000 46=500");
+    EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000 46=500");
     EXPECT_EQ(form.imgBookmark[2].ToolTipText.get(), "0:00:02.000");
     EXPECT_TRUE(std::exchange(state::ProjectModified, false));
     frmTimeline::cmdRemoveBookmark_Click(); // none is selected
-    EXPECT_EQ(markers(), "-4=0 96=1000 196=2000 46=500");
+    EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000 46=500");
     EXPECT_TRUE(std::exchange(state::ProjectModified, false));
     frmTimeline::imgBookmark_MouseDown(3, 1, 2, 5);
     frmTimeline::imgBookmark_MouseDown(2, 1, 2, 5);
-    EXPECT_EQ(markers(), "-4=0 96=1000 196=2000* 46=500");
+    EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000* 46=500");
     frmTimeline::cmdRemoveBookmark_Click();
-    EXPECT_EQ(markers(), "-4=0 96=1000* (196=2000*) 46=500");
+    EXPECT_EQ(markers(), "(-4=0) 96=1000* (196=2000*) 46=500");
     frmTimeline::cmdRemoveBookmark_Click();
     frmTimeline::cmdRemoveBookmark_Click();
-    EXPECT_EQ(markers(), "-4=0* (96=1000*) (196=2000*) 46=500");
+    EXPECT_EQ(markers(), "(-4=0*) (96=1000*) (196=2000*) 46=500");
     addAt(3000);
-    EXPECT_EQ(markers(), "-4=0* (96=1000*) (196=2000*) 46=500 296=3000");
+    EXPECT_EQ(markers(), "(-4=0*) (96=1000*) (196=2000*) 46=500 296=3000");
     frmTimeline::mnueditclearmarkers_Click();
-    EXPECT_EQ(markers(), "-4=0");
+    EXPECT_EQ(markers(), "(-4=0)");
     addAt(100);
-    EXPECT_EQ(markers(), "-4=0 6=100");
+    EXPECT_EQ(markers(), "(-4=0) 6=100");
 }
 
 TEST_F(BookmarksTest, FollowZoomAndScroll)
@@ -68,9 +68,9 @@ TEST_F(BookmarksTest, FollowZoomAndScroll)
     frmTimeline::imgBookmark_MouseDown(2, 2, 0, 0);
     frmTimeline::cmdRemoveBookmark_Click();
     form.hsb.SetValue(5);
-    EXPECT_EQ(markers(), "-54=0 46=1000* (146=2000*)");
+    EXPECT_EQ(markers(), "(-54=0) 46=1000* (146=2000*)");
     moduleScaleRenderer::ZoomOut();
-    EXPECT_EQ(markers(), "-54=0 -4=1000* (46=2000*)");
+    EXPECT_EQ(markers(), "(-54=0) -4=1000* (46=2000*)");
     moduleBookmarks::UpdateBookmarks(1, true);
     EXPECT_EQ(markers(), "-54=0 -4=1000* 46=2000*");
 }
@@ -81,7 +81,8 @@ TEST_F(BookmarksTest, DragStaysOnTheScale)
     const struct {
         float x;
         const char* after;
-    } steps[] = {{12, "-4=0 106=1100*"}, {-500, "-4=0 -4=0*"}, {900, "-4=0 396=4000*"}, {-98, "-4=0 296=3000*"}};
+    } steps[] = {
+        {12, "(-4=0) 106=1100*"}, {-500, "(-4=0) -4=0*"}, {900, "(-4=0) 396=4000*"}, {-98, "(-4=0) 296=3000*"}};
     frmTimeline::imgBookmark_MouseMove(1, 1, 50, 0); // not pressed yet
     EXPECT_EQ(panel(""), "Reposition the marker slider");
     state::ProjectModified = false;
@@ -94,7 +95,7 @@ TEST_F(BookmarksTest, DragStaysOnTheScale)
     EXPECT_TRUE(state::ProjectModified);
     frmTimeline::imgBookmark_MouseUp(1, 1, 2, 0);
     frmTimeline::imgBookmark_MouseMove(1, 1, 40, 0);
-    EXPECT_EQ(markers(), "-4=0 296=3000*");
+    EXPECT_EQ(markers(), "(-4=0) 296=3000*");
     expectsErrors = true;
     frmTimeline::imgBookmark_MouseDown(7, 1, 2, 1.5F); // there is none
     EXPECT_NE(error_log::read().find("imgBookmark_MouseDown - Index: 7, X: 2, Y: 1.5"), std::string::npos);

@@ -69,11 +69,11 @@ struct FrmTimeline {
     Button cmdAddBookmark;
     Button cmdRemoveBookmark;
 
-    // The markers on the scale. Element 0 is the pattern of the others.
+    // The markers on the scale. Element 0 is the pattern of the others: hidden, at time 0.
     std::vector<ImageBox> imgBookmark{ImageBox{.Picture = {}, .ToolTipText = {}, .Left = 0, .Visible = false}};
-    std::vector<std::int32_t> BookmarkTimes; // ms, in step with the images
-    std::int16_t BookmarkCount = 0;          // one above the last used index
-    std::int16_t SelectedBookmark = 0;       // 0 none
+    std::vector<std::int32_t> BookmarkTimes{0}; // ms, in step with the images
+    std::int16_t BookmarkCount = 1;             // one above the last used index
+    std::int16_t SelectedBookmark = 0;          // 0 none
     bool DraggingBookmark = false;
     float BookmarkOffset = 0; // pixels; x of the press inside the marker
 
