@@ -2,6 +2,7 @@
 
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/engine_access.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -29,6 +30,7 @@ void onLinkChanged(const TrackRow& row)
             moduleScaleRenderer::RenderAllBars();
         }
         moduleTimeline::RenderAllSelections();
+        EnableOrDisableMenuItems(); // what may be edited is another set of items now
     });
 }
 
@@ -39,10 +41,11 @@ void onLockChanged(const TrackRow& row)
         moduleTimeline::RenderAllSelections();
         if (row.kind == RowKind::kEffect) {
             moduleScaleRenderer::RenderEffectBars();
-            return;
+        } else {
+            moduleScaleRenderer::RenderAllBars();
+            row.chkLink.Enabled = !row.isLocked();
         }
-        moduleScaleRenderer::RenderAllBars();
-        row.chkLink.Enabled = !row.isLocked();
+        EnableOrDisableMenuItems();
     });
 }
 

@@ -169,6 +169,28 @@ TEST_F(TimelineScreen, AMarkerIsSetAndRemovedAndNoneStandsUncalled)
     EXPECT_EQ(flags(), "");
 }
 
+TEST_F(TimelineScreen, ARowThatIsLockedOrUnlinkedCannotBeCut)
+{
+    const auto canCut = [this] {
+        const auto actions = window->findChildren<QAction*>();
+        return std::ranges::any_of(actions, [](const QAction* a) { return a->text() == "Cu&t" && a->isEnabled(); });
+    };
+    click(find("picVideo0"), {100, 10});
+    EXPECT_TRUE(canCut());
+    click(option("picVideo0_lock"));
+    EXPECT_FALSE(canCut());
+    click(option("picVideo0_lock"));
+    EXPECT_TRUE(canCut());
+    key(Qt::Key_F5);
+    for (const char* const link : {"picVideo0_link", "picAudio0_link"}) { // the rows that hold anything
+        EXPECT_TRUE(canCut());
+        click(option(link));
+    }
+    EXPECT_FALSE(canCut());
+    click(option("picVideo0_link"));
+    EXPECT_TRUE(canCut());
+}
+
 TEST_F(TimelineScreen, TheMainSliderIsDragged)
 {
     QWidget& handle = find("imgSliderHandle");
