@@ -166,6 +166,8 @@ void EnableOrDisableMenuItems()
             row.state->Enabled = row.handler != nullptr && holds(row.test, tests);
         }
         forms::frmTools.cmdAdd.Enabled = tests.hasVideo;
+        form.mnuEditAddtoAudio1.Visible = true; // the pop-up menu of the overlay row has hidden them
+        form.mnuEditAddtoAudio2.Visible = true;
         shell::refreshActions(tests);
     });
 }

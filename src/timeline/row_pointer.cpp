@@ -144,7 +144,7 @@ ContextEntries entriesOf(std::int16_t context, std::int16_t index)
         return {joined(edit, {&m.s34, moves[index]}), joined(hidden, {moves[1 - index]})};
     }
     case 3:
-        // The entries of the main menu go as well; that is meant.
+        // The entries of the main menu go as well; the next menu update brings them back.
         return {
             joined(edit, {&m.s23, &m.mnuEC_StretchMode, &m.mnuEC_SetOverlayTransparency, &m.sr2, &m.mnuEC_SelSliders}),
             joined(scale, {&m.s21, &m.sr1, &m.s34, &m.mnuEditAddtoAudio1, &m.mnuEditAddtoAudio2,

@@ -58,6 +58,8 @@ TEST_F(ContextMenuTest, EntriesByContext)
         EXPECT_EQ(shown(), expected);
     }
     EXPECT_FALSE(window.mnuEditAddtoAudio1.Visible); // of the main menu, by the overlay's context
+    picVideo_MouseDown(0, 1, 0, 5, 12);
+    EXPECT_TRUE(window.mnuEditAddtoAudio1.Visible && window.mnuEditAddtoAudio2.Visible);
 }
 
 TEST_F(ContextMenuTest, RightPressSelectsAndStopsAtALock)
