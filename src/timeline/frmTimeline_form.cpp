@@ -223,12 +223,20 @@ void TimelineForm::refreshIcons()
     }
 }
 
+int TimelineForm::listWidth() const
+{
+    return std::clamp<int>(form().picVerticalResizeLeft, 0, std::max(0, width() - 300));
+}
+
 void TimelineForm::place()
 {
-    const int listWidth = std::clamp<int>(form().picVerticalResizeLeft, 0, std::max(0, width() - 300));
-    tree_->setGeometry(0, 0, listWidth, height());
-    divider_->setGeometry(listWidth, 0, kDividerWidth, height());
-    base_->setGeometry(listWidth + kDividerWidth, 0, std::max(1, width() - listWidth - kDividerWidth), height());
+    isListShown_ = form().tvwTimelineVisible;
+    tree_->setVisible(isListShown_);
+    divider_->setVisible(isListShown_);
+    tree_->setGeometry(0, 0, listWidth(), height());
+    divider_->setGeometry(listWidth(), 0, kDividerWidth, height());
+    const int left = isListShown_ ? listWidth() + kDividerWidth : 0;
+    base_->setGeometry(left, 0, std::max(1, width() - left), height());
     const int pictureWidth = std::max(1, base_->width() - kHeaderWidth);
     scale_->setGeometry(kHeaderWidth, 0, pictureWidth, kScaleHeight);
     constexpr int kButton = 26;
@@ -299,7 +307,9 @@ void TimelineForm::changeEvent(QEvent* event)
 void TimelineForm::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(divider_->geometry(), hairline(palette()));
+    if (isListShown_) {
+        painter.fillRect(divider_->geometry(), hairline(palette()));
+    }
     painter.fillRect(base_->geometry(), hairline(palette()));
     painter.fillRect(QRect(base_->x(), 0, kHeaderWidth, kScaleHeight - 1), palette().color(QPalette::Button));
     painter.fillRect(QRect(base_->x(), height() - kScrollHeight, base_->width(), kScrollHeight),
@@ -397,9 +407,12 @@ void TimelineForm::showBookmarks()
 void TimelineForm::showState()
 {
     const auto& f = form();
-    const int listWidth = std::clamp<int>(f.picVerticalResizeLeft, 0, std::max(0, width() - 300));
-    if (divider_->x() != listWidth && isTold_) {
-        divider_->move(listWidth, 0);
+    if (isListShown_ != f.tvwTimelineVisible) {
+        place();
+        update();
+    }
+    if (divider_->x() != listWidth() && isTold_) {
+        divider_->move(listWidth(), 0);
         divider_->raise();
     }
     {

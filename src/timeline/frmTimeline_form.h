@@ -33,6 +33,7 @@ private:
     void makeRows();
     void makeSliders();
     void makeButtons();
+    int listWidth() const;
     void place();
     void placeRows(int top, int height);
     void tellSizes();
@@ -62,8 +63,7 @@ private:
     QToolButton* selSliders_ = nullptr;
     QToolButton* addBookmark_ = nullptr;
     QToolButton* removeBookmark_ = nullptr;
-    std::uint64_t iconGeneration_ = 0;
-    int dividerPressX_ = 0;
     bool isShowing_ = false; // state is being copied into the list
     bool isTold_ = false;    // the program knows the pictures' sizes
+    bool isListShown_ = true;
 };

@@ -147,6 +147,19 @@ TEST_F(TimelineScreen, AFilmOfThreeHoursIsScrolledToItsEnd)
     }
 }
 
+TEST_F(TimelineScreen, TheListGoesAndComes)
+{
+    const QRect rows = find("picTimelineBase").geometry();
+    choose("&View", "Timeline &List");
+    EXPECT_FALSE(isShown("tvwTimeline") || isShown("picVerticalResize"));
+    EXPECT_EQ(find("picTimelineBase").geometry(), rows.adjusted(-rows.left(), 0, 0, 0));
+    EXPECT_EQ(find("picVideo0").width(), find("picScale").width());
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    choose("&View", "Timeline &List");
+    EXPECT_TRUE(isShown("tvwTimeline") && isShown("picVerticalResize"));
+    EXPECT_EQ(find("picTimelineBase").geometry(), rows);
+}
+
 TEST_F(TimelineScreen, AMarkerIsSetAndRemovedAndNoneStandsUncalled)
 {
     const auto flags = [this] {
