@@ -90,7 +90,10 @@ void MainWindow::makePanels()
     new VolumeForm(this);
     timelinePanel_ = new PanelFrame(timeline_, ground_);
     timelinePanel_->setCaption(tr("Timeline"));
-    timelinePanel_->setClosable([] { mdiTarnwick::mnuViewTimeline_Click(); });
+    timelinePanel_->setClosable([] {
+        frmTimeline::CloseFromWindowMenu();
+        mdiTarnwick::ArrangeVisible();
+    });
     toolsPanel_ = new PanelFrame(tools_, ground_);
     toolsPanel_->setCaption(tr("Tools"));
     toolsPanel_->setClosable([] {
@@ -102,21 +105,20 @@ void MainWindow::makePanels()
             panel->setActive(now != nullptr && panel->isAncestorOf(now));
         }
         if (now != nullptr && mediaListPanel_->isAncestorOf(now)) {
-            activate(0);
+            activate(0, frmMediaList::Form_Activate);
         } else if (now != nullptr && previewPanel_->isAncestorOf(now)) {
-            activate(1);
+            activate(1, frmPreview::Form_Activate);
         } else if (now != nullptr && timelinePanel_->isAncestorOf(now)) {
-            activate(2);
+            activate(2, frmTimeline::Form_Activate);
         }
     });
 }
 
 /// The tools panel follows the panel that is worked in.
-void MainWindow::activate(std::int16_t context)
+void MainWindow::activate(std::int16_t context, void (*activated)())
 {
     if (forms::frmTools.ActiveContext != context) {
-        forms::frmTools.ActiveContext = context;
-        frmTools::RefreshActions();
+        activated();
     }
 }
 

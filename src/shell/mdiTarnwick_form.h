@@ -37,7 +37,7 @@ protected:
 private:
     void makeMenus();
     void bindHooks();
-    void activate(std::int16_t context);
+    void activate(std::int16_t context, void (*activated)());
     void makePanels();
     void makeStatusBar();
     void tellSize();
