@@ -247,6 +247,20 @@ void InputFile::keepOnly(int streamIndex) noexcept
     }
 }
 
+std::size_t InputFile::readAt(std::int64_t position, std::span<std::uint8_t> target) const noexcept
+{
+    std::size_t done = 0;
+    while (done < target.size()) {
+        const auto count = ::pread(descriptor_, target.data() + done, target.size() - done,
+                                   position + static_cast<std::int64_t>(done));
+        if (count == 0 || (count < 0 && errno != EINTR)) {
+            break;
+        }
+        done += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return done;
+}
+
 bool InputFile::read(AVPacket& packet) noexcept
 {
     av_packet_unref(&packet);

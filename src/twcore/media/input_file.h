@@ -13,6 +13,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -26,6 +27,8 @@ struct Patience {
     const std::atomic<bool>* cancelled = nullptr;
     std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::time_point::max();
     ReadFaults* faults = nullptr; // none: nobody wants to know
+    /// While a file's pictures are still being listed: a key frame near the time is better than waiting for the list.
+    bool takesNear = false;
 
     bool over() const noexcept
     {
@@ -55,6 +58,8 @@ public:
     void keepOnly(int streamIndex) noexcept;
     /// The next packet; false at the end, on an error and when patience is over.
     bool read(AVPacket& packet) noexcept;
+    /// Bytes from a place in the file, beside what is being demuxed; how many there are. Any thread.
+    std::size_t readAt(std::int64_t position, std::span<std::uint8_t> target) const noexcept;
 
     bool gaveUp() const noexcept { return patience_.over(); }
     /// Some of it could not be read, for a cause that is not in the file: what was made of it is not whole.

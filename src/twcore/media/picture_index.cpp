@@ -1,6 +1,8 @@
 #include "twcore/media/picture_index.h"
 
+#include "twcore/media/avi_index.h"
 #include "twcore/media/picture_kind.h"
+#include "twcore/media/picture_order.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +15,21 @@ struct PictureIndex::Scanned {
     PictureKind kind;
 };
 
-std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, const Patience& patience)
+namespace {
+
+// The first list of a beginning; further than any picture is stored from where it is shown.
+constexpr std::size_t kFirstPart = 64;
+constexpr std::size_t kUnsettled = 40;
+
+double frameSecondsOf(const MediaFile& media)
+{
+    return media.picture->frameRate.num > 0 ? 1 / av_q2d(media.picture->frameRate) : 1.0 / 25;
+}
+
+} // namespace
+
+std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, const Patience& patience,
+                                                        const Publish& partly)
 {
     std::uint32_t error = 0;
     const auto file = InputFile::open(media.path, patience, error);
@@ -28,10 +44,15 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
     PictureKindReader kinds(*stream.codecpar);
     auto index = std::make_shared<PictureIndex>();
     std::vector<Scanned> scanned;
+    std::size_t nextPart = kFirstPart;
     auto packet = makePacket();
     while (file->read(*packet)) {
         if (packet->stream_index != media.picture->streamIndex) {
             continue;
+        }
+        if (partly && scanned.size() == nextPart) {
+            partly(index->beginning(scanned, stream.time_base, frameSecondsOf(media), timesTellOrder));
+            nextPart *= 2;
         }
         const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
         index->packets_.push_back({packet->pos, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
@@ -40,9 +61,39 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
     if (index->packets_.empty() || file->gaveUp() || file->hasFailed()) {
         return nullptr; // half a list would be shared as if it were whole
     }
-    const double fps = media.picture->frameRate.num > 0 ? av_q2d(media.picture->frameRate) : 25;
-    index->arrange(scanned, stream.time_base, 1 / fps, timesTellOrder);
+    index->arrange(scanned, stream.time_base, frameSecondsOf(media), timesTellOrder);
     return index;
+}
+
+std::shared_ptr<PictureIndex> PictureIndex::beginning(const std::vector<Scanned>& scanned, AVRational timeBase,
+                                                      double frameSeconds, bool timesTellOrder) const
+{
+    auto part = std::make_shared<PictureIndex>(*this);
+    part->arrange(scanned, timeBase, frameSeconds, timesTellOrder);
+    for (std::size_t i = part->count() - kUnsettled; i < part->count(); ++i) {
+        part->knownUpTo_ = std::min(part->knownUpTo_, part->startOfSlot(part->slotOf(i)));
+    }
+    return part;
+}
+
+std::shared_ptr<const PictureIndex> PictureIndex::fromFile(const MediaFile& media, const Patience& patience)
+{
+    std::uint32_t error = 0;
+    const int streamIndex = media.picture->streamIndex;
+    auto file = InputFile::open(media.path, patience, error);
+    auto packets = file ? listedByAvi(*file, streamIndex) : std::nullopt;
+    if (!packets) {
+        return nullptr;
+    }
+    auto index = std::make_shared<PictureIndex>();
+    index->isFromFile_ = true;
+    index->packets_ = std::move(*packets);
+    const std::vector<Scanned> scanned(index->count(), Scanned{AV_NOPTS_VALUE, {}});
+    index->arrange(scanned, file->stream(streamIndex)->time_base, frameSecondsOf(media), false);
+    if (media.picture->reorders) {
+        index->order_ = PictureOrder::open(media.path, streamIndex, index->packets_);
+    }
+    return media.picture->reorders && !index->order_ ? nullptr : index;
 }
 
 namespace {
@@ -139,6 +190,16 @@ void PictureIndex::arrange(const std::vector<Scanned>& scanned, AVRational timeB
     std::ranges::sort(byPosition_);
 }
 
+std::size_t PictureIndex::slotOf(std::size_t ordinal) const
+{
+    return order_ ? order_->slotOf(ordinal) : slotOfOrdinal_[ordinal];
+}
+
+std::size_t PictureIndex::ordinalOf(std::size_t slot) const
+{
+    return order_ ? order_->ordinalOf(slot) : ordinalOfSlot_[slot];
+}
+
 std::size_t PictureIndex::slotAt(double seconds) const
 {
     const auto end = slotStarts_.end() - 1;
@@ -148,11 +209,11 @@ std::size_t PictureIndex::slotAt(double seconds) const
 
 std::size_t PictureIndex::keyOrdinalFor(std::size_t slot) const
 {
-    std::size_t ordinal = ordinalOfSlot_[slot];
+    std::size_t ordinal = ordinalOf(slot);
     bool leansOnEarlier = false;
     for (;; --ordinal) {
         if (packets_[ordinal].isKey) {
-            if (slotOfOrdinal_[ordinal] <= slot || leansOnEarlier) {
+            if (leansOnEarlier || slotOf(ordinal) <= slot) {
                 return ordinal;
             }
             leansOnEarlier = true;

@@ -6,16 +6,30 @@
 // shown (the slot). The order of showing is that of the presentation times where the format writes them; else, as in
 // AVI, it is worked out from the kinds of the pictures, and the slots take the stored times in their order, so that a
 // missing time means that the picture before it stays longer.
+//
+// Where the file brings a list of its packets that fits, only the kinds of the pictures are read, when they are asked
+// for. Any thread may ask.
 
 #include "twcore/media/media_file.h"
 
 #include <cstdint>
+#include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 namespace twcore {
 
+class PictureOrder;
+
+/// A file's own list of its packets turned out not to fit them: they have to be listed by reading them.
+struct ListedWrongly : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Of a list taken from the file itself, whatever asks for an order of showing may throw ListedWrongly.
 class PictureIndex {
 public:
     struct Packet {
@@ -25,12 +39,22 @@ public:
         bool isKey;
     };
 
-    /// Lists the packets by reading the whole file. nullptr when nothing could be read or patience was over.
-    static std::shared_ptr<const PictureIndex> build(const MediaFile& media, const Patience& patience);
+    using Publish = std::function<void(std::shared_ptr<const PictureIndex>)>;
+
+    /// Lists the packets by reading the whole file. nullptr when nothing could be read or patience was over. On the way
+    /// `partly`, if there is one, is given lists of the beginning, each twice as long as the one before.
+    static std::shared_ptr<const PictureIndex> build(const MediaFile& media, const Patience& patience,
+                                                     const Publish& partly = {});
+    /// From the list that the file brings itself, next to nothing of it is read. nullptr when there is none that fits.
+    static std::shared_ptr<const PictureIndex> fromFile(const MediaFile& media, const Patience& patience);
+
+    bool isFromFile() const noexcept { return isFromFile_; }
+    /// Before this time, in seconds of the file's own time, a list of the beginning says what the whole one will say.
+    double knownUpTo() const noexcept { return knownUpTo_; }
 
     std::size_t count() const noexcept { return packets_.size(); }
     const Packet& packet(std::size_t ordinal) const { return packets_[ordinal]; }
-    std::size_t slotOf(std::size_t ordinal) const { return slotOfOrdinal_[ordinal]; }
+    std::size_t slotOf(std::size_t ordinal) const;
     /// Seconds in the file's own time at which the slot begins; for the slot behind the last, its end.
     double startOfSlot(std::size_t slot) const { return slotStarts_[slot]; }
     /// The slot that holds the time; the first one for an earlier time, the last one for a later.
@@ -43,6 +67,9 @@ public:
 
 private:
     struct Scanned;
+    std::shared_ptr<PictureIndex> beginning(const std::vector<Scanned>& scanned, AVRational timeBase,
+                                            double frameSeconds, bool timesTellOrder) const;
+    std::size_t ordinalOf(std::size_t slot) const;
     void arrange(const std::vector<Scanned>& scanned, AVRational timeBase, double frameSeconds, bool timesTellOrder);
 
     std::vector<Packet> packets_;
@@ -52,6 +79,9 @@ private:
     std::vector<std::pair<std::int64_t, std::uint32_t>>
         byPosition_; // sorted; by decode time where there are no positions
     bool hasPositions_ = true;
+    std::shared_ptr<PictureOrder> order_; // where the order of showing is worked out when it is asked for
+    bool isFromFile_ = false;
+    double knownUpTo_ = std::numeric_limits<double>::infinity();
 };
 
 } // namespace twcore

@@ -44,6 +44,7 @@ PictureKind PictureKindReader::readMpeg4(const AVPacket& packet)
     holdsPackedPicture_ = pictures > 1;
     PictureKind result;
     result.isBidirectional = kind == kBidirectional || takesPacked;
+    result.isKey = pictures > 0 ? std::optional(kind == 0) : std::nullopt;
     return result;
 }
 
@@ -52,6 +53,7 @@ PictureKind PictureKindReader::readParsed(const AVPacket& packet)
     std::uint8_t* data = nullptr;
     int size = 0;
     parser_->pict_type = AV_PICTURE_TYPE_NONE;
+    parser_->key_frame = -1;
     av_parser_parse2(parser_.get(), context_.get(), &data, &size, packet.data, packet.size, AV_NOPTS_VALUE,
                      AV_NOPTS_VALUE, 0);
     PictureKind kind;
@@ -60,6 +62,11 @@ PictureKind PictureKindReader::readParsed(const AVPacket& packet)
         kind.startsGroup = (packet.flags & AV_PKT_FLAG_KEY) != 0 && parser_->output_picture_number <= 0;
     }
     kind.isBidirectional = parser_->pict_type == AV_PICTURE_TYPE_B;
+    if (parser_->key_frame >= 0) {
+        kind.isKey = parser_->key_frame == 1;
+    } else if (parser_->pict_type != AV_PICTURE_TYPE_NONE) {
+        kind.isKey = parser_->pict_type == AV_PICTURE_TYPE_I;
+    }
     return kind;
 }
 

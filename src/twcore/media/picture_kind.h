@@ -12,6 +12,7 @@ namespace twcore {
 struct PictureKind {
     bool isBidirectional = false;   // shown at once, ahead of the picture stored before it
     bool startsGroup = false;       // order numbers begin anew
+    std::optional<bool> isKey;      // decoding may begin here; nullopt when the packet does not tell
     std::optional<int> orderNumber; // where the codec writes one: pictures of a group are shown by it
 };
 

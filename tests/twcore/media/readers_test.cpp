@@ -103,6 +103,27 @@ TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
     }
 }
 
+TEST(PictureIndex, TheListOfAnAviSaysWhatItsPacketsSay)
+{
+    for (const char* name : {"mpeg4.avi", "mpeg4-b.avi", "mpeg4-b-packed.avi", "h264-b.avi", "dropped.avi", "mjpeg.avi",
+                             "uncompressed.avi", "dv-pal.avi"}) {
+        SCOPED_TRACE(name);
+        const auto media = opened(mediaEntry(name));
+        const auto told = PictureIndex::fromFile(*media, {});
+        const auto read = PictureIndex::build(*media, {});
+        ASSERT_TRUE(told && read);
+        ASSERT_EQ(told->count(), read->count());
+        for (std::size_t k = 0; k < read->count(); ++k) {
+            const std::size_t i = (k * 37 + 60) % read->count(); // groups apart, and back
+            EXPECT_EQ(told->identify(read->packet(i).position, 0, read->packet(i).byteCount), i);
+            EXPECT_EQ(told->slotOf(i), read->slotOf(i)) << i;
+            EXPECT_EQ(told->startOfSlot(i), read->startOfSlot(i)) << i;
+            EXPECT_EQ(told->keyOrdinalFor(i), read->keyOrdinalFor(i)) << i;
+        }
+    }
+    EXPECT_EQ(PictureIndex::fromFile(*opened(mediaEntry("no-index.avi")), {}), nullptr);
+}
+
 TEST(PictureReader, ReadsForwardFrameByFrameAndHoldsTheEdges)
 {
     for (const auto& entry : entriesWithPicture()) {
