@@ -1,6 +1,6 @@
 #include "twcore/media/key_frames.h"
 
-#include "twcore/media/picture_reader.h"
+#include "twcore/media/picture_listing.h"
 
 #include <algorithm>
 
@@ -11,12 +11,19 @@ namespace {
 std::vector<double> fromIndex(const MediaFilePtr& media, const Patience& patience)
 {
     std::vector<double> times;
-    if (const auto index = sharedPictureIndex(media, patience)) {
-        for (std::size_t i = 0; i < index->count(); ++i) {
+    const auto index = media->listing ? media->listing->whole(*media, patience) : nullptr;
+    if (!index) {
+        return times;
+    }
+    try {
+        for (std::size_t i = 0; i < index->count() && !patience.over(); ++i) {
             if (index->packet(i).isKey) {
                 times.push_back(index->startOfSlot(index->slotOf(i)) - media->zeroSeconds);
             }
         }
+    } catch (const ListedWrongly&) {
+        media->listing->distrust(index);
+        return fromIndex(media, patience);
     }
     return times;
 }

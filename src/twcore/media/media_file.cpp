@@ -4,6 +4,7 @@
 #include "twcore/media/decoder.h"
 #include "twcore/media/midi_file.h"
 #include "twcore/media/orientation.h"
+#include "twcore/media/picture_listing.h"
 #include "twcore/media/stream_times.h"
 
 #include <algorithm>
@@ -258,6 +259,7 @@ Trial tryOpened(const std::string& path, InputFile& file, const Patience& patien
     if (sound.frameCount > 0) {
         media->sound = soundFacts(file, sound);
     }
+    media->listing = listingFor(*media);
     setLengths(*media, file, patience);
     trial.file = std::move(media);
     return trial;

@@ -50,6 +50,8 @@ enum class TimeStamps {
     kIndexed, // its packets have to be listed before a frame can be found
 };
 
+class PictureListing;
+
 struct MediaFile {
     std::string path;
     std::string formatName;
@@ -59,6 +61,7 @@ struct MediaFile {
     double zeroSeconds = 0; // the file's own time that is media time 0: the earlier start of the two streams
     std::optional<PictureFacts> picture;
     std::optional<SoundFacts> sound;
+    std::shared_ptr<PictureListing> listing; // of kIndexed pictures: shared by all who read them
 };
 
 using MediaFilePtr = std::shared_ptr<const MediaFile>;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <map>
-#include <mutex>
 
 namespace twcore {
 
@@ -19,33 +17,6 @@ constexpr std::size_t kLookAhead = 24;
 constexpr int kWorthDecoding = 6;
 
 } // namespace
-
-std::shared_ptr<const PictureIndex> sharedPictureIndex(const MediaFilePtr& media, const Patience& patience)
-{
-    struct Entry {
-        std::mutex building;
-        std::weak_ptr<const MediaFile> media;
-        std::shared_ptr<const PictureIndex> index;
-    };
-    static std::mutex mutex;
-    static std::map<const MediaFile*, std::shared_ptr<Entry>> entries;
-    std::shared_ptr<Entry> entry;
-    {
-        const std::lock_guard lock(mutex);
-        std::erase_if(entries, [](const auto& known) { return known.second->media.expired(); });
-        auto& slot = entries[media.get()];
-        if (!slot) {
-            slot = std::make_shared<Entry>();
-            slot->media = media;
-        }
-        entry = slot;
-    }
-    const std::lock_guard lock(entry->building);
-    if (!entry->index) {
-        entry->index = PictureIndex::build(*media, patience);
-    }
-    return entry->index;
-}
 
 PictureReader::PictureReader(MediaFilePtr media, int threads, Patience patience)
     : media_(std::move(media)), threads_(threads), patience_(patience)
@@ -86,20 +57,46 @@ bool PictureReader::prepare()
     if (!openFile()) {
         return false;
     }
-    if (media_->timeStamps == TimeStamps::kIndexed && !media_->picture->isStill) {
-        index_ = sharedPictureIndex(media_, patience_);
-        if (!index_) {
-            return false;
-        }
-    }
     // Stamps of whole milliseconds are rounded ones.
     const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    tolerance_ = tick >= 0.0009 && !index_ ? 0.0005 : 0.00001;
+    tolerance_ = tick >= 0.0009 && !media_->listing ? 0.0005 : 0.00001;
     if (media_->formatName == "flv") {
         tolerance_ = 0.0005;
     }
     broken_ = false;
     return true;
+}
+
+/// False when there is no list that knows the picture of the time, or not yet.
+bool PictureReader::takeIndex(double time)
+{
+    if (!media_->listing || (index_ && time < index_->knownUpTo())) {
+        return true;
+    }
+    auto index = media_->listing->upTo(time, *media_, patience_);
+    broken_ = !index && !patience_.over() && !media_->listing->isComing();
+    if (index) {
+        index_ = std::move(index);
+    }
+    return index_ && time < index_->knownUpTo();
+}
+
+void PictureReader::readAfresh()
+{
+    index_.reset();
+    current_.reset();
+    next_.reset();
+    lostFrom_ = std::numeric_limits<double>::infinity();
+    broken_ = !openFile();
+}
+
+SharedFrame PictureReader::nearTo(double time)
+{
+    isNear_ = true;
+    if (!nearPictures_) {
+        nearPictures_ = std::make_unique<NearPictures>(media_, patience_);
+    }
+    return nearPictures_->at(time);
 }
 
 void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = seconds + media_->zeroSeconds + tolerance_; }
@@ -117,6 +114,22 @@ SharedFrame PictureReader::at(double seconds)
         return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
     }
     const double time = seconds + media_->zeroSeconds + tolerance_;
+    isNear_ = false;
+    for (;;) {
+        if (broken_ || !takeIndex(time)) {
+            return broken_ || !patience_.takesNear || patience_.over() ? nullptr : nearTo(time);
+        }
+        try {
+            return exactly(time);
+        } catch (const ListedWrongly&) {
+            media_->listing->distrust(index_);
+            readAfresh();
+        }
+    }
+}
+
+SharedFrame PictureReader::exactly(double time)
+{
     if (time >= lostFrom_) {
         return nullptr;
     }
@@ -260,6 +273,9 @@ void PictureReader::jumpByIndex(double time)
         }
         key = index_->keyOrdinalFor(index_->slotOf(key - 1));
     }
+    if (index_->isFromFile() && !patience_.over()) {
+        throw ListedWrongly("No key frame is where the file's own list says.");
+    }
     restart(); // and decode from the beginning, which always finds it
 }
 
@@ -284,7 +300,7 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
             ++unknown;
         } else if (*ordinal == keyOrdinal) {
             nextOrdinal_ = keyOrdinal;
-            return true;
+            return !index_->isFromFile() || (packet.flags & AV_PKT_FLAG_KEY) != 0;
         } else if (*ordinal > keyOrdinal) {
             return false;
         }
@@ -378,9 +394,24 @@ bool PictureReader::nothingWantedAhead()
     return !anyBetween(kNever, expectedEnd_) && std::ranges::all_of(ahead_, hasTime);
 }
 
+/// The file's own list is held against every packet that is read, and against the end.
+void PictureReader::checkList(const AVPacket* packet) const
+{
+    if (!index_ || !index_->isFromFile() || (packet == nullptr && patience_.over())) {
+        return;
+    }
+    const bool isListed = nextOrdinal_ < index_->count();
+    if (packet == nullptr ? isListed
+                          : !isListed || index_->packet(nextOrdinal_).position != packet->pos
+                                || index_->packet(nextOrdinal_).byteCount != packet->size) {
+        throw ListedWrongly("The packets do not follow the file's own list.");
+    }
+}
+
 bool PictureReader::sendPacket()
 {
     if (ahead_.empty() && !fetchPacket()) {
+        checkList(nullptr);
         drained_ = true;
         decoder_->send(nullptr);
         return false;
@@ -397,6 +428,7 @@ bool PictureReader::sendPacket()
     // What is not shown, and nothing refers to, need not be decoded.
     decoder_->context().skip_frame = isPassedOver(*packet) ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     if (index_) {
+        checkList(packet.get());
         packet->pts = static_cast<std::int64_t>(nextOrdinal_++);
         packet->dts = AV_NOPTS_VALUE;
     } else if (packet->pts != AV_NOPTS_VALUE && decoder_->context().skip_frame == AVDISCARD_DEFAULT) {

@@ -3,12 +3,13 @@
 // The pictures of one stream by time: at any media time exactly the frame whose interval holds it.
 //
 // A reader stays where it is: asking on from the last time decodes on, and only a jump back, or ahead over a key
-// frame, seeks. Not thread safe: one reader serves one thread; several readers of a file share its index.
+// frame, seeks. Not thread safe: one reader serves one thread; several readers of a file share its list of pictures.
 
 #include "twcore/media/decoder.h"
 #include "twcore/media/input_file.h"
 #include "twcore/media/media_file.h"
-#include "twcore/media/picture_index.h"
+#include "twcore/media/near_pictures.h"
+#include "twcore/media/picture_listing.h"
 
 #include <deque>
 #include <limits>
@@ -18,17 +19,18 @@
 
 namespace twcore {
 
-/// The index of a file's pictures, listed on first use and then shared between readers. Thread safe.
-std::shared_ptr<const PictureIndex> sharedPictureIndex(const MediaFilePtr& media, const Patience& patience);
-
 class PictureReader {
 public:
     /// `threads` is what the decoder may use.
     PictureReader(MediaFilePtr media, int threads, Patience patience = {});
 
     /// The frame at a media time in seconds; nullptr where there is none: outside the stream, or nothing to decode.
-    /// The same frame is the same pointer while the reader stays on it.
+    /// The same frame is the same pointer while the reader stays on it. With patience that `takesNear` it may be a key
+    /// frame near by, or nothing yet; `isNear` says so.
     SharedFrame at(double seconds);
+
+    /// Whether the last answer is not the frame of its time, since the file's pictures are still being listed.
+    bool isNear() const noexcept { return isNear_; }
 
     /// Nothing behind this media time in seconds will be asked for before something ahead of it is, so that nothing is
     /// decoded behind it. What is asked for all the same is found, only later.
@@ -50,6 +52,10 @@ private:
 
     bool openFile();
     bool prepare();
+    bool takeIndex(double time);
+    void readAfresh();
+    SharedFrame nearTo(double time);
+    SharedFrame exactly(double time);
     SharedFrame answer(double time);
     bool needsJump(double time) const;
     void jumpTo(double time);
@@ -60,6 +66,7 @@ private:
     void forget();
     std::optional<Shown> decodeNext();
     std::optional<Shown> timed(FramePtr frame) const;
+    void checkList(const AVPacket* packet) const;
     bool sendPacket();
     bool fetchPacket();
     bool isPassedOver(const AVPacket& packet);
@@ -75,7 +82,9 @@ private:
 
     std::unique_ptr<InputFile> file_;
     std::unique_ptr<Decoder> decoder_;
-    std::shared_ptr<const PictureIndex> index_;
+    PictureListing::Index index_; // of kIndexed files: knows the picture that is asked for
+    std::unique_ptr<NearPictures> nearPictures_;
+    bool isNear_ = false;
     std::deque<PacketPtr> ahead_;  // read and not yet decoded
     std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
     bool fileEnded_ = false;

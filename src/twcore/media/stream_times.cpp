@@ -1,6 +1,6 @@
 #include "twcore/media/stream_times.h"
 
-#include "twcore/media/picture_index.h"
+#include "twcore/media/picture_listing.h"
 
 #include <algorithm>
 #include <array>
@@ -106,6 +106,9 @@ void setLengths(MediaFile& media, const InputFile& file, const Patience& patienc
         if (media.picture && media.timeStamps == TimeStamps::kIndexed) {
             const auto index = PictureIndex::build(media, patience);
             ends[0] = index ? index->startOfSlot(index->count()) : ends[0];
+            if (index && media.listing) {
+                media.listing->keep(index);
+            }
         }
     }
     const auto setLength = [&](auto& facts, double scanned) {

@@ -9,6 +9,8 @@ namespace {
 
 // Pictures that wait for their moment, beside the one that is being made.
 constexpr std::size_t kAhead = 4;
+// Where a file is still being listed: when its picture is asked for again.
+constexpr std::chrono::milliseconds kLookAgain{50};
 
 std::int64_t endOf(const Plan& plan) { return std::int64_t{plan.durationMs} * (kPlayRate / 1000); }
 
@@ -47,7 +49,7 @@ std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::nextJob()
         return std::nullopt;
     }
     if (!wish.isRunning) {
-        return servedSerial != wish.serial ? jobAt(wish.at) : std::nullopt;
+        return servedSerial != wish.serial || (isNear && Clock::now() >= lookAgain) ? jobAt(wish.at) : std::nullopt;
     }
     if (servedSerial != wish.serial) {
         servedSerial = wish.serial;
@@ -69,7 +71,7 @@ std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::nextJob()
 }
 
 void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::SurfacePicture>& picture,
-                                 WorkWatch::Clock::duration cost)
+                                 Clock::duration cost)
 {
     if (job.surface != surface || job.wish.plan != wish.plan || job.wish.isRunning != wish.isRunning) {
         return;
@@ -80,8 +82,12 @@ void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::Sur
     }
     if (!wish.isRunning) {
         // Also for a wish that is no longer the newest: better than nothing while the hand still moves.
+        // What was near before is shown again only when it has become the exact one.
+        const bool isSame = isNear && madeNear && servedSerial == job.wish.serial;
         servedSerial = job.wish.serial;
-        if (picture) {
+        isNear = madeNear;
+        lookAgain = Clock::now() + kLookAgain;
+        if (picture && !isSame) {
             ahead.assign(1, {job.wish.at, *picture});
         }
         return;
@@ -123,11 +129,11 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
                 rendererPlan.reset();
                 painter.reset();
             }
-            changed.wait(lock);
+            isNear&& wish.plan && !wish.isRunning ? void(changed.wait_until(lock, lookAgain)) : changed.wait(lock);
             continue;
         }
         watch.begin(job->wish.serial);
-        const auto begin = WorkWatch::Clock::now();
+        const auto begin = Clock::now();
         lock.unlock();
         const auto picture = pictureOf(*job);
         lock.lock();
@@ -135,7 +141,7 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
             renderer.reset(); // a reader that was stopped in the middle is worth nothing
             continue;
         }
-        finish(*job, picture, WorkWatch::Clock::now() - begin);
+        finish(*job, picture, Clock::now() - begin);
         changed.notify_all();
     }
 }
@@ -151,7 +157,7 @@ void PicturePlayer::Room::fitRenderer(const Job& job)
     const PictureSize size{job.layout.picture.width, job.layout.picture.height};
     auto next = std::make_unique<PictureRenderer>(plan, MovieClock{{kPlayRate, 1}, 0, plan->durationMs},
                                                   PictureFormat{size, AV_PIX_FMT_YUV420P, colour}, decoderThreads(),
-                                                  Patience{.cancelled = watch.flag()});
+                                                  Patience{.cancelled = watch.flag(), .takesNear = true});
     if (renderer) {
         next->takeReaders(*renderer);
     }
@@ -160,28 +166,13 @@ void PicturePlayer::Room::fitRenderer(const Job& job)
     rendererPlan = plan;
 }
 
-/// What takes long and is good for every later wish is not given up for one.
-void PicturePlayer::Room::listPictures(const Job& job) const
-{
-    const auto& stretches = job.wish.plan->stretches;
-    const auto above = std::ranges::upper_bound(
-        stretches, job.wish.at, {}, [](const auto& s) { return std::int64_t{s.startMs} * kPlayRate / 1000; });
-    if (above == stretches.begin()) {
-        return;
-    }
-    for (const PlannedSource* const source : (above - 1)->layers) {
-        if (source->media->timeStamps == TimeStamps::kIndexed && !source->media->picture->isStill) {
-            (void)sharedPictureIndex(source->media, Patience{.cancelled = &isLeaving});
-        }
-    }
-}
-
 std::optional<engine::SurfacePicture> PicturePlayer::Room::pictureOf(const Job& job)
 {
     try {
         fitRenderer(job);
-        listPictures(job);
-        return painter->paint(renderer->frame(job.wish.at));
+        const SharedFrame frame = renderer->frame(job.wish.at);
+        madeNear = renderer->isNear();
+        return painter->paint(frame);
     } catch (const std::runtime_error&) {
         engine::surfaces().say(job.surface, "This picture cannot be shown.");
         return std::nullopt;

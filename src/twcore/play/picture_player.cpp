@@ -116,7 +116,6 @@ PicturePlayer::~PicturePlayer()
     {
         const std::lock_guard lock(room_->mutex);
         room_->isClosing = true;
-        room_->isLeaving = true;
         room_->watch.close();
     }
     room_->changed.notify_all();

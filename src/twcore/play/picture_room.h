@@ -38,6 +38,7 @@ struct PictureGrid {
 
 struct PicturePlayer::Room {
     using Lock = std::unique_lock<std::mutex>;
+    using Clock = WorkWatch::Clock;
 
     struct Wish {
         PlanPtr plan;
@@ -66,10 +67,9 @@ struct PicturePlayer::Room {
     void makeLoop(Lock& lock);
     std::optional<Job> nextJob();
     std::optional<Job> jobAt(std::int64_t at) const;
-    void finish(const Job& job, const std::optional<engine::SurfacePicture>& picture, WorkWatch::Clock::duration cost);
+    void finish(const Job& job, const std::optional<engine::SurfacePicture>& picture, Clock::duration cost);
     std::optional<engine::SurfacePicture> pictureOf(const Job& job);
     void fitRenderer(const Job& job);
-    void listPictures(const Job& job) const;
 
     // The presenter's thread.
     void present() noexcept;
@@ -89,6 +89,8 @@ struct PicturePlayer::Room {
     bool isShowing = false; // the sink is being called
     WorkWatch watch;
     std::uint64_t servedSerial = 0; // the wish whose picture has been made, or whose run has begun
+    bool isNear = false;            // at rest: the picture that was made is not the exact one yet
+    Clock::time_point lookAgain;    // at rest: when it is tried again
     std::int64_t nextDue = 0;       // running: the place of the picture to be made next
     std::int64_t lastDue = -1;      // running: that of the picture shown last
     std::int64_t costSamples = 0;   // running: what a picture takes, as playing time
@@ -96,7 +98,7 @@ struct PicturePlayer::Room {
     std::shared_ptr<const std::uint8_t> shown; // the pixels shown last in this run
 
     // The maker's thread.
-    std::atomic<bool> isLeaving = false; // for work that is kept for later wishes
+    bool madeNear = false; // the last picture was, see PictureRenderer::isNear
     PlanPtr rendererPlan;
     std::unique_ptr<PictureRenderer> renderer;
     std::unique_ptr<SurfacePainter> painter;

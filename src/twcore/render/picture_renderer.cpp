@@ -82,6 +82,7 @@ void PictureRenderer::takeReaders(PictureRenderer& other)
 SharedFrame PictureRenderer::frame(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
+    isNear_ = false;
     if (stretch == nullptr || stretch->layers.empty()) {
         return fitter_.black();
     }
@@ -94,6 +95,7 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
             reader.expectUpTo(source.mediaSecondsAt(clock_.timeMs(std::max(number, expectedEnd_ - 1))));
         }
         frames.push_back(reader.at(source.mediaSecondsAt(clock_.timeMs(number))));
+        isNear_ = isNear_ || reader.isNear();
     }
     if (made_.stretch == stretch && made_.frames == frames && stretch->effect == nullptr) {
         return made_.picture;

@@ -23,6 +23,9 @@ public:
 
     /// The picture of a frame, from 0. While nothing changes it is the same pointer.
     SharedFrame frame(std::int64_t number);
+    /// Whether the last frame was made of other pictures than its own, since a file is still being listed. Only with
+    /// patience that `takesNear`.
+    bool isNear() const noexcept { return isNear_; }
 
     /// No frame from this one on will be asked for next, so that nothing is decoded for it.
     void expectUpTo(std::int64_t end) { expectedEnd_ = end; }
@@ -73,6 +76,7 @@ private:
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
     std::size_t stretch_ = 0;
+    bool isNear_ = false;
     std::int64_t expectedEnd_ = std::numeric_limits<std::int64_t>::max();
     Made made_;
 };

@@ -12,7 +12,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <random>
+#include <unistd.h>
 
 using namespace testmedia;
 using namespace twcore;
@@ -81,6 +85,77 @@ std::vector<MediaEntry> entriesWithPicture()
 
 constexpr double kAsked = 0.013; // inside a frame, away from its edges
 
+void findsFramesInAnyOrder(const MediaEntry& entry, const MediaFilePtr& media)
+{
+    ASSERT_TRUE(media && media->picture);
+    std::vector<double> times;
+    for (int i = 0; i < entry.frames; ++i) {
+        times.push_back(startOfPicture(entry, i) + std::min(kAsked, 0.3 / entry.framesPerSecond()));
+    }
+    std::shuffle(times.begin(), times.end(), std::mt19937(7)); // NOLINT: the same order in every run
+    times.resize(std::min<std::size_t>(times.size(), 40));
+    PictureReader reader(media, 2);
+    const double first = startsOf(entry).picture;
+    for (const double time : times) {
+        ASSERT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
+    }
+}
+
+/// As a large file is: with nothing listed by its trial.
+MediaFilePtr unlisted(const MediaFilePtr& media, const std::filesystem::path& path)
+{
+    auto copy = std::make_shared<MediaFile>(*media);
+    copy->path = path.string();
+    copy->listing = listingFor(*copy);
+    return copy;
+}
+
+std::string bytesOf(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A file of the test's own, gone at its end.
+class OwnFile {
+public:
+    explicit OwnFile(const std::string& bytes) : path_(testing::TempDir() + "own-" + std::to_string(::getpid()))
+    {
+        std::ofstream(path_, std::ios::binary) << bytes;
+    }
+    ~OwnFile() { std::filesystem::remove(path_); }
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+std::string littleEndian(std::size_t value)
+{
+    std::string bytes;
+    for (int i = 0; i < 4; ++i) {
+        bytes += static_cast<char>(value >> (8 * i));
+    }
+    return bytes;
+}
+
+/// The entries of idx1 pass through `change`: name, flags, place, size, of four bytes each.
+std::string withList(std::string avi, const std::function<void(std::vector<std::string>&)>& change)
+{
+    const auto at = avi.rfind("idx1");
+    std::vector<std::string> entries;
+    for (auto place = at + 8; place + 16 <= avi.size(); place += 16) {
+        entries.push_back(avi.substr(place, 16));
+    }
+    change(entries);
+    std::string list;
+    for (const auto& entry : entries) {
+        list += entry;
+    }
+    avi.replace(at, std::string::npos, "idx1" + littleEndian(list.size()) + list);
+    return avi.replace(4, 4, littleEndian(avi.size() - 8));
+}
+
 } // namespace
 
 TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
@@ -88,17 +163,10 @@ TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
     for (const auto& entry : entriesWithPicture()) {
         SCOPED_TRACE(entry.name);
         const auto media = opened(entry);
-        ASSERT_TRUE(media && media->picture);
-        std::vector<double> times;
-        for (int i = 0; i < entry.frames; ++i) {
-            times.push_back(startOfPicture(entry, i) + std::min(kAsked, 0.3 / entry.framesPerSecond()));
-        }
-        std::shuffle(times.begin(), times.end(), std::mt19937(7)); // NOLINT: the same order in every run
-        times.resize(std::min<std::size_t>(times.size(), 40));
-        PictureReader reader(media, 2);
-        const double first = startsOf(entry).picture;
-        for (const double time : times) {
-            ASSERT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
+        findsFramesInAnyOrder(entry, media);
+        if (media && media->listing) {
+            SCOPED_TRACE("not listed by its trial");
+            findsFramesInAnyOrder(entry, unlisted(media, media->path));
         }
     }
 }
@@ -122,6 +190,62 @@ TEST(PictureIndex, TheListOfAnAviSaysWhatItsPacketsSay)
         }
     }
     EXPECT_EQ(PictureIndex::fromFile(*opened(mediaEntry("no-index.avi")), {}), nullptr);
+}
+
+TEST(PictureReader, IsNotMisledByTheListOfAnAvi)
+{
+    using List = std::vector<std::string>;
+    const auto isPicture = [](const std::string& entry) { return entry.starts_with("00"); };
+    // 50 entries on, a picture.
+    const auto picture = [&](List& list) { return std::find_if(list.begin() + 50, list.end(), isPicture); };
+    const std::vector<std::pair<const char*, std::function<void(List&)>>> lies{
+        {"half of it", [](List& list) { list.resize(list.size() / 2); }},
+        {"a picture left out", [&](List& list) { list.erase(picture(list)); }},
+        {"every one a key frame", [](List& list) { std::ranges::for_each(list, [](auto& e) { e[4] = 16; }); }},
+        {"key frames beside the right ones",
+         [&](List& list) {
+             for (int i = 0; auto& entry : list) {
+                 entry[4] = isPicture(entry) && i++ % 12 == 1 ? 16 : 0;
+             }
+             list.front()[4] = 16;
+         }},
+        {"elsewhere", [&](List& list) { picture(list)->replace(8, 4, littleEndian(1000)); }},
+        {"of another size", [&](List& list) { ++(*picture(list))[12]; }},
+    };
+    for (const char* name : {"mpeg4-b.avi", "h264-b.avi"}) {
+        const auto entry = mediaEntry(name);
+        for (const auto& [lie, tell] : lies) {
+            SCOPED_TRACE(std::string(name) + ", " + lie);
+            const OwnFile file(withList(bytesOf(mediaFolder() / name), tell));
+            findsFramesInAnyOrder(entry, unlisted(opened(entry), file.path()));
+        }
+    }
+}
+
+TEST(PictureReader, WaitsForAListAsLongAsItIsToldTo)
+{
+    // A hole in front of the film's last pictures, which are there twice, so that the list takes a while.
+    const auto entry = mediaEntry("mpeg2-open-gop.mpg");
+    const std::string film = bytesOf(mediaFolder() / entry.name);
+    const OwnFile file(film + std::string(std::size_t{64} << 20, '\0') + film.substr(film.size() * 9 / 10));
+    const auto media = unlisted(opened(entry), file.path());
+    const double first = startsOf(entry).picture + kAsked;
+
+    PictureReader inAHurry(media, 1, Patience{.takesNear = true});
+    PictureReader givesUp(media, 1, Patience{.deadline = std::chrono::steady_clock::now()});
+    EXPECT_EQ(givesUp.at(first + 3), nullptr);
+    EXPECT_GE(shownNumber(inAHurry.at(first + 3), *media), 0) << "a key frame";
+    EXPECT_TRUE(inAHurry.isNear());
+    do { // what the list's beginning knows is exact before the list is whole
+        EXPECT_GE(shownNumber(inAHurry.at(first + 0.4), *media), 0);
+    } while (inAHurry.isNear());
+    EXPECT_EQ(shownNumber(inAHurry.at(first + 0.4), *media), numberAt(entry, 0.4));
+    EXPECT_TRUE(media->listing->isComing());
+
+    PictureReader patient(media, 1);
+    EXPECT_EQ(shownNumber(patient.at(first + 3), *media), numberAt(entry, 3));
+    EXPECT_EQ(shownNumber(inAHurry.at(first + 3), *media), numberAt(entry, 3));
+    EXPECT_FALSE(inAHurry.isNear());
 }
 
 TEST(PictureReader, ReadsForwardFrameByFrameAndHoldsTheEdges)

@@ -4,9 +4,13 @@
 #include "engine/ITWMediaFiles.h"
 #include "engine/factory.h"
 #include "play_harness.h"
+#include "twcore/media/picture_listing.h"
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
 
 namespace playtest {
 namespace {
@@ -271,6 +275,31 @@ TEST_F(PreviewTest, DamagedFilesPlayWhatTheyHave)
         check(timelineCalls.RemoveSource(video, 0, ok));
         check(timelineCalls.RemoveSource(audio, 0, ok));
     }
+}
+
+TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
+{
+    // Large, with a hole in front of the film's last pictures, which are there twice.
+    const std::string slow = testing::TempDir() + "listed-" + std::to_string(::getpid()) + ".mpg";
+    {
+        std::ifstream film(path("mpeg2-open-gop.mpg"), std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(film), {}};
+        std::ofstream(slow, std::ios::binary)
+            << bytes << std::string(std::size_t{64} << 20, '\0') << bytes.substr(bytes.size() * 9 / 10);
+    }
+    const Handle picture = files.streamOfKind(files.openFile(slow), true);
+    lay(video, picture, 0, 1000, 3000);
+    lay(video, stream("h264.mp4", true), 1000, 2000, 1000);
+    build();
+    seek(500);
+    EXPECT_TRUE(soon([&] { return screen.last() >= 0; })) << "a key frame";
+    seek(1500);
+    EXPECT_TRUE(shows(37));
+    EXPECT_TRUE(files.targetOf(picture).media->listing->isComing());
+    seek(500);
+    EXPECT_TRUE(soon([&] { return !files.targetOf(picture).media->listing->isComing(); }, std::chrono::minutes(2)));
+    EXPECT_TRUE(shows(87)); // by itself, once it is known
+    std::filesystem::remove(slow);
 }
 
 TEST_F(PreviewTest, VolumeFallsToSilence)
