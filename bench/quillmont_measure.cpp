@@ -8,8 +8,10 @@
 //                                   in the environment the device is SDL's dummy. Then how many pictures of the first
 //                                   4 s were shown at 640x360
 //   quillmont-measure show FILE     reads times in ms, and writes "asked_ms latency_ms" for each: from Seek of the
-//   small
-//                                   player to the picture on a surface of 640x360
+//                                   small player to the picture on a surface of 640x360
+//   quillmont-measure first-picture FILE [MS]
+//                                   a file that is not in memory (its disk permitting): from trying it to its first
+//                                   picture, or that at a time: "first_ms", and "first_bytes" that were read for it
 //
 // "seek" reads times in ms from standard input, one a line, and writes "asked_ms frame_ms latency_ms" for each once
 // the exact frame lies decoded as BGRA: the time that was asked for, the time at which that frame begins, and how long
@@ -30,10 +32,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <iostream>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
 using namespace twcore;
 
@@ -171,6 +175,35 @@ int seek(const std::string& path, const std::string& folder)
     return 0;
 }
 
+/// All that this process has read so far.
+long long bytesRead()
+{
+    std::ifstream counts("/proc/self/io");
+    std::string name;
+    long long bytes = 0;
+    counts >> name >> bytes;
+    return name == "rchar:" ? bytes : -1;
+}
+
+int firstPicture(const std::string& path, double atMs)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        std::cerr << "quillmont-measure: \"" << path << "\" cannot be opened.\n";
+        return 1;
+    }
+    (void)::fsync(file); // only what is on the disk can be forgotten
+    (void)::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
+    ::close(file);
+    const long long before = bytesRead();
+    const Stopwatch watch;
+    const Trial trial = tryMediaFile(path, {});
+    const bool hasPicture = trial.file && trial.file->picture;
+    const SharedFrame frame = hasPicture ? PictureReader(trial.file, 1).at(atMs / 1000) : nullptr;
+    std::printf("first_ms %.1f first_bytes %lld\n", frame ? watch.ms() : -1.0, bytesRead() - before);
+    return frame ? 0 : 1;
+}
+
 class CountingSink final : public engine::FrameSink {
 public:
     void show(const engine::SurfacePicture&) noexcept override
@@ -274,13 +307,15 @@ int main(int count, char** words)
         status = walk(words[2]);
     } else if (what == "seek" && (count == 3 || (count == 5 && std::strcmp(words[3], "--dump") == 0))) {
         status = seek(words[2], count == 5 ? words[4] : "");
+    } else if (what == "first-picture" && (count == 3 || count == 4)) {
+        status = firstPicture(words[2], count == 4 ? std::atof(words[3]) : 0);
     } else if (what == "play" && count == 3) {
         status = play(words[2]);
     } else if (what == "show" && count == 3) {
         status = show(words[2]);
     } else {
         std::cerr << "usage: quillmont-measure open FILE | walk FILE | seek FILE [--dump FOLDER] < TIMES | play FILE\n"
-                     "       | show FILE < TIMES\n";
+                     "       | show FILE < TIMES | first-picture FILE [MS]\n";
     }
     engine::Engine.reset();
     return status;
