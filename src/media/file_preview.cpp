@@ -63,6 +63,8 @@ void takeLength(std::int32_t length)
     slider.SetValue(0);
 }
 
+int newestLoad = 0; // of loads and closings
+
 } // namespace
 
 namespace media {
@@ -77,11 +79,15 @@ void loadFilePreview(std::string_view mediaClass, std::string_view path)
     auto& form = forms::frmMediaList;
     form.sldFilePreview.Visible = !isImage;
     showAsStopped();
+    const int load = ++newestLoad;
     const auto player = EngineAs<ITWFilePreview>();
     Bool16 ok = kFalse;
     check(player->SetOwnerWindow(form.picPreviewSmallHandle));
     check(player->ResetPlayer(ok));
     check(player->OpenFile(path, ok));
+    if (load != newestLoad) {
+        return; // events were let run meanwhile: what they loaded stands
+    }
     if (isSound) {
         clearPicture(); // the file before may have played on until now, and left one
     } else {
@@ -98,6 +104,7 @@ void loadFilePreview(std::string_view mediaClass, std::string_view path)
 
 void resetFilePreview()
 {
+    ++newestLoad;
     showAsStopped();
     Bool16 ok = kFalse;
     check(EngineAs<ITWFilePreview>()->ResetPlayer(ok));
@@ -105,6 +112,7 @@ void resetFilePreview()
 
 void closeFilePreview()
 {
+    ++newestLoad;
     showAsStopped();
     const engine::Status closed = EngineAs<ITWFilePreview>()->Close();
     clearPicture();

@@ -69,9 +69,13 @@ engine::Status FilePreviewInterface::OpenFile(Text path, Bool16& ok)
 {
     ok = kFalse;
     return guarded([&] {
+        const std::uint64_t load = ++newestLoad_;
         player_.unload();
         player_.rewind();
         const Trial trial = files_.tryFile(std::string(path));
+        if (load != newestLoad_) {
+            return; // events were let run meanwhile, and one of them loaded another file or closed this
+        }
         if (!trial.file) {
             engine::surfaces().say(surface_, "This file cannot be played.");
             return;
@@ -84,6 +88,7 @@ engine::Status FilePreviewInterface::OpenFile(Text path, Bool16& ok)
 engine::Status FilePreviewInterface::Close()
 {
     return guarded([&] {
+        ++newestLoad_;
         player_.unload();
         player_.rewind();
     });

@@ -43,6 +43,7 @@ private:
     FileRegistry& files_;
     Player player_;
     std::int32_t surface_ = 0;
+    std::uint64_t newestLoad_ = 0; // of loads and closings: the newest one stands
 };
 
 } // namespace twcore

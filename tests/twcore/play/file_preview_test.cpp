@@ -1,6 +1,11 @@
 // The small player: every kind of file, in its part of the surface.
 
+#include "engine/waiting.h"
 #include "play_harness.h"
+
+#include <filesystem>
+#include <unistd.h>
+#include <utility>
 
 namespace playtest {
 namespace {
@@ -91,6 +96,32 @@ TEST_F(FilePreviewTest, NothingThatCanBePlayed)
     check(filePreview.ShowFirstFrame(ok));
     EXPECT_EQ(ok, engine::kFalse);
     EXPECT_EQ(screen.numbers().size(), count);
+}
+
+TEST_F(FilePreviewTest, OfTwoLoadsTheNewerStands)
+{
+    // Its trial takes long enough for events to be let run: there is a hole behind the film.
+    const std::string slow = testing::TempDir() + "slow-" + std::to_string(::getpid());
+    std::filesystem::copy_file(path("mpeg2-open-gop.mpg"), slow);
+    std::filesystem::resize_file(slow, std::uintmax_t{40} << 20);
+    enum class Meanwhile { kLoad, kClose };
+    for (const auto meanwhile : {Meanwhile::kLoad, Meanwhile::kClose}) {
+        bool came = false;
+        engine::whileWaiting = [&] {
+            if (!std::exchange(came, true)) {
+                meanwhile == Meanwhile::kLoad ? open("no-sound.mp4") : check(filePreview.Close());
+            }
+            return true;
+        };
+        Bool16 ok = engine::kTrue;
+        check(filePreview.OpenFile(slow, ok));
+        engine::whileWaiting = nullptr;
+        EXPECT_TRUE(came);
+        EXPECT_EQ(ok, engine::kFalse);
+        EXPECT_NEAR(duration(), meanwhile == Meanwhile::kLoad ? 2000 : 0, 60);
+        std::filesystem::last_write_time(slow, std::filesystem::file_time_type::clock::now()); // to be tried again
+    }
+    std::filesystem::remove(slow);
 }
 
 TEST_F(FilePreviewTest, PicturesKeepTheirProportionsInTheirArea)
