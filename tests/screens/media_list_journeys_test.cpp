@@ -1,5 +1,6 @@
 // The media list: opening by dialogue and by drop, looking at files, playing them, closing them.
 
+#include "editing/clipboard.h"
 #include "report/error_log.h"
 #include "screens/screen_harness.h"
 #include "windowing/list_model.h"
@@ -220,6 +221,9 @@ TEST_F(MediaListScreen, ADragOfARowThatEndsNowhereLeavesTheListInOrder)
 
 TEST_F(MediaListScreen, KeysThatEditTheTimelineAskForAClickThereUnlessTheRangeIsShown)
 {
+    moduleEdit::ClearSourceClips(); // the clipboard outlives a test
+    moduleEdit::ClearEffectClips();
+    moduleEdit::ClearTransitionClips();
     opened({"mpeg4.avi", "still.bmp"});
     onTheTracks();
     const std::string whole = tree();
