@@ -5,6 +5,7 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -21,12 +22,15 @@ constexpr int kNoise = 1;  // of the second differences, for each pixel
 constexpr int kSlants = 2; // pixels to either side over which an edge is followed
 constexpr int kReach = 1;  // pixels to either side that are compared along it
 
-/// One plane of a frame; lines beyond its edges are those of the edge's own field.
+/// One plane of a frame; lines beyond its edges are those of the edge's own field. Sides are the frame's, `shift` times
+/// halved.
 struct Plane {
     const std::uint8_t* data;
     std::ptrdiff_t stride;
     int width;
     int height;
+    int shiftX;
+    int shiftY;
 
     const std::uint8_t* line(int y) const
     {
@@ -40,18 +44,19 @@ struct Plane {
     }
 };
 
-/// Which blocks comb, with those around them.
+/// Which blocks comb, in brightness or in colour, with those around them.
 class CombMap {
 public:
-    CombMap(const Plane& plane, int firstFilled)
-        : columns_((plane.width + kBlockWidth - 1) / kBlockWidth),
-          rows_((plane.height + kBlockHeight - 1) / kBlockHeight),
+    CombMap(const std::array<Plane, 3>& planes, int firstFilled)
+        : columns_((planes[0].width + kBlockWidth - 1) / kBlockWidth),
+          rows_((planes[0].height + kBlockHeight - 1) / kBlockHeight),
           moves_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_))
     {
         std::vector<char> combs(moves_.size());
         for (int row = 0; row < rows_; ++row) {
             for (int column = 0; column < columns_; ++column) {
-                combs[at(column, row)] = combsAt(plane, firstFilled, column, row);
+                combs[at(column, row)] = std::ranges::any_of(
+                    planes, [&](const Plane& plane) { return combsAt(plane, firstFilled, column, row); });
             }
         }
         for (int row = 0; row < rows_; ++row) {
@@ -80,12 +85,12 @@ private:
         return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
     }
 
-    static char combsAt(const Plane& plane, int firstFilled, int column, int row)
+    static bool combsAt(const Plane& plane, int firstFilled, int column, int row)
     {
-        const int left = column * kBlockWidth;
-        const int right = std::min(plane.width, left + kBlockWidth);
-        const int top = row * kBlockHeight;
-        const int bottom = std::min(plane.height, top + kBlockHeight);
+        const int left = column * kBlockWidth >> plane.shiftX;
+        const int right = std::min(plane.width, (column + 1) * kBlockWidth >> plane.shiftX);
+        const int top = row * kBlockHeight >> plane.shiftY;
+        const int bottom = std::min(plane.height, (row + 1) * kBlockHeight >> plane.shiftY);
         int interleaved = 0;
         int sameMoment = 0;
         int count = 0;
@@ -100,7 +105,7 @@ private:
             }
             count += right - left;
         }
-        return interleaved > sameMoment + kNoise * count ? 1 : 0;
+        return interleaved > sameMoment + kNoise * count;
     }
 
     int columns_;
@@ -144,7 +149,7 @@ FramePtr deinterlaced(const AVFrame& frame)
 {
     const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
     if (shape == nullptr || (shape->flags & AV_PIX_FMT_FLAG_PLANAR) == 0 || shape->comp[0].depth != 8
-        || shape->nb_components < 3) {
+        || shape->nb_components < 3 || frame.height < 4) { // a field has a line of colour at least
         return nullptr;
     }
     auto whole = makeFrame();
@@ -155,11 +160,16 @@ FramePtr deinterlaced(const AVFrame& frame)
         return nullptr;
     }
     const int firstFilled = frame.top_field_first != 0 ? 1 : 0;
-    const CombMap map({frame.data[0], frame.linesize[0], frame.width, frame.height}, firstFilled);
-    for (int i = 0; i < 3; ++i) {
+    std::array<Plane, 3> planes{};
+    for (std::size_t i = 0; i < planes.size(); ++i) {
         const int shiftX = i == 0 ? 0 : shape->log2_chroma_w;
         const int shiftY = i == 0 ? 0 : shape->log2_chroma_h;
-        const Plane plane{frame.data[i], frame.linesize[i], -(-frame.width >> shiftX), -(-frame.height >> shiftY)};
+        planes[i] = {frame.data[i], frame.linesize[i], -(-frame.width >> shiftX), -(-frame.height >> shiftY), shiftX,
+                     shiftY};
+    }
+    const CombMap map(planes, firstFilled);
+    for (std::size_t i = 0; i < planes.size(); ++i) {
+        const Plane& plane = planes[i];
         for (int y = 0; y < plane.height; ++y) {
             auto* const target = whole->data[i] + std::ptrdiff_t{y} * whole->linesize[i];
             std::memcpy(target, plane.line(y), static_cast<std::size_t>(plane.width));
@@ -169,11 +179,11 @@ FramePtr deinterlaced(const AVFrame& frame)
             const auto* const above = plane.line(y - 1);
             const auto* const below = plane.line(y + 1);
             for (int column = 0; column < map.columns(); ++column) {
-                if (!map.moves(column, y, shiftY)) {
+                if (!map.moves(column, y, plane.shiftY)) {
                     continue;
                 }
-                const int left = column * kBlockWidth >> shiftX;
-                const int right = std::min(plane.width, (column + 1) * kBlockWidth >> shiftX);
+                const int left = column * kBlockWidth >> plane.shiftX;
+                const int right = std::min(plane.width, (column + 1) * kBlockWidth >> plane.shiftX);
                 for (int x = left; x < right; ++x) {
                     target[x] = between(above, below, x, plane.width);
                 }

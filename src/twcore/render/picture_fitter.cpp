@@ -1,10 +1,12 @@
 #include "twcore/render/picture_fitter.h"
 
 #include "twcore/render/deinterlace.h"
+#include "twcore/render/over_black.h"
 #include "twcore/render/tone_map.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>
+#include <libavutil/opt.h>
 #include <libavutil/pixdesc.h>
 }
 
@@ -97,41 +99,6 @@ void turnPlane(std::uint8_t* target, int targetStride, const std::uint8_t* sourc
     }
 }
 
-bool isTransparent(const AVFrame& frame)
-{
-    const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
-    return shape != nullptr && (shape->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL)) != 0;
-}
-
-/// The picture over black; nullptr when the libraries cannot read its transparency.
-FramePtr overBlack(const AVFrame& frame)
-{
-    auto flat = makeFrame();
-    flat->format = AV_PIX_FMT_BGRA;
-    flat->width = frame.width;
-    flat->height = frame.height;
-    SwsContext* const scaler =
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width, frame.height,
-                       AV_PIX_FMT_BGRA, SWS_POINT, nullptr, nullptr, nullptr);
-    if (scaler == nullptr || av_frame_get_buffer(flat.get(), 0) < 0) {
-        sws_freeContext(scaler);
-        return nullptr;
-    }
-    sws_scale(scaler, frame.data, frame.linesize, 0, frame.height, flat->data, flat->linesize);
-    sws_freeContext(scaler);
-    for (int y = 0; y < flat->height; ++y) {
-        auto* pixel = flat->data[0] + std::ptrdiff_t{y} * flat->linesize[0];
-        for (int x = 0; x < flat->width; ++x, pixel += 4) {
-            const int alpha = pixel[3];
-            for (int i = 0; i < 3; ++i) {
-                pixel[i] = static_cast<std::uint8_t>((pixel[i] * alpha + 127) / 255);
-            }
-        }
-    }
-    flat->format = AV_PIX_FMT_BGR0;
-    return flat;
-}
-
 } // namespace
 
 PictureFitter::PictureFitter(PictureFormat format) : format_(format)
@@ -146,7 +113,9 @@ PictureFitter::PictureFitter(PictureFormat format) : format_(format)
 PictureFitter::~PictureFitter()
 {
     av_buffer_pool_uninit(&pool_);
-    sws_freeContext(scaler_);
+    for (auto& scaler : scalers_) {
+        sws_freeContext(scaler.context);
+    }
 }
 
 FramePtr PictureFitter::newFrame()
@@ -217,7 +186,6 @@ SharedFrame PictureFitter::fitOver(const SharedFrame& below, const SharedFrame& 
 void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
     FramePtr whole;
-    const bool linesMove = facts.orientation.swapAxes || place.target.height != frame.height;
     if (isHighDynamicRange(frame)) {
         // Scaled first where that can be: fewer pixels to work on.
         PictureSize size{frame.width, frame.height};
@@ -228,19 +196,64 @@ void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFac
         whole = toneMapped(frame, size);
     } else if (isTransparent(frame)) {
         whole = overBlack(frame);
-    } else if (frame.interlaced_frame != 0 && linesMove) {
+    } else if (frame.interlaced_frame != 0) {
+        if (keepsLines(frame, facts, place)) {
+            drawFields(target, frame, place);
+            return;
+        }
         whole = deinterlaced(frame);
     }
     const AVFrame& source = whole ? *whole : frame;
     const Colour colour = colourOf(source);
     const PictureRect part = storedPart(source, place, facts.orientation);
     if (facts.orientation.isPlain()) {
-        scaleInto(target, source, part, place.target);
+        scaleInto(target, source, part, place.target, Lines::kAll);
     } else {
         turnInto(target, source, part, place.target, facts.orientation);
     }
     if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
         recolour(planarRect(target, place.target), colour, format_.colour);
+    }
+}
+
+/// Whether each pixel of the movie is one of the stored picture, line by line, and both fields have whole lines of
+/// colour.
+bool PictureFitter::keepsLines(const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place)
+{
+    constexpr int kLinesOfColour = 4; // two of each field for a line of colour each
+    const PictureRect part = storedPart(frame, place, facts.orientation);
+    return facts.orientation.isPlain() && part.width == place.target.width && part.height == place.target.height
+           && part.top % kLinesOfColour == 0 && part.height % kLinesOfColour == 0
+           && place.target.top % kLinesOfColour == 0;
+}
+
+/// Each field by itself: a line of colour belongs to lines of its own moment alone.
+void PictureFitter::drawFields(AVFrame& target, const AVFrame& frame, const PicturePlace& place)
+{
+    const auto field = [](const AVFrame& whole, int number) {
+        FramePtr half(av_frame_clone(&whole));
+        if (!half) {
+            throw std::bad_alloc();
+        }
+        for (int i = 0; i < AV_NUM_DATA_POINTERS && half->data[i] != nullptr; ++i) {
+            half->data[i] += number * std::ptrdiff_t{half->linesize[i]};
+            half->linesize[i] *= 2;
+        }
+        half->height = whole.height / 2;
+        return half;
+    };
+    PicturePlace halfPlace = place;
+    halfPlace.target.top /= 2;
+    halfPlace.target.height /= 2;
+    const Colour colour = colourOf(frame);
+    for (const int number : {0, 1}) {
+        const FramePtr source = field(frame, number);
+        const FramePtr half = field(target, number);
+        scaleInto(*half, *source, storedPart(*source, halfPlace, {}), halfPlace.target,
+                  number == 0 ? Lines::kUpper : Lines::kLower);
+        if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
+            recolour(planarRect(*half, halfPlace.target), colour, format_.colour);
+        }
     }
 }
 
@@ -264,15 +277,43 @@ PictureRect PictureFitter::storedPart(const AVFrame& frame, const PicturePlace& 
     return {left, top, width, height};
 }
 
-void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect)
+/// A scaler that knows where lines of colour stand between those of brightness: in the middle of a whole picture's, a
+/// quarter of a line off it in a field, where the upper one has them higher and the lower one lower.
+SwsContext* PictureFitter::scalerFor(AVPixelFormat from, PictureSize size, PictureSize to, Lines lines)
+{
+    constexpr int kUsual = -513;
+    const auto placeIn = [&](AVPixelFormat pixels) {
+        const bool isHalved = av_pix_fmt_desc_get(pixels)->log2_chroma_h == 1;
+        return !isHalved || lines == Lines::kAll ? kUsual : lines == Lines::kUpper ? 64 : 192;
+    };
+    auto& [scaler, source] = scalers_[static_cast<std::size_t>(lines)];
+    if (lines != Lines::kAll && (scaler == nullptr || source != from)) {
+        sws_freeContext(scaler);
+        scaler = sws_alloc_context();
+        if (scaler == nullptr) {
+            throw std::bad_alloc();
+        }
+        av_opt_set_int(scaler, "src_v_chr_pos", placeIn(from), 0);
+        av_opt_set_int(scaler, "dst_v_chr_pos", placeIn(format_.pixels), 0);
+        source = from;
+    }
+    // The quick way from stored bitmaps to brightness and colour knows the limited range alone.
+    const bool isTooQuick = from == AV_PIX_FMT_BGR24 && isYuv(format_.colour) && format_.colour.isFullRange;
+    const int flags = SWS_BICUBIC | (isTooQuick ? SWS_ACCURATE_RND : 0);
+    scaler = sws_getCachedContext(scaler, size.width, size.height, from, to.width, to.height, format_.pixels, flags,
+                                  nullptr, nullptr, nullptr);
+    if (scaler == nullptr) {
+        throw std::runtime_error("A picture of this kind cannot be scaled.");
+    }
+    return scaler;
+}
+
+void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
+                              Lines of)
 {
     const Colour colour = colourOf(source);
     const AVPixelFormat sourcePixels = plainFormat(static_cast<AVPixelFormat>(source.format));
-    scaler_ = sws_getCachedContext(scaler_, part.width, part.height, sourcePixels, rect.width, rect.height,
-                                   format_.pixels, SWS_BICUBIC, nullptr, nullptr, nullptr);
-    if (scaler_ == nullptr) {
-        throw std::runtime_error("A picture of this kind cannot be scaled.");
-    }
+    SwsContext* const scaler = scalerFor(sourcePixels, {part.width, part.height}, {rect.width, rect.height}, of);
     // Between two kinds of colour differences the scaler only scales: the change of colour is made afterwards, on
     // fewer pixels. To and from red, green and blue it knows the other side's matrix.
     const bool bothYuv = isYuv(colour) && isYuv(format_.colour);
@@ -280,7 +321,7 @@ void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const Pict
     const int* const to =
         bothYuv ? from : coefficientsOf(isYuv(format_.colour) ? format_.colour.matrix : colour.matrix);
     const int range = bothYuv ? 0 : colour.isFullRange;
-    sws_setColorspaceDetails(scaler_, from, range, to, bothYuv ? 0 : format_.colour.isFullRange, 0, 1 << 16, 1 << 16);
+    sws_setColorspaceDetails(scaler, from, range, to, bothYuv ? 0 : format_.colour.isFullRange, 0, 1 << 16, 1 << 16);
     std::uint8_t* planes[4] = {};
     int strides[4] = {};
     const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(format_.pixels);
@@ -305,7 +346,7 @@ void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const Pict
                         + (halved ? part.left >> stored->log2_chroma_w : part.left) * step;
         }
     }
-    if (sws_scale(scaler_, lines, source.linesize, 0, part.height, planes, strides) <= 0) {
+    if (sws_scale(scaler, lines, source.linesize, 0, part.height, planes, strides) <= 0) {
         throw std::runtime_error("A picture could not be scaled.");
     }
 }
@@ -324,7 +365,7 @@ void PictureFitter::turnInto(AVFrame& target, const AVFrame& source, const Pictu
             throw std::bad_alloc();
         }
     }
-    scaleInto(*turned_, source, part, {0, 0, width, height});
+    scaleInto(*turned_, source, part, {0, 0, width, height}, Lines::kAll);
     const PictureSize size{rect.width, rect.height};
     if (av_pix_fmt_desc_get(format_.pixels)->comp[0].step == 3) {
         turnPlane<3>(target.data[0] + std::ptrdiff_t{rect.top} * target.linesize[0] + rect.left * 3, target.linesize[0],

@@ -8,6 +8,7 @@
 #include "twcore/render/colour.h"
 #include "twcore/render/picture_place.h"
 
+#include <array>
 #include <memory>
 
 namespace twcore {
@@ -37,17 +38,27 @@ public:
     SharedFrame black();
 
 private:
+    /// What of a picture is worked on: all of it, or one of its fields.
+    enum class Lines { kAll, kUpper, kLower };
+    struct Scaler {
+        SwsContext* context = nullptr;
+        AVPixelFormat source = AV_PIX_FMT_NONE;
+    };
+
     FramePtr newFrame();
     void draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place);
+    void drawFields(AVFrame& target, const AVFrame& frame, const PicturePlace& place);
     void paintBlack(AVFrame& frame) const;
-    void scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect);
+    SwsContext* scalerFor(AVPixelFormat from, PictureSize size, PictureSize to, Lines lines);
+    void scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect, Lines of);
     void turnInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
                   const Orientation& orientation);
 
+    static bool keepsLines(const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place);
     static PictureRect storedPart(const AVFrame& frame, const PicturePlace& place, const Orientation& orientation);
 
     PictureFormat format_;
-    SwsContext* scaler_ = nullptr;
+    std::array<Scaler, 3> scalers_; // by `Lines`
     AVBufferPool* pool_ = nullptr;
     SharedFrame black_;
     FramePtr turned_; // scaled, not yet turned
