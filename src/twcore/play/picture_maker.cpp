@@ -20,8 +20,7 @@ Colour colourFor(const Plan& plan)
     for (const auto& track : plan.pictureTracks) {
         for (const auto& source : track) {
             if (source.media) {
-                const bool isLarge = source.media->picture->width > 1024 || source.media->picture->height > 576;
-                return {isLarge ? Matrix::kBt709 : Matrix::kBt601, false};
+                return {untoldMatrix(source.media->picture->width, source.media->picture->height, false), false};
             }
         }
     }

@@ -128,6 +128,12 @@ TWCORE_WIDE_VECTORS void recolourChroma(std::uint8_t* __restrict cb, std::uint8_
 
 } // namespace
 
+Matrix untoldMatrix(int width, int height, bool isFullRange)
+{
+    const bool isLarge = width > 1024 || height > 576;
+    return isLarge && !isFullRange ? Matrix::kBt709 : Matrix::kBt601;
+}
+
 Colour colourOf(const AVFrame& frame)
 {
     const auto format = static_cast<AVPixelFormat>(frame.format);
@@ -153,10 +159,8 @@ Colour colourOf(const AVFrame& frame)
     case AVCOL_SPC_BT2020_CL:
         colour.matrix = Matrix::kBt2020;
         break;
-    default: {
-        const bool isLarge = frame.width > 1024 || frame.height > 576;
-        colour.matrix = isLarge && !colour.isFullRange ? Matrix::kBt709 : Matrix::kBt601;
-    }
+    default:
+        colour.matrix = untoldMatrix(frame.width, frame.height, colour.isFullRange);
     }
     return colour;
 }

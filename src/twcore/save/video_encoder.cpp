@@ -3,6 +3,7 @@
 #include "twcore/save/jpeg_encoder.h"
 
 extern "C" {
+#include <libavutil/imgutils.h>
 #include <libavutil/opt.h>
 }
 
@@ -47,10 +48,11 @@ PictureFormat VideoEncoding::pictureFormat() const
     if (!compressor || compressor->pixels == AV_PIX_FMT_RGB24) {
         return {size, AV_PIX_FMT_BGR24, {Matrix::kRgb, true}};
     }
-    // AVI tells no colour of its own, and what reads these streams takes them as 601.
+    // AVI tells no colour of its own: it is the one that is understood of a picture of this size.
     const AVPixelFormat wanted = encoderPixels(*this);
     const AVPixelFormat pixels = wanted == AV_PIX_FMT_YUVJ420P ? AV_PIX_FMT_YUV420P : wanted;
-    return {size, pixels, {Matrix::kBt601, compressor->isFullRange}};
+    const bool isFullRange = compressor->isFullRange;
+    return {size, pixels, {untoldMatrix(size.width, size.height, isFullRange), isFullRange}};
 }
 
 namespace {
@@ -226,6 +228,19 @@ void setQuality(AVCodecContext& context, const VideoEncoding& encoding)
     }
 }
 
+/// Told to the encoder, for the streams that can carry it: H.264, and Ut Video by its name.
+void setColour(AVCodecContext& context, const Colour& colour)
+{
+    context.color_range = colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+    if (colour.matrix == Matrix::kBt709) {
+        context.colorspace = AVCOL_SPC_BT709;
+        context.color_primaries = AVCOL_PRI_BT709;
+        context.color_trc = AVCOL_TRC_BT709;
+    } else if (colour.matrix == Matrix::kBt601) {
+        context.colorspace = AVCOL_SPC_SMPTE170M;
+    }
+}
+
 std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, int threads, std::string& why)
 {
     const VideoCompressor& compressor = *encoding.compressor;
@@ -238,7 +253,7 @@ std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, 
     context->width = encoding.size.width;
     context->height = encoding.size.height;
     context->pix_fmt = encoderPixels(encoding);
-    context->color_range = compressor.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+    setColour(*context, encoding.pictureFormat().colour);
     context->time_base = av_inv_q(encoding.fps);
     context->framerate = encoding.fps;
     context->sample_aspect_ratio = {1, 1};
@@ -261,6 +276,12 @@ std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, 
 
 std::unique_ptr<VideoEncoder> VideoEncoder::open(const VideoEncoding& encoding, int threads, std::string& why)
 {
+    const auto [width, height] = encoding.size;
+    if (width <= 0 || height <= 0 || av_image_check_size(unsigned(width), unsigned(height), 0, nullptr) < 0) {
+        why =
+            "Pictures of " + std::to_string(width) + " x " + std::to_string(height) + " are larger than a movie takes.";
+        return nullptr;
+    }
     if (!encoding.compressor) {
         return std::make_unique<RawEncoder>(encoding.size);
     }

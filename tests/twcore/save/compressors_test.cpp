@@ -1,7 +1,12 @@
 // Every compressor of the lists: what it writes reads back whole, and what it says it can be told is true.
 
+#include "twcore/media/picture_reader.h"
+#include "twcore/render/picture_fitter.h"
 #include "twcore/save/save_harness.h"
 
+#include <array>
+#include <cmath>
+#include <fstream>
 #include <map>
 
 using namespace savetest;
@@ -21,6 +26,78 @@ std::vector<std::string> names(engine::Status (engine::ITWSave::*nameAt)(std::in
         }
         found.push_back(buffer.substr(0, end));
     }
+}
+
+using Quarters = std::array<testmedia::Rgb, 4>; // of a picture, line by line
+constexpr Quarters kQuarters{{{0, 192, 0}, {192, 32, 32}, {48, 48, 208}, {160, 160, 160}}};
+
+/// An upright bitmap of 24 bits whose quarters are flat.
+void writeQuarters(const std::filesystem::path& path, int width, int height)
+{
+    std::string head = "BM";
+    const auto add = [&](std::uint32_t value, int bytes) {
+        for (; bytes > 0; --bytes, value >>= 8) {
+            head += static_cast<char>(value & 0xFF);
+        }
+    };
+    const int size = width * height * 3; // of widths that are multiples of 4
+    for (const int value : {54 + size, 0, 54, 40, width, -height}) {
+        add(static_cast<std::uint32_t>(value), 4);
+    }
+    add(1, 2);
+    add(24, 2);
+    head.append(24, '\0');
+    std::string pixels;
+    for (int i = 0; i < width * height; ++i) {
+        const int column = i % width >= width / 2 ? 1 : 0;
+        const int row = i / width >= height / 2 ? 2 : 0;
+        const auto& [red, green, blue] = kQuarters[static_cast<std::size_t>(row + column)];
+        pixels.append({static_cast<char>(blue), static_cast<char>(green), static_cast<char>(red)});
+    }
+    std::ofstream(path, std::ios::binary) << head << pixels;
+}
+
+void expectQuarters(const Quarters& found, const std::string& reader)
+{
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        for (std::size_t part = 0; part < 3; ++part) {
+            EXPECT_NEAR(found[i][part], kQuarters[i][part], 5) << reader << ", quarter " << i << ", part " << part;
+        }
+    }
+}
+
+/// The quarters of a movie's first picture as this system reads them.
+Quarters readBack(const std::filesystem::path& path)
+{
+    const auto media = twcore::tryMediaFile(path.string(), {}).file;
+    const twcore::PictureSize size{media->picture->width, media->picture->height};
+    twcore::PictureReader reader(media, 1, {});
+    twcore::PictureFitter fitter({size, AV_PIX_FMT_BGR24, {twcore::Matrix::kRgb, true}});
+    const auto shown = fitter.fit(reader.at(0.013), *media->picture, {{0, 0, size.width, size.height}});
+    Quarters found{};
+    for (int i = 0; i < 4; ++i) {
+        const int x = size.width * (1 + 2 * (i % 2)) / 4;
+        const int y = size.height * (1 + 2 * (i / 2)) / 4;
+        const auto* const at = shown->data[0] + std::ptrdiff_t{y} * shown->linesize[0] + x * 3;
+        found[static_cast<std::size_t>(i)] = {at[2], at[1], at[0]};
+    }
+    return found;
+}
+
+/// The same as it is read by the tags alone.
+Quarters readByTags(const std::filesystem::path& path)
+{
+    const auto frame = testmedia::readMovie(path, {.keepRgb = true}).frames.at(0);
+    Quarters found{};
+    for (int i = 0; i < 4; ++i) {
+        const int x = frame.widthPx * (1 + 2 * (i % 2)) / 4;
+        const int y = frame.heightPx * (1 + 2 * (i / 2)) / 4;
+        const auto mean = frame.meanColour({x - 8, y - 8, x + 8, y + 8});
+        for (std::size_t part = 0; part < 3; ++part) {
+            found[static_cast<std::size_t>(i)][part] = static_cast<std::uint8_t>(std::lround(mean[part]));
+        }
+    }
+    return found;
 }
 
 class CompressorsTest : public SaveTest {
@@ -162,5 +239,40 @@ TEST_F(CompressorsTest, KeepToABitRateWhereOneIsAsked)
         }
         EXPECT_LT(bytes[60000] * 3 / 2, bytes[400000]) << name;
         EXPECT_LT(bytes[400000], 400000u * (4 + 3) / 8) << name << ", with three seconds spent ahead";
+    }
+}
+
+TEST_F(CompressorsTest, ColoursOfAnySizeComeBack)
+{
+    for (const auto& [width, height] : {std::pair{1280, 720}, {640, 480}}) {
+        SetUp();
+        const auto source = folder / ("quarters-" + std::to_string(width) + ".bmp");
+        writeQuarters(source, width, height);
+        check(EngineAs<engine::ITWTimeline>()->SetFrameSize(static_cast<std::int16_t>(width),
+                                                            static_cast<std::int16_t>(height)));
+        lay(video, stream(source.string(), true), {0, 40, 0, 40});
+        auto list = names(&engine::ITWSave::GetVideoCompressorName);
+        list.emplace_back("Uncompressed");
+        for (const auto& name : list) {
+            SCOPED_TRACE(testing::Message() << name << " " << width);
+            SaveWords words{.video = name};
+            words.width = name == "DV" ? 720 : width;
+            words.height = name == "DV" ? 576 : height;
+            saved(words);
+            expectQuarters(readBack(folder / "movie.avi"), "by ours");
+            if (name == "H.264" || name == "Motion JPEG" || name == "Ut Video") {
+                expectQuarters(readByTags(folder / "movie.avi"), "by its tags");
+            }
+        }
+        const auto save = EngineAs<engine::ITWSave>();
+        engine::Bool16 ok = engine::kFalse;
+        check(save->SetVideoProfile("Video for local area networks (1 Mbps)"));
+        check(save->SetWindowsMediaVideoSize(static_cast<std::int16_t>(width), static_cast<std::int16_t>(height)));
+        check(save->AddSaveTrack(video, ok));
+        check(save->PrepareWindowsMediaFile((folder / "movie.wmv").string(), ok));
+        ASSERT_EQ(ok, engine::kTrue);
+        check(save->RunSaveToEnd());
+        check(save->CloseSave());
+        expectQuarters(readBack(folder / "movie.wmv"), "Windows Media");
     }
 }
