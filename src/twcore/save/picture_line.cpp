@@ -184,7 +184,12 @@ bool PictureLine::hand(std::size_t chunk, MadePicture picture)
         return false;
     }
     waitingBytes_ += picture.byteCount;
-    chunks_[chunk].ready.push_back(std::move(picture));
+    auto& ready = chunks_[chunk].ready;
+    if (!ready.empty() && ready.back().frame == picture.frame && ready.back().packet == picture.packet) {
+        ++ready.back().times; // hours of black take the room of one picture
+    } else {
+        ready.push_back(std::move(picture));
+    }
     if (chunk == current_) {
         changed_.notify_all();
     }
@@ -208,9 +213,11 @@ std::optional<MadePicture> PictureLine::next()
             return std::nullopt;
         }
         if (!chunk.ready.empty()) {
-            auto picture = std::move(chunk.ready.front());
-            chunk.ready.pop_front();
-            waitingBytes_ -= picture.byteCount;
+            auto picture = chunk.ready.front();
+            if (--chunk.ready.front().times == 0) {
+                chunk.ready.pop_front();
+                waitingBytes_ -= picture.byteCount;
+            }
             Trace::addValue("bytes of pictures ready", static_cast<std::int64_t>(waitingBytes_));
             changed_.notify_all();
             return picture;

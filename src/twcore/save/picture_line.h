@@ -31,6 +31,7 @@ struct MadePicture {
     SharedFrame frame;
     std::shared_ptr<const AVPacket> packet;
     std::size_t byteCount = 0; // memory it holds that the picture before does not
+    std::int64_t times = 1;    // that it is shown in a row, while it waits
 };
 
 class PictureLine {
