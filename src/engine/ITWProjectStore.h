@@ -8,6 +8,9 @@
 
 namespace engine {
 
+/// A longer file is no project: a hundred thousand sources take a third of it.
+inline constexpr std::uintmax_t kMostProjectBytes = 64u << 20;
+
 class ITWProjectStore {
 public:
     virtual ~ITWProjectStore() = default;

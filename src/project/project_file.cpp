@@ -1,8 +1,10 @@
 #include "project/project_file.h"
 
 #include "core/numbers.h"
+#include "engine/ITWProjectStore.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <pugixml.hpp>
 
 namespace project {
@@ -33,6 +35,10 @@ ProjectFile readProjectFile(const std::string& path)
     const auto refuse = [&](const std::string& why) {
         throw ProjectFileError("Cannot open the project \"" + path + "\": " + why);
     };
+    std::error_code unknown;
+    if (std::filesystem::file_size(path, unknown) > engine::kMostProjectBytes && !unknown) {
+        refuse("it is too large for a project.");
+    }
     pugi::xml_document document;
     if (const auto result = document.load_file(path.c_str()); !result) {
         refuse(std::string(result.description()) + ", at byte " + std::to_string(result.offset)

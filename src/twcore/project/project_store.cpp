@@ -144,8 +144,7 @@ engine::Status ProjectStore::LoadProject(engine::Text path)
         if (std::filesystem::exists(name, error) && !std::filesystem::is_regular_file(name, error)) {
             return refusal("it is no file.");
         }
-        if (constexpr std::uintmax_t kMostBytes = 256u << 20;
-            std::filesystem::file_size(name, error) > kMostBytes && !error) {
+        if (std::filesystem::file_size(name, error) > engine::kMostProjectBytes && !error) {
             return refusal("it is too large for a project.");
         }
         pugi::xml_document document;
