@@ -2,6 +2,9 @@
 
 #include "twcore/media/input_file.h"
 
+#include <algorithm>
+#include <new>
+
 namespace twcore {
 
 std::unique_ptr<Decoder> Decoder::open(const AVStream& stream, int threads)
@@ -33,12 +36,20 @@ std::unique_ptr<Decoder> Decoder::open(const AVStream& stream, int threads)
 
 void Decoder::send(const AVPacket* packet) noexcept
 {
+    if (packet != nullptr && context_->codec_id == AV_CODEC_ID_TARGA) {
+        constexpr int kHeaderBytes = 18;
+        constexpr int kAlphaBits = 0x0F; // of the header's last byte
+        opaque_ = packet->size >= kHeaderBytes && (packet->data[kHeaderBytes - 1] & kAlphaBits) == 0;
+    }
     // What the decoder refuses is lost, as a damaged packet is.
     (void)avcodec_send_packet(context_.get(), packet);
 }
 
 FramePtr Decoder::receive()
 {
+    if (long_) {
+        return nextPart();
+    }
     if (!spare_) {
         spare_ = makeFrame();
     }
@@ -49,12 +60,49 @@ FramePtr Decoder::receive()
         // Behind a jump, pictures come first that lean on others which were never decoded.
     } while (recovering_ && (spare_->flags & AV_FRAME_FLAG_CORRUPT) != 0);
     recovering_ = false;
+    if (opaque_ && spare_->format == AV_PIX_FMT_BGRA) {
+        spare_->format = AV_PIX_FMT_BGR0;
+    }
+    if (spare_->sample_rate > 0 && spare_->nb_samples > spare_->sample_rate) {
+        long_ = std::move(spare_);
+        partStart_ = 0;
+        return nextPart();
+    }
     return std::move(spare_);
+}
+
+/// At a few samples a second a packet lasts for an hour, which would be taken in memory at the rate of the mix.
+FramePtr Decoder::nextPart()
+{
+    FramePtr part(av_frame_clone(long_.get()));
+    if (!part) {
+        throw std::bad_alloc();
+    }
+    const auto format = static_cast<AVSampleFormat>(part->format);
+    const bool isPlanar = av_sample_fmt_is_planar(format) != 0;
+    const int channels = part->ch_layout.nb_channels;
+    const int step = av_get_bytes_per_sample(format) * (isPlanar ? 1 : channels);
+    for (int i = 0; i < (isPlanar ? channels : 1); ++i) {
+        part->extended_data[i] += std::ptrdiff_t{partStart_} * step;
+    }
+    if (part->extended_data != part->data) { // the first few stand in both
+        std::copy_n(part->extended_data, AV_NUM_DATA_POINTERS, part->data);
+    }
+    part->nb_samples = std::min(part->sample_rate, long_->nb_samples - partStart_);
+    if (part->best_effort_timestamp != AV_NOPTS_VALUE) {
+        part->best_effort_timestamp += av_rescale_q(partStart_, {1, part->sample_rate}, context_->pkt_timebase);
+    }
+    partStart_ += part->nb_samples;
+    if (partStart_ >= long_->nb_samples) {
+        long_.reset();
+    }
+    return part;
 }
 
 void Decoder::flush() noexcept
 {
     avcodec_flush_buffers(context_.get());
+    long_.reset();
     recovering_ = true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "engine/file_presence.h"
 #include "engine/status.h"
+#include "twcore/media/mov_claims.h"
 
 #include <algorithm>
 #include <array>
@@ -160,10 +161,8 @@ const AVInputFormat* InputFile::findFormat() const
     // The name is withheld: what a file is called must not decide what reads it.
     const AVInputFormat* format = nullptr;
     const int score = av_probe_input_buffer2(bytes_, &format, "", nullptr, 0, kProbeBytes);
-    if (score > 0 && format != nullptr) {
-        return format;
-    }
-    if (endsWith(path_, ".tga")) {
+    // Flat pictures look like sound to formats that guess.
+    if (score < AVPROBE_SCORE_EXTENSION && endsWith(path_, ".tga")) {
         std::array<std::uint8_t, 18> head{};
         avio_seek(bytes_, 0, SEEK_SET);
         const int size = avio_read(bytes_, head.data(), static_cast<int>(head.size()));
@@ -172,7 +171,7 @@ const AVInputFormat* InputFile::findFormat() const
             return av_find_input_format("image2pipe");
         }
     }
-    return nullptr;
+    return score > 0 ? format : nullptr;
 }
 
 std::unique_ptr<InputFile> InputFile::open(const std::string& path, const Patience& patience, std::uint32_t& error)
@@ -186,6 +185,11 @@ std::unique_ptr<InputFile> InputFile::open(const std::string& path, const Patien
     const bool isTga = format != nullptr && std::string_view(format->name) == "image2pipe";
     if (format == nullptr || (isRefused(*format) && !isTga)) {
         error = file->gaveUp() ? media_error::kCannotLoad : media_error::kUnknownFormat;
+        return nullptr;
+    }
+    if (std::string_view(format->name).starts_with("mov,")
+        && claimsTooManySamples(file->descriptor_, file->byteCount_, file->patience_)) {
+        error = file->gaveUp() ? media_error::kCannotLoad : media_error::kInvalidFormat;
         return nullptr;
     }
     AVFormatContext* context = avformat_alloc_context();

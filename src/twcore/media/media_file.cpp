@@ -2,6 +2,7 @@
 
 #include "engine/status.h"
 #include "twcore/media/decoder.h"
+#include "twcore/media/file_trouble.h"
 #include "twcore/media/midi_file.h"
 #include "twcore/media/orientation.h"
 #include "twcore/media/picture_listing.h"
@@ -221,9 +222,9 @@ std::uint32_t errorOf(const FirstFrames& picture, const FirstFrames& sound)
 
 Trial tryMidi(const std::string& path, const Patience& patience)
 {
-    const auto length = midiLengthMs(midiBytes(path, patience));
+    const auto length = midiLengthMs(readMidi(path, patience));
     if (!length) {
-        return {media_error::kInvalidFormat, nullptr};
+        return {media_error::kInvalidFormat, nullptr, troubleWith(path, nullptr)};
     }
     auto media = std::make_shared<MediaFile>();
     media->path = path;
@@ -276,10 +277,18 @@ Trial tryMediaFile(const std::string& path, const Patience& patience)
     Trial trial;
     if (isMidiFile(path, watched)) {
         trial = tryMidi(path, watched);
-    } else if (const auto file = InputFile::open(path, watched, trial.error)) {
-        trial = tryOpened(path, *file, watched);
+    } else {
+        const auto file = InputFile::open(path, watched, trial.error);
+        if (file) {
+            trial = tryOpened(path, *file, watched);
+        }
+        const bool isRefused =
+            trial.error == media_error::kInvalidFormat || trial.error == media_error::kUnknownFormat;
+        if (!trial.file && isRefused) {
+            trial.trouble = troubleWith(path, file.get());
+        }
     }
-    return faults.any() ? Trial{media_error::kCannotLoad, nullptr} : trial;
+    return faults.any() ? Trial{media_error::kCannotLoad, nullptr, {}} : trial;
 }
 
 } // namespace twcore

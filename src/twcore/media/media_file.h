@@ -70,6 +70,7 @@ using MediaFilePtr = std::shared_ptr<const MediaFile>;
 struct Trial {
     std::uint32_t error = 0;
     MediaFilePtr file;
+    std::string trouble{}; // what is in the way, as a sentence for people; empty when the error says it all
 };
 
 /// Opens the file, decodes the beginning of its streams and reads what there is to know. Waits as long as `patience`.

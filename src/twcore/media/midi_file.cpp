@@ -17,8 +17,9 @@ namespace twcore {
 
 namespace {
 
-constexpr std::size_t kMaxBytes = 64u << 20;
 constexpr double kMaxSeconds = 4 * 3600; // a damaged delta time must not make a song of years
+
+constexpr std::size_t kHeaderBytes = 14;
 
 using Bytes = std::span<const std::uint8_t>;
 
@@ -127,6 +128,20 @@ double secondsAt(std::uint64_t tick, std::vector<TempoChange>& tempos, std::uint
     return seconds + static_cast<double>(tick - from) * perTick;
 }
 
+/// Calls back with the place and length of each chunk of a song, as far as it reaches; answers where the last one ends
+/// as it says itself, which may be behind the end.
+template <class Callback>
+std::size_t walkChunks(Bytes song, Callback callback)
+{
+    std::size_t at = 8 + std::size_t{bigEndian(song, 4, 4)};
+    while (at + 8 <= song.size()) {
+        const std::size_t told = bigEndian(song, at + 4, 4);
+        callback(at, std::min<std::size_t>(told, song.size() - at - 8));
+        at += 8 + told;
+    }
+    return at;
+}
+
 } // namespace
 
 std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t most, const Patience& patience)
@@ -170,31 +185,41 @@ bool isMidiFile(const std::string& path, const Patience& patience)
                && std::memcmp(head.data() + 8, "RMID", 4) == 0);
 }
 
-std::vector<std::uint8_t> midiBytes(const std::string& path, const Patience& patience)
+std::vector<std::uint8_t> readMidi(const std::string& path, const Patience& patience)
 {
-    auto bytes = readBeginning(path, kMaxBytes, patience);
+    auto song = readBeginning(path, kMostMidiBytes, patience);
+    const bool isCut = song.size() >= kMostMidiBytes;
     const std::string_view signature = "MThd";
-    bytes.erase(bytes.begin(), std::search(bytes.begin(), bytes.end(), signature.begin(), signature.end()));
-    return bytes;
+    song.erase(song.begin(), std::search(song.begin(), song.end(), signature.begin(), signature.end()));
+    if (song.size() < kHeaderBytes) {
+        return {};
+    }
+    std::size_t end = 0; // of the last track; what stands behind it is none of the song
+    const std::size_t told = walkChunks(song, [&](std::size_t at, std::size_t length) {
+        end = std::memcmp(&song[at], "MTrk", 4) == 0 ? at + 8 + length : end;
+    });
+    if (isCut && end == song.size() && told > end) {
+        return {};
+    }
+    song.resize(std::max(end, kHeaderBytes));
+    song.shrink_to_fit();
+    return song;
 }
 
 std::optional<std::int32_t> midiLengthMs(const std::vector<std::uint8_t>& song)
 {
-    const Bytes bytes(song);
-    if (bytes.size() < 14) {
+    if (song.size() < kHeaderBytes) {
         return std::nullopt;
     }
+    const Bytes bytes(song);
     const std::uint32_t division = bigEndian(bytes, 12, 2);
-    std::size_t at = 8 + std::size_t{bigEndian(bytes, 4, 4)};
     std::vector<TempoChange> tempos;
     std::uint64_t last = 0;
-    while (at + 8 <= bytes.size()) {
-        const std::size_t length = std::min<std::size_t>(bigEndian(bytes, at + 4, 4), bytes.size() - at - 8);
+    walkChunks(bytes, [&](std::size_t at, std::size_t length) {
         if (std::memcmp(&bytes[at], "MTrk", 4) == 0) {
             last = std::max(last, TrackReader(bytes.subspan(at + 8, length)).read(tempos));
         }
-        at += 8 + length;
-    }
+    });
     if (last == 0) {
         return std::nullopt;
     }

@@ -14,6 +14,9 @@ namespace twcore {
 /// Samples a second that MIDI is rendered with.
 inline constexpr int kMidiRate = 48000;
 
+/// A longer song is not played: each of its events takes many times its bytes in memory.
+inline constexpr std::size_t kMostMidiBytes = 16u << 20;
+
 /// Whether the file begins as a MIDI file, also one wrapped in RIFF.
 bool isMidiFile(const std::string& path, const Patience& patience);
 
@@ -23,7 +26,11 @@ std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t mos
 /// The whole file, from its "MThd" on, as far as a song may reach; empty when there is none in it.
 std::vector<std::uint8_t> midiBytes(const std::string& path, const Patience& patience);
 
-/// Length from the tempo map to the last event; nullopt when the file is damaged ahead of its first note.
+/// The song from its signature on; empty when there is none, when it is longer than `kMostMidiBytes`, or when it cannot
+/// be read.
+std::vector<std::uint8_t> readMidi(const std::string& path, const Patience& patience);
+
+/// Length from the tempo map to the last event; nullopt when the song is damaged ahead of its first note.
 std::optional<std::int32_t> midiLengthMs(const std::vector<std::uint8_t>& song);
 
 /// Path of a General MIDI sound font: the environment's QUILLMONT_SOUNDFONT, else one of the system's. Empty: none.

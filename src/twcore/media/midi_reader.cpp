@@ -47,7 +47,7 @@ MidiReader::~MidiReader() = default;
 bool MidiReader::open()
 {
     silenceMessages();
-    auto song = midiBytes(path_, patience_);
+    const auto song = readMidi(path_, patience_);
     const auto lengthMs = midiLengthMs(song);
     const std::string soundFont = findSoundFont();
     if (!lengthMs || soundFont.empty()) {
@@ -67,7 +67,8 @@ bool MidiReader::open()
         return false;
     }
     synth->player.reset(new_fluid_player(synth->synth.get()));
-    if (!synth->player || fluid_player_add_mem(synth->player.get(), song.data(), song.size()) != FLUID_OK
+    if (!synth->player
+        || fluid_player_add_mem(synth->player.get(), song.data(), song.size()) != FLUID_OK
         || fluid_player_play(synth->player.get()) != FLUID_OK) {
         return false;
     }
