@@ -26,8 +26,8 @@ namespace {
 
 std::string quoted(const std::string& path) { return "\"" + path + "\""; }
 
-/// What is wrong with a file that the engine does not take, as a sentence.
-std::string causeOf(const std::string& path, std::uint32_t code)
+/// What is wrong with a file that the engine does not take, as a sentence; `told` is what the engine has to say of it.
+std::string causeOf(const std::string& path, std::uint32_t code, const std::string& told = {})
 {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -52,6 +52,9 @@ std::string causeOf(const std::string& path, std::uint32_t code)
     }
     if (fs::file_size(path, error) == 0) {
         return quoted(path) + " is empty. Copy or record it again.";
+    }
+    if (!told.empty()) {
+        return told;
     }
     namespace media_error = engine::media_error;
     switch (code) {
@@ -90,10 +93,11 @@ Handle openFile(const std::string& path, LaidInputs& laid)
     const auto core = EngineAs<engine::ITWCoreRoot>();
     std::uint32_t code = 0;
     Handle file = 0;
-    check(core->GetFileError(path, code));
+    const auto tried = core->GetFileError(path, code);
+    check(tried);
     check(core->OpenFile(path, file));
     if (file == 0) {
-        throw RenderFailed(causeOf(path, code));
+        throw RenderFailed(causeOf(path, code, tried.text()));
     }
     const auto media = EngineAs<engine::ITWMediaFiles>();
     Handle stream = -1;

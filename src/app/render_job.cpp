@@ -259,9 +259,15 @@ void saveTo(const disk::WholeFile& movie, const RenderWords& words, const volati
     const auto save = EngineAs<ITWSave>();
     Bool16 ok = engine::kFalse;
     const bool isProfiled = words.isWindowsMedia();
-    check(isProfiled ? save->PrepareWindowsMediaFile(movie.path(), ok) : save->PrepareAviFile(movie.path(), ok));
+    const auto prepared =
+        isProfiled ? save->PrepareWindowsMediaFile(movie.path(), ok) : save->PrepareAviFile(movie.path(), ok);
+    check(prepared);
     if (ok == engine::kFalse) {
         const std::string kind = isProfiled ? "profile" : "compressor";
+        if (!prepared.text().empty()) {
+            throw RenderFailed("Nothing can be saved to \"" + words.output + "\" like this: " + prepared.text()
+                               + " Choose another " + kind + " or size.");
+        }
         throw RenderFailed("Nothing can be saved to \"" + words.output + "\" like this: the timeline is empty, or a "
                            + kind + " refuses the size or the rates. Choose another " + kind + " or size.");
     }

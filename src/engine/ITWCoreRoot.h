@@ -45,7 +45,8 @@ public:
     virtual Status GetSystemVersion(TextBuffer buffer) = 0;
     /// False when the media libraries are older than the engine was built for.
     virtual Status CheckDirectShowVersion(Bool16& ok) = 0;
-    /// Tries whether the file can be rendered; `code` is one of `media_error`. Waits 10 s at most.
+    /// Tries whether the file can be rendered; `code` is one of `media_error`. Waits 10 s at most. The status, which is
+    /// no failure, has a text where there is more to say of the file than the code does.
     virtual Status GetFileError(Text path, std::uint32_t& code) = 0;
     /// Removes a file from the disk. ok is false when it is not there or may not be removed.
     virtual Status DeleteFile(Text path, Bool16& ok) = 0;

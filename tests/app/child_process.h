@@ -29,6 +29,7 @@ struct Outcome {
     int signal = 0;
     std::string out;
     std::string err;
+    long peakKib = 0; // of memory
 };
 
 /// A call of the system that a child dies at (SIGSYS), or is refused with an errno.
@@ -109,10 +110,11 @@ public:
             kill(SIGKILL);
         }
         int raw = 0;
-        ::waitpid(pid_, &raw, 0);
+        rusage used{};
+        ::wait4(pid_, &raw, 0, &used);
         ended_ = true;
         return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, WIFSIGNALED(raw) ? WTERMSIG(raw) : 0, textOf(out_),
-                textOf(err_)};
+                textOf(err_), used.ru_maxrss};
     }
 
 private:

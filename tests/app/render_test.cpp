@@ -154,6 +154,10 @@ TEST_F(RenderTest, BadInputsAreNamedWithTheirCause)
     ASSERT_EQ(::mkfifo((folder / "pipe.qpj").c_str(), 0666), 0);
     fs::create_symlink("loop.mp4", folder / "loop.mp4");
     const std::string unknown = "no video, sound or image";
+    write(folder / "words.srt", "1\n00:00:01,000 --> 00:00:02,000\nHello\n\n");
+    write(folder / "moving.webp",
+          std::string("RIFF\x64\0\0\0WEBPVP8X\x0A\0\0\0\x02\0\0\0", 24) + std::string(84, '\0'));
+    write(folder / "long.mid", read(media("tune.mid")).substr(0, 18) + "\x7F" + std::string((16 << 20) + 1, '\x40'));
     const std::pair<std::string, std::string> cases[] = {{"", "Check the path"},
                                                          {"missing.mp4", "is not there"},
                                                          {folder.path().string(), "is a folder"},
@@ -167,13 +171,16 @@ TEST_F(RenderTest, BadInputsAreNamedWithTheirCause)
                                                          {media("bad/random.mp4"), unknown},
                                                          {media("bad/text.avi"), unknown},
                                                          {media("bad/no-moov.mp4"), "damaged"},
-                                                         {media("bad/huge.png"), "damaged"},
-                                                         {media("bad/network.m3u8"), unknown},
-                                                         {media("bad/network.mp4"), unknown},
-                                                         {media("bad/network.m3u"), unknown},
-                                                         {media("bad/network.pls"), "network.pls"},
-                                                         {media("bad/local.m3u8"), unknown},
-                                                         {media("bad/concat.avi"), unknown}};
+                                                         {media("bad/huge.png"), "60000 x 60000"},
+                                                         {media("bad/network.m3u8"), "is a play list"},
+                                                         {media("bad/network.mp4"), "is a play list"},
+                                                         {media("bad/network.m3u"), "is a play list"},
+                                                         {media("bad/network.pls"), "is a play list"},
+                                                         {media("bad/local.m3u8"), "is a play list"},
+                                                         {media("bad/concat.avi"), "is a play list"},
+                                                         {"words.srt", "holds subtitles"},
+                                                         {"moving.webp", "animated"},
+                                                         {"long.mid", "16 MB"}};
     for (const auto& [input, cause] : cases) {
         SCOPED_TRACE(input);
         runFailing({input, "-o", movie.string()}, {cause, fs::path(input).filename().string().substr(0, 20)});
@@ -714,6 +721,9 @@ TEST_F(RenderTest, BrokenProjects)
     const auto holding = [&](const std::string& item) { return project({clip}, start + item + "</Track>"); };
     std::string wide = whole;
     wide.replace(wide.rfind("160"), 3, "99999");
+    std::string large = whole;
+    large.replace(large.rfind("160"), 3, "32767");
+    large.replace(large.rfind("120"), 3, "32767");
     std::string nested = "<QuillmontProject>";
     for (int i = 0; i < 1'000'000; ++i) {
         nested += "<a>";
@@ -735,6 +745,7 @@ TEST_F(RenderTest, BrokenProjects)
         {holding(source("Video", "Start=\"0\" Stop=\"99999999999\"")), "Stop"},
         {holding(source("Video", "Start=\"0\" Stop=\"400\"") + source("Video", "Start=\"399\" Stop=\"500\"")), "ahead"},
         {wide, "p.qpj"},
+        {large, "32766 x 32766"},
         {start, "p.qpj"}};
     for (const auto& [text, cause] : cases) {
         SCOPED_TRACE(text.substr(0, 300));
@@ -763,6 +774,36 @@ TEST_F(RenderTest, ForeignTextGivesTheTerminalNoOrders)
         EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1);
     }
     runFailing({"all\nis well", "-o", movie.string()}, {"all\\x0ais well\" is not there"});
+}
+
+TEST_F(RenderTest, TakesNoMemoryForWhatFilesClaim)
+{
+    constexpr std::uintmax_t kThreeGb = std::uintmax_t{3} << 30;
+    std::string slow = read(media("stereo-48k.wav")).substr(0, 40000);
+    slow.replace(24, 4, std::string("\x01\0\0\0", 4)); // samples a second
+    write(folder / "slow.wav", slow);
+    std::string claims = read(media("no-sound.mp4"));
+    claims.replace(claims.find("stsz") + 8, 8, std::string("\0\0\0\x01\x01\x31\x2D\0", 8)); // 20 million of one byte
+    write(folder / "claims.mp4", claims);
+    fs::copy_file(media("tune.mid"), folder / "large.mid");
+    fs::resize_file(folder / "large.mid", kThreeGb);
+    write(folder / "large.qpj", "<QuillmontProject>");
+    fs::resize_file(folder / "large.qpj", kThreeGb);
+    constexpr long kMostKib = 300 << 10;
+    for (const auto& [name, status] :
+         {std::pair{"slow.wav", 0}, {"large.mid", 0}, {"claims.mp4", 1}, {"large.qpj", 1}}) {
+        const Outcome outcome = run({name, "-o", "claimed.avi", "--range", "0-1000"});
+        EXPECT_EQ(outcome.status, status) << name << outcome.err;
+        EXPECT_LT(outcome.peakKib, kMostKib) << name;
+    }
+    // Pictures that are ready long before they are written.
+    write(folder / "endless.qpj",
+          project({media("still.png")},
+                  "<Track Kind=\"Video\">" + source("Video", "Start=\"0\" Stop=\"2147483647\"") + "</Track>"));
+    Child endless(command({"endless.qpj", "-o", movie.string()}), folder.path());
+    EXPECT_TRUE(endless.runsUntil([&] { return unfinishedBytes(endless) > 100'000'000; }));
+    endless.kill(SIGTERM);
+    EXPECT_LT(endless.end().peakKib, kMostKib);
 }
 
 } // namespace

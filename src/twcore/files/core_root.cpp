@@ -161,7 +161,11 @@ engine::Status CoreRoot::CheckDirectShowVersion(Bool16& ok)
 engine::Status CoreRoot::GetFileError(Text path, std::uint32_t& code)
 {
     code = engine::media_error::kInvalidArgument;
-    return guarded([&] { code = files_.tryFile(std::string(path)).error; });
+    return guarded([&] {
+        const Trial trial = files_.tryFile(std::string(path));
+        code = trial.error;
+        return engine::Status(engine::kDone.code(), trial.trouble);
+    });
 }
 
 engine::Status CoreRoot::DeleteFile(Text path, Bool16& ok)

@@ -81,7 +81,7 @@ engine::Status SaveInterface::prepare(const std::string& path,
         return Status(error.code, error.text);
     }
     ok = toBool16(run_ != nullptr);
-    return kDone;
+    return Status(kDone.code(), error.text);
 }
 
 std::optional<SaveOrder> SaveInterface::aviOrder(const Plan& plan) const

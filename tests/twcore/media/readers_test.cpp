@@ -356,6 +356,26 @@ TEST(PictureReader, ShowsAStillTurnedAsItsCameraNoted)
     }
 }
 
+TEST(PictureReader, ShowsBitmapsWhoseFourthByteMeansNothing)
+{
+    // Flat, 32 bits a pixel, the last byte 0, and no alpha bits in the header; or eight, and then it counts.
+    for (const auto& [alphaBits, shown] : {std::pair{'\0', 192}, {'\x08', 0}}) {
+        std::string bytes("\0\0\x02\0\0\0\0\0\0\0\0\0\x40\0\x40\0\x20", 17);
+        bytes += alphaBits;
+        for (int i = 0; i < 64 * 64; ++i) {
+            bytes += std::string("\x28\xC0\x3C\0", 4);
+        }
+        const auto path = std::filesystem::temp_directory_path() / ("flat" + std::to_string(::getpid()) + ".tga");
+        std::ofstream(path, std::ios::binary) << bytes;
+        const auto media = tryMediaFile(path.string(), {}).file;
+        ASSERT_TRUE(media && media->picture);
+        PictureFitter fitter({{64, 64}, AV_PIX_FMT_BGR24, {Matrix::kRgb, true}});
+        const auto picture = fitter.fit(PictureReader(media, 1, {}).at(0), *media->picture, {{0, 0, 64, 64}});
+        EXPECT_EQ(picture->data[0][1], shown);
+        std::filesystem::remove(path);
+    }
+}
+
 TEST(MediaFile, TellsTheSizeAsDisplayed)
 {
     struct Case {
