@@ -13,7 +13,7 @@ namespace testmedia {
 // name|kind|fps|frames|first number|duration|sample rate|channels|notes
 struct MediaEntry {
     std::string name;    // relative to the folder, UTF-8
-    std::string kind;    // movie, picture (a movie without sound), sound, still, animation, midi, bad
+    std::string kind;    // movie, picture (a movie without sound), sound, still, animation, midi, bad, odd
     std::string fps;     // "25", "24000/1001"; "0" without picture
     int frames = 0;      // 0 without picture
     int firstNumber = 0; // bar code of the first shown picture; the others follow, one by one

@@ -221,7 +221,19 @@ std::vector<Recipe> derivedRecipes()
     edited.entry.firstNumber = 30;
     Recipe fast = movie("work/faststart.mp4", "25", 125, "-c copy -movflags +faststart");
     fast.entry.kind = "work";
-    return {derived("h264.mp4", fast), derived("h264.mp4", edited)};
+    // Each known to one test alone: the walks over the manifest pass them by.
+    const auto odd = [](const std::string& name, const std::string& arguments) {
+        return derived("h264.mp4", {{name, "odd", "0", 0, 0, 0, 0, 0, {}}, Pictures::none, arguments, {}, {}, {}, {}});
+    };
+    return {derived("h264.mp4", fast),
+            derived("h264.mp4", edited),
+            derived("h264.mp4", silent("bare.h264", "25", 125, "-c copy -an -f h264")),
+            derived("h264.mp4", silent("bare.h265", "25", 125,
+                                       "-an -c:v libx265 -preset ultrafast -x265-params "
+                                       "bframes=3:keyint=12:log-level=none -f hevc")),
+            odd("sound-hole.mkv", "-c copy -bsf:a setts=ts=TS+gte(N\\,100)*3600000"),
+            odd("late-sound.mp4", "-c:a copy -bsf:a setts=ts=TS+180*48000 -c:v libx264 -preset ultrafast "
+                                  "-vf loop=45:125:0,scale=160:120,setpts=N/25/TB")};
 }
 
 } // namespace testmedia

@@ -163,7 +163,7 @@ std::optional<std::vector<PictureIndex::Packet>> listedByAvi(const InputFile& fi
             return std::nullopt;
         }
         isChecked = true;
-        packets.push_back({chunk.position + kHeadBytes, chunk.time, chunk.byteCount, chunk.isKey});
+        packets.push_back({chunk.position + kHeadBytes, chunk.time, chunk.time, chunk.byteCount, chunk.isKey});
     }
     if (!hasKeysThroughout(packets) || at > file.byteCount() + 1 || !gaps.endsBehind(at) || file.gaveUp()) {
         return std::nullopt;

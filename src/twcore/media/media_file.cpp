@@ -6,6 +6,7 @@
 #include "twcore/media/midi_file.h"
 #include "twcore/media/orientation.h"
 #include "twcore/media/picture_listing.h"
+#include "twcore/media/stamp_guard.h"
 #include "twcore/media/stream_times.h"
 
 #include <algorithm>
@@ -157,6 +158,11 @@ PictureFacts pictureFacts(const std::string& path, const InputFile& file, const 
     facts.streamIndex = frames.streamIndex;
     facts.isStill = isStillFormat(file, path);
     facts.frameRate = facts.isStill ? AVRational{0, 1} : frameRateOf(stream);
+    // A picture that stands for days, or for longer than its file lasts, says that the rate is damaged.
+    const double own = ownLength(file, path);
+    if (!facts.isStill && 1 / av_q2d(facts.frameRate) > (own > 0 ? own + kJumpSeconds : kLongestHoleSeconds)) {
+        facts.frameRate = {25, 1};
+    }
     facts.startSeconds = facts.isStill ? 0 : startOf(file, stream, frames);
     facts.orientation = orientationOf(stream, frames.first.get());
     const AVRational aspect =

@@ -51,6 +51,7 @@ enum class TimeStamps {
 };
 
 class PictureListing;
+struct StampBreaks;
 
 struct MediaFile {
     std::string path;
@@ -59,6 +60,7 @@ struct MediaFile {
     bool isMidi = false;
     TimeStamps timeStamps = TimeStamps::kTrusted;
     double zeroSeconds = 0; // the file's own time that is media time 0: the earlier start of the two streams
+    std::shared_ptr<const StampBreaks> breaks; // where the clock of the stamps begins anew; none: it runs on
     std::optional<PictureFacts> picture;
     std::optional<SoundFacts> sound;
     std::shared_ptr<PictureListing> listing; // of kIndexed pictures: shared by all who read them

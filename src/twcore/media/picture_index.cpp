@@ -3,6 +3,9 @@
 #include "twcore/media/avi_index.h"
 #include "twcore/media/picture_kind.h"
 #include "twcore/media/picture_order.h"
+#include "twcore/media/stamp_breaks.h"
+#include "twcore/media/stamp_guard.h"
+#include "twcore/media/stream_times.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +18,14 @@ struct PictureIndex::Scanned {
     PictureKind kind;
 };
 
+/// What a stream's own times are worth.
+struct PictureIndex::Clock {
+    AVRational timeBase;
+    bool tellsOrder;      // AVI writes no presentation times: what the demuxer hands out there are guesses
+    bool isBare = false;  // no times at all: what comes with them is counted by a demuxer that knows no order
+    std::int64_t first{}; // the tick at which a first picture without a time begins
+};
+
 namespace {
 
 // The first list of a beginning; further than any picture is stored from where it is shown.
@@ -25,6 +36,8 @@ double frameSecondsOf(const MediaFile& media)
 {
     return media.picture->frameRate.num > 0 ? 1 / av_q2d(media.picture->frameRate) : 1.0 / 25;
 }
+
+bool isBareFormat(const std::string& format) { return format == "h264" || format == "hevc" || format == "mpegvideo"; }
 
 } // namespace
 
@@ -39,37 +52,67 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
     }
     const AVStream& stream = *file->stream(media.picture->streamIndex);
     file->keepOnly(media.picture->streamIndex);
-    // AVI writes no presentation times: what the demuxer hands out there are guesses.
-    const bool timesTellOrder = file->formatName() != "avi";
+    const std::string format = file->formatName();
+    const Clock clock{.timeBase = stream.time_base, .tellsOrder = format != "avi", .isBare = isBareFormat(format)};
     PictureKindReader kinds(*stream.codecpar);
     auto index = std::make_shared<PictureIndex>();
     std::vector<Scanned> scanned;
     std::size_t nextPart = kFirstPart;
+    RunningStamps running(media.breaks, 0);
+    StampGuard guard(stream, ownEndOf(media, *file));
     auto packet = makePacket();
     while (file->read(*packet)) {
         if (packet->stream_index != media.picture->streamIndex) {
             continue;
         }
-        if (partly && scanned.size() == nextPart) {
-            partly(index->beginning(scanned, stream.time_base, frameSecondsOf(media), timesTellOrder));
+        if (partly && scanned.size() >= nextPart && guard.damagedRun() == 0) {
+            partly(index->beginning(scanned, media, clock));
             nextPart *= 2;
         }
+        running.apply(*packet);
+        const std::int64_t storedTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
+        if (!guard.pass(*packet)) {
+            // The ones behind the last good stamp were let through on trial.
+            index->packets_.resize(index->packets_.size() - kDamagedStamps);
+            scanned.resize(index->packets_.size());
+            break;
+        }
         const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
-        index->packets_.push_back({packet->pos, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
-        scanned.push_back({packet->pts, media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
+        index->packets_.push_back(
+            {packet->pos, storedTime, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
+        scanned.push_back(
+            {clock.isBare ? AV_NOPTS_VALUE : packet->pts, media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
     }
     if (index->packets_.empty() || file->gaveUp() || file->hasFailed()) {
         return nullptr; // half a list would be shared as if it were whole
     }
-    index->arrange(scanned, stream.time_base, frameSecondsOf(media), timesTellOrder);
+    index->finish(scanned, media, clock);
     return index;
 }
 
-std::shared_ptr<PictureIndex> PictureIndex::beginning(const std::vector<Scanned>& scanned, AVRational timeBase,
-                                                      double frameSeconds, bool timesTellOrder) const
+void PictureIndex::finish(const std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock)
+{
+    hasPositions_ = std::ranges::all_of(packets_, [](auto& p) { return p.position >= 0; });
+    if (media.breaks) {
+        // Nothing but bytes tells the way there: a picture that tells no place is found from the one ahead of it.
+        for (std::size_t i = 1; i < packets_.size(); ++i) {
+            auto& position = packets_[i].position;
+            position = position >= 0 ? position : packets_[i - 1].position;
+        }
+    }
+    Clock counted = clock;
+    const std::int64_t decodeStart = packets_[0].decodeTime;
+    counted.first = clock.isBare || decodeStart == AV_NOPTS_VALUE
+                        ? static_cast<std::int64_t>(std::llround(media.picture->startSeconds / av_q2d(clock.timeBase)))
+                        : decodeStart;
+    arrange(scanned, counted, frameSecondsOf(media));
+}
+
+std::shared_ptr<PictureIndex> PictureIndex::beginning(const std::vector<Scanned>& scanned, const MediaFile& media,
+                                                      const Clock& clock) const
 {
     auto part = std::make_shared<PictureIndex>(*this);
-    part->arrange(scanned, timeBase, frameSeconds, timesTellOrder);
+    part->finish(scanned, media, clock);
     for (std::size_t i = part->count() - kUnsettled; i < part->count(); ++i) {
         part->knownUpTo_ = std::min(part->knownUpTo_, part->startOfSlot(part->slotOf(i)));
     }
@@ -89,7 +132,7 @@ std::shared_ptr<const PictureIndex> PictureIndex::fromFile(const MediaFile& medi
     index->isFromFile_ = true;
     index->packets_ = std::move(*packets);
     const std::vector<Scanned> scanned(index->count(), Scanned{AV_NOPTS_VALUE, {}});
-    index->arrange(scanned, file->stream(streamIndex)->time_base, frameSecondsOf(media), false);
+    index->finish(scanned, media, {.timeBase = file->stream(streamIndex)->time_base, .tellsOrder = false});
     if (media.picture->reorders) {
         index->order_ = PictureOrder::open(media.path, streamIndex, index->packets_);
     }
@@ -143,28 +186,26 @@ std::vector<std::uint32_t> orderByKind(const std::vector<PictureKind>& kinds)
 
 } // namespace
 
-void PictureIndex::arrange(const std::vector<Scanned>& scanned, AVRational timeBase, double frameSeconds,
-                           bool timesTellOrder)
+void PictureIndex::arrange(const std::vector<Scanned>& scanned, const Clock& clock, double frameSeconds)
 {
     const std::size_t count = packets_.size();
     const bool allTimes = std::ranges::none_of(scanned, [](auto& s) { return s.presentationTime == AV_NOPTS_VALUE; });
     std::vector<std::int64_t> times(count);
     ordinalOfSlot_.resize(count);
     std::iota(ordinalOfSlot_.begin(), ordinalOfSlot_.end(), 0u);
-    if (timesTellOrder && allTimes) {
+    if (clock.tellsOrder && allTimes) {
         std::ranges::stable_sort(ordinalOfSlot_, {}, [&](auto i) { return scanned[i].presentationTime; });
         std::ranges::transform(ordinalOfSlot_, times.begin(), [&](auto i) { return scanned[i].presentationTime; });
     } else {
         std::vector<PictureKind> kinds(count);
         std::ranges::transform(scanned, kinds.begin(), &Scanned::kind);
         ordinalOfSlot_ = orderByKind(kinds);
-        if (timesTellOrder) {
+        if (clock.tellsOrder) {
             // Program streams stamp some pictures only: the others follow the one that is shown before them.
-            const auto frame = static_cast<std::int64_t>(std::llround(frameSeconds / av_q2d(timeBase)));
+            const auto frame = static_cast<std::int64_t>(std::llround(frameSeconds / av_q2d(clock.timeBase)));
             for (std::size_t slot = 0; slot < count; ++slot) {
                 const auto own = scanned[ordinalOfSlot_[slot]].presentationTime;
-                times[slot] =
-                    own != AV_NOPTS_VALUE ? own : (slot > 0 ? times[slot - 1] + frame : packets_[0].decodeTime);
+                times[slot] = own != AV_NOPTS_VALUE ? own : (slot > 0 ? times[slot - 1] + frame : clock.first);
             }
         } else {
             std::ranges::transform(packets_, times.begin(), &Packet::decodeTime);
@@ -178,14 +219,13 @@ void PictureIndex::arrange(const std::vector<Scanned>& scanned, AVRational timeB
     slotStarts_.resize(count + 1);
     for (std::size_t slot = 0; slot < count; ++slot) {
         slotOfOrdinal_[ordinalOfSlot_[slot]] = static_cast<std::uint32_t>(slot);
-        slotStarts_[slot] = static_cast<double>(times[slot]) * av_q2d(timeBase);
+        slotStarts_[slot] = static_cast<double>(times[slot]) * av_q2d(clock.timeBase);
     }
     slotStarts_[count] = slotStarts_[count - 1] + frameSeconds;
 
-    hasPositions_ = std::ranges::all_of(packets_, [](auto& p) { return p.position >= 0; });
     byPosition_.reserve(count);
     for (std::uint32_t i = 0; i < count; ++i) {
-        byPosition_.emplace_back(hasPositions_ ? packets_[i].position : packets_[i].decodeTime, i);
+        byPosition_.emplace_back(hasPositions_ ? packets_[i].position : packets_[i].storedTime, i);
     }
     std::ranges::sort(byPosition_);
 }
@@ -224,9 +264,9 @@ std::size_t PictureIndex::keyOrdinalFor(std::size_t slot) const
     }
 }
 
-std::optional<std::size_t> PictureIndex::identify(std::int64_t position, std::int64_t decodeTime, int byteCount) const
+std::optional<std::size_t> PictureIndex::identify(std::int64_t position, std::int64_t storedTime, int byteCount) const
 {
-    const std::int64_t wanted = hasPositions_ ? position : decodeTime;
+    const std::int64_t wanted = hasPositions_ ? position : storedTime;
     auto found = std::ranges::lower_bound(byPosition_, std::pair{wanted, 0u});
     for (; found != byPosition_.end() && found->first == wanted; ++found) {
         if (packets_[found->second].byteCount == byteCount) {

@@ -34,7 +34,8 @@ class PictureIndex {
 public:
     struct Packet {
         std::int64_t position;   // in the file, -1 when the format does not tell
-        std::int64_t decodeTime; // in the stream's time base
+        std::int64_t storedTime; // of decoding, in the stream's time base, running on over a break of the clock
+        std::int64_t decodeTime; // the same, and a damaged one mended
         std::int32_t byteCount;
         bool isKey;
     };
@@ -63,14 +64,16 @@ public:
     /// key frame leans on the group before.
     std::size_t keyOrdinalFor(std::size_t slot) const;
     /// The number of a packet that was read after a jump; nullopt when it is not whole or not known.
-    std::optional<std::size_t> identify(std::int64_t position, std::int64_t decodeTime, int byteCount) const;
+    std::optional<std::size_t> identify(std::int64_t position, std::int64_t storedTime, int byteCount) const;
 
 private:
     struct Scanned;
-    std::shared_ptr<PictureIndex> beginning(const std::vector<Scanned>& scanned, AVRational timeBase,
-                                            double frameSeconds, bool timesTellOrder) const;
+    struct Clock;
+    std::shared_ptr<PictureIndex> beginning(const std::vector<Scanned>& scanned, const MediaFile& media,
+                                            const Clock& clock) const;
+    void finish(const std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock);
     std::size_t ordinalOf(std::size_t slot) const;
-    void arrange(const std::vector<Scanned>& scanned, AVRational timeBase, double frameSeconds, bool timesTellOrder);
+    void arrange(const std::vector<Scanned>& scanned, const Clock& clock, double frameSeconds);
 
     std::vector<Packet> packets_;
     std::vector<std::uint32_t> slotOfOrdinal_;

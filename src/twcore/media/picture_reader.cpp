@@ -34,6 +34,7 @@ bool PictureReader::openFile()
     }
     file_->keepOnly(stream);
     decoder_ = Decoder::open(*file_->stream(stream), threads_);
+    running_ = RunningStamps(media_->breaks, 0);
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
     ahead_.clear();
@@ -283,10 +284,12 @@ bool PictureReader::positionAt(std::size_t keyOrdinal)
 {
     const int streamIndex = media_->picture->streamIndex;
     const auto& key = index_->packet(keyOrdinal);
-    const bool byBytes = media_->formatName == "mpeg" && key.position >= 0;
+    const bool byBytes =
+        key.position >= 0 && (media_->formatName == "mpeg" || media_->breaks || key.storedTime == AV_NOPTS_VALUE);
     forget();
+    running_.startAt(key.position);
     const int result = byBytes ? av_seek_frame(file_->context(), streamIndex, key.position, AVSEEK_FLAG_BYTE)
-                               : av_seek_frame(file_->context(), streamIndex, key.decodeTime, AVSEEK_FLAG_BACKWARD);
+                               : av_seek_frame(file_->context(), streamIndex, key.storedTime, AVSEEK_FLAG_BACKWARD);
     if (result < 0) {
         return false;
     }
@@ -328,6 +331,7 @@ bool PictureReader::fetchPacket()
             if (packet->pts != AV_NOPTS_VALUE && packet->dts != AV_NOPTS_VALUE) {
                 longestLead_ = std::max(longestLead_, packet->pts - packet->dts);
             }
+            running_.apply(*packet);
             ahead_.push_back(std::move(packet));
             return true;
         }

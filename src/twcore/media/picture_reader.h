@@ -10,6 +10,7 @@
 #include "twcore/media/media_file.h"
 #include "twcore/media/near_pictures.h"
 #include "twcore/media/picture_listing.h"
+#include "twcore/media/stamp_breaks.h"
 
 #include <deque>
 #include <limits>
@@ -85,6 +86,7 @@ private:
     PictureListing::Index index_; // of kIndexed files: knows the picture that is asked for
     std::unique_ptr<NearPictures> nearPictures_;
     bool isNear_ = false;
+    RunningStamps running_;
     std::deque<PacketPtr> ahead_;  // read and not yet decoded
     std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
     bool fileEnded_ = false;

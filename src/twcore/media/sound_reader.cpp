@@ -1,6 +1,7 @@
 #include "twcore/media/sound_reader.h"
 
 #include "twcore/media/midi_reader.h"
+#include "twcore/media/stamp_guard.h"
 
 extern "C" {
 #include <libavutil/opt.h>
@@ -18,6 +19,8 @@ namespace {
 constexpr double kRunUpSeconds = 0.4;
 // Stamps that wander by less than this are the format's rounding; by more, sound is missing or doubled.
 constexpr double kWanderSeconds = 0.06;
+// Less silence than this goes through the converter like sound; more is a number.
+constexpr double kSilenceSeconds = 2;
 // Ahead by less than this it is quicker to decode on than to jump.
 constexpr double kDecodeOnSeconds = 3;
 
@@ -46,8 +49,11 @@ bool SoundReader::openFile()
     }
     file_->keepOnly(stream);
     decoder_ = Decoder::open(*file_->stream(stream), 1);
+    running_ = RunningStamps(media_->breaks, 1);
+    seam_.reset();
     pending_.reset();
     drained_ = false;
+    damaged_ = 0;
     return decoder_ != nullptr;
 }
 
@@ -60,18 +66,37 @@ void SoundReader::read(std::int64_t first, std::span<float> out)
         return;
     }
     const auto ahead = static_cast<std::int64_t>(kDecodeOnSeconds * rate_);
-    if (!decoder_ || from < bufferFirst_ || (from > bufferEnd() + ahead && !ended_)) {
+    const std::int64_t reached = std::max(bufferEnd(), holeEnd_.value_or(0));
+    if (!decoder_ || from < bufferFirst_ || (from > reached + ahead && !ended_)) {
         jumpTo(from);
     }
-    while (!ended_ && !broken_ && bufferEnd() < first + count && !patience_.over()) {
+    while (!ended_ && !broken_ && !patience_.over()) {
+        if (holeEnd_) {
+            if (*holeEnd_ >= first + count) {
+                break;
+            }
+            giveOut(first, out);
+            buffer_.clear();
+            bufferFirst_ = *holeEnd_;
+            holeEnd_.reset();
+        }
+        if (bufferEnd() >= first + count) {
+            break;
+        }
         decodeMore();
         if (bufferEnd() <= from) { // nothing of it is wanted
             bufferFirst_ = bufferEnd();
             buffer_.clear();
         }
     }
-    const std::int64_t begin = std::max(from, bufferFirst_);
-    const std::int64_t end = std::min(first + count, bufferEnd());
+    giveOut(first, out);
+}
+
+/// Moves what of the buffer belongs there into `out`, whose first sample is `first`.
+void SoundReader::giveOut(std::int64_t first, std::span<float> out)
+{
+    const std::int64_t begin = std::max({first, bufferFirst_, std::int64_t{0}});
+    const std::int64_t end = std::min(first + static_cast<std::int64_t>(out.size() / 2), bufferEnd());
     if (begin < end) {
         std::copy_n(buffer_.begin() + (begin - bufferFirst_) * 2, (end - begin) * 2, out.begin() + (begin - first) * 2);
         buffer_.erase(buffer_.begin(), buffer_.begin() + (end - bufferFirst_) * 2);
@@ -79,27 +104,33 @@ void SoundReader::read(std::int64_t first, std::span<float> out)
     }
 }
 
+/// Where the converter begins so that it gives the samples of the mix from `first` on; answers the first that it gives.
+std::int64_t SoundReader::anchorFor(std::int64_t first)
+{
+    // A change of rate begins on a whole second, where samples of both rates meet, and a little ahead of what is
+    // wanted: so a sample is the same wherever the reading began.
+    std::int64_t begin = first;
+    anchor_ = first;
+    if (sourceRate_ != rate_) {
+        const std::int64_t second = std::max<std::int64_t>(0, (first - rate_ / 10) / rate_);
+        anchor_ = second * sourceRate_;
+        begin = second * rate_;
+    }
+    sourceNext_ = anchor_;
+    return begin;
+}
+
 void SoundReader::jumpTo(std::int64_t first)
 {
     buffer_.clear();
+    holeEnd_.reset();
     converter_.reset();
     ended_ = false;
     if (!file_ && !openFile()) {
         broken_ = true;
         return;
     }
-    // A change of rate begins on a whole second, where samples of both rates meet, and a little ahead of what is
-    // wanted: so a sample is the same wherever the reading began.
-    std::int64_t anchorSecond = 0;
-    if (sourceRate_ == rate_) {
-        anchor_ = first;
-        bufferFirst_ = first;
-    } else {
-        anchorSecond = std::max<std::int64_t>(0, (first - rate_ / 10) / rate_);
-        anchor_ = anchorSecond * sourceRate_;
-        bufferFirst_ = anchorSecond * rate_;
-    }
-    sourceNext_ = anchor_;
+    bufferFirst_ = anchorFor(first);
     const double seconds = static_cast<double>(anchor_) / sourceRate_;
     for (const double back : {kRunUpSeconds, 2.0, 10.0, 60.0}) {
         if (landAhead(anchor_, seconds - back)) {
@@ -124,22 +155,49 @@ bool SoundReader::landAhead(std::int64_t anchor, double seconds)
     const double target = seconds + media_->zeroSeconds;
     decoder_->flush();
     drained_ = false;
+    seam_.reset();
     pending_.reset();
     const auto stamp = static_cast<std::int64_t>(std::floor(target / av_q2d(stream.time_base)));
-    if (av_seek_frame(file_->context(), stream.index, stamp, AVSEEK_FLAG_BACKWARD) < 0) {
+    if (!seekTo(stamp)) {
         return false;
     }
     while (!pending_ && !drained_ && !patience_.over()) {
         if ((pending_ = decoder_->receive())) {
             break;
         }
-        const bool got = file_->read(*packet_);
-        drained_ = !got;
-        if (!got || packet_->stream_index == stream.index) {
-            decoder_->send(got ? packet_.get() : nullptr);
-        }
+        sendNext();
     }
     return pending_ && pending_->best_effort_timestamp != AV_NOPTS_VALUE && stampedPosition(*pending_) <= anchor;
+}
+
+bool SoundReader::seekTo(std::int64_t stamp)
+{
+    const int stream = media_->sound->streamIndex;
+    if (!media_->breaks) {
+        return av_seek_frame(file_->context(), stream, stamp, AVSEEK_FLAG_BACKWARD) >= 0;
+    }
+    const auto& places = media_->breaks->soundPlaces;
+    const auto above = std::ranges::upper_bound(places, stamp, {}, &StampBreaks::Place::ticks);
+    if (above == places.begin()) {
+        return false;
+    }
+    const std::int64_t position = (above - 1)->position;
+    running_.startAt(position);
+    return av_seek_frame(file_->context(), stream, position, AVSEEK_FLAG_BYTE) >= 0;
+}
+
+void SoundReader::sendNext()
+{
+    const bool got = file_->read(*packet_);
+    drained_ = !got;
+    if (!got) {
+        decoder_->send(nullptr);
+    } else if (packet_->stream_index == media_->sound->streamIndex) {
+        if (running_.apply(*packet_)) {
+            seam_ = packet_->pts;
+        }
+        decoder_->send(packet_.get());
+    }
 }
 
 std::int64_t SoundReader::stampedPosition(const AVFrame& frame) const
@@ -153,43 +211,69 @@ void SoundReader::decodeMore()
 {
     FramePtr frame = pending_ ? std::move(pending_) : decoder_->receive();
     if (frame) {
-        take(*frame);
-        return;
-    }
-    if (drained_) {
+        take(std::move(frame));
+    } else if (drained_) {
         finish();
-        return;
-    }
-    const bool got = file_->read(*packet_);
-    drained_ = !got;
-    if (!got || packet_->stream_index == media_->sound->streamIndex) {
-        decoder_->send(got ? packet_.get() : nullptr);
+    } else {
+        sendNext();
     }
 }
 
-void SoundReader::take(const AVFrame& frame)
+void SoundReader::take(FramePtr frame)
 {
-    if (frame.nb_samples <= 0 || frame.sample_rate <= 0 || !fitConverter(frame)) {
+    if (frame->nb_samples <= 0 || frame->sample_rate <= 0 || !fitConverter(*frame)) {
         return;
     }
-    std::int64_t position = sourceNext_;
-    if (frame.best_effort_timestamp != AV_NOPTS_VALUE) {
-        const std::int64_t stamped = stampedPosition(frame);
-        const auto wander = static_cast<std::int64_t>(kWanderSeconds * sourceRate_);
-        // The first frame tells where it is; the ones behind it follow on, whatever their rounded stamps say.
-        if (sourceNext_ == anchor_ || std::abs(stamped - sourceNext_) > wander) {
-            position = stamped;
-        }
+    const std::int64_t position = positionOf(*frame);
+    const std::int64_t end = position + frame->nb_samples;
+    if (end <= sourceNext_ || ended_) {
+        return;
     }
-    const std::int64_t end = position + frame.nb_samples;
-    if (end <= sourceNext_) {
+    if (position - sourceNext_ > static_cast<std::int64_t>(kSilenceSeconds * sourceRate_)) {
+        openHole(position);
+        pending_ = std::move(frame);
         return;
     }
     if (position > sourceNext_) {
         feedSilence(position - sourceNext_);
     }
-    feed(frame, static_cast<int>(std::max<std::int64_t>(0, sourceNext_ - position)));
+    feed(*frame, static_cast<int>(std::max<std::int64_t>(0, sourceNext_ - position)));
     sourceNext_ = end;
+    if (seam_ && frame->best_effort_timestamp >= *seam_) {
+        seam_.reset();
+    }
+}
+
+/// The first frame tells where it is; the ones behind it follow on, whatever their rounded stamps say, and so do the
+/// damaged ones, which claim what is not there.
+std::int64_t SoundReader::positionOf(const AVFrame& frame)
+{
+    if (frame.best_effort_timestamp == AV_NOPTS_VALUE) {
+        return sourceNext_;
+    }
+    const std::int64_t stamped = stampedPosition(frame);
+    const double jump = static_cast<double>(stamped - sourceNext_) / sourceRate_;
+    const double end = media_->sound->durationMs / 1000.0;
+    if (jump > kJumpSeconds && static_cast<double>(stamped) / sourceRate_ > end + kJumpSeconds) {
+        if (++damaged_ > kDamagedStamps) {
+            finish();
+        }
+        return sourceNext_;
+    }
+    damaged_ = 0;
+    // Parts that were joined overlap a little: the later one keeps its place beside its picture.
+    const bool isBehindSeam = seam_ && frame.best_effort_timestamp >= *seam_;
+    return isBehindSeam || sourceNext_ == anchor_ || std::abs(jump) > kWanderSeconds ? stamped : sourceNext_;
+}
+
+/// Hours without sound are not made: what follows begins behind them, with a converter of its own.
+void SoundReader::openHole(std::int64_t position)
+{
+    if (sourceRate_ != rate_) {
+        convert(nullptr, 0);
+    }
+    converter_.reset();
+    holeEnd_ = anchorFor(position * rate_ / sourceRate_);
 }
 
 bool SoundReader::fitConverter(const AVFrame& frame)
@@ -250,8 +334,7 @@ void SoundReader::feedSilence(std::int64_t count)
                                     av_get_packed_sample_fmt(sourceFormat_) == AV_SAMPLE_FMT_U8 ? 0x80 : 0);
     std::array<const std::uint8_t*, kMaxPlanes> planes{};
     planes.fill(zeros.data());
-    // A stamp that is far off says that the file is damaged; nothing waits for hours of silence.
-    for (count = std::min<std::int64_t>(count, std::int64_t{sourceRate_} * 3600); count > 0; count -= kBlock) {
+    for (; count > 0; count -= kBlock) {
         convert(planes.data(), static_cast<int>(std::min(count, kBlock)));
     }
 }

@@ -4,7 +4,9 @@
 
 #include "twcore/media/decoder.h"
 #include "twcore/media/sound_source.h"
+#include "twcore/media/stamp_breaks.h"
 
+#include <optional>
 #include <vector>
 
 namespace twcore {
@@ -19,8 +21,14 @@ private:
     bool openFile();
     void jumpTo(std::int64_t first);
     bool landAhead(std::int64_t anchor, double seconds);
+    bool seekTo(std::int64_t stamp);
+    std::int64_t anchorFor(std::int64_t first);
+    void giveOut(std::int64_t first, std::span<float> out);
+    void sendNext();
     void decodeMore();
-    void take(const AVFrame& frame);
+    void take(FramePtr frame);
+    std::int64_t positionOf(const AVFrame& frame);
+    void openHole(std::int64_t position);
     void feed(const AVFrame& frame, int skip);
     void feedSilence(std::int64_t count);
     void finish();
@@ -36,6 +44,8 @@ private:
 
     std::unique_ptr<InputFile> file_;
     std::unique_ptr<Decoder> decoder_;
+    RunningStamps running_;
+    std::optional<std::int64_t> seam_; // stamp of the first packet behind a break, while none of its sound was taken
     PacketPtr packet_ = makePacket();
     FramePtr pending_; // decoded while looking for a place, not taken yet
     bool drained_ = false;
@@ -50,6 +60,8 @@ private:
 
     std::vector<float> buffer_; // converted, from sample bufferFirst_ of the mix
     std::int64_t bufferFirst_ = 0;
+    std::optional<std::int64_t> holeEnd_; // nothing sounds from the buffer's end to this sample, with which it goes on
+    int damaged_ = 0;                     // frames in a row whose stamps cannot be
     std::vector<float> block_;
 };
 

@@ -1,6 +1,8 @@
 #include "twcore/media/stream_times.h"
 
 #include "twcore/media/picture_listing.h"
+#include "twcore/media/stamp_breaks.h"
+#include "twcore/media/stamp_guard.h"
 
 #include <algorithm>
 #include <array>
@@ -14,43 +16,163 @@ double timeOf(const AVStream& stream, std::int64_t stamp)
     return static_cast<double>(stamp) * av_q2d(stream.time_base);
 }
 
-namespace {
-
-/// Last moment of each stream by reading every packet: for files whose header does not tell, or may not be believed.
-std::array<double, 2> scannedEnds(const std::string& path, std::array<int, 2> indexes, const Patience& patience)
+double ownEndOf(const MediaFile& media, const InputFile& file)
 {
-    std::array<double, 2> ends{-1, -1};
-    std::uint32_t error = 0;
-    const auto file = InputFile::open(path, patience, error);
-    if (!file || !file->readStreamInfo()) {
-        return ends;
-    }
-    auto packet = makePacket();
-    while (file->read(*packet)) {
-        for (std::size_t i = 0; i < indexes.size(); ++i) {
-            const auto stamp = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
-            if (packet->stream_index != indexes[i] || stamp == AV_NOPTS_VALUE) {
-                continue;
-            }
-            const AVStream& stream = *file->stream(indexes[i]);
-            double length = timeOf(stream, std::max<std::int64_t>(0, packet->duration));
-            if (length == 0 && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO && stream.avg_frame_rate.num > 0) {
-                length = 1 / av_q2d(stream.avg_frame_rate);
-            }
-            ends[i] = std::max(ends[i], timeOf(stream, stamp) + length);
-        }
-    }
-    return file->gaveUp() ? std::array<double, 2>{-1, -1} : ends;
+    const double length = media.timeStamps == TimeStamps::kIndexed ? ownLength(file, media.path) : 0;
+    return length > 0 ? media.zeroSeconds + length : 0;
 }
 
-bool headerMayBeWrong(const InputFile& file, TimeStamps timeStamps)
+namespace {
+
+constexpr std::int64_t kQuickBytes = 48 << 20;
+
+/// What reading every packet tells of the streams: for files whose header does not tell, or may not be believed.
+struct Scan {
+    std::array<double, 2> ends{-1, -1}; // last moment of the picture and of the sound; -1: not known
+    std::shared_ptr<const StampBreaks> breaks;
+};
+
+double secondsOf(const AVStream& stream, std::int64_t length)
+{
+    if (length <= 0 && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO && stream.avg_frame_rate.num > 0) {
+        return 1 / av_q2d(stream.avg_frame_rate);
+    }
+    return timeOf(stream, std::max<std::int64_t>(0, length));
+}
+
+/// Reads on to the next packet of one of the streams and tells which; -1 at the end.
+int readOneOf(InputFile& file, AVPacket& packet, const std::array<int, 2>& indexes)
+{
+    while (file.read(packet)) {
+        if (packet.stream_index == indexes[0] || packet.stream_index == indexes[1]) {
+            return packet.stream_index == indexes[0] ? 0 : 1;
+        }
+    }
+    return -1;
+}
+
+std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& indexes, double ownEnd)
+{
+    std::array<double, 2> ends{-1, -1};
+    std::array<double, 2> doubtful{-1, -1};
+    std::array<std::unique_ptr<StampGuard>, 2> guards;
+    auto packet = makePacket();
+    for (int i = 0; (i = readOneOf(file, *packet, indexes)) >= 0;) {
+        const auto which = static_cast<std::size_t>(i);
+        const AVStream& stream = *file.stream(indexes[which]);
+        if (!guards[which]) {
+            guards[which] = std::make_unique<StampGuard>(stream, ownEnd);
+        }
+        if (!guards[which]->pass(*packet)) {
+            doubtful[which] = -1;
+            continue;
+        }
+        const auto stamp = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
+        if (stamp == AV_NOPTS_VALUE) {
+            continue;
+        }
+        auto& end = guards[which]->damagedRun() > 0 ? doubtful[which] : ends[which];
+        end = std::max(end, timeOf(stream, stamp) + secondsOf(stream, packet->duration));
+    }
+    return {std::max(ends[0], doubtful[0]), std::max(ends[1], doubtful[1])};
+}
+
+/// Formats without a length of their own, in which a joined file or a recording may set the clock anew.
+bool mayBreak(const InputFile& file) { return file.formatName() == "mpeg" || file.formatName() == "mpegts"; }
+
+Scan brokenScan(InputFile& file, const std::array<int, 2>& indexes)
+{
+    StampedStreams streams;
+    auto packet = makePacket();
+    for (int i = 0; (i = readOneOf(file, *packet, indexes)) >= 0;) {
+        streams[static_cast<std::size_t>(i)].push_back(
+            {packet->pos, packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts, packet->pts, packet->duration});
+    }
+    const AVStream& any = *file.stream(std::max(indexes[0], indexes[1]));
+    Scan scan;
+    scan.breaks = findBreaks(streams, any.time_base.den / any.time_base.num, any.pts_wrap_bits);
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+        for (const auto& read : streams[i]) {
+            const AVStream& stream = *file.stream(indexes[i]);
+            const auto stamp = read.show != AV_NOPTS_VALUE ? read.show : read.decode;
+            scan.ends[i] = std::max(scan.ends[i], timeOf(stream, stamp) + secondsOf(stream, read.length));
+        }
+    }
+    return scan;
+}
+
+Scan scanned(const MediaFile& media, const Patience& patience)
+{
+    const std::array<int, 2> indexes{media.picture ? media.picture->streamIndex : -1,
+                                     media.sound ? media.sound->streamIndex : -1};
+    std::uint32_t error = 0;
+    const auto file = InputFile::open(media.path, patience, error);
+    if (!file || !file->readStreamInfo()
+        || std::max(indexes[0], indexes[1]) >= static_cast<int>(file->context()->nb_streams)) {
+        return {};
+    }
+    Scan scan;
+    if (mayBreak(*file)) {
+        scan = brokenScan(*file, indexes);
+    } else {
+        scan.ends = guardedEnds(*file, indexes, ownEndOf(media, *file));
+    }
+    return file->gaveUp() ? Scan{} : scan;
+}
+
+/// Whether the stamps at some places all over a large file fall back, or leap, so that it has to be read whole.
+bool looksBroken(const MediaFile& media, const Patience& patience)
+{
+    constexpr int kPlaces = 32;
+    constexpr int kPackets = 400;
+    constexpr double kLeap = 20; // times the time that a place is apart from the next one on the average
+    const int index = media.picture ? media.picture->streamIndex : media.sound->streamIndex;
+    std::uint32_t error = 0;
+    const auto file = InputFile::open(media.path, patience, error);
+    if (!file || !file->readStreamInfo() || index >= static_cast<int>(file->context()->nb_streams)) {
+        return false;
+    }
+    auto packet = makePacket();
+    std::vector<double> times;
+    for (int place = 0; place < kPlaces; ++place) {
+        if (av_seek_frame(file->context(), index, file->byteCount() / kPlaces * place, AVSEEK_FLAG_BYTE) < 0) {
+            return false;
+        }
+        for (int i = 0; i < kPackets && file->read(*packet); ++i) {
+            if (packet->stream_index == index && packet->dts != AV_NOPTS_VALUE) {
+                times.push_back(timeOf(*file->stream(index), packet->dts));
+                break;
+            }
+        }
+    }
+    if (times.size() < 2) {
+        return false;
+    }
+    const double header = static_cast<double>(file->context()->duration) / AV_TIME_BASE;
+    if (times.back() - times.front() > header + 1) {
+        return true; // its end tells less than its middle
+    }
+    const double longest = kJumpSeconds + kLeap * header / kPlaces;
+    return std::ranges::adjacent_find(times, [&](double a, double b) { return b < a || b > a + longest; })
+           != times.end();
+}
+
+bool headerMayBeWrong(const InputFile& file, const MediaFile& media, const Patience& patience)
 {
     const AVFormatContext& context = *file.context();
     if (context.duration_estimation_method == AVFMT_DURATION_FROM_BITRATE || context.duration <= 0) {
         return true;
     }
-    constexpr std::int64_t kQuickBytes = 48 << 20;
-    return timeStamps == TimeStamps::kIndexed && file.byteCount() <= kQuickBytes;
+    if (media.timeStamps == TimeStamps::kIndexed && file.byteCount() <= kQuickBytes) {
+        return true;
+    }
+    // Days of film in a file this small are damage, whichever number in it says so.
+    constexpr double kFewestBytesPerSecond = 2000;
+    const double length = static_cast<double>(context.duration) / AV_TIME_BASE;
+    if (length > kLongestHoleSeconds && static_cast<double>(file.byteCount()) < length * kFewestBytesPerSecond) {
+        return true;
+    }
+    return mayBreak(file) && looksBroken(media, patience);
 }
 
 /// The end of a stream as Matroska's tags tell it, hours:minutes:seconds; 0 when they do not.
@@ -94,15 +216,22 @@ void setLengths(MediaFile& media, const InputFile& file, const Patience& patienc
     } else {
         media.zeroSeconds = media.picture ? media.picture->startSeconds : media.sound->startSeconds;
     }
+    media.zeroSeconds = std::isfinite(media.zeroSeconds) ? media.zeroSeconds : 0;
+    for (double* const start :
+         {media.picture ? &media.picture->startSeconds : nullptr, media.sound ? &media.sound->startSeconds : nullptr}) {
+        if (start != nullptr && !std::isfinite(*start)) {
+            *start = media.zeroSeconds;
+        }
+    }
     if (media.picture && media.picture->isStill) {
         media.picture->durationMs = kStillMs;
         return;
     }
     std::array<double, 2> ends{-1, -1};
-    if (headerMayBeWrong(file, media.timeStamps)) {
-        ends = scannedEnds(
-            media.path, {media.picture ? media.picture->streamIndex : -1, media.sound ? media.sound->streamIndex : -1},
-            patience);
+    if (headerMayBeWrong(file, media, patience)) {
+        auto scan = scanned(media, patience);
+        ends = scan.ends;
+        media.breaks = std::move(scan.breaks);
         if (media.picture && media.timeStamps == TimeStamps::kIndexed) {
             const auto index = PictureIndex::build(media, patience);
             ends[0] = index ? index->startOfSlot(index->count()) : ends[0];

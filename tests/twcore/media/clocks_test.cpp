@@ -1,0 +1,208 @@
+// Files whose stamps do not run on: joined, recorded over the end of the clock, with holes, damaged, or with no stamps.
+
+#include "support/manifest.h"
+#include "support/patterns.h"
+#include "twcore/media/picture_reader.h"
+#include "twcore/media/sound_source.h"
+#include "twcore/render/picture_fitter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <numeric>
+#include <random>
+#include <unistd.h>
+
+using namespace testmedia;
+using namespace twcore;
+
+namespace {
+
+constexpr int kRate = 48000;
+constexpr int kFrames = 125; // of each part, 25 a second
+
+std::string bytesOf(const std::string& name)
+{
+    std::ifstream in(mediaFolder() / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Tries a file of these bytes and keeps it for as long as it lives itself.
+struct MadeFile {
+    explicit MadeFile(const std::string& bytes)
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "quillmont-clock-XXXXXX").string();
+        const int descriptor = ::mkstemp(name.data());
+        path = name;
+        std::ofstream(path, std::ios::binary) << bytes;
+        ::close(descriptor);
+        media = tryMediaFile(path.string(), {}).file;
+    }
+    ~MadeFile() { std::filesystem::remove(path); }
+    MadeFile(const MadeFile&) = delete;
+    MadeFile& operator=(const MadeFile&) = delete;
+
+    std::filesystem::path path;
+    MediaFilePtr media;
+};
+
+/// Adds to every stamp of a transport stream: the 33 bits of presentation, of decoding and of the clock reference.
+std::string withClock(std::string ts, std::uint64_t add)
+{
+    const auto move = [&](std::size_t at) {
+        const auto byte = [&](std::size_t i) { return std::uint64_t{static_cast<std::uint8_t>(ts[at + i])}; };
+        const std::uint64_t stamp =
+            (byte(0) >> 1 & 7) << 30 | byte(1) << 22 | (byte(2) >> 1) << 15 | byte(3) << 7 | byte(4) >> 1;
+        const std::uint64_t moved = (stamp + add) & ((std::uint64_t{1} << 33) - 1);
+        ts[at] = static_cast<char>((byte(0) & 0xF0) | (moved >> 30) << 1 | 1);
+        ts[at + 1] = static_cast<char>(moved >> 22);
+        ts[at + 2] = static_cast<char>((moved >> 15) << 1 | 1);
+        ts[at + 3] = static_cast<char>(moved >> 7);
+        ts[at + 4] = static_cast<char>(moved << 1 | 1);
+    };
+    for (std::size_t at = 0; at + 188 <= ts.size(); at += 188) {
+        const bool hasField = (ts[at + 3] & 0x20) != 0;
+        const std::size_t start = at + 4 + (hasField ? 1 + static_cast<std::uint8_t>(ts[at + 4]) : 0);
+        if ((ts[at + 1] & 0x40) == 0 || start + 19 > at + 188 || ts.compare(start, 3, std::string("\0\0\1", 3)) != 0) {
+            continue;
+        }
+        const int flags = static_cast<std::uint8_t>(ts[start + 7]) >> 6;
+        if (flags >= 2) {
+            move(start + 9);
+        }
+        if (flags == 3) {
+            move(start + 14);
+        }
+    }
+    return ts;
+}
+
+int numberAt(PictureReader& reader, double seconds)
+{
+    const auto frame = reader.at(seconds);
+    if (!frame) {
+        return -1;
+    }
+    const PictureSize size{reader.media().picture->width, reader.media().picture->height};
+    PictureFitter fitter({size, AV_PIX_FMT_YUV420P, {Matrix::kBt601, false}});
+    const auto shown = fitter.fit(frame, *reader.media().picture, {{0, 0, size.width, size.height}});
+    return readBarcode({shown->data[0], static_cast<std::size_t>(shown->linesize[0]), size.width, size.height})
+        .value_or(-2);
+}
+
+/// By how much the sound at a time is off from that moment of the pattern; 9 for anything else.
+double soundOff(SoundSource& source, double seconds, double moment)
+{
+    std::vector<float> block(static_cast<std::size_t>(kRate / 5) * 2);
+    source.read(std::llround(seconds * kRate), block);
+    const auto match = locate({block.data(), block.size() / 2, kRate, 2}, 0, moment - 0.2, moment + 0.2);
+    return match.score > 0.4 ? match.seconds - moment : 9;
+}
+
+void expectJoined(const MediaFilePtr& media, int parts)
+{
+    ASSERT_TRUE(media && media->picture && media->sound);
+    const double first = media->picture->startSeconds - media->zeroSeconds;
+    EXPECT_NEAR(media->picture->durationMs, 1000 * first + parts * 5000, 2);
+    std::vector<int> order(static_cast<std::size_t>(parts * kFrames));
+    std::iota(order.begin(), order.end(), 0);
+    PictureReader forward(media, 1);
+    for (const int i : order) {
+        ASSERT_EQ(numberAt(forward, first + i / 25.0 + 0.013), i % kFrames) << "picture " << i;
+    }
+    std::shuffle(order.begin(), order.end(), std::mt19937(7)); // NOLINT: the same order in every run
+    PictureReader jumping(media, 1);
+    const auto straight = openSound(media, kRate, {});
+    const auto jumped = openSound(media, kRate, {});
+    for (int i = 0; i < 40; ++i) {
+        const int wanted = order[static_cast<std::size_t>(i)];
+        ASSERT_EQ(numberAt(jumping, first + wanted / 25.0 + 0.013), wanted % kFrames) << "picture " << wanted;
+    }
+    for (double at = 0.3; at < 5 * parts; at += 0.7) {
+        const double moment = std::fmod(at - first, 5);
+        if (moment > 0.1 && moment < 4.7) {
+            EXPECT_NEAR(soundOff(*straight, at, moment), 0, 0.002) << "at " << at;
+            const double back = 5 * parts - at - 0.3;
+            const double backMoment = std::fmod(back - first, 5);
+            if (backMoment > 0.1 && backMoment < 4.7) {
+                EXPECT_NEAR(soundOff(*jumped, back, backMoment), 0, 0.002) << "jumping to " << back;
+            }
+        }
+    }
+}
+
+} // namespace
+
+TEST(Clocks, PartsThatBeginAnewAreOneFilm)
+{
+    constexpr std::uint64_t kSecond = 90000;
+    constexpr std::uint64_t kEnd = std::uint64_t{1} << 33;
+    const std::string h264 = bytesOf("h264.ts");
+    const std::string mpeg2 = bytesOf("mpeg2.ts");
+    const std::string program = bytesOf("mpeg2-open-gop.mpg");
+    const std::string old = bytesOf("mpeg1.mpg");
+    struct Case {
+        const char* name;
+        std::string bytes;
+        int parts;
+    };
+    for (const auto& [name, bytes, parts] :
+         {Case{"programme streams", program + program, 2}, Case{"three older ones", old + old + old, 3},
+          Case{"a recording", h264 + h264, 2}, Case{"a clock set forward", mpeg2 + withClock(mpeg2, 1000 * kSecond), 2},
+          Case{"a clock set back", withClock(h264, 1000 * kSecond) + h264, 2},
+          Case{"over the counter's end", withClock(h264, kEnd - 3 * kSecond), 1},
+          Case{"over the end, and anew", withClock(mpeg2, kEnd - 3 * kSecond) + mpeg2, 2}}) {
+        SCOPED_TRACE(name);
+        expectJoined(MadeFile(bytes).media, parts);
+    }
+}
+
+TEST(Clocks, AHoleOfAnHourIsSilenceThatCostsNothing)
+{
+    const auto media = tryMediaFile((mediaFolder() / "sound-hole.mkv").string(), {}).file;
+    ASSERT_TRUE(media && media->sound);
+    EXPECT_NEAR(media->sound->durationMs, 3605000, 100);
+    for (const int rate : {kRate, 44100}) { // without a converter's anchors, and with them
+        const auto source = openSound(media, rate, {});
+        std::vector<float> second(static_cast<std::size_t>(rate) * 2);
+        for (int i = 0; i < 3603; ++i) {
+            source->read(std::int64_t{i} * rate, second);
+            const bool isSilent = std::ranges::all_of(second, [](float s) { return s == 0; });
+            ASSERT_EQ(isSilent, i >= 3 && i < 3602) << i;
+        }
+    }
+    const auto source = openSound(media, kRate, {});
+    for (const double at : {1.0, 3603.0, 0.5, 3602.5}) {
+        const double moment = std::fmod(at, 3600) - (media->picture->startSeconds - media->zeroSeconds);
+        EXPECT_NEAR(soundOff(*source, at, moment), 0, 0.002) << at;
+    }
+}
+
+TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
+{
+    std::string avi = bytesOf("mpeg4.avi");
+    const auto scale = avi.find("vids") + 20;
+    avi.replace(scale, 8, std::string("\x40\x9C\0\0\1\0\0\0", 8)); // eleven hours a picture
+    const MadeFile slow(avi);
+    ASSERT_TRUE(slow.media && slow.media->picture && slow.media->sound);
+    EXPECT_LT(slow.media->picture->durationMs, 6000) << "longer than the file's own header allows";
+    EXPECT_NEAR(slow.media->sound->durationMs, 5000, 80);
+
+    std::string ts = bytesOf("mpeg2.ts");
+    const std::size_t middle = ts.size() / 376 * 188;
+    const auto next = [&] { // the packet in which the next picture's stamp stands
+        std::size_t at = middle;
+        while (!((ts[at + 1] & 0x5F) == 0x41 && ts[at + 2] == 0)) {
+            at += 188;
+        }
+        return at;
+    }();
+    ts.replace(next, 188, withClock(ts.substr(next, 188), std::uint64_t{1} << 31)); // six hours
+    const MadeFile flipped(ts);
+    ASSERT_TRUE(flipped.media && flipped.media->picture);
+    EXPECT_NEAR(flipped.media->picture->durationMs, 5010, 60);
+}
