@@ -1,8 +1,8 @@
 #include "twcore/media/media_file.h"
 
 #include "engine/status.h"
-#include "twcore/media/decoder.h"
 #include "twcore/media/file_trouble.h"
+#include "twcore/media/first_frames.h"
 #include "twcore/media/midi_file.h"
 #include "twcore/media/orientation.h"
 #include "twcore/media/picture_listing.h"
@@ -20,9 +20,6 @@ namespace {
 
 namespace media_error = engine::media_error;
 
-constexpr std::int64_t kTrialBytes = 48 << 20; // packets read in search of the first frames
-constexpr int kTrialPackets = 4000;
-
 /// The stream marked as default, else the first, of a kind. Cover art is no picture.
 int chooseStream(const AVFormatContext& context, AVMediaType type)
 {
@@ -39,49 +36,6 @@ int chooseStream(const AVFormatContext& context, AVMediaType type)
         first = first < 0 ? static_cast<int>(i) : first;
     }
     return first;
-}
-
-/// What decoding the beginning of one stream showed.
-struct FirstFrames {
-    int streamIndex = -1;
-    std::unique_ptr<Decoder> decoder;
-    FramePtr first;
-    int frameCount = 0;
-
-    bool wanted() const { return decoder != nullptr && frameCount < 1; }
-};
-
-void take(FirstFrames& frames, const AVPacket* packet)
-{
-    frames.decoder->send(packet);
-    while (auto frame = frames.decoder->receive()) {
-        ++frames.frameCount;
-        if (!frames.first) {
-            frames.first = std::move(frame);
-        }
-    }
-}
-
-void decodeBeginnings(InputFile& file, std::array<FirstFrames*, 2> streams)
-{
-    auto packet = makePacket();
-    std::int64_t bytes = 0;
-    for (int i = 0; i < kTrialPackets && bytes < kTrialBytes; ++i) {
-        if (std::ranges::none_of(streams, [](auto* s) { return s->wanted(); }) || !file.read(*packet)) {
-            break;
-        }
-        bytes += packet->size;
-        for (auto* stream : streams) {
-            if (stream->decoder && packet->stream_index == stream->streamIndex && stream->wanted()) {
-                take(*stream, packet.get());
-            }
-        }
-    }
-    for (auto* stream : streams) {
-        if (stream->wanted()) {
-            take(*stream, nullptr);
-        }
-    }
 }
 
 AVRational snappedRate(double fps)
@@ -127,16 +81,6 @@ AVRational frameRateOf(const AVStream& stream)
     return rate;
 }
 
-double startOf(const InputFile& file, const AVStream& stream, const FirstFrames& frames)
-{
-    // The stamps of packed B frames in AVI belong to packets, not to pictures.
-    const bool stampsTellOrder = file.formatName() != "avi";
-    if (stampsTellOrder && frames.first && frames.first->best_effort_timestamp != AV_NOPTS_VALUE) {
-        return timeOf(stream, frames.first->best_effort_timestamp);
-    }
-    return stream.start_time != AV_NOPTS_VALUE ? timeOf(stream, stream.start_time) : 0;
-}
-
 bool holdsOnePicture(const std::string& path)
 {
     std::uint32_t error = 0;
@@ -163,7 +107,7 @@ PictureFacts pictureFacts(const std::string& path, const InputFile& file, const 
     if (!facts.isStill && 1 / av_q2d(facts.frameRate) > (own > 0 ? own + kJumpSeconds : kLongestHoleSeconds)) {
         facts.frameRate = {25, 1};
     }
-    facts.startSeconds = facts.isStill ? 0 : startOf(file, stream, frames);
+    facts.startSeconds = facts.isStill ? 0 : startOf(file, frames);
     facts.orientation = orientationOf(stream, frames.first.get());
     const AVRational aspect =
         av_guess_sample_aspect_ratio(file.context(), const_cast<AVStream*>(&stream), frames.first.get());
@@ -186,7 +130,7 @@ SoundFacts soundFacts(const InputFile& file, const FirstFrames& frames)
     facts.streamIndex = frames.streamIndex;
     facts.rate = frames.first ? frames.first->sample_rate : stream.codecpar->sample_rate;
     facts.channels = frames.first ? frames.first->ch_layout.nb_channels : stream.codecpar->ch_layout.nb_channels;
-    facts.startSeconds = startOf(file, stream, frames);
+    facts.startSeconds = startOf(file, frames);
     return facts;
 }
 
@@ -197,16 +141,6 @@ TimeStamps timeStampsOf(const InputFile& file)
     return trusted ? TimeStamps::kTrusted : TimeStamps::kIndexed;
 }
 
-FirstFrames openDecoder(const InputFile& file, int streamIndex)
-{
-    FirstFrames frames;
-    frames.streamIndex = streamIndex;
-    if (streamIndex >= 0) {
-        frames.decoder = Decoder::open(*file.stream(streamIndex), 1);
-    }
-    return frames;
-}
-
 std::uint32_t errorOf(const FirstFrames& picture, const FirstFrames& sound)
 {
     const bool hasPicture = picture.streamIndex >= 0;
@@ -214,8 +148,8 @@ std::uint32_t errorOf(const FirstFrames& picture, const FirstFrames& sound)
     if (!hasPicture && !hasSound) {
         return media_error::kInvalidFormat;
     }
-    const bool pictureFails = hasPicture && picture.frameCount == 0;
-    const bool soundFails = hasSound && sound.frameCount == 0;
+    const bool pictureFails = hasPicture && !picture.isOffered();
+    const bool soundFails = hasSound && !sound.isOffered();
     if ((pictureFails || !hasPicture) && (soundFails || !hasSound)) {
         const bool noDecoder = (!hasPicture || !picture.decoder) && (!hasSound || !sound.decoder);
         return noDecoder ? media_error::kNoDecoder : media_error::kInvalidFormat;
@@ -252,7 +186,7 @@ Trial tryOpened(const std::string& path, InputFile& file, const Patience& patien
         return {media_error::kCannotLoad, nullptr};
     }
     Trial trial{errorOf(picture, sound), nullptr};
-    if (picture.frameCount == 0 && sound.frameCount == 0) {
+    if (!picture.isOffered() && !sound.isOffered()) {
         return trial;
     }
     auto media = std::make_shared<MediaFile>();
@@ -260,10 +194,10 @@ Trial tryOpened(const std::string& path, InputFile& file, const Patience& patien
     media->formatName = file.formatName();
     media->byteCount = file.byteCount();
     media->timeStamps = timeStampsOf(file);
-    if (picture.frameCount > 0) {
+    if (picture.isOffered()) {
         media->picture = pictureFacts(path, file, picture);
     }
-    if (sound.frameCount > 0) {
+    if (sound.isOffered()) {
         media->sound = soundFacts(file, sound);
     }
     media->listing = listingFor(*media);

@@ -206,3 +206,13 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     ASSERT_TRUE(flipped.media && flipped.media->picture);
     EXPECT_NEAR(flipped.media->picture->durationMs, 5010, 60);
 }
+
+TEST(Clocks, SoundThatBeginsMinutesLaterIsOffered)
+{
+    const auto trial = tryMediaFile((mediaFolder() / "late-sound.mp4").string(), {});
+    ASSERT_TRUE(trial.file && trial.file->sound);
+    EXPECT_EQ(trial.error, 0u);
+    EXPECT_NEAR(trial.file->sound->durationMs, 185000, 100);
+    const auto source = openSound(trial.file, kRate, {});
+    EXPECT_NEAR(soundOff(*source, 182, 2), 0, 0.03);
+}
