@@ -1,6 +1,5 @@
 #include "shell/frmTools_form.h"
 
-#include "core/colours.h"
 #include "core/forms/frmTools.h"
 #include "shell/frmTools_events.h"
 #include "windowing/icons.h"
@@ -10,7 +9,6 @@
 #include "windowing/text.h"
 
 #include <QEvent>
-#include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QMouseEvent>
 
@@ -109,7 +107,7 @@ void ToolsForm::effectChosen()
 
 void ToolsForm::makeHistory()
 {
-    history_ = new QListWidget(this);
+    history_ = new HistoryList(this);
     history_->setObjectName("lvwHistory");
     history_->setAccessibleName(tr("History"));
     history_->setWhatsThis(
@@ -118,11 +116,8 @@ void ToolsForm::makeHistory()
     history_->setFrameShape(QFrame::NoFrame);
     history_->viewport()->setMouseTracking(true);
     history_->viewport()->installEventFilter(this);
-    const auto chosen = [this] {
-        if (isShowing_ || history_->currentRow() < 0) {
-            return;
-        }
-        const int row = history_->currentRow() + 1;
+    history_->chosen = [this](int row) {
+        form().lvwHistorySelected = row; // at once, so that the next key goes on from here
         QMetaObject::invokeMethod(
             this,
             [row] {
@@ -131,13 +126,6 @@ void ToolsForm::makeHistory()
             },
             Qt::QueuedConnection);
     };
-    connect(history_, &QListWidget::itemClicked, this, chosen);
-    connect(history_, &QListWidget::currentRowChanged, this, [this, chosen] {
-        // A press is answered by the click that it becomes.
-        if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
-            chosen();
-        }
-    });
 }
 
 void ToolsForm::resizeEvent(QResizeEvent*)
@@ -166,7 +154,7 @@ void ToolsForm::refreshIcons()
         icons.push_back(programIcon(key, palette()));
     }
     effectModel_->setIcons(std::move(icons));
-    shownHistory_.clear();
+    history_->refresh();
 }
 
 bool ToolsForm::eventFilter(QObject* watched, QEvent* event)
@@ -183,33 +171,6 @@ bool ToolsForm::eventFilter(QObject* watched, QEvent* event)
         frmTools::tvwActions_MouseDown(programButton(static_cast<QMouseEvent*>(event)->button()));
     }
     return QWidget::eventFilter(watched, event);
-}
-
-void ToolsForm::showHistory()
-{
-    const auto& rows = form().lvwHistory.get();
-    std::vector<std::string> wanted;
-    for (const forms::HistoryRow& row : rows) {
-        wanted.push_back(row.Text + (row.ForeColor == colours::kButtonFace ? "\n" : "") + row.Picture);
-    }
-    if (wanted != shownHistory_) {
-        shownHistory_ = std::move(wanted);
-        history_->clear();
-        for (const forms::HistoryRow& row : rows) {
-            const bool isUndone = row.ForeColor == colours::kButtonFace;
-            auto* const item = new QListWidgetItem(programIcon(frmTools::pictureOf(row.Picture), palette()),
-                                                   fromProgram(row.Text) + (isUndone ? tr("  (undone)") : QString()));
-            if (isUndone) {
-                item->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
-            }
-            history_->addItem(item);
-        }
-        history_->scrollToBottom();
-    }
-    const int selected = form().lvwHistorySelected - 1;
-    if (history_->currentRow() != selected) {
-        history_->setCurrentRow(selected);
-    }
 }
 
 void ToolsForm::showState()
@@ -233,6 +194,6 @@ void ToolsForm::showState()
         effects_->setCurrentIndex(effect);
     }
     add_->setEnabled(form().cmdAdd.Enabled);
-    showHistory();
+    history_->showRows(form().lvwHistory, form().lvwHistorySelected);
     isShowing_ = false;
 }

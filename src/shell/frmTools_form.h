@@ -2,11 +2,11 @@
 
 // The tools panel's form: three tabs with actions, effects and history.
 
+#include "shell/history_list_form.h"
 #include "windowing/list_model.h"
 #include "windowing/tree_model.h"
 
 #include <QListView>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTreeView>
@@ -28,7 +28,6 @@ private:
     void makeHistory();
     void effectChosen();
     void showState();
-    void showHistory();
     void refreshIcons();
 
     QTabBar* tabs_ = nullptr;
@@ -37,7 +36,6 @@ private:
     QListView* effects_ = nullptr;
     ListModel* effectModel_ = nullptr;
     QPushButton* add_ = nullptr;
-    QListWidget* history_ = nullptr;
-    std::vector<std::string> shownHistory_;
+    HistoryList* history_ = nullptr;
     bool isShowing_ = false;
 };

@@ -4,6 +4,7 @@
 #include "screens/screen_harness.h"
 
 #include <QListWidget>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -95,6 +96,78 @@ TEST_F(HistoryScreen, AFilmIsMadeTakenBackAndMadeAgain)
     addEffect("Blur");
     EXPECT_EQ(tree(), "Video[mpeg4.avi no-sound.mp4] Effects[Blur] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
     EXPECT_EQ(history().count(), 3);
+}
+
+TEST_F(HistoryScreen, OnlyAClickOrAKeyInTheListGoesBack)
+{
+    opened({"mpeg4.avi"});
+    for (int step = 0; step < 3; ++step) {
+        selectFile(0);
+        key(Qt::Key_F2);
+    }
+    const std::string film = tree();
+    QListWidget& list = history();
+    list.setFocus(Qt::TabFocusReason);
+    settle();
+    EXPECT_EQ(tree(), film) << "by the focus alone";
+    key(Qt::Key_Down);
+    EXPECT_EQ(tree(), film) << "there is nothing below the present step";
+    key(Qt::Key_Up);
+    EXPECT_EQ(tree(), "Video[mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
+    key(Qt::Key_Down);
+    EXPECT_EQ(tree(), film);
+    const QPoint first = list.visualItemRect(list.item(0)).center();
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        click(*list.viewport(), first, {}, button);
+        EXPECT_EQ(tree(), film) << button;
+    }
+    click(*list.viewport(), {20, list.viewport()->height() - 4}); // below the last row
+    find("picScale").setFocus();
+    list.setFocus(Qt::ActiveWindowFocusReason); // as when another window was in front meanwhile
+    settle();
+    EXPECT_EQ(tree(), film);
+
+    // A row that was clicked stays the current one; what comes after must not choose it again.
+    clickHistory(2);
+    EXPECT_EQ(tree(), "Video[mpeg4.avi mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi mpeg4.avi] Audio 2[]");
+    key(Qt::Key_F2);
+    list.setFocus(Qt::PopupFocusReason);
+    settle();
+    EXPECT_EQ(tree(), film);
+}
+
+TEST_F(HistoryScreen, TheListShowsThePresentStepAndWhatWasUndone)
+{
+    opened({"still.bmp"});
+    selectFile(0);
+    key(Qt::Key_F2);
+    addEffect("Wave");
+    window->resize(1560, 560); // the list holds fewer rows than there will be
+    for (int step = 0; step < 24; ++step) {
+        key(Qt::Key_F12);
+    }
+    QListWidget& list = history();
+    const auto isSeen = [&](int row) { return list.viewport()->rect().contains(list.visualItemRect(list.item(row))); };
+    const auto bold = [&] {
+        std::string rows;
+        for (int row = 0; row < list.count(); ++row) {
+            rows += list.item(row)->font().bold() ? std::to_string(row) + " " : "";
+        }
+        return rows;
+    };
+    EXPECT_EQ(bold(), "25 ");
+    EXPECT_TRUE(isSeen(25) && !isSeen(0));
+    clickHistory(25);
+    list.verticalScrollBar()->setValue(0);
+    clickHistory(1);
+    EXPECT_EQ(bold(), "0 ");
+    EXPECT_TRUE(isSeen(0));
+    const QListWidgetItem& undone = *list.item(1);
+    EXPECT_TRUE(undone.text().endsWith("(undone)"));
+    for (const QString& line : undone.text().split('\n')) {
+        EXPECT_LT(QFontMetrics(list.font()).horizontalAdvance(line) + 24, list.viewport()->width())
+            << line.toStdString();
+    }
 }
 
 TEST_F(HistoryScreen, APartIsCutOutAndPastedElsewhere)

@@ -13,6 +13,7 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "history/ModuleHistory.h"
 #include "media/moduleTarnwick.h"
 #include "report/error_log.h"
 #include "report/frmbug_form.h"
@@ -46,6 +47,7 @@ std::string media(const std::string& name) { return (testmedia::mediaFolder() / 
 
 ScreenTest::ScreenTest()
 {
+    ModuleHistory::EmptyHistory();
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
