@@ -3,6 +3,7 @@
 #include "core/platform.h"
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -24,11 +25,27 @@ bool isOurs(const std::filesystem::path& place)
     return std::filesystem::is_regular_file(place, error) && std::ofstream(place, std::ios::app).is_open();
 }
 
+/// Sets a log aside that has no room for `more` bytes. False when it stays where it is, full.
+bool makeRoom(const std::filesystem::path& place, std::size_t more)
+{
+    constexpr std::uintmax_t kLongest = 16'000'000;
+    std::error_code error;
+    const std::uintmax_t length = std::filesystem::file_size(place, error);
+    if (error || length + more <= kLongest) {
+        return true; // one that is not there yet has room
+    }
+    std::filesystem::rename(place, std::filesystem::path(place).replace_filename("ErrLog.old.asr"), error);
+    return !error;
+}
+
 } // namespace
 
 bool append(std::string_view record)
 {
     for (const auto& place : places()) {
+        if (!makeRoom(place, record.size())) {
+            continue;
+        }
         std::ofstream file(place, std::ios::binary | std::ios::app);
         file.write(record.data(), static_cast<std::streamsize>(record.size()));
         if (file.flush()) {
@@ -50,6 +67,12 @@ std::string read()
         before = place;
     }
     return records;
+}
+
+std::string path()
+{
+    const auto all = places();
+    return (isOurs(all.back()) ? all.back() : all.front()).string();
 }
 
 void remove()

@@ -6,10 +6,6 @@
 #include "report/error_record.h"
 #include "report/report_page.h"
 
-#include <algorithm>
-#include <tuple>
-#include <vector>
-
 namespace frmbug {
 
 namespace {
@@ -17,35 +13,6 @@ namespace {
 error_record::ErrorFacts lastError;
 bool dialogueOpen = false;
 bool recordWritten = false; // of the error that the dialogue was opened for
-
-/// Whether a silent error of the same kind came less than a second ago.
-class FloodGate {
-public:
-    bool isRepeat(const error_record::ErrorFacts& facts)
-    {
-        constexpr std::uint32_t kQuietMs = 1000;
-        const std::uint32_t now = ports.events->ticks();
-        std::erase_if(recent_, [&](const Seen& seen) { return now - seen.ticks >= kQuietMs; });
-        const auto kind = std::tie(facts.number, facts.module, facts.function);
-        const auto known = std::ranges::find_if(
-            recent_, [&](const Seen& seen) { return std::tie(seen.number, seen.module, seen.function) == kind; });
-        if (known != recent_.end()) {
-            known->ticks = now;
-            return true;
-        }
-        recent_.push_back({facts.number, facts.module, facts.function, now});
-        return false;
-    }
-
-private:
-    struct Seen {
-        std::string number;
-        std::string module;
-        std::string function;
-        std::uint32_t ticks;
-    };
-    std::vector<Seen> recent_;
-};
 
 void setLastError(std::string_view module, std::string_view function, const engine::RuntimeError& error)
 {
@@ -57,11 +24,8 @@ void setLastError(std::string_view module, std::string_view function, const engi
 
 void logSilently(std::string_view module, std::string_view function, const engine::RuntimeError& error)
 {
-    static FloodGate gate;
     setLastError(module, function, error);
-    if (!gate.isRepeat(lastError)) {
-        WriteError();
-    }
+    WriteError();
 }
 
 /// An error that comes while the dialogue is open: its record is written, and the dialogue keeps its own error.
@@ -132,26 +96,40 @@ std::string ReportContentsText()
 
 void lblReportContents_Click() { tellUser(ReportContentsText(), MessageIcon::kNone); }
 
-bool WriteReportPage() noexcept
+std::string WriteReportPage()
 {
-    try {
-        const std::string log = error_log::read();
-        const std::string page = report_page::temporaryFiles().page;
-        if (log.empty() || !report_page::write(page, report_page::pageText(log))
-            || !ports.shell->openWithDesktop(page)) {
-            return false;
-        }
-        error_log::remove();
-        return true;
-    } catch (...) {
-        return false;
+    const std::string log = error_log::read();
+    const std::string page = report_page::temporaryFiles().page;
+    if (log.empty()) {
+        return "There is nothing to send: no error log was found, and none can be written. Please make room on the "
+               "disk "
+               "and try again the next time that this window appears.";
     }
+    const std::string kept =
+        "\r\n\r\nThe error log was kept, and goes with the next report. You can also send the file "
+        "yourself:\r\n"
+        + error_log::path();
+    if (!report_page::write(page, report_page::pageText(log))) {
+        return "The report could not be written to " + page + ". Please see whether the disk is full." + kept;
+    }
+    if (!ports.shell->openWithDesktop(page)) {
+        return "The report could not be opened in a browser. It is the page " + page + "." + kept;
+    }
+    error_log::remove();
+    return {};
 }
 
 void cmdsendreport_Click() noexcept
 {
-    WriteReportPage();
-    close();
+    try {
+        const std::string failure = WriteReportPage();
+        if (failure.empty()) {
+            close();
+        } else {
+            tellUser(failure, MessageIcon::kExclamation);
+        }
+    } catch (...) { // NOLINT: the dialogue stays, and so does the log
+    }
 }
 
 void frmdontsend_Click() noexcept { close(); }

@@ -7,10 +7,7 @@
 // failure in the log must not lead to another record.
 //
 // The log is "ErrLog.asr" in the program's folder, or in the user's state folder when the former cannot be written.
-//
-// A timer that fails thirty times a second must not fill the disk: a silent record with the number, module and
-// function of another one that came less than a second ago, written or not, is dropped. What `WriteError` is asked to
-// write is always written.
+// Every error leaves its record, also a run of equal ones; the log's own length is bounded (`error_log.h`).
 //
 // Interface thread only.
 
@@ -44,12 +41,13 @@ std::string ReportContentsText();
 void lblReportContents_Click();
 
 /// Writes the report page and opens it with the desktop, which sends it; then deletes the log and closes the
-/// dialogue. Where the page could not be written or opened, the log stays, so that it can be sent another time.
+/// dialogue. Where the page could not be written or opened, a box says so, and the dialogue and the log stay.
 void cmdsendreport_Click() noexcept;
 /// Closes the dialogue; the log stays.
 void frmdontsend_Click() noexcept;
 
-/// The page and the deletion, without the dialogue. False when the log stays.
-bool WriteReportPage() noexcept;
+/// The page and the deletion, without the dialogue. Empty when all went well; else what the person is told, and the log
+/// stays.
+std::string WriteReportPage();
 
 } // namespace frmbug
