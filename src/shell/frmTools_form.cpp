@@ -10,7 +10,9 @@
 
 #include <QEvent>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <algorithm>
 
 namespace {
 
@@ -33,6 +35,10 @@ ToolsForm::ToolsForm(QWidget* parent) : QWidget(parent)
     for (const QString& caption : {tr("Actions"), tr("Effects"), tr("History")}) {
         tabs_->addTab(caption);
     }
+    for (QWidget* const bare : {static_cast<QWidget*>(this), static_cast<QWidget*>(tabs_)}) {
+        bare->setMouseTracking(true);
+    }
+    tabs_->installEventFilter(this);
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         if (!isShowing_) {
             frmTools::tbsTools_Click(static_cast<std::int16_t>(tab + 1));
@@ -61,12 +67,46 @@ void ToolsForm::makeActions()
     actions_->setModel(actionModel_);
     actions_->viewport()->setMouseTracking(true);
     actions_->viewport()->installEventFilter(this);
-    connect(actions_, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        // The list may be made anew by what the action does.
-        const auto places = actionModel_->placesOf(index);
-        QMetaObject::invokeMethod(
-            this, [places] { frmTools::tvwActions_NodeClick(places); }, Qt::QueuedConnection);
-    });
+    actions_->installEventFilter(this);
+    connect(actions_, &QTreeView::clicked, this, [this](const QModelIndex& index) { runAction(index); });
+}
+
+void ToolsForm::runAction(const QModelIndex& index)
+{
+    // The list may be made anew by what the action does.
+    const auto places = actionModel_->placesOf(index);
+    QMetaObject::invokeMethod(
+        this, [places] { frmTools::tvwActions_NodeClick(places); }, Qt::QueuedConnection);
+}
+
+/// Enter and Space run the current action, as a click does. True when the key was one of them.
+bool ToolsForm::actionKey(const QKeyEvent& event)
+{
+    const int key = programKey(event.key());
+    const QModelIndex current = actions_->currentIndex();
+    if ((key != 13 && key != 32) || !current.isValid()) {
+        return false;
+    }
+    if (!event.isAutoRepeat()) {
+        frmTools::tvwActions_MouseDown(programButton(Qt::LeftButton));
+        runAction(current);
+    }
+    return true;
+}
+
+/// The keyboard stays at the place in the list where it was, also when what stands there is another action.
+void ToolsForm::showActions()
+{
+    const int row = actions_->currentIndex().row();
+    if (!actionModel_->showState()) {
+        return;
+    }
+    // The program's root is no node of the list.
+    const QModelIndex root = actionModel_->indexOf(std::vector<std::int32_t>{});
+    actions_->setRootIndex(root);
+    if (actions_->hasFocus() && row >= 0) {
+        actions_->setCurrentIndex(actionModel_->index(std::min(row, actionModel_->rowCount(root) - 1), 0, root));
+    }
 }
 
 void ToolsForm::makeEffects()
@@ -89,6 +129,8 @@ void ToolsForm::makeEffects()
     add_ = new QPushButton(tr("&Add to Timeline"), this);
     add_->setObjectName("cmdAdd");
     add_->setWhatsThis(tr("Adds the selected effect, at the slider or over the range."));
+    add_->setMouseTracking(true);
+    add_->installEventFilter(this);
     connect(add_, &QPushButton::clicked, this, [] { frmTools::cmdAdd_Click(); });
 }
 
@@ -128,6 +170,8 @@ void ToolsForm::makeHistory()
     };
 }
 
+void ToolsForm::mouseMoveEvent(QMouseEvent*) { frmTools::Form_MouseMove(); }
+
 void ToolsForm::resizeEvent(QResizeEvent*)
 {
     const int below = std::max(10, height() - kTabHeight);
@@ -159,6 +203,9 @@ void ToolsForm::refreshIcons()
 
 bool ToolsForm::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == actions_ && event->type() == QEvent::KeyPress) {
+        return actionKey(static_cast<const QKeyEvent&>(*event));
+    }
     if (event->type() == QEvent::MouseMove) {
         if (watched == actions_->viewport()) {
             frmTools::tvwActions_MouseMove();
@@ -166,6 +213,8 @@ bool ToolsForm::eventFilter(QObject* watched, QEvent* event)
             frmTools::lvwEffects_MouseMove();
         } else if (watched == history_->viewport()) {
             frmTools::lvwHistory_MouseMove();
+        } else if (watched == tabs_ || watched == add_) {
+            frmTools::Form_MouseMove();
         }
     } else if (event->type() == QEvent::MouseButtonPress && watched == actions_->viewport()) {
         frmTools::tvwActions_MouseDown(programButton(static_cast<QMouseEvent*>(event)->button()));
@@ -182,10 +231,7 @@ void ToolsForm::showState()
     effects_->setVisible(tab == 2);
     add_->setVisible(tab == 2);
     history_->setVisible(tab == 3);
-    if (actionModel_->showState()) {
-        // The program's root is no node of the list.
-        actions_->setRootIndex(actionModel_->indexOf(std::vector<std::int32_t>{}));
-    }
+    showActions();
     if (effectModel_->showState()) {
         refreshIcons();
     }

@@ -20,10 +20,14 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void makeActions();
+    void runAction(const QModelIndex& index);
+    bool actionKey(const QKeyEvent& event);
+    void showActions();
     void makeEffects();
     void makeHistory();
     void effectChosen();

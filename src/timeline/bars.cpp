@@ -18,6 +18,7 @@
 #include "engine/engine_access.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
+#include "timeline/row_items.h"
 #include "timeline/slider_places.h"
 #include "timeline/timeline_items.h"
 #include "timeline/track_rows.h"
@@ -150,6 +151,15 @@ private:
     timeline::ItemNames names_;
 };
 
+bool isAnythingSelected()
+{
+    const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    bool found = false;
+    timeline::forEachRow(*engine,
+                         [&](const timeline::RowItems& row) { found = found || row.items.firstSelected() >= 0; });
+    return found;
+}
+
 struct Colours {
     std::int32_t fill;
     std::int32_t shadow;
@@ -212,6 +222,11 @@ void RenderAllBars()
         renderRows(RowKind::kAudio);
         RenderEffectBars();
         renderRows(RowKind::kOverlay);
+        // The last selected item has written its times, and may be gone since.
+        Shown<std::string>& times = forms::mdiTarnwick.sbr.Panel("SELECTION");
+        if (!times.get().empty() && !isAnythingSelected()) {
+            times = std::string();
+        }
     });
 }
 

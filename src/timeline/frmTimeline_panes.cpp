@@ -11,7 +11,10 @@
 #include "timeline/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+#include "timeline/timeline_items.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace frmTimeline {
@@ -22,27 +25,46 @@ forms::FrmTimeline& form = forms::frmTimeline;
 
 constexpr int kLeftButton = 1;
 
-/// Sets the selected flag of the item that a child node stands for.
-void selectItem(const TreeNode& trackNode, std::int16_t seq)
+/// Scrolls to a bar of which too little is in view to be found.
+void bringIntoView(const timeline::ItemTimes& times)
 {
-    const auto engine = engine::EngineAs<engine::ITWTimeline>();
-    if (trackNode.Tag == ModuleTreeView::kEffectLane) {
-        engine::check(engine->SetEffectSelected(state::TrackCollection.Item(1), seq, engine::kTrue));
-        return;
-    }
-    engine::check(engine->SetSourceSelected(trackNode.Tag, seq, engine::kTrue));
-    if (trackNode.Tag == state::OverlayTrack) {
-        engine::check(engine->SetTransitionSelected(state::OverlayTrack, seq, engine::kTrue));
+    constexpr std::int32_t kFound = 24;  // pixels of a bar that catch the eye
+    constexpr std::int32_t kBefore = 40; // pixels of the timeline left of it
+    const std::int32_t left = timeline::viewLeft();
+    const std::int32_t start = moduleScaleRenderer::MsToPixels(times.start);
+    const std::int32_t stop = moduleScaleRenderer::MsToPixels(times.stop);
+    const std::int32_t seen = std::min(stop, left + form.picScale.ScaleWidth.get()) - std::max(start, left);
+    if (seen < std::min(stop - start, kFound)) {
+        form.hsb.SetValue(std::max(0, start - kBefore) / std::max<std::int32_t>(1, state::TickSpacing));
     }
 }
 
-/// Whether the divider may go there. Both limits are told in twips, 15 to a pixel.
+/// Sets the selected flag of the item that a child node stands for, and shows its bar.
+void selectItem(const TreeNode& trackNode, std::int16_t seq)
+{
+    const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    const bool isEffect = trackNode.Tag == ModuleTreeView::kEffectLane;
+    const timeline::Items items(*engine, isEffect ? timeline::ItemKind::kEffect : timeline::ItemKind::kSource,
+                                isEffect ? state::TrackCollection.Item(1) : trackNode.Tag);
+    items.select(seq, true);
+    if (trackNode.Tag == state::OverlayTrack) {
+        engine::check(engine->SetTransitionSelected(state::OverlayTrack, seq, engine::kTrue));
+    }
+    if (const auto times = items.times(seq)) {
+        bringIntoView(*times);
+    }
+}
+
+/// Whether the divider may go there. Both limits are in twips, 15 to a pixel. Where the form is too narrow for the
+/// rows' own, the list can have the width again with which it began.
 bool isAllowed(float left, bool isRight)
 {
     constexpr float kTwips = 15;
     constexpr float kRowsNeed = 11000;
     constexpr float kListNeeds = 500;
-    return isRight ? left * kTwips < static_cast<float>(form.Width) * kTwips - kRowsNeed : left * kTwips >= kListNeeds;
+    constexpr float kListBegan = 200 * kTwips;
+    const float most = static_cast<float>(form.Width) * kTwips - kRowsNeed;
+    return isRight ? left * kTwips < std::max(most, kListBegan + 1) : left * kTwips >= kListNeeds;
 }
 
 } // namespace

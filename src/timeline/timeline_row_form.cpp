@@ -58,12 +58,19 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::TabFocus);
         button->setIconSize({16, 16});
-        connect(button, &QToolButton::clicked, this, [option] { option->click(); });
+        button->setCheckable(true);
+        connect(button, &QToolButton::clicked, this, [option, button] {
+            button->setChecked(option->box->Value == 1); // the toolkit has turned it over; the program's state decides
+            option->click();
+        });
         toggles_.push_back({option, button, {}});
     }
     toggles_[0].button->setObjectName(parts_.objectName + "_disable");
     toggles_[1].button->setObjectName(parts_.objectName + "_lock");
     toggles_[2].button->setObjectName(parts_.objectName + "_link");
+    toggles_[0].button->setAccessibleName(tr("Hide %1").arg(parts_.name));
+    toggles_[1].button->setAccessibleName(tr("Lock %1").arg(parts_.name));
+    toggles_[2].button->setAccessibleName(tr("Link %1").arg(parts_.name));
     toggles_[0].button->setWhatsThis(tr("Whether this row is seen or heard when the film is played."));
     toggles_[1].button->setWhatsThis(tr("A locked row cannot be edited."));
     toggles_[2].button->setWhatsThis(tr("Whether this row takes part in what is done with the range."));
@@ -192,9 +199,8 @@ void TrackRow::showToggle(Toggle& toggle)
     QToolButton& button = *toggle.button;
     button.setVisible(image.Visible);
     button.setEnabled(toggle.option->box->Enabled);
-    const QString tip = fromProgram(image.ToolTipText.get());
-    button.setToolTip(tip);
-    button.setAccessibleName(tip);
+    button.setChecked(toggle.option->box->Value == 1);
+    button.setToolTip(fromProgram(image.ToolTipText.get()));
     if (toggle.shownPicture == image.Picture.get()) {
         return;
     }
@@ -206,12 +212,10 @@ void TrackRow::showToggle(Toggle& toggle)
                                                                   : "disabled";
     const auto [key, isHint] = drawingOf(toggle.shownPicture, whenBlank);
     QColor ink = palette().color(QPalette::WindowText);
-    // A box that is off is only hinted at; a track that is switched off must still be seen to be.
-    ink.setAlphaF(1.0);
+    // A box that is off is quieter, but no fainter than what can be used; a track that is switched off must be seen to
+    // be.
     if (isHint && toggle.option != &parts_.disable) {
-        const QColor ground = palette().color(QPalette::Button);
-        ink = QColor((ink.red() + 2 * ground.red()) / 3, (ink.green() + 2 * ground.green()) / 3,
-                     (ink.blue() + 2 * ground.blue()) / 3);
+        ink = quietText(palette());
     } else if (isHint) {
         ink = QColor(0xC8, 0x4A, 0x3A);
     }
