@@ -11,6 +11,7 @@
 #include "media/moduleTarnwick.h"
 #include "preview/frmPreview_events.h"
 #include "preview/frmPreview_form.h"
+#include "shell/context_keys.h"
 #include "shell/frmTools_events.h"
 #include "shell/frmTools_form.h"
 #include "shell/help_form.h"
@@ -23,6 +24,7 @@
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -30,6 +32,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -100,6 +103,9 @@ void MainWindow::makePanels()
         frmTools::CloseFromWindowMenu();
         mdiTarnwick::ArrangeVisible();
     });
+    for (PanelFrame* const panel : {mediaListPanel_, previewPanel_, timelinePanel_, toolsPanel_}) {
+        panel->bareMoved = mdiTarnwick::MDIForm_MouseMove; // its strip is a part of the frame
+    }
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         for (PanelFrame* const panel : {mediaListPanel_, previewPanel_, timelinePanel_, toolsPanel_}) {
             panel->setActive(now != nullptr && panel->isAncestorOf(now));
@@ -131,6 +137,43 @@ void MainWindow::makeMenus()
     tools->toggleViewAction()->setVisible(false);
     setContextMenuPolicy(Qt::NoContextMenu);
     menus_ = new MainMenus(*menuBar(), *tools, this);
+    hintOver(*menuBar(), mdiTarnwick::MDIForm_MouseMove);
+    hintOver(*tools, mdiTarnwick::tbr_MouseMove);
+    hintOver(*ground_, mdiTarnwick::MDIForm_MouseMove);
+    for (const QKeySequence& key : {QKeySequence(Qt::Key_Menu), QKeySequence(Qt::SHIFT | Qt::Key_F10)}) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this, [this] { popUpByKey(); });
+    }
+}
+
+/// Moves over the widget and its own parts write that hint.
+void MainWindow::hintOver(QWidget& widget, void (*hint)())
+{
+    QList<QWidget*> parts{&widget};
+    if (&widget != ground_) { // on the ground stand the panels, which have hints of their own
+        parts += widget.findChildren<QWidget*>();
+    }
+    for (QWidget* const part : parts) {
+        part->setMouseTracking(true);
+        part->installEventFilter(this);
+        hints_[part] = hint;
+    }
+}
+
+/// The menu that a right press would open, at the part that has the keyboard.
+void MainWindow::popUpByKey()
+{
+    QWidget* const focus = focusWidget();
+    if (focus == nullptr || QApplication::activePopupWidget() != nullptr) {
+        return;
+    }
+    QPoint at = focus->rect().center();
+    if (const auto* const list = qobject_cast<QAbstractItemView*>(focus);
+        list != nullptr && list->currentIndex().isValid()) {
+        at = list->visualRect(list->currentIndex()).center();
+    }
+    popUpPlace_ = focus->mapToGlobal(at);
+    shell::popUpFor(toProgram(focus->objectName()));
+    popUpPlace_.reset();
 }
 
 void MainWindow::bindHooks()
@@ -147,7 +190,7 @@ void MainWindow::bindHooks()
     };
     forms::mdiTarnwick.PopupMenu = [this](forms::PopUp which) {
         menus_->showState(); // what is enabled now, not at the last pass
-        menus_->popUp(which)->popup(QCursor::pos());
+        menus_->popUp(which)->popup(popUpPlace_.value_or(QCursor::pos()));
     };
 }
 
@@ -215,6 +258,14 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == ground_ && event->type() == QEvent::Resize) {
         tellSize();
+    }
+    if (event->type() == QEvent::MouseMove) {
+        const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
+        const auto hint = hints_.find(watched);
+        // A move that a panel did not want comes to the ground as well.
+        if (hint != hints_.end() && (watched != ground_ || ground_->childAt(at) == nullptr)) {
+            hint->second();
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

@@ -10,6 +10,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <array>
+#include <map>
+#include <optional>
 
 class MainMenus;
 class MediaListForm;
@@ -38,6 +40,8 @@ private:
     void makeMenus();
     void bindHooks();
     void activate(std::int16_t context, void (*activated)());
+    void hintOver(QWidget& widget, void (*hint)());
+    void popUpByKey();
     void makePanels();
     void makeStatusBar();
     void tellSize();
@@ -58,4 +62,6 @@ private:
     std::array<QLabel*, 4> statusPanels_{};
     QProgressBar* progress_ = nullptr;
     QPushButton* cancel_ = nullptr;
+    std::map<QObject*, void (*)()> hints_;
+    std::optional<QPoint> popUpPlace_; // while a key opens a menu; else menus open under the pointer
 };

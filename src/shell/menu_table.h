@@ -19,6 +19,7 @@ enum class MenuKind : std::uint8_t {
     kTop, // opens a menu of the menu bar, or a pop-up
     kEntry,
     kCheck,   // an entry that shows a check mark
+    kChoice,  // one of several that stand together, of which one is chosen
     kSubMenu, // an entry that holds the sub-entries behind it
     kSubEntry,
     kRecent, // an entry that holds an array of paths

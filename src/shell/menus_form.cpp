@@ -30,6 +30,7 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
 {
     QMenu* top = popUp;
     QMenu* subMenu = nullptr;
+    auto* const choices = new QActionGroup(this);
     for (const MenuRow& row : rows) {
         const QString caption = fromProgram(row.caption);
         switch (row.kind) {
@@ -52,6 +53,10 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
         case MenuKind::kSubEntry:
             entries_.push_back({&row, addEntry(row, *subMenu)});
             break;
+        case MenuKind::kChoice:
+            entries_.push_back({&row, addEntry(row, *top)});
+            choices->addAction(entries_.back().action);
+            break;
         default:
             entries_.push_back({&row, addEntry(row, *top)});
             break;
@@ -63,7 +68,7 @@ QAction* MainMenus::addEntry(const MenuRow& row, QMenu& menu)
 {
     QAction* const action = menu.addAction(fromProgram(row.caption));
     action->setObjectName(fromProgram(row.name));
-    action->setCheckable(row.kind == MenuKind::kCheck);
+    action->setCheckable(row.kind == MenuKind::kCheck || row.kind == MenuKind::kChoice);
     if (!row.shortcut.empty()) {
         action->setShortcut(QKeySequence(fromProgram(row.shortcut)));
     }

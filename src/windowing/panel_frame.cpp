@@ -3,7 +3,7 @@
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 
-#include <QEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(form)
@@ -15,6 +15,8 @@ PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(
     QFont font = caption_->font();
     font.setBold(true);
     caption_->setFont(font);
+    caption_->setMouseTracking(true);
+    setMouseTracking(true);
 }
 
 void PanelFrame::setCaption(const QString& caption)
@@ -29,6 +31,7 @@ void PanelFrame::setClosable(std::function<void()> close)
 {
     close_ = new QToolButton(this);
     close_->setAutoRaise(true);
+    close_->setMouseTracking(true);
     close_->setFocusPolicy(Qt::NoFocus);
     close_->setToolTip(tr("Hide this panel"));
     close_->setAccessibleName(close_->toolTip());
@@ -49,6 +52,30 @@ void PanelFrame::setActive(bool active)
     if (isActive_ != active) {
         isActive_ = active;
         update();
+    }
+}
+
+/// A press on what takes none itself makes the panel the active one: the focus comes back to where it was in it.
+void PanelFrame::mousePressEvent(QMouseEvent*)
+{
+    if (isActive_) {
+        return;
+    }
+    QWidget* next = form_->focusWidget();
+    for (QWidget* widget = form_; next == nullptr && (widget = widget->nextInFocusChain()) != form_;) {
+        const bool takesFocus =
+            (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isVisible() && widget->isEnabled();
+        next = takesFocus && form_->isAncestorOf(widget) ? widget : nullptr;
+    }
+    if (next != nullptr) {
+        next->setFocus(Qt::MouseFocusReason);
+    }
+}
+
+void PanelFrame::mouseMoveEvent(QMouseEvent* event)
+{
+    if (bareMoved && event->position().y() < kStripHeight) { // what the form did not want comes here as well
+        bareMoved();
     }
 }
 

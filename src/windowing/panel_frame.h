@@ -16,14 +16,16 @@ public:
     void setClosable(std::function<void()> close);
     QWidget* form() const { return form_; }
 
-    /// Runs when the focus comes into the panel, or it is pressed.
-    std::function<void()> activated;
+    /// The pointer moves over the strip.
+    std::function<void()> bareMoved;
     void setActive(bool active);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void refreshIcons();
