@@ -1,5 +1,6 @@
 #include "shell/help_form.h"
 
+#include "core/forms/mdiTarnwick.h"
 #include "shell/mdiTarnwick_events.h"
 #include "windowing/help_browser.h"
 #include "windowing/help_pages.h"
@@ -29,9 +30,10 @@ HelpForm::HelpForm() : QWidget(nullptr, Qt::Window)
     setObjectName("helpWindow");
     setAttribute(Qt::WA_QuitOnClose, false);
     page_ = new HelpBrowser(this);
+    side_ = makeSide();
     QToolBar* const bar = makeToolBar();
     auto* const halves = new QSplitter(Qt::Horizontal, this);
-    halves->addWidget(makeSide());
+    halves->addWidget(side_);
     halves->addWidget(page_);
     halves->setStretchFactor(1, 1);
     halves->setSizes({250, 650});
@@ -51,8 +53,6 @@ HelpForm::HelpForm() : QWidget(nullptr, Qt::Window)
     makeKeys();
     refreshIcons();
     connect(page_, &QTextBrowser::historyChanged, this, [this] { pageShown(); });
-    const QSize room = screen()->availableSize();
-    resize(QSize(900, 640).boundedTo(room * 0.95));
 }
 
 QAction* HelpForm::addTool(QToolBar& bar, const char* name, const char* picture, const QString& text,
@@ -74,6 +74,10 @@ QToolBar* HelpForm::makeToolBar()
 {
     auto* const bar = new QToolBar(this);
     bar->setIconSize({18, 18});
+    showsSide_ = addTool(*bar, "helpSide", "DETAIL", tr("Contents"), {Qt::Key_F9},
+                         [this] { side_->setVisible(showsSide_->isChecked()); });
+    showsSide_->setCheckable(true);
+    showsSide_->setChecked(true);
     back_ = addTool(*bar, "helpBack", "HELP_BACK", tr("Back"), {Qt::ALT | Qt::Key_Left}, [this] { page_->backward(); });
     forward_ = addTool(*bar, "helpForward", "HELP_FORWARD", tr("Forward"), {Qt::ALT | Qt::Key_Right},
                        [this] { page_->forward(); });
@@ -170,6 +174,8 @@ void HelpForm::makeKeys()
         connect(new QShortcut(key, this), &QShortcut::activated, this, std::move(run));
     };
     bind(QKeySequence::Find, [this] {
+        side_->show();
+        showsSide_->setChecked(true);
         words_->setFocus(Qt::ShortcutFocusReason);
         words_->selectAll();
     });
@@ -195,6 +201,12 @@ void HelpForm::refreshIcons()
     for (const auto& [action, picture] : pictures_) {
         action->setIcon(programIcon(picture, palette()));
     }
+    // Dark desktops do not all tell a colour for it, and the toolkit's own is black.
+    QPalette words;
+    QColor quiet = palette().color(QPalette::Text);
+    quiet.setAlphaF(0.65F);
+    words.setColor(QPalette::PlaceholderText, quiet);
+    words_->setPalette(words);
 }
 
 void HelpForm::changeEvent(QEvent* event)
@@ -225,6 +237,12 @@ void HelpForm::showTopic(const QString& topic)
     raise();
     activateWindow();
     page_->setFocus(Qt::OtherFocusReason); // its keys scroll the page
+}
+
+void HelpForm::setNarrow(bool isNarrow)
+{
+    showsSide_->setChecked(!isNarrow);
+    side_->setVisible(!isNarrow);
 }
 
 void HelpForm::open(const QString& page) { page_->setSource(help::addressOf(page), QTextDocument::HtmlResource); }
@@ -288,9 +306,17 @@ HelpDesk::~HelpDesk()
 
 void HelpDesk::show(const QString& topic)
 {
-    if (form_ == nullptr) {
+    const bool isTutorial = topic == QString::fromUtf8(mdiTarnwick::kTutorialPage);
+    const bool isNew = form_ == nullptr;
+    if (isNew) {
         form_ = new HelpForm;
-        placeForm();
+    }
+    if (isNew || isTutorial != isTutorial_) {
+        isTutorial_ = isTutorial;
+        form_->setNarrow(isTutorial);
+        // A dialogue's window stays in front of its owner, a plain one goes behind at the first click into the other.
+        form_->setParent(isTutorial ? mainWindow_ : nullptr, isTutorial ? Qt::Dialog : Qt::Window);
+        isTutorial ? placeTutorial() : placeForm();
     }
     // A dialogue lets nothing be used but itself and its own windows; its help goes with it.
     QWidget* const dialogue = QApplication::activeModalWidget();
@@ -300,10 +326,27 @@ void HelpDesk::show(const QString& topic)
     form_->showTopic(topic);
 }
 
+/// At the right edge of the screen: as wide as the room beside the main window and the tools panel's, which is needed
+/// least, so that it covers neither the lists nor the preview nor the timeline.
+void HelpDesk::placeTutorial()
+{
+    constexpr int kLeast = 250;
+    constexpr int kMost = 420;
+    constexpr int kFrame = 4; // about what the desktop draws at each side
+    constexpr int kTitle = 36;
+    const QRect room = mainWindow_->screen()->availableGeometry();
+    const int tools = mainWindow_->geometry().left() + forms::mdiTarnwick.ToolsPlace.get().left;
+    const int width = std::clamp(room.right() - tools - 2 * kFrame, kLeast, kMost);
+    const int top = std::max(room.top(), mainWindow_->geometry().top() - kTitle) + kTitle;
+    form_->setGeometry(room.right() + 1 - kFrame - width, top, width,
+                       std::min(mainWindow_->height(), room.bottom() - top - kFrame));
+}
+
 /// Over the middle of the main window, whole on its screen.
 void HelpDesk::placeForm()
 {
     const QRect room = mainWindow_->screen()->availableGeometry();
+    form_->resize(QSize(900, 640).boundedTo(mainWindow_->screen()->availableSize() * 0.95));
     QRect place = form_->rect();
     place.moveCenter(mainWindow_->geometry().center());
     place.moveRight(std::min(place.right(), room.right()));

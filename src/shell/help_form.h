@@ -24,6 +24,8 @@ public:
 
     /// As "page.htm" or "page.htm#part"; the window comes to the front.
     void showTopic(const QString& topic);
+    /// Narrow, to be read beside the work: contents and search are shown on demand only.
+    void setNarrow(bool isNarrow);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -44,6 +46,8 @@ private:
     void escape();
 
     HelpBrowser* page_ = nullptr;
+    QWidget* side_ = nullptr; // contents and search
+    QAction* showsSide_ = nullptr;
     QLineEdit* words_ = nullptr;
     QStackedWidget* lists_ = nullptr;
     QTreeWidget* contents_ = nullptr;
@@ -56,7 +60,8 @@ private:
 };
 
 /// Sets the hooks of the main window that show help and start programs, and takes them back when it goes. The help
-/// window is made when it is first asked for.
+/// window is made when it is first asked for. For the tutorial it is narrow, stands at the edge of the screen, and
+/// stays in front of the main window, in which the person does what it says.
 class HelpDesk final : public QObject {
 public:
     explicit HelpDesk(QWidget* mainWindow);
@@ -65,7 +70,9 @@ public:
 private:
     void show(const QString& topic);
     void placeForm();
+    void placeTutorial();
 
     QWidget* mainWindow_;
+    bool isTutorial_ = false; // the form stands beside the work
     QPointer<HelpForm> form_;
 };

@@ -88,15 +88,19 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& address)
     }
 }
 
-/// As large as it is drawn, times the zoom; an icon as high as a line's letters.
+/// What a line leaves for a picture in it, in logical pixels.
+qreal HelpBrowser::pictureRoom() const { return std::max(40, viewport()->width() - 2 * kMarginPx); }
+
+/// As large as it is drawn, times the zoom, as far as the window has room; an icon as high as a line's letters.
 QImage HelpBrowser::drawing(QByteArray svg) const
 {
     constexpr int kIcon = 16;
     svg.replace("currentColor", palette().color(QPalette::Text).name().toLatin1());
     QSvgRenderer renderer(svg);
     const QSizeF plain = renderer.defaultSize();
-    const qreal scale = plain.height() <= kIcon ? (fontMetrics().ascent() + 3) / plain.height()
-                                                : QFontInfo(font()).pointSizeF() / plainPoints_;
+    const qreal scale = plain.height() <= kIcon
+                            ? (fontMetrics().ascent() + 3) / plain.height()
+                            : std::min(QFontInfo(font()).pointSizeF() / plainPoints_, pictureRoom() / plain.width());
     const qreal ratio = devicePixelRatioF();
     QImage picture((plain * scale * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
@@ -131,6 +135,9 @@ void HelpBrowser::resizeEvent(QResizeEvent* event)
 {
     QTextBrowser::resizeEvent(event);
     fitLines();
+    if (event->size().width() != event->oldSize().width()) {
+        drawAnew(); // the pictures fit the new width
+    }
 }
 
 /// Lines are as wide as the window, but no wider than reads well.

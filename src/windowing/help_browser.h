@@ -28,6 +28,7 @@ private:
     void drawAnew();
     void fitLines();
     void showMarks();
+    qreal pictureRoom() const;
     QImage drawing(QByteArray svg) const;
 
     QString words_;

@@ -9,8 +9,10 @@
 #include <QDirIterator>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QTreeWidget>
+#include <QWindow>
 #include <set>
 
 namespace screens_test {
@@ -145,6 +147,55 @@ TEST_F(HelpScreen, TheTutorialShowsAtTheStartUntilItIsSwitchedOff)
     EXPECT_FALSE(mdiTarnwick::IsTutorialHidden());
     helpKey(page(), Qt::Key_F1);
     EXPECT_FALSE(hide.isVisible()); // it is about that page alone
+}
+
+TEST_F(HelpScreen, TheSearchFieldIsReadInADarkPalette)
+{
+    key(Qt::Key_F1);
+    QPalette dark; // as a desktop tells it that knows no colour for words in an empty field
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+        dark.setColor(role, QColor(0x20, 0x22, 0x26));
+    }
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        dark.setColor(role, QColor(0xF0, 0xF0, 0xF0));
+    }
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    help()->setPalette(dark);
+    settle();
+    page().setFocus(); // no caret in the field
+    settle();
+    const QImage field = part<QLineEdit>("helpSearch").grab().toImage();
+    int brightest = 0;
+    for (int y = 6; y < field.height() - 6; ++y) {
+        for (int x = 6; x < field.width() / 2; ++x) {
+            brightest = std::max(brightest, qGray(field.pixel(x, y)));
+        }
+    }
+    EXPECT_GT(brightest, 120);
+}
+
+TEST_F(HelpScreen, TheTutorialStandsBesideWhatItExplainsAndStaysInFront)
+{
+    key(Qt::Key_F1, Qt::ControlModifier);
+    ASSERT_NE(help(), nullptr);
+    for (const char* const panel : {"frmMediaList", "frmPreview", "frmTimeline"}) {
+        const QRect place(find(panel).mapToGlobal(QPoint()), find(panel).size());
+        EXPECT_FALSE(help()->frameGeometry().intersects(place)) << panel;
+    }
+    EXPECT_TRUE(help()->screen()->availableGeometry().contains(help()->frameGeometry()));
+    EXPECT_FALSE(part<QLineEdit>("helpSearch").isVisible());
+    EXPECT_EQ(page().horizontalScrollBar()->maximum(), 0) << "its pictures fit";
+    EXPECT_TRUE(part<QCheckBox>("chkDoNotShowTutorial").isVisible());
+    click(find("picScale"));
+    EXPECT_TRUE(help()->isVisible());
+    // What keeps it above the window that is worked in.
+    EXPECT_EQ(help()->windowHandle()->transientParent(), window->windowHandle());
+    EXPECT_EQ(help()->windowType(), Qt::Dialog);
+
+    mdiTarnwick::showHelp("1_Welcome.htm");
+    settle();
+    EXPECT_TRUE(part<QLineEdit>("helpSearch").isVisible());
+    EXPECT_EQ(help()->windowType(), Qt::Window);
 }
 
 // --- The pages -----------------------------------------------------------------------------------------------------
