@@ -2,6 +2,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace twcore {
@@ -21,7 +22,7 @@ struct PictureListing::Shared {
     enum class State { kIdle, kComing, kDone };
 
     void work(const MediaFile& media, bool believesFile) noexcept;
-    void take(Index list, State now);
+    void take(Index list, State now, std::optional<ReadFault> fault = {});
 
     std::atomic<bool> isLeft = false; // nobody needs the list any more
 
@@ -31,31 +32,36 @@ struct PictureListing::Shared {
         State state = State::kIdle;
         bool believesFile = true;
         Clock::time_point begun;
-        Index index; // the newest
+        Index index;                    // the newest
+        std::optional<ReadFault> fault; // there is no list, since the disk failed
     } locked;
 };
 
-void PictureListing::Shared::take(Index list, State now)
+void PictureListing::Shared::take(Index list, State now, std::optional<ReadFault> fault)
 {
     {
         const std::lock_guard lock(mutex);
         locked.state = now;
         locked.index = std::move(list);
+        locked.fault = std::move(fault);
     }
     changed.notify_all();
 }
 
 void PictureListing::Shared::work(const MediaFile& media, bool believesFile) noexcept
 {
-    const Patience patience{.cancelled = &isLeft};
+    ReadFaults faults;
+    const Patience patience{.cancelled = &isLeft, .faults = &faults};
     try {
         Index index = believesFile ? PictureIndex::fromFile(media, patience) : nullptr;
         if (!index) {
             index = PictureIndex::build(media, patience, [&](Index part) { take(std::move(part), State::kComing); });
         }
-        take(std::move(index), State::kDone);
+        // What a failing disk has given is no list. Where there is none, the file may be back when it is asked for again.
+        const bool isWhole = index && !faults.any();
+        take(isWhole ? std::move(index) : nullptr, isWhole ? State::kDone : State::kIdle, faults.first());
     } catch (const std::exception&) {
-        take(nullptr, State::kDone);
+        take(nullptr, State::kIdle);
     }
 }
 
@@ -85,6 +91,9 @@ PictureListing::Index PictureListing::upTo(double seconds, const MediaFile& medi
             return nullptr;
         }
         shared_->changed.wait_for(lock, kSlice);
+    }
+    if (locked.fault && patience.faults != nullptr) {
+        patience.faults->note(locked.fault->path, locked.fault->cause);
     }
     return locked.index;
 }
