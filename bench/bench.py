@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """Measures of Quillmont, most of them against other programs doing the same work on the same machine in the same run.
 
-usage: bench/bench.py [--rounds N] [--peers] [--quality] [--same-bytes] [--only NAME[,NAME]] [--work FOLDER] [--list]
+usage: bench/bench.py [--rounds N] [--peers] [--quality] [--same-bytes] [--only NAME[,NAME]] [--before FOLDER]
+                      [--work FOLDER] [--list]
 
 Saves are timed against the ffmpeg command line with the same encoder and settings, by turns, after a round that is
 not counted; figures are medians. With --peers melt and ges-launch-1.0 save some of them too. Without --only, --quality
-or --same-bytes everything is measured. The other measures are:
+or --same-bytes everything is measured. With --before the saves are timed against quillmont-render of an older build, whose
+programs lie in that folder, and nothing else is measured. The other measures are:
 
   open-hour, walk-10000   opening a file of an hour; walking a track of 10,000 sources
   first-picture           time and bytes until the first picture of an AVI of 2.9 GB that is not in memory (the file is
@@ -27,6 +29,7 @@ import sys
 
 sys.dont_write_bytecode = True  # the modules beside this one leave nothing in the source tree
 
+import before
 import lengths
 import quality
 import same_bytes
@@ -48,6 +51,9 @@ def measured(name, what, path):
 def measures(clips, words):
     """Name: what gives its rows."""
     table = {}
+    if words.before:
+        return {work.name: lambda work=work: [before.time_against(work, words.rounds, words.before)]
+                for work in works(clips).values()}
     for work in works(clips).values():
         table[work.name] = lambda work=work: [time_work(work, words.rounds, words.peers)]
     table["open-hour"] = lambda: [measured("open-hour", "open", clips.hour())]
@@ -66,6 +72,7 @@ def parsed():
     words.add_argument("--work", default=os.path.join(ROOT, "build", "bench"))
     words.add_argument("--only", default="")
     words.add_argument("--peers", action="store_true")
+    words.add_argument("--before", default="")
     words.add_argument("--quality", action="store_true")
     words.add_argument("--same-bytes", action="store_true")
     words.add_argument("--list", action="store_true")
