@@ -68,6 +68,21 @@ bool isSomebodyElses(const struct stat& old, int folder)
            && we != around.st_uid;
 }
 
+/// Whether the disk gives a file that was made without a name one later. Some do not, which must be found out ahead of
+/// hours of work. Tried on a file of its own: one that has lost its only name gets no other.
+bool namesLater(int folder)
+{
+    const Descriptor file(::openat(folder, ".", O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
+    if (file.get() < 0) {
+        return false;
+    }
+    ::flock(file.get(), LOCK_EX | LOCK_NB);
+    const std::string path = "/proc/self/fd/" + std::to_string(file.get());
+    const std::string name = hiddenName();
+    return ::linkat(AT_FDCWD, path.c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0
+           && ::unlinkat(folder, name.c_str(), 0) == 0;
+}
+
 } // namespace
 
 Descriptor::~Descriptor()
@@ -136,6 +151,9 @@ std::optional<struct stat> WholeFile::askForPlace() const
 
 bool WholeFile::makeWithoutName(mode_t mode)
 {
+    if (!namesLater(folder_.get())) {
+        return false;
+    }
     file_ = Descriptor(::openat(folder_.get(), ".", O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
     if (file_.get() < 0) {
         return false;
