@@ -128,6 +128,8 @@ private:
     {
         ::dup2(out, STDOUT_FILENO);
         ::dup2(::fileno(err_), STDERR_FILENO);
+        // What the runner of the tests has open is none of the child's.
+        ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
         for (const int signal : limits.ignoredSignals) {
             ::signal(signal, SIG_IGN);
         }

@@ -41,7 +41,9 @@ protected:
                 return whileSaving;
             }
             EXPECT_EQ(outcome.status, 1) << "signal " << outcome.signal;
-            EXPECT_NE(outcome.err.find(fs::path(input).filename()), std::string::npos);
+            // A program that finds no descriptors at all fails at its movie, ahead of any input.
+            EXPECT_TRUE(outcome.err.find(fs::path(input).filename()) != std::string::npos
+                        || outcome.err.find(movie.filename()) != std::string::npos);
             EXPECT_FALSE(fs::exists(movie));
             if (outcome.err.find("not damaged") != std::string::npos) {
                 EXPECT_NE(outcome.err.find(cause), std::string::npos);
