@@ -15,8 +15,8 @@ public:
 
     /// Hands in a packet, nullptr at the end of the stream. All frames must have been received before.
     void send(const AVPacket* packet) noexcept;
-    /// The next frame in display order, nullptr when more packets are needed or the end has been reached. Sound comes in
-    /// parts of a second at most, whatever a packet holds.
+    /// The next frame in display order, nullptr when more packets are needed or the end has been reached. Sound comes
+    /// in parts of a second at most, whatever a packet holds.
     FramePtr receive();
     /// Forgets everything, to go on from another place of the stream.
     void flush() noexcept;
@@ -30,9 +30,9 @@ private:
 
     CodecContextPtr context_;
     FramePtr spare_;
-    FramePtr long_;       // sound that is handed out in parts
-    int partStart_ = 0;   // its first sample that has not been
-    bool opaque_ = false; // the packet says that its pixels' fourth byte means nothing
+    FramePtr long_;          // sound that is handed out in parts
+    int partStart_ = 0;      // its first sample that has not been
+    bool opaque_ = false;    // the packet says that its pixels' fourth byte means nothing
     bool recovering_ = true; // since the beginning or a jump no whole frame has come out
 };
 

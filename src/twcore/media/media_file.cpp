@@ -222,13 +222,13 @@ Trial tryMediaFile(const std::string& path, const Patience& patience)
         if (file) {
             trial = tryOpened(path, *file, watched);
         }
-        const bool isRefused =
-            trial.error == media_error::kInvalidFormat || trial.error == media_error::kUnknownFormat;
+        const bool isRefused = trial.error == media_error::kInvalidFormat || trial.error == media_error::kUnknownFormat;
         if (!trial.file && isRefused) {
             trial.trouble = troubleWith(path, file.get());
         }
     }
-    return faults.any() ? Trial{media_error::kCannotLoad, nullptr, {}} : trial;
+    const bool isFolder = trial.error == media_error::kIsFolder; // for a save that is a failure, here it is a fact
+    return faults.any() && !isFolder ? Trial{media_error::kCannotLoad, nullptr, {}} : trial;
 }
 
 } // namespace twcore

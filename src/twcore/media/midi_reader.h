@@ -20,6 +20,7 @@ public:
     ~MidiReader() override;
 
     void read(std::int64_t first, std::span<float> out) override;
+    bool isBroken() const noexcept override { return broken_; }
 
 private:
     struct Synth;

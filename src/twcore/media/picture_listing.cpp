@@ -1,5 +1,6 @@
 #include "twcore/media/picture_listing.h"
 
+#include <cerrno>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -51,17 +52,19 @@ void PictureListing::Shared::take(Index list, State now, std::optional<ReadFault
 void PictureListing::Shared::work(const MediaFile& media, bool believesFile) noexcept
 {
     ReadFaults faults;
+    faults.expect({}); // whether a missing file is a failure is for those to say who wait
     const Patience patience{.cancelled = &isLeft, .faults = &faults};
     try {
         Index index = believesFile ? PictureIndex::fromFile(media, patience) : nullptr;
         if (!index) {
             index = PictureIndex::build(media, patience, [&](Index part) { take(std::move(part), State::kComing); });
         }
-        // What a failing disk has given is no list. Where there is none, the file may be back when it is asked for again.
+        // What a failing disk has given is no list. Where there is none, the file may be back when it is asked for
+        // again.
         const bool isWhole = index && !faults.any();
         take(isWhole ? std::move(index) : nullptr, isWhole ? State::kDone : State::kIdle, faults.first());
     } catch (const std::exception&) {
-        take(nullptr, State::kIdle);
+        take(nullptr, State::kIdle, ReadFault{media.path, ENOMEM});
     }
 }
 
@@ -76,14 +79,14 @@ PictureListing::Index PictureListing::upTo(double seconds, const MediaFile& medi
     std::unique_lock lock(shared_->mutex);
     auto& locked = shared_->locked;
     if (locked.state == Shared::State::kIdle) {
-        locked.state = Shared::State::kComing;
-        locked.begun = Clock::now();
         // The thread may hang on a disk that does not answer: it owns what it works on.
         MediaFile facts = media;
         facts.listing.reset();
         std::thread([shared = shared_, facts = std::move(facts), believes = locked.believesFile] {
             shared->work(facts, believes);
         }).detach();
+        locked.state = Shared::State::kComing; // the thread can say nothing before the lock is free
+        locked.begun = Clock::now();
     }
     while (locked.state == Shared::State::kComing && !(locked.index && seconds < locked.index->knownUpTo())) {
         const bool isLate = patience.takesNear && (locked.index || Clock::now() - locked.begun > kAtOnce);

@@ -42,8 +42,8 @@ public:
 
     const MediaFile& media() const noexcept { return *media_; }
 
-    /// The file could not be opened: there will never be a frame.
-    bool isBroken() const noexcept { return broken_; }
+    /// The file could not be opened, or its disk failed: frames may be missing for no better cause.
+    bool isBroken() const noexcept { return broken_ || (file_ && file_->hasFailed()); }
 
 private:
     struct Shown {

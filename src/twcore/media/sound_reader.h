@@ -16,6 +16,7 @@ public:
     SoundReader(MediaFilePtr media, int rate, Patience patience);
 
     void read(std::int64_t first, std::span<float> out) override;
+    bool isBroken() const noexcept override { return broken_ || (file_ && file_->hasFailed()); }
 
 private:
     bool openFile();

@@ -19,6 +19,9 @@ public:
 
     /// Fills `out`, two floats a sample, from sample number `first`, which may be below 0.
     virtual void read(std::int64_t first, std::span<float> out) = 0;
+
+    /// The file could not be opened, or its disk failed: what is read from here on may be silent for no better cause.
+    virtual bool isBroken() const noexcept = 0;
 };
 
 /// A reader of the file's sound at `rate` samples a second. The file offers sound.

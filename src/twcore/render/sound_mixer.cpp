@@ -48,7 +48,9 @@ void SoundMixer::takeReaders(SoundMixer& other)
     other.voices_.push_back(std::move(other.taken_)); // last, as what is wanted least
     for (auto& voices : other.voices_) {
         for (auto& voice : voices) {
-            if (plays(voice.media) && taken_.size() < kMaxVoices * voices_.size()) {
+            // A reader that failed is not taken over: its file may be back.
+            const bool isWanted = plays(voice.media) && voice.source && !voice.source->isBroken();
+            if (isWanted && taken_.size() < kMaxVoices * voices_.size()) {
                 taken_.push_back({voice.media, std::move(voice.source), nullptr, nullptr, 0});
             }
         }

@@ -16,6 +16,7 @@ constexpr int kRate = 48000;
 /// The pattern without a file: endless, and quick to jump in.
 class Pattern final : public SoundSource {
 public:
+    bool isBroken() const noexcept override { return false; }
     void read(std::int64_t first, std::span<float> out) override
     {
         for (std::size_t i = 0; i < out.size(); ++i) {
