@@ -33,6 +33,13 @@ fs::path behindLinks(const fs::path& path)
         }
         target = target.parent_path() / fs::read_symlink(target, error);
     }
+    struct stat meant {};
+    struct stat named {};
+    if (target != path && ::stat(path.c_str(), &meant) == 0
+        && (::stat(target.c_str(), &named) != 0 || !isSame(meant, named))) {
+        // Links of the system's own, such as those to what a process has open.
+        throw Refused(Why::kLinks, "\"" + path.string() + "\" leads to a file that has no name. Name a file.");
+    }
     return target;
 }
 
@@ -115,6 +122,14 @@ void WholeFile::refuse(int error) const
     throw Refused(Why::kDisk, "\"" + asked_ + "\" cannot be made: " + textOf(error) + ". Choose another place.", error);
 }
 
+void WholeFile::failAtEnd(int error) const
+{
+    throw Refused(Why::kDisk,
+                  "\"" + asked_ + "\" could not be brought to the disk: " + textOf(error)
+                      + ". Check the disk, or choose another place.",
+                  error);
+}
+
 /// The old file, where there is one and it may be replaced.
 std::optional<struct stat> WholeFile::askForPlace() const
 {
@@ -181,8 +196,11 @@ void WholeFile::makeHidden(mode_t mode)
             path_ = path_.empty() ? (inside_ / name).string() : path_;
             return;
         }
+        if (file_.get() >= 0) {
+            ::unlinkat(folder_.get(), name.c_str(), 0); // ours, or gone: nobody else has this name
+        }
     }
-    refuse(EEXIST);
+    refuse(EAGAIN);
 }
 
 /// The file by its descriptor, where the system shows descriptors as files: that needs no name.
@@ -239,7 +257,7 @@ bool WholeFile::link(const std::string& name) const
         return true;
     }
     if (errno != EEXIST) {
-        refuse(errno);
+        failAtEnd(errno);
     }
     return false;
 }
@@ -257,7 +275,7 @@ void WholeFile::replaceOld(const struct stat* old)
         sync();
     }
     if (::renameat(folder_.get(), hidden_.c_str(), folder_.get(), target_.filename().c_str()) != 0) {
-        refuse(errno);
+        failAtEnd(errno);
     }
     hidden_.clear();
 }
@@ -275,7 +293,7 @@ void WholeFile::keepRights(const struct stat& old) const
 void WholeFile::sync() const
 {
     if (::fsync(file_.get()) != 0) {
-        refuse(errno);
+        failAtEnd(errno);
     }
 }
 

@@ -95,6 +95,7 @@ private:
     void sync() const;
     void syncFolder() const;
     [[noreturn]] void refuse(int error) const;
+    [[noreturn]] void failAtEnd(int error) const;
 
     std::string asked_;            // the path as it was named
     std::filesystem::path target_; // what links of that name lead to
