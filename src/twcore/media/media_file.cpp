@@ -228,7 +228,7 @@ Trial tryMediaFile(const std::string& path, const Patience& patience)
         }
     }
     const bool isFolder = trial.error == media_error::kIsFolder; // for a save that is a failure, here it is a fact
-    return faults.any() && !isFolder ? Trial{media_error::kCannotLoad, nullptr, {}} : trial;
+    return faults.any() && !isFolder ? Trial{media_error::kCannotLoad, nullptr, faults.first()->text("try")} : trial;
 }
 
 } // namespace twcore

@@ -27,6 +27,7 @@ std::string adviceOn(int cause)
         return "Close other programs";
     case ENOSPC:
     case EDQUOT:
+    case EFBIG:
         return "Free some space for temporary files";
     default:
         return "Check its disk or its connection";
@@ -40,10 +41,10 @@ std::uint32_t ReadFault::code() const
     return (cause == EACCES || cause == EPERM ? engine::kAccessDenied : engine::kFailed).code();
 }
 
-std::string ReadFault::text() const
+std::string ReadFault::text(const char* again) const
 {
     return "Cannot read \"" + path + "\": " + std::generic_category().message(cause)
-           + ". The file itself is not damaged. " + adviceOn(cause) + ", and save again.";
+           + ". The file itself is not damaged. " + adviceOn(cause) + ", and " + again + " again.";
 }
 
 void ReadFaults::expect(const std::vector<std::string>& paths)

@@ -20,8 +20,8 @@ struct ReadFault {
 
     /// A failure code of the engine.
     std::uint32_t code() const;
-    /// For people: what happened, to which file, and what to do about it.
-    std::string text() const;
+    /// For people: what happened, to which file, and what to do about it before it is tried again.
+    std::string text(const char* again = "save") const;
 };
 
 /// The first read that failed. Any thread.
