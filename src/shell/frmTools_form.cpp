@@ -159,7 +159,7 @@ void ToolsForm::makeHistory()
     history_->viewport()->setMouseTracking(true);
     history_->viewport()->installEventFilter(this);
     history_->chosen = [this](int row) {
-        form().lvwHistorySelected = row; // at once, so that the next key goes on from here
+        form().lvwHistorySelected = row; // at once: a showing ahead of the step leaves the list at that row
         QMetaObject::invokeMethod(
             this,
             [row] {

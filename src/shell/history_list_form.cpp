@@ -20,7 +20,7 @@ HistoryList::HistoryList(QWidget* parent) : QListWidget(parent)
 {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { chosen(row(item) + 1); });
+    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { choose(row(item)); });
 }
 
 void HistoryList::keyPressEvent(QKeyEvent* event)
@@ -29,8 +29,15 @@ void HistoryList::keyPressEvent(QKeyEvent* event)
     const int before = currentRow();
     QListWidget::keyPressEvent(event);
     if (currentRow() != before && currentRow() >= 0) {
-        chosen(currentRow() + 1);
+        choose(currentRow());
     }
+}
+
+/// The next key may be here before the rows are shown anew, and goes on from this one.
+void HistoryList::choose(int row)
+{
+    selected_ = row;
+    chosen(row + 1);
 }
 
 void HistoryList::mousePressEvent(QMouseEvent* event)

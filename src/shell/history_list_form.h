@@ -33,6 +33,7 @@ protected:
 
 private:
     void dress(QListWidgetItem& item, const forms::HistoryRow& row, bool isPresent) const;
+    void choose(int row);
     void showCurrent();
     void showPresent();
 

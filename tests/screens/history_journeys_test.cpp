@@ -136,6 +136,24 @@ TEST_F(HistoryScreen, OnlyAClickOrAKeyInTheListGoesBack)
     EXPECT_EQ(tree(), film);
 }
 
+TEST_F(HistoryScreen, EachOfTwoKeysInOneTurnTakesAStep)
+{
+    opened({"mpeg4.avi"});
+    selectFile(0);
+    for (int step = 0; step < 4; ++step) {
+        key(Qt::Key_F2);
+    }
+    QListWidget& list = history();
+    list.setFocus(Qt::TabFocusReason);
+    settle();
+    for (int press = 0; press < 2; ++press) {
+        QCoreApplication::postEvent(&list, new QKeyEvent(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier));
+    }
+    settle();
+    EXPECT_EQ(tree(), "Video[mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
+    EXPECT_EQ(list.currentRow(), 1);
+}
+
 TEST_F(HistoryScreen, TheListShowsThePresentStepAndWhatWasUndone)
 {
     opened({"still.bmp"});
