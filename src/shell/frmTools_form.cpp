@@ -94,18 +94,22 @@ bool ToolsForm::actionKey(const QKeyEvent& event)
     return true;
 }
 
-/// The keyboard stays at the place in the list where it was, also when what stands there is another action.
+/// The keyboard stays at the action at which it was. When that has gone it is at none: what has come to its place is
+/// another one, and a second Enter must not run that.
 void ToolsForm::showActions()
 {
-    const int row = actions_->currentIndex().row();
+    const QVariant action = actions_->currentIndex().data();
     if (!actionModel_->showState()) {
         return;
     }
     // The program's root is no node of the list.
     const QModelIndex root = actionModel_->indexOf(std::vector<std::int32_t>{});
     actions_->setRootIndex(root);
-    if (actions_->hasFocus() && row >= 0) {
-        actions_->setCurrentIndex(actionModel_->index(std::min(row, actionModel_->rowCount(root) - 1), 0, root));
+    for (int row = 0; actions_->hasFocus() && action.isValid() && row < actionModel_->rowCount(root); ++row) {
+        const QModelIndex index = actionModel_->index(row, 0, root);
+        if (index.data() == action) {
+            actions_->setCurrentIndex(index);
+        }
     }
 }
 
