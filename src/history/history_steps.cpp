@@ -27,7 +27,7 @@ void showRebuilt(std::int32_t scrollValue)
     RenderAllBars();
     moduleScaleRenderer::RenderScale();
     moduleScaleRenderer::AdjustScroll();
-    forms::frmTimeline.hsb.SetValue(scrollValue); // to the bar's end at most
+    moduleScaleRenderer::ScrollTo(scrollValue);
 }
 
 /// The row of the operation that a redo has brought back: an undone one is in force again, a removed one is added.

@@ -123,9 +123,7 @@ void TimelineForm::connectPicture(PictureWidget& widget)
 void TimelineForm::scrollBy(double notches)
 {
     constexpr double kTicksANotch = 5;
-    if (form().hsb.Enabled) {
-        form().hsb.SetValue(form().hsb.Value() - static_cast<int>(notches * kTicksANotch));
-    }
+    moduleScaleRenderer::ScrollTo(form().hsb.Value() - static_cast<int>(notches * kTicksANotch));
 }
 
 void TimelineForm::zoomAt(double notches, float x)
@@ -139,9 +137,7 @@ void TimelineForm::zoomAt(double notches, float x)
         moduleScaleRenderer::ZoomOut();
     }
     const double newLeft = px * before / moduleScaleRenderer::PixelsToMs(1) - x;
-    if (form().hsb.Enabled) {
-        form().hsb.SetValue(static_cast<int>(std::lround(newLeft / state::TickSpacing)));
-    }
+    moduleScaleRenderer::ScrollTo(static_cast<int>(std::lround(newLeft / state::TickSpacing)));
 }
 
 void TimelineForm::makeRows()

@@ -35,7 +35,7 @@ void bringIntoView(const timeline::ItemTimes& times)
     const std::int32_t stop = moduleScaleRenderer::MsToPixels(times.stop);
     const std::int32_t seen = std::min(stop, left + form.picScale.ScaleWidth.get()) - std::max(start, left);
     if (seen < std::min(stop - start, kFound)) {
-        form.hsb.SetValue(std::max(0, start - kBefore) / std::max<std::int32_t>(1, state::TickSpacing));
+        moduleScaleRenderer::ScrollTo(std::max(0, start - kBefore) / std::max<std::int32_t>(1, state::TickSpacing));
     }
 }
 

@@ -46,7 +46,7 @@ void drawMajorTick(std::int32_t x, std::int32_t left)
 void showZoom()
 {
     AdjustScroll();
-    moduleTimeline::SetSliderPosition(state::SliderPosition, form.hsb.Enabled);
+    moduleTimeline::SetSliderPosition(state::SliderPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelStartPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
     RenderScale();
@@ -140,6 +140,13 @@ void AdjustScroll()
             form.hsb.Enabled = true;
         }
     });
+}
+
+void ScrollTo(std::int32_t ticks)
+{
+    if (form.hsb.Enabled) {
+        form.hsb.SetValue(ticks);
+    }
 }
 
 void DrawScaleLine(float x)

@@ -45,6 +45,9 @@ void ZoomOut();
 /// Fits the scroll bar to the length of the timeline, whatever that is.
 void AdjustScroll();
 /// Moves the thin marker on the scale to x, a view pixel, and shows it.
+/// Moves the view's left edge to that tick, as far as the bar goes. A bar that is disabled stays: nobody could bring
+/// the view back.
+void ScrollTo(std::int32_t ticks);
 void DrawScaleLine(float x);
 void ClearScaleLine();
 

@@ -262,7 +262,7 @@ void tmTimeline_Timer()
         const TickSpan span;
         const std::int32_t before = form.hsb.Value();
         if (form.ScrollingRight && before < form.hsb.Max()) {
-            form.hsb.SetValue(before + 1);
+            moduleScaleRenderer::ScrollTo(before + 1);
         } else if (!form.ScrollingRight && before > 0) {
             form.hsb.SetValue(before - 1);
         }

@@ -134,9 +134,10 @@ void SetSliderPosition(Milliseconds pos, bool scroll)
         forms::frmPreview.lblCurrentTime.Caption = text;
         state::SliderPosition = pos;
         if (scroll && !isInView) { // clamped by the bar; its change handler places the sliders again
-            form.hsb.SetValue(numbers::rounded<std::int32_t>(moduleScaleRenderer::MsToTicks(GetSliderPosition())));
+            moduleScaleRenderer::ScrollTo(
+                numbers::rounded<std::int32_t>(moduleScaleRenderer::MsToTicks(GetSliderPosition())));
             if (timeline::mainSlider().scaleLine.Left < 0) { // rounded up, past the slider
-                form.hsb.SetValue(form.hsb.Value() - 1);
+                moduleScaleRenderer::ScrollTo(form.hsb.Value() - 1);
             }
         }
     });

@@ -161,6 +161,22 @@ TEST_F(StepsTest, WordsThatChangeOnRedo)
     }
 }
 
+TEST_F(StepsTest, ARedoScrollsNoFilmThatNeedsNoBar)
+{
+    add(video(), 0, 20'000);
+    moduleScaleRenderer::AdjustScroll();
+    form.hsb.SetValue(60);
+    command("Delete", [this] {
+        engine::Bool16 ok = engine::kFalse;
+        check(wrapped->RemoveSource(video(), 0, ok));
+    });
+    OnEditUndoClick();
+    EXPECT_EQ(form.hsb.Value(), 60);
+    OnEditRedoClick();
+    EXPECT_FALSE(form.hsb.Enabled);
+    EXPECT_EQ(form.hsb.Value(), 0);
+}
+
 TEST_F(StepsTest, TheViewGoesBackToo)
 {
     add(video(), 0, 20'000);

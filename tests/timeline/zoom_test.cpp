@@ -1,5 +1,6 @@
 // Conversions, zoom steps, the scroll bar.
 
+#include "core/upcalls.h"
 #include "timeline/timeline_harness.h"
 
 #include <cmath>
@@ -138,6 +139,26 @@ TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
             EXPECT_EQ(GetZoomFactor(), 1);
         }
     }
+}
+
+TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)
+{
+    put(video(), 0, 1000);
+    putEffect(8000, 9000); // effects do not count
+    AdjustScroll();
+    UpdateTreeView();
+    ASSERT_EQ(bar(), "0 of 100 idle");
+    moduleTimeline::SetSliderPosition(8000, true);
+    EXPECT_EQ(form.hsb.Value(), 0);
+    frmTimeline::tvwTimeline_NodeClick({1, 0});
+    EXPECT_EQ(form.hsb.Value(), 0);
+    form.ScrollingRight = true;
+    form.tmTimeline.tick();
+    EXPECT_EQ(form.hsb.Value(), 0);
+    form.hsb.SetValue(2); // wherever that came from, an edge brings it back
+    form.ScrollingRight = false;
+    form.tmTimeline.tick();
+    EXPECT_EQ(form.hsb.Value(), 1);
 }
 
 } // namespace
