@@ -10,6 +10,7 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace moduleScaleRenderer {
@@ -41,11 +42,30 @@ void drawMajorTick(std::int32_t x, std::int32_t left)
     scale.text(x - scale.textWidth(label) / 2 - left, 10, label, colours::kWindowText);
 }
 
+/// The bar for a timeline of that length.
+void fitBar(Milliseconds length)
+{
+    const auto visible =
+        numbers::rounded<std::int32_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
+    // A count of pixels among counts of ticks: the margin of ten ticks is kept, the end of the film stands apart from
+    // the edge of the view by it.
+    const auto max = numbers::rounded<std::int32_t>(MsToTicks(length) - visible + state::TickSpacing);
+    if (max < 0) {
+        constexpr std::int32_t kIdleMax = 100;
+        form.hsb.SetMax(0); // brings back a view that was scrolled, as nobody can scroll it any more
+        form.hsb.SetMax(kIdleMax);
+        form.hsb.Enabled = false;
+    } else {
+        form.hsb.SetMax(max);
+        form.hsb.Enabled = true;
+    }
+}
+
 /// What a step does once the factor has changed: the sliders keep their times, and the main one comes into view. The
-/// bar is first, as the view moves within its range; a film that needs no bar stays where it is.
+/// bar is first, as the view moves within its range; a view that needs no bar stays where it is.
 void showZoom()
 {
-    AdjustScroll();
+    fitBar(std::max(moduleTimeline::GetTimelineDuration(), state::SliderPosition));
     moduleTimeline::SetSliderPosition(state::SliderPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelStartPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
@@ -123,23 +143,7 @@ void ZoomIn()
 
 void AdjustScroll()
 {
-    Trapped("moduleScaleRenderer", "AdjustScroll*", [] {
-        const Milliseconds duration = moduleTimeline::GetTimelineDuration();
-        const auto visible =
-            numbers::rounded<std::int32_t>(static_cast<double>(form.picScale.ScaleWidth) / state::TickSpacing);
-        // A count of pixels among counts of ticks: the margin of ten ticks is kept, the end of the film stands apart
-        // from the edge of the view by it.
-        const auto max = numbers::rounded<std::int32_t>(MsToTicks(duration) - visible + state::TickSpacing);
-        if (max < 0) {
-            constexpr std::int32_t kIdleMax = 100;
-            form.hsb.SetMax(0); // brings back a view that was scrolled, as nobody can scroll it any more
-            form.hsb.SetMax(kIdleMax);
-            form.hsb.Enabled = false;
-        } else {
-            form.hsb.SetMax(max);
-            form.hsb.Enabled = true;
-        }
-    });
+    Trapped("moduleScaleRenderer", "AdjustScroll*", [] { fitBar(moduleTimeline::GetTimelineDuration()); });
 }
 
 void ScrollTo(std::int32_t ticks)

@@ -36,7 +36,8 @@ std::int16_t GetTickSpacing();
 // From here on every routine traps its own errors and raises nothing.
 
 void RenderScale();
-/// One step; the times of the sliders stay, and the main one is brought into view. Both mark the project modified, also
+/// One step; the times of the sliders stay, and the main one is brought into view. Where it stands behind the film, the
+/// bar reaches as far as it does, until `AdjustScroll` fits it to the film again. Both mark the project modified, also
 /// at the end of the range (1 to 20480).
 ///
 ///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10; that is meant
@@ -44,10 +45,10 @@ void ZoomIn();
 void ZoomOut();
 /// Fits the scroll bar to the length of the timeline, whatever that is.
 void AdjustScroll();
-/// Moves the thin marker on the scale to x, a view pixel, and shows it.
 /// Moves the view's left edge to that tick, as far as the bar goes. A bar that is disabled stays: nobody could bring
 /// the view back.
 void ScrollTo(std::int32_t ticks);
+/// Moves the thin marker on the scale to x, a view pixel, and shows it.
 void DrawScaleLine(float x);
 void ClearScaleLine();
 

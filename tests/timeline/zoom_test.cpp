@@ -141,6 +141,21 @@ TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
     }
 }
 
+TEST_F(ZoomTest, TheSliderIsReachedBehindTheFilm)
+{
+    put(video(), 0, 5000);
+    moduleTimeline::SetSliderPosition(8000, false);
+    for (void (*const step)() : {ZoomIn, ZoomIn, ZoomIn, ZoomOut, ZoomOut, ZoomOut, ZoomOut, ZoomOut, ZoomIn}) {
+        step();
+        SCOPED_TRACE(GetZoomFactor());
+        EXPECT_TRUE(form.picSlider.Visible);
+        EXPECT_EQ(moduleTimeline::GetSliderPosition(), 8000);
+    }
+    moduleTimeline::SetSliderPosition(5000, false);
+    ZoomIn();
+    EXPECT_EQ(form.hsb.Max(), 32) << "8 ms a pixel; the film's own again";
+}
+
 TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)
 {
     put(video(), 0, 1000);
