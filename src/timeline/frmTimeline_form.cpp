@@ -318,6 +318,9 @@ bool TimelineForm::eventFilter(QObject* watched, QEvent* event)
     if (watched == divider_
         && (type == QEvent::MouseButtonPress || type == QEvent::MouseMove || type == QEvent::MouseButtonRelease)) {
         const auto& mouse = static_cast<QMouseEvent&>(*event);
+        if (type == QEvent::MouseButtonPress) {
+            form().picVerticalResizeLeft = listWidth(); // less than it had where the window has become narrow
+        }
         // The program counts from the divider as it has placed it.
         const auto x = static_cast<float>(divider_->mapToParent(mouse.position().toPoint()).x()
                                           - form().picVerticalResizeLeft.get());

@@ -55,16 +55,16 @@ void selectItem(const TreeNode& trackNode, std::int16_t seq)
     }
 }
 
-/// Whether the divider may go there. Both limits are in twips, 15 to a pixel. Where the form is too narrow for the
-/// rows' own, the list can have the width again with which it began.
+/// Whether the divider may go there. Both limits are in twips, 15 to a pixel. Where the form has become too narrow for
+/// the rows' own, the list can still have the width again that it had.
 bool isAllowed(float left, bool isRight)
 {
     constexpr float kTwips = 15;
     constexpr float kRowsNeed = 11000;
     constexpr float kListNeeds = 500;
-    constexpr float kListBegan = 200 * kTwips;
     const float most = static_cast<float>(form.Width) * kTwips - kRowsNeed;
-    return isRight ? left * kTwips < std::max(most, kListBegan + 1) : left * kTwips >= kListNeeds;
+    const float widest = static_cast<float>(form.DividerWidest) * kTwips;
+    return isRight ? left * kTwips < std::max(most, widest + 1) : left * kTwips >= kListNeeds;
 }
 
 } // namespace
@@ -98,8 +98,11 @@ void picVerticalResize_MouseMove(int button, float x)
     }
     const float delta = form.DividerOffset - x;
     const float left = static_cast<float>(form.picVerticalResizeLeft) - delta;
-    if (isAllowed(left, delta <= 0)) {
+    const bool isRight = delta <= 0;
+    if (isAllowed(left, isRight)) {
         form.picVerticalResizeLeft = static_cast<std::int32_t>(std::lround(left));
+        form.DividerWidest =
+            isRight ? std::max(form.DividerWidest, form.picVerticalResizeLeft.get()) : form.DividerWidest;
     }
 }
 

@@ -133,6 +133,20 @@ TEST_F(PanelScreen, TheDividerGoesBackInANarrowWindow)
     EXPECT_EQ(find("tvwTimeline").width(), began - 120);
     drag(find("picVerticalResize"), {2, 60}, 120);
     EXPECT_EQ(find("tvwTimeline").width(), began);
+
+    window->resize(1560, 900);
+    settle();
+    drag(find("picVerticalResize"), {2, 60}, 250);
+    for (const QSize size : {QSize(1024, 768), QSize(800, 560)}) {
+        window->resize(size);
+        settle();
+        const int wide = find("tvwTimeline").width();
+        EXPECT_GT(wide, began);
+        drag(find("picVerticalResize"), {2, 60}, -60);
+        EXPECT_EQ(find("tvwTimeline").width(), wide - 60);
+        drag(find("picVerticalResize"), {2, 60}, 60);
+        EXPECT_EQ(find("tvwTimeline").width(), wide);
+    }
 }
 
 } // namespace

@@ -87,6 +87,7 @@ struct FrmTimeline {
     bool Scrolling = false;  // a tick of `tmTimeline` is being worked on
     float DividerOffset = 0; // pixels; x of the press inside the divider
     bool DividerHeld = false;
+    std::int32_t DividerWidest = 200; // pixels; the furthest right that the divider has been
 
     // A drag of items on a track picture.
     bool DragActive = false;        // a left press on an unlocked row is in progress
