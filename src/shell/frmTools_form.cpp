@@ -2,6 +2,7 @@
 
 #include "core/forms/frmTools.h"
 #include "shell/frmTools_events.h"
+#include "timeline/pointer_turn.h"
 #include "windowing/icons.h"
 #include "windowing/picture_widget.h"
 #include "windowing/scheme.h"
@@ -76,7 +77,8 @@ void ToolsForm::runAction(const QModelIndex& index)
     // The list may be made anew by what the action does.
     const auto places = actionModel_->placesOf(index);
     QMetaObject::invokeMethod(
-        this, [places] { frmTools::tvwActions_NodeClick(places); }, Qt::QueuedConnection);
+        this, [places] { timeline::behindTurn([places] { frmTools::tvwActions_NodeClick(places); }); },
+        Qt::QueuedConnection);
 }
 
 /// Enter and Space run the current action, as a click does. True when the key was one of them.
@@ -167,8 +169,10 @@ void ToolsForm::makeHistory()
         QMetaObject::invokeMethod(
             this,
             [row] {
-                form().lvwHistorySelected = row;
-                frmTools::lvwHistory_Click();
+                timeline::behindTurn([row] {
+                    form().lvwHistorySelected = row;
+                    frmTools::lvwHistory_Click();
+                });
             },
             Qt::QueuedConnection);
     };

@@ -34,7 +34,7 @@ protected:
         return list.visualRect(item < 0 ? trackNode : nodes.index(item, 0, trackNode));
     }
     /// Press and release stand in the queue together, as those of a tap on a busy window.
-    void tap(QWidget& widget, QPoint at)
+    void tap(QWidget& widget, QPoint at, const std::function<void()>& behind = {})
     {
         const QPointF inWindow = widget.mapTo(window.get(), at);
         const QPointF onScreen = widget.mapToGlobal(at);
@@ -44,6 +44,9 @@ protected:
         };
         post(QEvent::MouseButtonPress, Qt::LeftButton);
         post(QEvent::MouseButtonRelease, Qt::NoButton);
+        if (behind) {
+            QMetaObject::invokeMethod(window.get(), behind, Qt::QueuedConnection);
+        }
         settle();
     }
     /// Drags one node of the list over another; true when the pointer says that it may be dropped there.
@@ -119,6 +122,16 @@ TEST_F(EditScreen, AVeryShortClickLeavesNothingStanding)
     EXPECT_EQ(ModuleHistory::HistoryIndex, 1);
     key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(barEnd("picVideo0"), 700) << "the step before the clicks is the newest";
+}
+
+TEST_F(EditScreen, ACommandInTheTurnOfAClickRunsBehindIt)
+{
+    drag(video(), {600, middle()}, 100);
+    click(find("picScale"), {100, 5}); // the click on the clip brings the slider to it
+    tap(video(), {700, middle()}, [this] { QTest::keyClick(&video(), Qt::Key_Z, Qt::ControlModifier); });
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 800);
 }
 
 TEST_F(EditScreen, AClipIsResizedByItsCorner)
