@@ -1,5 +1,6 @@
 #include "timeline/cut_place.h"
 
+#include "core/forms/frmPreview.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "engine/ITWPreview.h"
@@ -29,6 +30,10 @@ void CutPlace::follow() const
         if (moduleTWPreview::PreviewState != kPlaying) {
             engine::Bool16 ok = engine::kFalse;
             engine::check(engine::EngineAs<engine::ITWPreview>()->Seek(*place_, ok));
+            Slider& seekBar = forms::frmPreview.sldSeekBar;
+            if (*place_ >= seekBar.Min() && *place_ <= seekBar.Max()) {
+                seekBar.SetValue(*place_);
+            }
         }
     });
 }

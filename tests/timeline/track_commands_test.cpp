@@ -147,6 +147,7 @@ TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)
                 showSelection(20, 50);
                 moduleTimeline::ShowSelSliders(hasRange);
                 moduleTimeline::SetSliderPosition(1013, false); // it is drawn at 1000
+                forms::frmPreview.sldSeekBar.SetValue(1013);
                 moduleTWPreview::PreviewState = doing;
                 preview.calls.clear();
                 wrapped->timelinePreview = &preview;
@@ -156,6 +157,9 @@ TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)
                 EXPECT_EQ(state::SliderPosition, goes ? 1000 : 1013);
                 EXPECT_EQ(forms::frmPreview.lblCurrentTime.Caption.get(), goes ? "0:00:01.000" : "0:00:01.013");
                 EXPECT_EQ(std::ranges::count(preview.calls, "Seek 1000"), goes && doing != kPlaying ? 1 : 0);
+                if (goes && doing != kPlaying) {
+                    EXPECT_EQ(forms::frmPreview.sldSeekBar.Value(), 1000);
+                }
                 EXPECT_EQ(moduleTWPreview::PreviewState, doing);
                 if (command == mnuToolsSplitTimeline_Click) {
                     EXPECT_EQ(text(), "V 0-1000 1000-4000=1000-4000 E O A B");
