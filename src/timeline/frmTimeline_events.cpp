@@ -21,6 +21,8 @@
 #include "timeline/slider_places.h"
 #include "timeline/track_options.h"
 
+#include <utility>
+
 namespace frmTimeline {
 
 using timeline::RowKind;
@@ -111,8 +113,13 @@ void Load()
 void Form_Resize()
 {
     Trapped("frmTimeline", "Form_Resize*", [] {
+        // No events run here, as the screen is in the middle of its layout: what a move of the bar leads to is done
+        // below.
+        const auto changed = std::exchange(form.hsb.changed, nullptr);
         moduleScaleRenderer::AdjustScroll();
-        timeline::placeAllAgain(); // no events run here: the screen is in the middle of its layout
+        form.hsb.changed = changed;
+        timeline::placeAllAgain();
+        moduleBookmarks::UpdateBookmarks(form.DraggingBookmark ? form.SelectedBookmark : std::int16_t{-1});
         moduleScaleRenderer::RenderScale();
         moduleScaleRenderer::RenderAllBars();
         moduleTimeline::RenderAllSelections();

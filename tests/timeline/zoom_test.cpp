@@ -1,6 +1,7 @@
 // Conversions, zoom steps, the scroll bar.
 
 #include "core/upcalls.h"
+#include "timeline/moduleBookmarks.h"
 #include "timeline/timeline_harness.h"
 
 #include <cmath>
@@ -174,6 +175,25 @@ TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)
     form.ScrollingRight = false;
     form.tmTimeline.tick();
     EXPECT_EQ(form.hsb.Value(), 1);
+}
+
+TEST_F(ZoomTest, AResizeAtTheEndOfTheFilmLetsNoEventsRun)
+{
+    put(video(), 0, 60000);
+    AdjustScroll();
+    form.hsb.SetValue(form.hsb.Max());
+    moduleTimeline::SetSliderPosition(58000, false);
+    frmTimeline::cmdAddBookmark_Click();
+    const int before = platform.eventsRun;
+    form.picScale.ScaleWidth = 900;
+    frmTimeline::Form_Resize();
+    EXPECT_EQ(bar(), "520 of 520");
+    EXPECT_EQ(form.imgScaleSlider.Left, 600);
+    EXPECT_EQ(form.imgBookmark.back().Left, 596);
+    EXPECT_EQ(platform.eventsRun, before);
+    EXPECT_TRUE(form.hsb.changed);
+    moduleBookmarks::RemoveBookmarks();
+    form.picScale.ScaleWidth = 400;
 }
 
 } // namespace
