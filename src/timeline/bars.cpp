@@ -154,9 +154,18 @@ private:
 bool isAnythingSelected()
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    static std::int16_t lastFound = 0; // asked first, so that not every painting walks over all items
     bool found = false;
-    timeline::forEachRow(*engine,
-                         [&](const timeline::RowItems& row) { found = found || row.items.firstSelected() >= 0; });
+    timeline::forEachRow(*engine, [&](const timeline::RowItems& row) {
+        found = found || (lastFound < row.items.count() && row.items.isSelected(lastFound));
+    });
+    timeline::forEachRow(*engine, [&](const timeline::RowItems& row) {
+        const std::int16_t seq = found ? std::int16_t{-1} : row.items.firstSelected();
+        if (seq >= 0) {
+            found = true;
+            lastFound = seq;
+        }
+    });
     return found;
 }
 
