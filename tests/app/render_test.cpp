@@ -776,6 +776,45 @@ TEST_F(RenderTest, ForeignTextGivesTheTerminalNoOrders)
     runFailing({"all\nis well", "-o", movie.string()}, {"all\\x0ais well\" is not there"});
 }
 
+TEST_F(RenderTest, FilmsAreCountedByWhatTheyTakeInMemory)
+{
+    constexpr std::uintmax_t kGb = std::uintmax_t{1} << 30;
+    const auto number = [](std::uint32_t value) {
+        return std::string{static_cast<char>(value >> 24), static_cast<char>(value >> 16),
+                           static_cast<char>(value >> 8), static_cast<char>(value)};
+    };
+    const auto runWith = [&](const std::string& bytes, std::uintmax_t length) {
+        write(folder / "film.mov", bytes);
+        fs::resize_file(folder / "film.mov", length);
+        return run({"film.mov", "-o", "made.avi", "--range", "0-1000"});
+    };
+    const std::string sound = read(media("plain-sound.mov"));
+    for (const std::uint32_t seconds : {200u, 8 * 3660u}) { // the second: as much as eight tracks of an hour
+        std::string longer = sound;
+        longer.replace(longer.find("stsz") + 12, 4, number(seconds * 48000));
+        longer.replace(longer.find("stsc") + 16, 4, number(seconds * 48000)); // in the first chunk
+        EXPECT_EQ(runWith(longer, 3 * kGb).status, 0) << seconds;
+    }
+    for (const auto& [samples, status] : {std::pair{9'230'000u, 0}, {40'000'000u, 1}}) { // the first: a day of film
+        std::string single = sound;
+        single.replace(single.find("stts") + 16, 4, number(2)); // not one after the other, so that each has its entry
+        single.replace(single.find("stsz") + 12, 4, number(samples));
+        single.replace(single.find("stsc") + 16, 4, number(samples));
+        EXPECT_EQ(runWith(single, kGb).status, status) << samples;
+    }
+    for (const std::string table : {"stsc", "stts", "ctts", "stss", "stco", "stsz"}) {
+        std::string claims = number(20) + "ftypqt  " + number(512) + "qt  ";
+        for (const std::string& name : {std::string("moov"), std::string("trak"), std::string("mdia"),
+                                        std::string("minf"), std::string("stbl"), table}) {
+            claims += number(0xB0000000) + name;
+        }
+        claims += std::string(table == "stsz" ? 8 : 4, '\0') + number(0x0E000000);
+        const Outcome outcome = runWith(claims, 3 * kGb);
+        EXPECT_EQ(outcome.status, 1) << table;
+        EXPECT_LT(outcome.peakKib, 300 << 10) << table;
+    }
+}
+
 TEST_F(RenderTest, TakesNoMemoryForWhatFilesClaim)
 {
     constexpr std::uintmax_t kThreeGb = std::uintmax_t{3} << 30;

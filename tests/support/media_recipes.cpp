@@ -231,6 +231,7 @@ std::vector<Recipe> derivedRecipes()
             derived("h264.mp4", silent("bare.h265", "25", 125,
                                        "-an -c:v libx265 -preset ultrafast -x265-params "
                                        "bframes=3:keyint=12:log-level=none -f hevc")),
+            odd("plain-sound.mov", "-vn -c:a pcm_s16le -ac 1"),
             odd("sound-hole.mkv", "-c copy -bsf:a setts=ts=TS+gte(N\\,100)*3600000"),
             odd("late-sound.mp4", "-c:a copy -bsf:a setts=ts=TS+180*48000 -c:v libx264 -preset ultrafast "
                                   "-vf loop=45:125:0,scale=160:120,setpts=N/25/TB")};

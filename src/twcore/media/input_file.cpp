@@ -188,7 +188,7 @@ std::unique_ptr<InputFile> InputFile::open(const std::string& path, const Patien
         return nullptr;
     }
     if (std::string_view(format->name).starts_with("mov,")
-        && claimsTooManySamples(file->descriptor_, file->byteCount_, file->patience_)) {
+        && claimsTooMuch(file->descriptor_, file->byteCount_, file->patience_)) {
         error = file->gaveUp() ? media_error::kCannotLoad : media_error::kInvalidFormat;
         return nullptr;
     }

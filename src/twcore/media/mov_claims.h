@@ -7,8 +7,9 @@
 
 namespace twcore {
 
-/// Whether the file's tables tell more samples than it has bytes, or more than eight million. Fragments are counted in
-/// files of up to 64 MB; larger ones would have to be read all over. Leaves the place of reading alone.
-bool claimsTooManySamples(int descriptor, std::int64_t byteCount, const Patience& patience);
+/// Whether the file's tables tell more samples than it has bytes, or take more than 768 MB once they are laid out.
+/// Fragments are counted in files of up to 64 MB; larger ones would have to be read all over. Leaves the place of
+/// reading alone.
+bool claimsTooMuch(int descriptor, std::int64_t byteCount, const Patience& patience);
 
 } // namespace twcore
