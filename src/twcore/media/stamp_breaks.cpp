@@ -21,8 +21,12 @@ constexpr int kWitnesses = 10;
 constexpr double kOverlapSeconds = 0.5;
 // Packets at the beginning of a part that are looked at for its first picture.
 constexpr std::size_t kFirstPictures = 32;
-// Jumps of the sound among which the one is looked for that goes with a jump of the picture.
-constexpr std::ptrdiff_t kPartners = 16;
+// Jumps on either side among which the one of the other stream is looked for.
+constexpr std::ptrdiff_t kPartners = 8;
+// Picture and sound of one moment are stored within this time of each other.
+constexpr double kInterleaveSeconds = 2.5;
+// In one part, a step from packet to packet is no longer than this.
+constexpr double kStepSeconds = 1;
 constexpr double kBetweenPlacesSeconds = 0.25;
 
 /// Where the stamps of one stream jump, still with every jump in them.
@@ -32,10 +36,22 @@ struct Part {
     std::int64_t after;  // and of its own
 };
 
-/// From this packet on.
+/// A new clock: the jump that tells it in both streams, or in one.
+struct Joint {
+    std::array<const Part*, 2> parts;
+    std::int64_t position;
+};
+
+/// From this packet on, in place of what was added before.
 struct Move {
     std::size_t first;
     std::int64_t shift;
+};
+
+/// Packets of one stream.
+struct Range {
+    std::size_t first;
+    std::size_t end;
 };
 
 class BreakFinder {
@@ -63,12 +79,23 @@ private:
     }
     bool isDamaged(std::size_t stream, std::size_t index, std::int64_t lastStored) const;
     void unroll(std::size_t stream, std::int64_t origin);
-    bool areTogether(const Part& picture, const Part& sound) const;
-    bool endsBefore(std::size_t stream, const Part& part) const;
+    std::int64_t positionOf(std::size_t stream, const Part& part) const
+    {
+        return streams_[stream][part.first].position;
+    }
+    Range between(std::size_t stream, std::int64_t from, std::int64_t to) const;
+    std::int64_t extent(std::size_t stream, const Range& range) const;
+    bool areTogether(const Part& one, const Part& other) const;
+    const Part* nearest(std::size_t stream, const Part& part) const;
+    bool tellOneTime(const Part& picture, const Part& sound) const;
+    bool isAloneIn(std::size_t stream, std::int64_t from, std::int64_t to) const;
+    bool isClockAlone(std::size_t stream, const Part& part) const;
     void join();
-    void moveFrom(const std::optional<Part>& picture, const std::optional<Part>& sound);
+    std::size_t firstBehind(std::size_t stream, const Part& jumpOfOther) const;
+    void moveFrom(const Joint& joint);
+    std::int64_t shiftAt(std::size_t stream, std::size_t index) const;
     void move();
-    std::int64_t endAhead(std::size_t stream, const Part& part) const;
+    std::int64_t endAhead(std::size_t stream, std::size_t first) const;
     std::int64_t startOf(std::size_t stream, const Part& part) const;
     std::int64_t lead(std::size_t stream, std::size_t first) const;
 
@@ -160,42 +187,104 @@ void BreakFinder::unroll(std::size_t stream, std::int64_t origin)
     }
 }
 
-bool BreakFinder::areTogether(const Part& picture, const Part& sound) const
+/// Those that begin at bytes from `from` up to `to`.
+Range BreakFinder::between(std::size_t stream, std::int64_t from, std::int64_t to) const
 {
-    return std::abs(picture.before - sound.before) < ticks(kApartSeconds)
-           && std::abs(picture.after - sound.after) < ticks(kApartSeconds);
+    const auto& packets = streams_[stream];
+    const auto indexOf = [&](std::int64_t position) {
+        return static_cast<std::size_t>(std::ranges::lower_bound(packets, position, {}, &StampedPacket::position)
+                                        - packets.begin());
+    };
+    return {indexOf(from), indexOf(to)};
 }
 
-/// Whether a stream has nothing at or behind the beginning of the other one's part.
-bool BreakFinder::endsBefore(std::size_t stream, const Part& part) const
+/// How long a stream is there, without the jumps.
+std::int64_t BreakFinder::extent(std::size_t stream, const Range& range) const
 {
-    const auto& other = streams_[1 - stream];
-    return streams_[stream].empty() || streams_[stream].back().position < other[part.first].position;
+    std::int64_t sum = 0;
+    for (std::size_t i = range.first + 1; i < range.end; ++i) {
+        sum += std::clamp<std::int64_t>(streams_[stream][i].decode - streams_[stream][i - 1].decode, 0,
+                                        ticks(kStepSeconds));
+    }
+    return sum;
 }
 
-/// A jump that both streams make is a new clock; so is one back, where there is no other stream. What one stream alone
-/// does is a hole.
+bool BreakFinder::areTogether(const Part& one, const Part& other) const
+{
+    return std::abs(one.before - other.before) < ticks(kApartSeconds)
+           && std::abs(one.after - other.after) < ticks(kApartSeconds);
+}
+
+/// Of the other stream's jumps of the same kind the one next to this jump in the file; nullptr if there is none.
+const Part* BreakFinder::nearest(std::size_t stream, const Part& part) const
+{
+    const auto& others = parts_[1 - stream];
+    const std::int64_t position = positionOf(stream, part);
+    const auto away = [&](const Part& other) { return std::abs(positionOf(1 - stream, other) - position); };
+    const auto at = std::ranges::lower_bound(others, position, {},
+                                             [&](const Part& other) { return positionOf(1 - stream, other); });
+    const Part* best = nullptr;
+    for (auto other = at - std::min(at - others.begin(), kPartners);
+         other != at + std::min(others.end() - at, kPartners); ++other) {
+        if (areTogether(part, *other) && (best == nullptr || away(*other) < away(*best))) {
+            best = &*other;
+        }
+    }
+    return best;
+}
+
+/// Whether, where the later one of two jumps stands, the stream that has jumped already tells the same time.
+bool BreakFinder::tellOneTime(const Part& picture, const Part& sound) const
+{
+    const bool pictureFirst = positionOf(0, picture) < positionOf(1, sound);
+    const std::size_t early = pictureFirst ? 0 : 1;
+    const std::int64_t later = pictureFirst ? positionOf(1, sound) : positionOf(0, picture);
+    const auto& packets = streams_[early];
+    const std::size_t end = between(early, later, later).first;
+    const std::size_t first = (pictureFirst ? picture : sound).first;
+    const std::int64_t told = packets[std::max(first, end == 0 ? 0 : end - 1)].decode;
+    return std::abs(told - (pictureFirst ? sound : picture).after) < ticks(kInterleaveSeconds);
+}
+
+/// Whether the other stream is not there in these bytes, but for what is stored ahead of its own part or behind it.
+bool BreakFinder::isAloneIn(std::size_t stream, std::int64_t from, std::int64_t to) const
+{
+    return 2 * extent(1 - stream, between(1 - stream, from, to)) <= extent(stream, between(stream, from, to));
+}
+
+/// A jump back that the other stream cannot make, as it is missing in the part ahead or in the one behind.
+bool BreakFinder::isClockAlone(std::size_t stream, const Part& part) const
+{
+    const auto& all = parts_[stream];
+    const auto index = &part - all.data();
+    const std::int64_t here = positionOf(stream, part);
+    const std::int64_t from = index > 0 ? positionOf(stream, *(&part - 1)) : 0;
+    const std::int64_t to = &part != &all.back() ? positionOf(stream, *(&part + 1)) : INT64_MAX;
+    return part.after < part.before && (isAloneIn(stream, from, here) || isAloneIn(stream, here, to));
+}
+
+/// A jump that both streams make in one place is a new clock; so is one back, where the other stream is missing. What
+/// one stream alone does is a hole.
 void BreakFinder::join()
 {
-    const auto pictures = parts_[0];
-    const auto sounds = parts_[1];
-    std::size_t next = 0;
-    for (const Part& picture : pictures) {
-        const auto from = sounds.begin() + static_cast<std::ptrdiff_t>(next);
-        const auto end = from + std::min<std::ptrdiff_t>(sounds.end() - from, kPartners);
-        const auto partner = std::find_if(from, end, [&](const Part& sound) { return areTogether(picture, sound); });
-        if (partner != end) {
-            next = static_cast<std::size_t>(partner - sounds.begin()) + 1;
-            moveFrom(picture, *partner);
-        } else if (picture.after < picture.before && endsBefore(1, picture)) {
-            moveFrom(picture, std::nullopt);
+    std::vector<Joint> joints;
+    std::vector<bool> isTaken(parts_[1].size());
+    for (const Part& picture : parts_[0]) {
+        const Part* const sound = nearest(0, picture);
+        if (sound != nullptr && nearest(1, *sound) == &picture && tellOneTime(picture, *sound)) {
+            isTaken[static_cast<std::size_t>(sound - parts_[1].data())] = true;
+            joints.push_back({{&picture, sound}, std::min(positionOf(0, picture), positionOf(1, *sound))});
+        } else if (isClockAlone(0, picture)) {
+            joints.push_back({{&picture, nullptr}, positionOf(0, picture)});
         }
     }
-    for (; next < sounds.size(); ++next) {
-        if (sounds[next].after < sounds[next].before && endsBefore(0, sounds[next])) {
-            moveFrom(std::nullopt, sounds[next]);
+    for (std::size_t i = 0; i < parts_[1].size(); ++i) {
+        if (!isTaken[i] && isClockAlone(1, parts_[1][i])) {
+            joints.push_back({{nullptr, &parts_[1][i]}, positionOf(1, parts_[1][i])});
         }
     }
+    std::ranges::stable_sort(joints, {}, &Joint::position);
+    std::ranges::for_each(joints, [this](const Joint& joint) { moveFrom(joint); });
 }
 
 /// From the stamp of decoding to that of showing, at the beginning of a part.
@@ -211,10 +300,19 @@ std::int64_t BreakFinder::lead(std::size_t stream, std::size_t first) const
     return earliest ? *earliest - packets[first].decode : 0;
 }
 
-std::int64_t BreakFinder::endAhead(std::size_t stream, const Part& part) const
+std::int64_t BreakFinder::shiftAt(std::size_t stream, std::size_t index) const
 {
-    const auto& last = streams_[stream][part.first - 1];
-    return last.decode + std::max<std::int64_t>(0, last.length) + lead(stream, partStarts_[stream]);
+    const auto& moves = moves_[stream];
+    const auto above = std::ranges::upper_bound(moves, index, {}, &Move::first);
+    return above == moves.begin() ? 0 : (above - 1)->shift;
+}
+
+/// The running end of the packet ahead of this one.
+std::int64_t BreakFinder::endAhead(std::size_t stream, std::size_t first) const
+{
+    const auto& last = streams_[stream][first - 1];
+    return last.decode + shiftAt(stream, first - 1) + std::max<std::int64_t>(0, last.length)
+           + lead(stream, partStarts_[stream]);
 }
 
 std::int64_t BreakFinder::startOf(std::size_t stream, const Part& part) const
@@ -222,22 +320,45 @@ std::int64_t BreakFinder::startOf(std::size_t stream, const Part& part) const
     return streams_[stream][part.first].decode + lead(stream, part.first);
 }
 
-/// What is moved later moves with what is moved now, so that each shift is told by the stamps as they were unrolled.
-void BreakFinder::moveFrom(const std::optional<Part>& picture, const std::optional<Part>& sound)
+/// The first packet by the new clock of a stream in which it makes no jump: some are stored on the other side of it.
+std::size_t BreakFinder::firstBehind(std::size_t stream, const Part& jumpOfOther) const
 {
-    std::int64_t shift = 0;
-    if (picture) {
-        shift = endAhead(0, *picture) - startOf(0, *picture);
+    const auto& packets = streams_[stream];
+    const auto isNew = [&](std::size_t i) {
+        return std::abs(packets[i].decode - jumpOfOther.after) < std::abs(packets[i].decode - jumpOfOther.before);
+    };
+    const std::size_t least = moves_[stream].empty() ? 0 : moves_[stream].back().first;
+    const std::int64_t position = positionOf(1 - stream, jumpOfOther);
+    std::size_t first = std::max(least, between(stream, position, position).first);
+    while (first > least && isNew(first - 1)) {
+        --first;
     }
-    if (sound) {
-        const std::int64_t own = endAhead(1, *sound) - startOf(1, *sound);
-        shift = !picture || own > shift + ticks(kOverlapSeconds) ? own : shift;
+    while (first < packets.size() && !isNew(first)
+           && (first == 0 || goesOn(packets[first - 1].decode, packets[first].decode))) {
+        ++first;
+    }
+    return first;
+}
+
+/// Both streams move, the one that makes no jump as well.
+void BreakFinder::moveFrom(const Joint& joint)
+{
+    const auto& [picture, sound] = joint.parts;
+    const std::array<std::size_t, 2> firsts{picture != nullptr ? picture->first : firstBehind(0, *sound),
+                                            sound != nullptr ? sound->first : firstBehind(1, *picture)};
+    const auto shiftBy = [&](std::size_t stream) { // that begins where this stream ended
+        const std::size_t starting = joint.parts[stream] != nullptr ? stream : 1 - stream;
+        return endAhead(stream, firsts[stream]) - startOf(starting, *joint.parts[starting]);
+    };
+    const std::size_t main = picture != nullptr ? 0 : 1;
+    std::int64_t shift = shiftBy(main);
+    if (firsts[1 - main] > 0) {
+        const std::int64_t own = shiftBy(1 - main);
+        shift = own > shift + ticks(kOverlapSeconds) ? own : shift;
     }
     for (std::size_t i = 0; i < streams_.size(); ++i) {
-        if (const auto& part = i == 0 ? picture : sound) {
-            partStarts_[i] = part->first;
-            moves_[i].push_back({part->first, shift});
-        }
+        partStarts_[i] = std::min(firsts[i], streams_[i].empty() ? 0 : streams_[i].size() - 1);
+        moves_[i].push_back({firsts[i], shift});
     }
 }
 
@@ -247,8 +368,8 @@ void BreakFinder::move()
         std::int64_t shift = 0;
         auto next = moves_[i].begin();
         for (std::size_t k = 0; k < streams_[i].size(); ++k) {
-            for (; next != moves_[i].end() && next->first == k; ++next) {
-                shift += next->shift;
+            for (; next != moves_[i].end() && next->first <= k; ++next) {
+                shift = next->shift;
             }
             auto& packet = streams_[i][k];
             packet.decode += shift;

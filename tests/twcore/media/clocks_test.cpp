@@ -81,6 +81,17 @@ std::string withClock(std::string ts, std::uint64_t add)
     return ts;
 }
 
+/// A transport stream that has lost one of its streams: 0x100 is the picture, 0x101 the sound.
+std::string without(const std::string& ts, int lost)
+{
+    std::string kept;
+    for (std::size_t at = 0; at + 188 <= ts.size(); at += 188) {
+        const int id = (static_cast<std::uint8_t>(ts[at + 1]) & 0x1F) << 8 | static_cast<std::uint8_t>(ts[at + 2]);
+        kept += id != lost ? ts.substr(at, 188) : std::string();
+    }
+    return kept;
+}
+
 int numberAt(PictureReader& reader, double seconds)
 {
     const auto frame = reader.at(seconds);
@@ -158,6 +169,31 @@ TEST(Clocks, PartsThatBeginAnewAreOneFilm)
           Case{"over the end, and anew", withClock(mpeg2, kEnd - 3 * kSecond) + mpeg2, 2}}) {
         SCOPED_TRACE(name);
         expectJoined(MadeFile(bytes).media, parts);
+    }
+}
+
+TEST(Clocks, PartsWithoutSoundOrPictureKeepTheirLength)
+{
+    const std::string both = bytesOf("mpeg2.ts");
+    const std::string mute = without(both, 0x101);
+    const std::string blind = without(both, 0x100);
+    struct Case {
+        const char* name;
+        std::string bytes;
+        int parts;
+    };
+    for (const auto& [name, bytes, parts] :
+         {Case{"v+av", mute + both, 2}, Case{"av+v+av", both + mute + both, 3}, Case{"v+av+v", mute + both + mute, 3},
+          Case{"av+av+v+av", both + both + mute + both, 4}, Case{"av+s+av", both + blind + both, 3}}) {
+        SCOPED_TRACE(name);
+        const MadeFile made(bytes);
+        ASSERT_TRUE(made.media && made.media->picture && made.media->sound);
+        EXPECT_NEAR(made.media->picture->durationMs, parts * 5000, 60);
+        const int whole = bytes.ends_with(mute) ? parts - 1 : parts; // the last part that has both
+        const double start = (whole - 1) * 5.0 + made.media->picture->startSeconds - made.media->zeroSeconds;
+        PictureReader pictures(made.media, 1);
+        EXPECT_EQ(numberAt(pictures, start + 1.036), 25); // sound is a little longer than its picture
+        EXPECT_NEAR(soundOff(*openSound(made.media, kRate, {}), start + 2, 2), 0, 0.04);
     }
 }
 
