@@ -1,8 +1,8 @@
 #include "twcore/media/stream_times.h"
 
 #include "twcore/media/picture_listing.h"
-#include "twcore/media/stamp_breaks.h"
 #include "twcore/media/stamp_guard.h"
+#include "twcore/media/stamp_scan.h"
 
 #include <algorithm>
 #include <array>
@@ -25,31 +25,6 @@ double ownEndOf(const MediaFile& media, const InputFile& file)
 namespace {
 
 constexpr std::int64_t kQuickBytes = 48 << 20;
-
-/// What reading every packet tells of the streams: for files whose header does not tell, or may not be believed.
-struct Scan {
-    std::array<double, 2> ends{-1, -1}; // last moment of the picture and of the sound; -1: not known
-    std::shared_ptr<const StampBreaks> breaks;
-};
-
-double secondsOf(const AVStream& stream, std::int64_t length)
-{
-    if (length <= 0 && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO && stream.avg_frame_rate.num > 0) {
-        return 1 / av_q2d(stream.avg_frame_rate);
-    }
-    return timeOf(stream, std::max<std::int64_t>(0, length));
-}
-
-/// Reads on to the next packet of one of the streams and tells which; -1 at the end.
-int readOneOf(InputFile& file, AVPacket& packet, const std::array<int, 2>& indexes)
-{
-    while (file.read(packet)) {
-        if (packet.stream_index == indexes[0] || packet.stream_index == indexes[1]) {
-            return packet.stream_index == indexes[0] ? 0 : 1;
-        }
-    }
-    return -1;
-}
 
 std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& indexes, double ownEnd)
 {
@@ -77,31 +52,20 @@ std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& ind
     return {std::max(ends[0], doubtful[0]), std::max(ends[1], doubtful[1])};
 }
 
-/// Formats without a length of their own, in which a joined file or a recording may set the clock anew.
-bool mayBreak(const InputFile& file) { return file.formatName() == "mpeg" || file.formatName() == "mpegts"; }
-
-Scan brokenScan(InputFile& file, const std::array<int, 2>& indexes)
+/// So much of the time that is left. A file that cannot be read whole in its time is opened by what its header tells.
+Patience partOf(const Patience& patience, double share)
 {
-    StampedStreams streams;
-    auto packet = makePacket();
-    for (int i = 0; (i = readOneOf(file, *packet, indexes)) >= 0;) {
-        streams[static_cast<std::size_t>(i)].push_back(
-            {packet->pos, packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts, packet->pts, packet->duration});
+    Patience part = patience;
+    if (patience.deadline != std::chrono::steady_clock::time_point::max()) {
+        const auto now = std::chrono::steady_clock::now();
+        part.deadline =
+            now + std::chrono::duration_cast<std::chrono::steady_clock::duration>((patience.deadline - now) * share);
     }
-    const AVStream& any = *file.stream(std::max(indexes[0], indexes[1]));
-    Scan scan;
-    scan.breaks = findBreaks(streams, any.time_base.den / any.time_base.num, any.pts_wrap_bits);
-    for (std::size_t i = 0; i < streams.size(); ++i) {
-        for (const auto& read : streams[i]) {
-            const AVStream& stream = *file.stream(indexes[i]);
-            const auto stamp = read.show != AV_NOPTS_VALUE ? read.show : read.decode;
-            scan.ends[i] = std::max(scan.ends[i], timeOf(stream, stamp) + secondsOf(stream, read.length));
-        }
-    }
-    return scan;
+    return part;
 }
 
-Scan scanned(const MediaFile& media, const Patience& patience)
+/// What reading the packets tells, or some of them: for files whose header does not tell, or may not be believed.
+Scan scanned(const MediaFile& media, const Patience& patience, bool wholly)
 {
     const std::array<int, 2> indexes{media.picture ? media.picture->streamIndex : -1,
                                      media.sound ? media.sound->streamIndex : -1};
@@ -113,8 +77,8 @@ Scan scanned(const MediaFile& media, const Patience& patience)
     }
     Scan scan;
     if (mayBreak(*file)) {
-        scan = brokenScan(*file, indexes);
-    } else {
+        scan = wholly ? brokenScan(*file, indexes) : sampledScan(*file, indexes);
+    } else if (wholly) {
         scan.ends = guardedEnds(*file, indexes, ownEndOf(media, *file));
     }
     return file->gaveUp() ? Scan{} : scan;
@@ -229,11 +193,20 @@ void setLengths(MediaFile& media, const InputFile& file, const Patience& patienc
     }
     std::array<double, 2> ends{-1, -1};
     if (headerMayBeWrong(file, media, patience)) {
-        auto scan = scanned(media, patience);
+        constexpr double kWholeShare = 0.5;
+        constexpr double kLaterShare = 0.7; // of what that leaves
+        const Patience reading = partOf(patience, kWholeShare);
+        auto scan = scanned(media, reading, true);
+        const bool isLate = reading.over();
+        if (isLate) {
+            scan = scanned(media, partOf(patience, kLaterShare), false);
+        }
         ends = scan.ends;
         media.breaks = std::move(scan.breaks);
-        if (media.picture && media.timeStamps == TimeStamps::kIndexed) {
-            const auto index = PictureIndex::build(media, patience);
+        // Large ones are not read over again: their list is made when they are shown.
+        const bool isListed = file.byteCount() <= kQuickBytes || !mayBreak(file);
+        if (media.picture && media.timeStamps == TimeStamps::kIndexed && isListed && !isLate) {
+            const auto index = PictureIndex::build(media, partOf(patience, kLaterShare));
             ends[0] = index ? index->startOfSlot(index->count()) : ends[0];
             if (index && media.listing) {
                 media.listing->keep(index);

@@ -4,6 +4,7 @@
 #include "support/patterns.h"
 #include "twcore/media/picture_reader.h"
 #include "twcore/media/sound_source.h"
+#include "twcore/media/stamp_scan.h"
 #include "twcore/render/picture_fitter.h"
 
 #include <gtest/gtest.h>
@@ -194,6 +195,40 @@ TEST(Clocks, PartsWithoutSoundOrPictureKeepTheirLength)
         PictureReader pictures(made.media, 1);
         EXPECT_EQ(numberAt(pictures, start + 1.036), 25); // sound is a little longer than its picture
         EXPECT_NEAR(soundOff(*openSound(made.media, kRate, {}), start + 2, 2), 0, 0.04);
+    }
+}
+
+TEST(Clocks, WhereTimeIsShortBreaksAreFoundFromAFewPlaces)
+{
+    constexpr int kPieces = 40; // of five seconds, in each part
+    const std::string piece = bytesOf("mpeg2.ts");
+    std::string part;
+    for (std::uint64_t i = 0; i < kPieces; ++i) {
+        part += withClock(piece, i * 5 * 90000);
+    }
+    const MadeFile made(part + withClock(part, std::uint64_t{1000} * 90000) + part);
+    std::uint32_t error = 0;
+    const auto scan = [&](auto how) {
+        const auto file = InputFile::open(made.path, {}, error);
+        return file && file->readStreamInfo() ? how(*file, std::array{0, 1}) : Scan{};
+    };
+    const Scan whole = scan(brokenScan);
+    const Scan sampled = scan(sampledScan);
+    ASSERT_TRUE(made.media && whole.breaks && sampled.breaks);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_NEAR(sampled.ends[i] - made.media->zeroSeconds, 3 * kPieces * 5, 0.2);
+        ASSERT_EQ(sampled.breaks->shifts[i].size(), whole.breaks->shifts[i].size());
+        for (std::size_t k = 0; k < whole.breaks->shifts[i].size(); ++k) {
+            EXPECT_NEAR(static_cast<double>(sampled.breaks->shifts[i][k].ticks),
+                        static_cast<double>(whole.breaks->shifts[i][k].ticks), 9000); // a tenth of a second
+        }
+    }
+    MediaFile opened = *made.media; // as it is where there was no time
+    opened.breaks = sampled.breaks;
+    opened.listing.reset();
+    const auto source = openSound(std::make_shared<const MediaFile>(opened), kRate, {});
+    for (const double at : {3.0 * kPieces * 5 - 3, 2.0 * kPieces * 5 + 2, 2.0}) {
+        EXPECT_NEAR(soundOff(*source, at, std::fmod(at, 5)), 0, 0.2) << at;
     }
 }
 
