@@ -9,24 +9,46 @@ namespace twcore {
 
 namespace {
 
-/// The main header of AVI tells the length once more, beside the rates of the streams, which the stamps hang on.
+/// The main header of AVI tells the length once more, beside the rates of the streams, which the stamps hang on. It
+/// counts the first part of a file over 1 GB alone: there a further header counts them all.
 double aviLength(const std::string& path)
 {
-    constexpr std::size_t kPeriod = 32;
-    constexpr std::size_t kFrames = 48;
-    std::array<char, kFrames + 4> head{};
+    constexpr std::int64_t kHeaders = 24; // the first of them
+    constexpr int kMostHeaders = 200;
     std::ifstream in(path, std::ios::binary);
-    if (!in.read(head.data(), head.size()) || std::memcmp(head.data() + 24, "avih", 4) != 0) {
-        return 0;
-    }
+    std::array<char, 12> head{};
+    const auto readAt = [&](std::int64_t at) {
+        in.clear();
+        return static_cast<bool>(in.seekg(at).read(head.data(), head.size()));
+    };
     const auto number = [&](std::size_t at) {
         std::uint32_t value = 0;
         for (std::size_t i = 4; i-- > 0;) {
             value = value << 8 | static_cast<std::uint8_t>(head[at + i]);
         }
-        return static_cast<double>(value);
+        return value;
     };
-    return number(kPeriod) * number(kFrames) / 1e6;
+    const auto isNamed = [&](std::size_t at, const char* name) { return std::memcmp(head.data() + at, name, 4) == 0; };
+    if (!readAt(4) || !readAt(number(0) + std::int64_t{8})) {
+        head.fill(0);
+    }
+    const bool hasParts = isNamed(0, "RIFF");
+    if (!readAt(kHeaders) || !isNamed(0, "avih")) {
+        return 0;
+    }
+    const double period = number(8);
+    readAt(kHeaders + 24);
+    const double counted = number(0);
+    double all = 0;
+    std::int64_t at = kHeaders;
+    for (int i = 0; i < kMostHeaders && readAt(at) && !isNamed(8, "movi"); ++i) {
+        if (isNamed(0, "dmlh")) {
+            all = number(8);
+        }
+        const bool isEntered = isNamed(0, "LIST") && isNamed(8, "odml");
+        at += isEntered ? 12 : 8 + std::int64_t{number(4)} + number(4) % 2;
+    }
+    return all > 0 || !hasParts ? period * std::max(counted, all) / 1e6 : 0;
 }
 
 } // namespace

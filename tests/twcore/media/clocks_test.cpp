@@ -263,6 +263,16 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     EXPECT_LT(slow.media->picture->durationMs, 6000) << "longer than the file's own header allows";
     EXPECT_NEAR(slow.media->sound->durationMs, 5000, 80);
 
+    std::string parts = bytesOf("mpeg4.avi"); // as if it went on in further parts, one picture in 20 s
+    parts.replace(parts.find("vids") + 20, 8, std::string("\x14\0\0\0\1\0\0\0", 8));
+    parts.replace(parts.find("avih") + 8, 4, std::string("\0\x2D\x31\1", 4));
+    parts.replace(parts.find("avih") + 24, 4, std::string("\1\0\0\0", 4));
+    parts.replace(parts.find("odml") - 8, 4, "LIST");
+    parts.replace(parts.find("dmlh") + 8, 4, std::string("\x7D\0\0\0", 4));
+    const MadeFile open(parts);
+    ASSERT_TRUE(open.media && open.media->picture);
+    EXPECT_NEAR(open.media->picture->durationMs, 125 * 20'000, 20'000);
+
     std::string ts = bytesOf("mpeg2.ts");
     const std::size_t middle = ts.size() / 376 * 188;
     const auto next = [&] { // the packet in which the next picture's stamp stands
