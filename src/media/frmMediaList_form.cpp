@@ -293,12 +293,18 @@ void MediaListForm::tellPlayerSize()
     }
 }
 
+bool MediaListForm::event(QEvent* event)
+{
+    const bool isTaken = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate) {
+        frmMediaList::lvwMediaList_Showing(); // the person comes back, perhaps from the file manager
+    }
+    return isTaken;
+}
+
 void MediaListForm::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible()) {
-        frmMediaList::lvwMediaList_Showing(); // the person comes back, perhaps from the file manager
-    }
     if (event->type() == QEvent::FontChange && details_ != nullptr) {
         fitColumns();
     }

@@ -23,6 +23,7 @@ public:
     QSize sizeHint() const override { return {900, 320}; }
 
 protected:
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -110,6 +110,26 @@ TEST_F(MediaFilesScreen, AFolderThatIsDroppedIsCalledOne)
                                          + "\".|This is a folder. Open or drop the files that are in it."});
 }
 
+TEST_F(MediaFilesScreen, ComingBackToTheWindowShowsWhatWentAndCameMeanwhile)
+{
+    const std::string path = copied("mpeg4.avi", "going.avi");
+    ASSERT_TRUE(drop({path, media("still.png")}));
+    ASSERT_TRUE(until([&] { return status().starts_with("Selected file"); }));
+    const auto awayAndBack = [&](const std::string& from, const std::string& to) {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        fs::rename(from, to);
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    };
+    awayAndBack(path, path + ".away");
+    EXPECT_TRUE(until([&] { return tipOf(0) == "going.avi is missing from the disk"; })) << tipOf(0);
+    awayAndBack(path + ".away", path);
+    EXPECT_TRUE(until([&] { return tipOf(0) == "going.avi"; })) << tipOf(0);
+}
+
 TEST_F(MediaFilesScreen, AFileThatHasGoneIsToldOnceAndMarkedUntilItIsBack)
 {
     const std::string path = copied("mpeg4.avi", "going.avi");
