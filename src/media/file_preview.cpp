@@ -65,6 +65,14 @@ void takeLength(std::int32_t length)
 
 int newestLoad = 0; // of loads and closings
 
+/// What was loaded goes: until the next load there is nothing to play.
+void showAsEmpty()
+{
+    ++newestLoad;
+    showAsStopped();
+    forms::frmMediaList.cmdPlay.Enabled = false;
+}
+
 } // namespace
 
 namespace media {
@@ -88,6 +96,7 @@ void loadFilePreview(std::string_view mediaClass, std::string_view path)
     if (load != newestLoad) {
         return; // events were let run meanwhile: what they loaded stands
     }
+    form.cmdPlay.Enabled = true;
     if (isSound) {
         clearPicture(); // the file before may have played on until now, and left one
     } else {
@@ -104,16 +113,14 @@ void loadFilePreview(std::string_view mediaClass, std::string_view path)
 
 void resetFilePreview()
 {
-    ++newestLoad;
-    showAsStopped();
+    showAsEmpty();
     Bool16 ok = kFalse;
     check(EngineAs<ITWFilePreview>()->ResetPlayer(ok));
 }
 
 void closeFilePreview()
 {
-    ++newestLoad;
-    showAsStopped();
+    showAsEmpty();
     const engine::Status closed = EngineAs<ITWFilePreview>()->Close();
     clearPicture();
     check(closed);

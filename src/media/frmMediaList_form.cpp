@@ -507,7 +507,7 @@ void MediaListForm::showState()
     position_->setValue(f.sldFilePreview.Value());
     play_->setVisible(f.cmdPlay.Visible);
     play_->setEnabled(f.cmdPlay.Enabled && f.lvwMediaList.Count() > 0);
-    position_->setEnabled(f.lvwMediaList.Count() > 0);
+    position_->setEnabled(play_->isEnabled());
     if (playPicture_ != f.cmdPlay.Picture.get()) {
         playPicture_ = f.cmdPlay.Picture.get();
         play_->setIcon(programIcon(playPicture_, palette()));
