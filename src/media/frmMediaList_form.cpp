@@ -26,6 +26,8 @@ namespace {
 
 forms::FrmMediaList& form() { return forms::frmMediaList; }
 
+constexpr std::size_t kDate = 3; // of the facts: it has blanks to wrap at
+
 /// Delete, Crop, Cut, Copy and Crop Source(s), on the number pad too.
 bool isEditKey(const QKeyEvent& event)
 {
@@ -196,6 +198,7 @@ void MediaListForm::makeFacts()
             label->installEventFilter(this);
         }
     }
+    facts_[kDate]->setWordWrap(true);
     grid->setRowStretch(static_cast<int>(facts_.size()), 1);
     factRoom_ = new QScrollArea(side_);
     factRoom_->setObjectName("fmeMediaInfo");
@@ -236,20 +239,31 @@ void MediaListForm::refreshIcons()
 
 void MediaListForm::resizeEvent(QResizeEvent*)
 {
-    constexpr int kControls = 30;
-    constexpr int kBelowFacts = 8;
     const int sideWidth = std::clamp(width() * 2 / 5, 200, 420);
     const int listWidth = std::max(10, width() - sideWidth - 1);
     views_->setGeometry(0, 0, listWidth, height());
     emptyHint_->setGeometry(0, 20, listWidth, std::max(10, height() - 40));
     side_->setGeometry(listWidth + 1, 0, sideWidth, height());
-    const int factsHeight = std::min(factBox_->sizeHint().height() + kBelowFacts, height() / 2);
-    const int pictureHeight = std::max(10, height() - kControls - factsHeight);
+    placeSide();
+    fitNames();
+}
+
+int MediaListForm::factsHeight() const
+{
+    constexpr int kBelowFacts = 8;
+    return std::min(factBox_->layout()->heightForWidth(side_->width()) + kBelowFacts, height() / 2);
+}
+
+/// The picture has what the facts leave.
+void MediaListForm::placeSide()
+{
+    constexpr int kControls = 30;
+    const int sideWidth = side_->width();
+    const int pictureHeight = std::max(10, height() - kControls - factsHeight());
     picture_->setGeometry(0, 0, sideWidth, pictureHeight);
     play_->setGeometry(6, pictureHeight + 2, 26, 26);
     position_->setGeometry(38, pictureHeight + 2, sideWidth - 46, 26);
-    factRoom_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight);
-    fitNames();
+    factRoom_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight());
     tellPlayerSize();
 }
 
@@ -474,12 +488,17 @@ void MediaListForm::showFacts()
         factNames_[i]->setText(fromProgram(name.Caption.get()));
         // A long path keeps its end, which tells more than its beginning.
         const QString whole = fromProgram(fact.Caption.get());
-        facts_[i]->setText(facts_[i]->fontMetrics().elidedText(whole, Qt::ElideMiddle, facts_[i]->width()));
+        const QString cut = facts_[i]->fontMetrics().elidedText(whole, Qt::ElideMiddle, facts_[i]->width());
+        facts_[i]->setText(i == kDate ? whole : cut);
         facts_[i]->setToolTip(whole);
+        facts_[i]->setAccessibleName(whole);
     };
     showFact(0, f.lblFile, f.lblFileDisplay);
     for (std::size_t i = 0; i < f.lblInfo.size(); ++i) {
         showFact(i + 1, f.lblInfo[i], f.lblInfoDisplay[i]);
+    }
+    if (!facts_[kDate]->text().isEmpty() && factRoom_->height() != factsHeight()) {
+        placeSide(); // the date takes more lines or less than the one before
     }
 }
 

@@ -51,6 +51,8 @@ private:
     void refreshIcons();
     void fitColumns();
     void fitNames();
+    int factsHeight() const;
+    void placeSide();
     void tellPlayerSize();
 
     QStackedWidget* views_ = nullptr;
