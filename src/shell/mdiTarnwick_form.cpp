@@ -20,6 +20,7 @@
 #include "timeline/frmTimeline_events.h"
 #include "timeline/frmTimeline_form.h"
 #include "tools/frmVolume_form.h"
+#include "windowing/cut_label.h"
 #include "windowing/icons.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -198,7 +199,7 @@ void MainWindow::makeStatusBar()
 {
     QStatusBar& bar = *statusBar();
     for (std::size_t i = 0; i < statusPanels_.size(); ++i) {
-        statusPanels_[i] = new QLabel(&bar);
+        statusPanels_[i] = i == 0 ? message_ = new CutLabel(&bar) : new QLabel(&bar);
         statusPanels_[i]->setObjectName(QString("sbr%1").arg(i + 1));
         statusPanels_[i]->setTextFormat(Qt::PlainText);
         statusPanels_[i]->setContentsMargins(6, 0, 6, 0);
@@ -275,7 +276,7 @@ void MainWindow::showState()
     const auto& m = forms::mdiTarnwick;
     for (std::size_t i = 0; i < statusPanels_.size(); ++i) {
         const QString text = fromProgram(const_cast<StatusBar&>(m.sbr).Panel(static_cast<std::int32_t>(i) + 1).get());
-        statusPanels_[i]->setText(text);
+        i == 0 ? message_->setWhole(text) : statusPanels_[i]->setText(text); // the others have their room
     }
     progress_->setVisible(m.pbarMain.Visible);
     progress_->setRange(m.pbarMain.Min(), std::max(m.pbarMain.Min() + 1, m.pbarMain.Max()));

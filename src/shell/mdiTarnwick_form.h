@@ -13,6 +13,7 @@
 #include <map>
 #include <optional>
 
+class CutLabel;
 class MainMenus;
 class MediaListForm;
 class PreviewForm;
@@ -60,6 +61,7 @@ private:
     PanelFrame* toolsPanel_ = nullptr;
     MainMenus* menus_ = nullptr;
     std::array<QLabel*, 4> statusPanels_{};
+    CutLabel* message_ = nullptr; // the first of them
     QProgressBar* progress_ = nullptr;
     QPushButton* cancel_ = nullptr;
     std::map<QObject*, void (*)()> hints_;
