@@ -83,6 +83,9 @@ void onArrowKey(int key, int shift)
 {
     constexpr int kLeftArrow = 37;
     constexpr int kRightArrow = 39;
+    if (key != kLeftArrow && key != kRightArrow) {
+        return; // no other key moves anything, though the seek bar may stand off the slider
+    }
     Slider& seekBar = forms::frmPreview.sldSeekBar;
     const engine::Milliseconds step = moduleScaleRenderer::PixelsToMs((shift & kShiftKey) != 0 ? 1 : 5);
     const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();

@@ -44,6 +44,17 @@ protected:
     bool isShown(const char* name) { return find(name).isVisible(); }
 };
 
+TEST_F(TimelineScreen, AKeyThatDoesNothingLeavesTheSliderWhereItStands)
+{
+    key(Qt::Key_F5);
+    drag(find("imgStartSelHandle"), {5, 5}, 40); // the seek bar keeps to the range, the slider stays
+    find("picScale").setFocus();
+    for (const Qt::Key pressed : {Qt::Key_A, Qt::Key_Shift, Qt::Key_Up}) {
+        key(pressed);
+        EXPECT_EQ(status(2), "0:00:00.000") << pressed;
+    }
+}
+
 TEST_F(TimelineScreen, TheSelectionIsShownDraggedAndHidden)
 {
     EXPECT_FALSE(isShown("imgEndSelHandle"));
