@@ -89,6 +89,7 @@ ReadFile stampOf(const std::string& path)
 /// Opens a file and all its streams.
 Handle openFile(const std::string& path, LaidInputs& laid)
 {
+    const bool isNew = std::ranges::find(laid.files, path, &ReadFile::path) == laid.files.end();
     laid.files.push_back(stampOf(path));
     const auto core = EngineAs<engine::ITWCoreRoot>();
     std::uint32_t code = 0;
@@ -98,6 +99,9 @@ Handle openFile(const std::string& path, LaidInputs& laid)
     check(core->OpenFile(path, file));
     if (file == 0) {
         throw RenderFailed(causeOf(path, code, tried.text()));
+    }
+    if (isNew && !tried.text().empty()) {
+        laid.troubles.push_back(tried.text());
     }
     const auto media = EngineAs<engine::ITWMediaFiles>();
     Handle stream = -1;
@@ -180,7 +184,7 @@ LaidInputs layProject(const Tracks& tracks, const std::string& path, const volat
         throw RenderFailed(causeOf(path, 0));
     }
     const auto project = project::readProjectFile(path);
-    LaidInputs laid{{stampOf(path)}, project.previewWidth, project.previewHeight, true};
+    LaidInputs laid{{stampOf(path)}, project.previewWidth, project.previewHeight, true, {}};
     const auto folder = std::filesystem::path(path).parent_path();
     for (const auto& mediaPath : project.mediaPaths) {
         stopIf(interrupted);

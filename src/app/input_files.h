@@ -35,6 +35,7 @@ struct LaidInputs {
     int width = 0; // the project's frame, or the first picture's; 0 without picture
     int height = 0;
     bool isProject = false;
+    std::vector<std::string> troubles; // sentences about files that are damaged and taken all the same
 };
 
 /// Lays a project, or media files each behind the end of the longest track. Raises `RenderFailed`, also when

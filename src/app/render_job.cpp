@@ -2,6 +2,7 @@
 
 #include "app/engine_lists.h"
 #include "app/input_files.h"
+#include "app/terminal_text.h"
 #include "disk/whole_file.h"
 #include "engine/ITWProfiles.h"
 #include "engine/ITWSave.h"
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <iostream>
 #include <optional>
 #include <thread>
 #include <tuple>
@@ -290,6 +292,9 @@ RenderResult render(const RenderWords& words, const volatile int& interrupted)
     }
     const Tracks tracks = createTracks();
     LaidInputs laid = layInputs(tracks, words.inputs, interrupted);
+    for (const auto& trouble : laid.troubles) {
+        std::cerr << "quillmont-render: " << forTerminal(trouble) << "\n";
+    }
     checkIsNoInput(movie, words.output, laid.files);
     if (trace) {
         checkIsNoInput(*trace, words.trace, laid.files);

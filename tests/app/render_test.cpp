@@ -776,6 +776,18 @@ TEST_F(RenderTest, ForeignTextGivesTheTerminalNoOrders)
     runFailing({"all\nis well", "-o", movie.string()}, {"all\\x0ais well\" is not there"});
 }
 
+TEST_F(RenderTest, DamagedStampsAreToldOnceForEachFile)
+{
+    std::string slow = read(media("mpeg4.avi"));
+    slow.replace(slow.find("vids") + 20, 8, std::string("\x40\x9C\0\0\1\0\0\0", 8)); // eleven hours a picture
+    write(folder / "slow.avi", slow);
+    last = run({"slow.avi", "slow.avi", media("mpeg2.ts"), "-o", movie.string(), "--json", "--range", "0-200"});
+    EXPECT_EQ(last.status, 0);
+    EXPECT_NE(last.err.find("slow.avi\" has damaged time stamps: its picture ends at "), std::string::npos) << last.err;
+    EXPECT_EQ(std::ranges::count(last.err, '\n'), 1) << last.err;
+    EXPECT_TRUE(last.out.starts_with("{") && std::ranges::count(last.out, '\n') == 1) << last.out;
+}
+
 TEST_F(RenderTest, FilmsAreCountedByWhatTheyTakeInMemory)
 {
     constexpr std::uintmax_t kGb = std::uintmax_t{1} << 30;

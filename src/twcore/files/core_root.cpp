@@ -164,7 +164,8 @@ engine::Status CoreRoot::GetFileError(Text path, std::uint32_t& code)
     return guarded([&] {
         const Trial trial = files_.tryFile(std::string(path));
         code = trial.error;
-        return engine::Status(engine::kDone.code(), trial.trouble);
+        const bool isTaken = trial.trouble.empty() && trial.file;
+        return engine::Status(engine::kDone.code(), isTaken ? trial.file->trouble : trial.trouble);
     });
 }
 

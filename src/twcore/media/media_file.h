@@ -64,6 +64,7 @@ struct MediaFile {
     std::optional<PictureFacts> picture;
     std::optional<SoundFacts> sound;
     std::shared_ptr<PictureListing> listing; // of kIndexed pictures: shared by all who read them
+    std::string trouble;                     // what of it is damaged, as sentences for people; empty: nothing known
 };
 
 using MediaFilePtr = std::shared_ptr<const MediaFile>;

@@ -106,6 +106,7 @@ private:
     std::array<std::vector<Part>, 2> parts_;          // behind the first
     std::array<std::size_t, 2> partStarts_{};         // of the part that runs ahead of the join in hand
     std::array<std::vector<Move>, 2> moves_;
+    bool hasDamage_ = false;
 };
 
 std::shared_ptr<const StampBreaks> BreakFinder::find()
@@ -126,6 +127,7 @@ std::shared_ptr<const StampBreaks> BreakFinder::find()
     join();
     move();
     auto breaks = std::make_shared<StampBreaks>();
+    breaks->hasDamage = hasDamage_;
     bool anyShift = false;
     for (std::size_t i = 0; i < streams_.size(); ++i) {
         for (std::size_t k = 0; k < streams_[i].size(); ++k) {
@@ -174,6 +176,7 @@ void BreakFinder::unroll(std::size_t stream, std::int64_t origin)
         const std::int64_t shownLater = packet.show != AV_NOPTS_VALUE ? way(packet.decode, packet.show) : 0;
         if (!goesOn(lastStored, stored)) {
             if (isDamaged(stream, i, lastStored)) {
+                hasDamage_ = true;
                 packet.decode = running + std::max<std::int64_t>(packet.length, 0);
                 packet.show = packet.show != AV_NOPTS_VALUE ? packet.decode + shownLater : packet.show;
                 continue;

@@ -26,6 +26,7 @@ struct StampBreaks {
     };
 
     std::array<std::vector<Shift>, 2> shifts; // of the picture and of the sound, by position
+    bool hasDamage = false;                   // some stamps fit no clock, and were passed over
     std::vector<Place> soundPlaces;           // to jump to, since the format itself finds no time behind a break
 };
 

@@ -79,6 +79,7 @@ bool StampGuard::pass(AVPacket& packet)
         return true;
     }
     if (last_ != AV_NOPTS_VALUE && isDamaged(main)) {
+        hasRefused_ = true;
         if (++damaged_ > kDamagedStamps) {
             return false;
         }

@@ -31,6 +31,8 @@ public:
     bool pass(AVPacket& packet);
     /// Packets since the last good stamp, which count only if a good one follows.
     int damagedRun() const noexcept { return damaged_; }
+    /// Whether any stamp was refused so far.
+    bool hasRefused() const noexcept { return hasRefused_; }
 
 private:
     bool isDamaged(std::int64_t stamp) const;
@@ -41,6 +43,7 @@ private:
     std::int64_t step_ = 0;
     std::int64_t lead_ = 0; // from decoding to showing
     int damaged_ = 0;
+    bool hasRefused_ = false;
 };
 
 } // namespace twcore

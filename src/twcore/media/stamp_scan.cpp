@@ -256,6 +256,7 @@ Scan brokenScan(InputFile& file, const std::array<int, 2>& indexes)
     }
     Scan scan;
     scan.breaks = breaksOf(streams, *file.stream(std::max(indexes[0], indexes[1])));
+    scan.hasDamage = scan.breaks && scan.breaks->hasDamage;
     for (std::size_t i = 0; i < streams.size(); ++i) {
         for (const auto& read : streams[i]) {
             scan.ends[i] = std::max(scan.ends[i], endOf(*file.stream(indexes[i]), read));

@@ -11,6 +11,8 @@ namespace twcore {
 
 struct Scan {
     std::array<double, 2> ends{-1, -1}; // last moment of the picture and of the sound; -1: not known
+    std::array<bool, 2> endEarly{};     // because of damaged stamps
+    bool hasDamage = false;             // damaged stamps were passed over
     std::shared_ptr<const StampBreaks> breaks;
 };
 

@@ -26,9 +26,10 @@ namespace {
 
 constexpr std::int64_t kQuickBytes = 48 << 20;
 
-std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& indexes, double ownEnd)
+Scan guardedScan(InputFile& file, const std::array<int, 2>& indexes, double ownEnd)
 {
-    std::array<double, 2> ends{-1, -1};
+    Scan scan;
+    auto& ends = scan.ends;
     std::array<double, 2> doubtful{-1, -1};
     std::array<std::unique_ptr<StampGuard>, 2> guards;
     auto packet = makePacket();
@@ -38,7 +39,9 @@ std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& ind
         if (!guards[which]) {
             guards[which] = std::make_unique<StampGuard>(stream, ownEnd);
         }
-        if (!guards[which]->pass(*packet)) {
+        scan.endEarly[which] = !guards[which]->pass(*packet);
+        scan.hasDamage = scan.hasDamage || guards[which]->hasRefused();
+        if (scan.endEarly[which]) {
             doubtful[which] = -1;
             continue;
         }
@@ -49,7 +52,8 @@ std::array<double, 2> guardedEnds(InputFile& file, const std::array<int, 2>& ind
         auto& end = guards[which]->damagedRun() > 0 ? doubtful[which] : ends[which];
         end = std::max(end, timeOf(stream, stamp) + secondsOf(stream, packet->duration));
     }
-    return {std::max(ends[0], doubtful[0]), std::max(ends[1], doubtful[1])};
+    ends = {std::max(ends[0], doubtful[0]), std::max(ends[1], doubtful[1])};
+    return scan;
 }
 
 /// So much of the time that is left. A file that cannot be read whole in its time is opened by what its header tells.
@@ -79,7 +83,7 @@ Scan scanned(const MediaFile& media, const Patience& patience, bool wholly)
     if (mayBreak(*file)) {
         scan = wholly ? brokenScan(*file, indexes) : sampledScan(*file, indexes);
     } else if (wholly) {
-        scan.ends = guardedEnds(*file, indexes, ownEndOf(media, *file));
+        scan = guardedScan(*file, indexes, ownEndOf(media, *file));
     }
     return file->gaveUp() ? Scan{} : scan;
 }
@@ -166,6 +170,26 @@ double headerEnd(const InputFile& file, const AVStream& stream)
     return 0;
 }
 
+std::string damageToldBy(const Scan& scan, const MediaFile& media)
+{
+    std::string text;
+    const auto tell = [&](const std::string& what) {
+        text += (text.empty() ? "\"" : " \"") + media.path + "\"" + what;
+    };
+    const char* const kStreams[] = {"picture", "sound"};
+    for (std::size_t i = 0; i < scan.ends.size(); ++i) {
+        if (scan.endEarly[i]) {
+            std::array<char, 32> seconds{};
+            std::snprintf(seconds.data(), seconds.size(), "%.1f s", std::max(0.0, scan.ends[i] - media.zeroSeconds));
+            tell(std::string(" has damaged time stamps: its ") + kStreams[i] + " ends at " + seconds.data() + ".");
+        }
+    }
+    if (text.empty() && scan.hasDamage) {
+        tell(" has damaged time stamps, which were passed over.");
+    }
+    return text;
+}
+
 std::int32_t lengthMs(double seconds)
 {
     return static_cast<std::int32_t>(std::clamp(std::round(seconds * 1000), 0.0, 2'000'000'000.0));
@@ -202,6 +226,7 @@ void setLengths(MediaFile& media, const InputFile& file, const Patience& patienc
             scan = scanned(media, partOf(patience, kLaterShare), false);
         }
         ends = scan.ends;
+        media.trouble = damageToldBy(scan, media);
         media.breaks = std::move(scan.breaks);
         // Large ones are not read over again: their list is made when they are shown.
         const bool isListed = file.byteCount() <= kQuickBytes || !mayBreak(file);
