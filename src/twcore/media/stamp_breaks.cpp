@@ -111,7 +111,6 @@ private:
 
 std::shared_ptr<const StampBreaks> BreakFinder::find()
 {
-    std::int64_t origin = AV_NOPTS_VALUE;
     for (std::size_t i = 0; i < streams_.size(); ++i) {
         std::int64_t position = 0;
         std::erase_if(streams_[i], [](const auto& packet) { return packet.decode == AV_NOPTS_VALUE; });
@@ -119,6 +118,9 @@ std::shared_ptr<const StampBreaks> BreakFinder::find()
             position = packet.position = packet.position >= 0 ? packet.position : position;
             stored_[i].push_back(packet.decode);
         }
+    }
+    std::int64_t origin = AV_NOPTS_VALUE;
+    for (std::size_t i = 0; i < streams_.size(); ++i) {
         if (!stored_[i].empty()) {
             origin = origin == AV_NOPTS_VALUE ? stored_[i].front() : origin;
             unroll(i, origin + way(origin, stored_[i].front()));
@@ -156,8 +158,14 @@ bool BreakFinder::isDamaged(std::size_t stream, std::size_t index, std::int64_t 
 {
     const auto& stored = stored_[stream];
     const std::size_t end = std::min(stored.size(), index + 1 + kWitnesses);
-    if (index + 1 >= end) {
-        return true;
+    if (index + 1 >= end) { // the last one, behind a still: the other stream alone can deny it
+        const std::int64_t position = streams_[stream][index].position;
+        const std::size_t behind = between(1 - stream, position, position).first;
+        const auto& others = stored_[1 - stream];
+        const bool goOn = // and are not just what was left over at the end of the file
+            behind < others.size() && way(others[behind], others.back()) > ticks(kInterleaveSeconds);
+        return goOn ? std::abs(way(others[behind], stored[index])) > ticks(kApartSeconds)
+                    : way(lastStored, stored[index]) < 0;
     }
     return std::any_of(stored.begin() + static_cast<std::ptrdiff_t>(index) + 1,
                        stored.begin() + static_cast<std::ptrdiff_t>(end),

@@ -288,6 +288,29 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     EXPECT_NEAR(flipped.media->picture->durationMs, 5010, 60);
 }
 
+TEST(Clocks, TheLastPictureBehindALongStillKeepsItsTime)
+{
+    const std::string ts = bytesOf("mpeg2.ts");
+    std::size_t last = ts.size() - 188;
+    while (!((ts[last + 1] & 0x5F) == 0x41 && ts[last + 2] == 0)) {
+        last -= 188;
+    }
+    const auto lengthMs = [](const std::string& bytes) {
+        const MadeFile made(bytes);
+        return made.media && made.media->picture ? made.media->picture->durationMs : -1;
+    };
+    std::string held = ts.substr(0, last);
+    for (std::uint64_t i = 1; i < 12; ++i) {
+        held += withClock(without(ts, 0x100), i * 5 * 90000);
+    }
+    held += withClock(without(ts.substr(last), 0x101) + without(ts, 0x100), std::uint64_t{60} * 90000);
+    EXPECT_NEAR(lengthMs(held), 65010, 60);
+    EXPECT_NEAR(lengthMs(without(held, 0x101)), 65010, 60);
+    const std::string damaged = ts.substr(0, last) + withClock(ts.substr(last, 188), std::uint64_t{60} * 90000);
+    const std::string sound = withClock(without(ts, 0x100), std::uint64_t{5} * 90000);
+    EXPECT_NEAR(lengthMs(damaged + ts.substr(last + 188) + sound), 5010, 60) << "the sound behind it denies the stamp";
+}
+
 TEST(Clocks, SoundThatBeginsMinutesLaterIsOffered)
 {
     const auto trial = tryMediaFile((mediaFolder() / "late-sound.mp4").string(), {});
