@@ -10,7 +10,7 @@ namespace twcore {
 namespace {
 
 /// The main header of AVI tells the length once more, beside the rates of the streams, which the stamps hang on. It
-/// counts the first part of a file over 1 GB alone: there a further header counts them all.
+/// may count the first part of a large file alone: then the picture's own header, or a further one, counts them all.
 double aviLength(const std::string& path)
 {
     constexpr std::int64_t kHeaders = 24; // the first of them
@@ -38,15 +38,20 @@ double aviLength(const std::string& path)
     }
     const double period = number(8);
     readAt(kHeaders + 24);
-    const double counted = number(0);
+    double counted = number(0);
     double all = 0;
     std::int64_t at = kHeaders;
     for (int i = 0; i < kMostHeaders && readAt(at) && !isNamed(8, "movi"); ++i) {
         if (isNamed(0, "dmlh")) {
             all = number(8);
         }
-        const bool isEntered = isNamed(0, "LIST") && isNamed(8, "odml");
-        at += isEntered ? 12 : 8 + std::int64_t{number(4)} + number(4) % 2;
+        const bool isEntered = isNamed(0, "LIST") && (isNamed(8, "odml") || isNamed(8, "strl"));
+        const bool isPicture = isNamed(0, "strh") && isNamed(8, "vids");
+        const std::int64_t next = at + (isEntered ? 12 : 8 + std::int64_t{number(4)} + number(4) % 2);
+        if (isPicture && readAt(at + 40)) {
+            counted = std::max<double>(counted, number(0));
+        }
+        at = next;
     }
     return all > 0 || !hasParts ? period * std::max(counted, all) / 1e6 : 0;
 }

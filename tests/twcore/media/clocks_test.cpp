@@ -273,6 +273,14 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     ASSERT_TRUE(open.media && open.media->picture);
     EXPECT_NEAR(open.media->picture->durationMs, 125 * 20'000, 20'000);
 
+    std::string still = bytesOf("mpeg4.avi"); // 40 s from picture to picture, and the main header counts two of them
+    still.replace(still.find("vids") + 20, 8, std::string("\x28\0\0\0\1\0\0\0", 8));
+    still.replace(still.find("avih") + 8, 4, std::string("\0\x5A\x62\2", 4));
+    still.replace(still.find("avih") + 24, 4, std::string("\2\0\0\0", 4));
+    const MadeFile stills(still);
+    ASSERT_TRUE(stills.media && stills.media->picture);
+    EXPECT_NEAR(stills.media->picture->durationMs, 125 * 40'000, 40'000);
+
     std::string ts = bytesOf("mpeg2.ts");
     const std::size_t middle = ts.size() / 376 * 188;
     const auto next = [&] { // the packet in which the next picture's stamp stands
