@@ -102,13 +102,19 @@ bool looksBroken(const MediaFile& media, const Patience& patience)
     }
     auto packet = makePacket();
     std::vector<double> times;
+    std::int64_t reached = -1; // where the last packet stands that was found
     for (int place = 0; place < kPlaces; ++place) {
-        if (av_seek_frame(file->context(), index, file->byteCount() / kPlaces * place, AVSEEK_FLAG_BYTE) < 0) {
+        const std::int64_t position = file->byteCount() / kPlaces * place;
+        if (position <= reached) {
+            continue; // in a hole that was read through on the way
+        }
+        if (av_seek_frame(file->context(), index, position, AVSEEK_FLAG_BYTE) < 0) {
             return false;
         }
         for (int i = 0; i < kPackets && file->read(*packet); ++i) {
             if (packet->stream_index == index && packet->dts != AV_NOPTS_VALUE) {
                 times.push_back(timeOf(*file->stream(index), packet->dts));
+                reached = packet->pos;
                 break;
             }
         }
