@@ -146,7 +146,8 @@ bool headerMayBeWrong(const InputFile& file, const MediaFile& media, const Patie
     if (length > kLongestHoleSeconds && static_cast<double>(file.byteCount()) < length * kFewestBytesPerSecond) {
         return true;
     }
-    return mayBreak(file) && looksBroken(media, patience);
+    constexpr double kLookShare = 0.25;
+    return mayBreak(file) && looksBroken(media, partOf(patience, kLookShare));
 }
 
 /// The end of a stream as Matroska's tags tell it, hours:minutes:seconds; 0 when they do not.
