@@ -80,8 +80,8 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
         const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
         index->packets_.push_back(
             {packet->pos, storedTime, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
-        scanned.push_back(
-            {clock.isBare ? AV_NOPTS_VALUE : packet->pts, media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
+        scanned.push_back({clock.isBare ? AV_NOPTS_VALUE : packet->pts,
+                           media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
     }
     if (index->packets_.empty() || file->gaveUp() || file->hasFailed()) {
         return nullptr; // half a list would be shared as if it were whole
@@ -90,8 +90,32 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
     return index;
 }
 
-void PictureIndex::finish(const std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock)
+/// A single damaged time of showing would hold one picture for minutes, and make the film as long.
+void PictureIndex::mendLeads(std::vector<Scanned>& scanned, const Clock& clock) const
 {
+    const auto second = static_cast<std::int64_t>(1 / av_q2d(clock.timeBase));
+    std::int64_t before = 0;
+    for (std::size_t i = 0; i < scanned.size(); ++i) {
+        const std::int64_t decode = packets_[i].decodeTime;
+        auto& shown = scanned[i].presentationTime;
+        if (shown == AV_NOPTS_VALUE || decode == AV_NOPTS_VALUE) {
+            continue;
+        }
+        const auto untilDecoded = [&](std::size_t k) {
+            return packets_[k].decodeTime != AV_NOPTS_VALUE ? packets_[k].decodeTime - decode : 0;
+        };
+        if (isLeadDamaged(shown - decode, second, i, scanned.size(), untilDecoded)) {
+            shown = decode + before;
+        }
+        before = shown - decode;
+    }
+}
+
+void PictureIndex::finish(std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock)
+{
+    if (clock.tellsOrder) {
+        mendLeads(scanned, clock);
+    }
     hasPositions_ = std::ranges::all_of(packets_, [](auto& p) { return p.position >= 0; });
     if (media.breaks) {
         // Nothing but bytes tells the way there: a picture that tells no place is found from the one ahead of it.
@@ -108,7 +132,7 @@ void PictureIndex::finish(const std::vector<Scanned>& scanned, const MediaFile& 
     arrange(scanned, counted, frameSecondsOf(media));
 }
 
-std::shared_ptr<PictureIndex> PictureIndex::beginning(const std::vector<Scanned>& scanned, const MediaFile& media,
+std::shared_ptr<PictureIndex> PictureIndex::beginning(std::vector<Scanned>& scanned, const MediaFile& media,
                                                       const Clock& clock) const
 {
     auto part = std::make_shared<PictureIndex>(*this);
@@ -131,7 +155,7 @@ std::shared_ptr<const PictureIndex> PictureIndex::fromFile(const MediaFile& medi
     auto index = std::make_shared<PictureIndex>();
     index->isFromFile_ = true;
     index->packets_ = std::move(*packets);
-    const std::vector<Scanned> scanned(index->count(), Scanned{AV_NOPTS_VALUE, {}});
+    std::vector<Scanned> scanned(index->count(), Scanned{AV_NOPTS_VALUE, {}});
     index->finish(scanned, media, {.timeBase = file->stream(streamIndex)->time_base, .tellsOrder = false});
     if (media.picture->reorders) {
         index->order_ = PictureOrder::open(media.path, streamIndex, index->packets_);

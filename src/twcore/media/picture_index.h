@@ -69,9 +69,10 @@ public:
 private:
     struct Scanned;
     struct Clock;
-    std::shared_ptr<PictureIndex> beginning(const std::vector<Scanned>& scanned, const MediaFile& media,
+    std::shared_ptr<PictureIndex> beginning(std::vector<Scanned>& scanned, const MediaFile& media,
                                             const Clock& clock) const;
-    void finish(const std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock);
+    void mendLeads(std::vector<Scanned>& scanned, const Clock& clock) const;
+    void finish(std::vector<Scanned>& scanned, const MediaFile& media, const Clock& clock);
     std::size_t ordinalOf(std::size_t slot) const;
     void arrange(const std::vector<Scanned>& scanned, const Clock& clock, double frameSeconds);
 

@@ -1,5 +1,7 @@
 #include "twcore/media/stamp_breaks.h"
 
+#include "twcore/media/stamp_guard.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
@@ -78,6 +80,7 @@ private:
         return way(from, to) >= -ticks(kBackSeconds) && way(from, to) <= ticks(kAheadSeconds);
     }
     bool isDamaged(std::size_t stream, std::size_t index, std::int64_t lastStored) const;
+    std::int64_t leadOf(std::size_t stream, std::size_t index, std::int64_t before) const;
     void unroll(std::size_t stream, std::int64_t origin);
     std::int64_t positionOf(std::size_t stream, const Part& part) const
     {
@@ -172,16 +175,27 @@ bool BreakFinder::isDamaged(std::size_t stream, std::size_t index, std::int64_t 
                        [&](std::int64_t stamp) { return goesOn(lastStored, stamp); });
 }
 
+/// From the stored stamp of decoding to that of showing, or as with the packet before, where it cannot be.
+std::int64_t BreakFinder::leadOf(std::size_t stream, std::size_t index, std::int64_t before) const
+{
+    const auto& stored = stored_[stream];
+    const std::int64_t show = streams_[stream][index].show;
+    const std::int64_t lead = show != AV_NOPTS_VALUE ? way(stored[index], show) : before;
+    const auto untilDecoded = [&](std::size_t i) { return way(stored[index], stored[i]); };
+    return isLeadDamaged(lead, second_, index, stored.size(), untilDecoded) ? before : lead;
+}
+
 /// Counts the stamps of a stream on over the counter's end and lists where they jump.
 void BreakFinder::unroll(std::size_t stream, std::int64_t origin)
 {
     auto& packets = streams_[stream];
     std::int64_t lastStored = stored_[stream].front();
     std::int64_t running = origin;
+    std::int64_t shownLater = 0;
     for (std::size_t i = 0; i < packets.size(); ++i) {
         auto& packet = packets[i];
         const std::int64_t stored = stored_[stream][i];
-        const std::int64_t shownLater = packet.show != AV_NOPTS_VALUE ? way(packet.decode, packet.show) : 0;
+        shownLater = leadOf(stream, i, shownLater);
         if (!goesOn(lastStored, stored)) {
             if (isDamaged(stream, i, lastStored)) {
                 hasDamage_ = true;

@@ -5,6 +5,7 @@
 
 #include "twcore/media/input_file.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace twcore {
@@ -19,6 +20,28 @@ inline constexpr int kDamagedStamps = 10;
 /// How long the container's own header says that the file lasts, from its first stamp; 0 when nothing says it but the
 /// stamps themselves.
 double ownLength(const InputFile& file, const std::string& path);
+
+/// Whether a picture's stamp of showing is damaged, `lead` ticks behind that of its decoding. One that is shown after a
+/// long still may be decoded long before, with the last pictures ahead of the still: then the decoding of the few
+/// behind it reaches that time as well. `untilDecoded` tells the ticks from its own decoding to that of packet i of
+/// `count`; nothing denies the last pictures of all.
+template <typename UntilDecoded>
+bool isLeadDamaged(std::int64_t lead, std::int64_t ticksPerSecond, std::size_t index, std::size_t count,
+                   UntilDecoded untilDecoded)
+{
+    constexpr std::int64_t kLongestSeconds = 5;
+    constexpr std::size_t kReordered = 16;
+    constexpr std::size_t kLast = 4;
+    const std::int64_t longest = kLongestSeconds * ticksPerSecond;
+    if (lead >= -longest && lead <= longest) {
+        return false;
+    }
+    bool isReached = lead > 0 && index + kLast >= count;
+    for (std::size_t i = index + 1; !isReached && i < count && i <= index + kReordered; ++i) {
+        isReached = lead > 0 && untilDecoded(i) >= lead - longest;
+    }
+    return !isReached;
+}
 
 /// Watches the stamps of one stream, read from its beginning, packet by packet.
 class StampGuard {

@@ -294,6 +294,18 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     const MadeFile flipped(ts);
     ASSERT_TRUE(flipped.media && flipped.media->picture);
     EXPECT_NEAR(flipped.media->picture->durationMs, 5010, 60);
+
+    std::string late = bytesOf("h264.ts");
+    for (std::size_t at = late.size() / 376 * 188; at + 188 <= late.size(); at += 188) {
+        const std::size_t stamp = late.find(std::string("\0\0\1\xE0", 4), at) + 9;
+        if (stamp < at + 188 && (late[stamp - 2] & 0xC0) == 0xC0) {
+            late[stamp + 1] = static_cast<char>(late[stamp + 1] ^ 1); // of showing alone, some three minutes
+            break;
+        }
+    }
+    const MadeFile shownLate(late);
+    ASSERT_TRUE(shownLate.media && shownLate.media->picture);
+    EXPECT_NEAR(shownLate.media->picture->durationMs, MadeFile(bytesOf("h264.ts")).media->picture->durationMs, 60);
 }
 
 TEST(Clocks, TheLastPictureBehindALongStillKeepsItsTime)
