@@ -67,8 +67,7 @@ bool MidiReader::open()
         return false;
     }
     synth->player.reset(new_fluid_player(synth->synth.get()));
-    if (!synth->player
-        || fluid_player_add_mem(synth->player.get(), song.data(), song.size()) != FLUID_OK
+    if (!synth->player || fluid_player_add_mem(synth->player.get(), song.data(), song.size()) != FLUID_OK
         || fluid_player_play(synth->player.get()) != FLUID_OK) {
         return false;
     }

@@ -23,8 +23,8 @@ struct LumaWeights {
 };
 LumaWeights lumaWeightsOf(Matrix matrix);
 
-/// What is meant where a file does not tell: pictures wider than 1024 or higher than 576 pixels are 709, others 601, and
-/// so is all full range. Who writes a movie that cannot tell its colour keeps to it.
+/// What is meant where a file does not tell: pictures wider than 1024 or higher than 576 pixels are 709, others 601,
+/// and so is all full range. Who writes a movie that cannot tell its colour keeps to it.
 Matrix untoldMatrix(int width, int height, bool isFullRange);
 
 /// What the frame says of itself; what it does not say is as above.
