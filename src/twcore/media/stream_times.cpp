@@ -93,7 +93,8 @@ bool looksBroken(const MediaFile& media, const Patience& patience)
 {
     constexpr int kPlaces = 32;
     constexpr int kPackets = 400;
-    constexpr double kLeap = 20; // times the time that a place is apart from the next one on the average
+    constexpr std::int64_t kEndBytes = 1 << 18; // that are looked at whole: a short part may be joined there
+    constexpr double kLeap = 20;                // times the time that a place is apart from the next one on the average
     const int index = media.picture ? media.picture->streamIndex : media.sound->streamIndex;
     std::uint32_t error = 0;
     const auto file = InputFile::open(media.path, patience, error);
@@ -119,10 +120,21 @@ bool looksBroken(const MediaFile& media, const Patience& patience)
             }
         }
     }
+    if (av_seek_frame(file->context(), index, file->byteCount() - kEndBytes, AVSEEK_FLAG_BYTE) < 0) {
+        return false;
+    }
+    const AVStream& stream = *file->stream(index);
+    while (file->read(*packet)) {
+        if (packet->stream_index == index && packet->dts != AV_NOPTS_VALUE) {
+            times.push_back(timeOf(stream, packet->dts));
+        }
+    }
     if (times.size() < 2) {
         return false;
     }
-    const double header = static_cast<double>(file->context()->duration) / AV_TIME_BASE;
+    const double header = stream.duration != AV_NOPTS_VALUE && stream.duration > 0
+                              ? timeOf(stream, stream.duration)
+                              : static_cast<double>(file->context()->duration) / AV_TIME_BASE;
     if (times.back() - times.front() > header + 1) {
         return true; // its end tells less than its middle
     }

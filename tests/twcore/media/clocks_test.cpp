@@ -232,6 +232,24 @@ TEST(Clocks, WhereTimeIsShortBreaksAreFoundFromAFewPlaces)
     }
 }
 
+TEST(Clocks, AShortPartBehindALargeOneIsFound)
+{
+    constexpr std::uint64_t kPieces = 20; // of five seconds, far apart in the file
+    const std::string piece = bytesOf("mpeg2.ts");
+    std::string padding;
+    for (std::size_t i = 0; i < (50 << 20) / kPieces / 188; ++i) {
+        padding += std::string("\x47\x1F\xFF\x10", 4) + std::string(184, '\xFF');
+    }
+    std::string large;
+    for (std::uint64_t i = 0; i < kPieces; ++i) {
+        large += padding + withClock(piece, i * 5 * 90000);
+    }
+    const MadeFile small(piece.substr(0, std::size_t{188} * 400));
+    const MadeFile made(large + piece.substr(0, std::size_t{188} * 400));
+    ASSERT_TRUE(small.media && small.media->picture && made.media && made.media->picture);
+    EXPECT_NEAR(made.media->picture->durationMs, kPieces * 5000 + small.media->picture->durationMs, 100);
+}
+
 TEST(Clocks, AHoleOfAnHourIsSilenceThatCostsNothing)
 {
     const auto media = tryMediaFile((mediaFolder() / "sound-hole.mkv").string(), {}).file;
