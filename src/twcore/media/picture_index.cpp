@@ -37,6 +37,14 @@ double frameSecondsOf(const MediaFile& media)
     return media.picture->frameRate.num > 0 ? 1 / av_q2d(media.picture->frameRate) : 1.0 / 25;
 }
 
+/// AVI counts its pictures in ticks of one picture each: where that rate was refused, in those of the one in its place.
+AVRational timeBaseOf(const MediaFile& media, const AVStream& stream)
+{
+    const AVRational rate = media.picture->frameRate;
+    const bool isRefused = media.formatName == "avi" && rate.num > 0 && av_q2d(stream.time_base) * av_q2d(rate) > 100;
+    return isRefused ? av_inv_q(rate) : stream.time_base;
+}
+
 bool isBareFormat(const std::string& format) { return format == "h264" || format == "hevc" || format == "mpegvideo"; }
 
 } // namespace
@@ -53,13 +61,14 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
     const AVStream& stream = *file->stream(media.picture->streamIndex);
     file->keepOnly(media.picture->streamIndex);
     const std::string format = file->formatName();
-    const Clock clock{.timeBase = stream.time_base, .tellsOrder = format != "avi", .isBare = isBareFormat(format)};
+    const Clock clock{
+        .timeBase = timeBaseOf(media, stream), .tellsOrder = format != "avi", .isBare = isBareFormat(format)};
     PictureKindReader kinds(*stream.codecpar);
     auto index = std::make_shared<PictureIndex>();
     std::vector<Scanned> scanned;
     std::size_t nextPart = kFirstPart;
     RunningStamps running(media.breaks, 0);
-    StampGuard guard(stream, ownEndOf(media, *file));
+    StampGuard guard(clock.timeBase, ownEndOf(media, *file));
     auto packet = makePacket();
     while (file->read(*packet)) {
         if (packet->stream_index != media.picture->streamIndex) {
@@ -156,7 +165,7 @@ std::shared_ptr<const PictureIndex> PictureIndex::fromFile(const MediaFile& medi
     index->isFromFile_ = true;
     index->packets_ = std::move(*packets);
     std::vector<Scanned> scanned(index->count(), Scanned{AV_NOPTS_VALUE, {}});
-    index->finish(scanned, media, {.timeBase = file->stream(streamIndex)->time_base, .tellsOrder = false});
+    index->finish(scanned, media, {.timeBase = timeBaseOf(media, *file->stream(streamIndex)), .tellsOrder = false});
     if (media.picture->reorders) {
         index->order_ = PictureOrder::open(media.path, streamIndex, index->packets_);
     }

@@ -47,7 +47,7 @@ bool isLeadDamaged(std::int64_t lead, std::int64_t ticksPerSecond, std::size_t i
 class StampGuard {
 public:
     /// `ownEnd` is the last moment that the container's own length allows, in seconds of the file's time; 0: unknown.
-    StampGuard(const AVStream& stream, double ownEnd) : tick_(av_q2d(stream.time_base)), ownEnd_(ownEnd) {}
+    StampGuard(AVRational timeBase, double ownEnd) : tick_(av_q2d(timeBase)), ownEnd_(ownEnd) {}
 
     /// Puts a stamp that can be in place of a damaged one. False when the stream is over: the packets since the last
     /// good one, this one among them, are to be left out.

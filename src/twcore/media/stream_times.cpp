@@ -37,7 +37,7 @@ Scan guardedScan(InputFile& file, const std::array<int, 2>& indexes, double ownE
         const auto which = static_cast<std::size_t>(i);
         const AVStream& stream = *file.stream(indexes[which]);
         if (!guards[which]) {
-            guards[which] = std::make_unique<StampGuard>(stream, ownEnd);
+            guards[which] = std::make_unique<StampGuard>(stream.time_base, ownEnd);
         }
         scan.endEarly[which] = !guards[which]->pass(*packet);
         scan.hasDamage = scan.hasDamage || guards[which]->hasRefused();

@@ -279,6 +279,8 @@ TEST(Clocks, ADamagedStampMakesNoFilmOfDays)
     const MadeFile slow(avi);
     ASSERT_TRUE(slow.media && slow.media->picture && slow.media->sound);
     EXPECT_LT(slow.media->picture->durationMs, 6000) << "longer than the file's own header allows";
+    PictureReader counted(slow.media, 1);
+    EXPECT_EQ(numberAt(counted, 3.013), 75) << "the times are not those of the rate in its place";
     EXPECT_NEAR(slow.media->sound->durationMs, 5000, 80);
 
     std::string parts = bytesOf("mpeg4.avi"); // as if it went on in further parts, one picture in 20 s
