@@ -23,9 +23,6 @@ bool isMidiFile(const std::string& path, const Patience& patience);
 /// The beginning of a file, as far as `most` bytes; nothing when it cannot be read, which `patience` is told.
 std::vector<std::uint8_t> readBeginning(const std::string& path, std::size_t most, const Patience& patience);
 
-/// The whole file, from its "MThd" on, as far as a song may reach; empty when there is none in it.
-std::vector<std::uint8_t> midiBytes(const std::string& path, const Patience& patience);
-
 /// The song from its signature on; empty when there is none, when it is longer than `kMostMidiBytes`, or when it cannot
 /// be read.
 std::vector<std::uint8_t> readMidi(const std::string& path, const Patience& patience);
