@@ -87,17 +87,6 @@ void showSelectedFile(std::int32_t place)
     media::loadFilePreview(row.SubItems[0], path);
 }
 
-bool isAnyRowSelected()
-{
-    const ListView& list = forms::frmMediaList.lvwMediaList;
-    for (std::int32_t place = 1; place <= list.Count(); ++place) {
-        if (list.Row(place).Selected) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void sayWhatIsSelected(const std::string& name)
 {
     media::say("Selected file: \"" + name
@@ -179,7 +168,7 @@ void lvwMediaList_Click()
     }
     state::InSelectionUpdate = true;
     forms::frmMediaList.tmFilePreview.Enabled = false;
-    if (isAnyRowSelected() || forms::frmMediaList.lvwMediaList.Count() == 0) {
+    if (media::isAnyRowSelected() || forms::frmMediaList.lvwMediaList.Count() == 0) {
         OnLvwMediaListClick();
     } else {
         showThatNothingIsSelected();

@@ -1,5 +1,6 @@
 #include "media/media_files.h"
 
+#include "core/forms/frmMediaList.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "engine/check.h"
@@ -25,6 +26,17 @@ std::string pathOf(engine::Handle file)
 }
 
 std::string lastPiece(const std::string& name) { return name.substr(name.rfind('.') + 1); }
+
+bool isAnyRowSelected()
+{
+    const ListView& list = forms::frmMediaList.lvwMediaList;
+    for (std::int32_t place = 1; place <= list.Count(); ++place) {
+        if (list.Row(place).Selected) {
+            return true;
+        }
+    }
+    return false;
+}
 
 void say(std::string text) { forms::mdiTarnwick.sbr.Panel(1) = std::move(text); }
 

@@ -13,6 +13,9 @@ std::string pathOf(engine::Handle file);
 /// What stands behind the last "."; the whole text when it holds none.
 std::string lastPiece(const std::string& name);
 
+/// Whether any row of the media list is selected.
+bool isAnyRowSelected();
+
 /// Text of the status bar's first panel.
 void say(std::string text);
 

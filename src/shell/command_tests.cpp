@@ -3,6 +3,7 @@
 #include "core/forms/frmMediaList.h"
 #include "editing/moduleTWState.h"
 #include "history/ModuleHistory.h"
+#include "media/media_files.h"
 #include "shell/mdiTarnwick_events.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -10,17 +11,6 @@
 namespace shell {
 
 namespace {
-
-bool isAnyRowSelected()
-{
-    const ListView& list = forms::frmMediaList.lvwMediaList;
-    for (std::int32_t place = 1; place <= list.Count(); ++place) {
-        if (list.Row(place).Selected) {
-            return true;
-        }
-    }
-    return false;
-}
 
 /// What hangs on the items of the timeline. Most questions need not be asked of an empty one.
 void askTimeline(CommandTests& tests)
@@ -46,7 +36,7 @@ CommandTests currentTests()
 {
     CommandTests tests;
     tests.hasRows = forms::frmMediaList.lvwMediaList.Count() > 0;
-    tests.isRowSelected = isAnyRowSelected();
+    tests.isRowSelected = media::isAnyRowSelected();
     tests.hasTimeline = !moduleTimeline::IsTimelineEmpty();
     if (tests.hasTimeline) {
         askTimeline(tests);
