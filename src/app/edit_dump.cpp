@@ -13,8 +13,8 @@ using engine::check;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
-using timeline::ItemKind;
-using timeline::Items;
+using items::ItemKind;
+using items::Items;
 
 namespace {
 
@@ -74,7 +74,7 @@ std::vector<LaidItem> readTransitions(ITWTimeline& engine, Handle track)
 
 void append(std::string& text, std::string_view track, std::size_t seq, const LaidItem& item, bool withMedia)
 {
-    const auto range = [](const timeline::ItemTimes& times) {
+    const auto range = [](const items::ItemTimes& times) {
         return " " + std::to_string(times.start) + " " + std::to_string(times.stop);
     };
     text.append(track).append(" ").append(std::to_string(seq)).append(range(item.times));

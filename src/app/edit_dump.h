@@ -11,8 +11,8 @@
 namespace app {
 
 struct LaidItem {
-    timeline::ItemTimes times;
-    timeline::ItemTimes media; // of sources
+    items::ItemTimes times;
+    items::ItemTimes media;    // of sources
     std::string name;          // of the media file, or of the effect
     engine::Handle stream = 0; // of sources
     bool isSelected = false;

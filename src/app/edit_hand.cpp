@@ -5,13 +5,13 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
+#include "items/items.h"
 #include "shell/frmTools_events.h"
 #include "shell/track_menu.h"
 #include "timeline/item_drag.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/shuffle.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
 
 #include <cstdlib>
 
@@ -20,9 +20,9 @@ namespace app {
 using engine::EngineAs;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
 
 namespace {
 

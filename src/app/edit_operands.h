@@ -52,7 +52,7 @@ public:
                                                                 : static_cast<std::int16_t>(std::max(value, -1));
     }
     engine::Milliseconds time() { return number(0); }
-    timeline::ItemTimes range()
+    items::ItemTimes range()
     {
         const engine::Milliseconds start = time();
         const engine::Milliseconds stop = time();

@@ -7,11 +7,11 @@
 #include "core/forms/frmTools.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
-#include "editing/transition_key.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/transition_key.h"
 #include "media/media_menu.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
@@ -34,9 +34,9 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "app/edit_platform.h"
 #include "app/edit_tracks.h"
-#include "timeline/timeline_items.h"
+#include "items/items.h"
 
 #include <iosfwd>
 #include <optional>
@@ -60,9 +60,9 @@ public:
     /// Makes a media file of that length (ms) and opens it through the media list.
     void openMedia(const std::string& name, std::int32_t lengthMs, bool hasPicture, bool hasSound);
     /// Lays a part of a file by engine calls: without history, locked or not. An overlay gets its key.
-    void put(EditTrack track, std::string_view name, timeline::ItemTimes times, timeline::ItemTimes media);
+    void put(EditTrack track, std::string_view name, items::ItemTimes times, items::ItemTimes media);
     /// The same for an effect; nothing happens where it would meet another one.
-    void putEffect(std::string_view name, timeline::ItemTimes times);
+    void putEffect(std::string_view name, items::ItemTimes times);
 
     // --- What is chosen --------------------------------------------------------------------------------------------
 
@@ -73,7 +73,7 @@ public:
     void link(EditTrack track, bool isOn);
     void moveSlider(engine::Milliseconds pos);
     /// Shows the selection sliders at these times; hides them without.
-    void showRange(std::optional<timeline::ItemTimes> range);
+    void showRange(std::optional<items::ItemTimes> range);
 
     // --- Adding ----------------------------------------------------------------------------------------------------
 

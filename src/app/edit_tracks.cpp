@@ -6,7 +6,7 @@
 
 namespace app {
 
-using timeline::RowKind;
+using items::RowKind;
 
 namespace {
 
@@ -52,9 +52,9 @@ std::optional<EditTrack> trackNamed(std::string_view name)
     return found == kEditTracks.end() ? std::nullopt : std::optional(*found);
 }
 
-const timeline::TrackRow& rowOf(EditTrack track) { return timeline::row(factsOf(track).kind, factsOf(track).index); }
+const items::TrackRow& rowOf(EditTrack track) { return items::row(factsOf(track).kind, factsOf(track).index); }
 
-engine::Handle handleOf(EditTrack track) { return timeline::trackOf(rowOf(track)); }
+engine::Handle handleOf(EditTrack track) { return items::trackOf(rowOf(track)); }
 
 std::int32_t treePlaceOf(EditTrack track) { return factsOf(track).treePlace; }
 

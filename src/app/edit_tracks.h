@@ -4,7 +4,7 @@
 // all but the names needs a timeline that stands.
 
 #include "engine/types.h"
-#include "timeline/track_rows.h"
+#include "items/track_rows.h"
 
 #include <array>
 #include <cstdint>
@@ -21,7 +21,7 @@ inline constexpr std::array kEditTracks{EditTrack::kVideo, EditTrack::kAudio1, E
 std::string_view nameOf(EditTrack track);
 std::optional<EditTrack> trackNamed(std::string_view name);
 
-const timeline::TrackRow& rowOf(EditTrack track);
+const items::TrackRow& rowOf(EditTrack track);
 engine::Handle handleOf(EditTrack track);
 /// The place of its node below the root of the timeline list.
 std::int32_t treePlaceOf(EditTrack track);

@@ -16,7 +16,7 @@
 namespace app {
 
 using engine::Milliseconds;
-using timeline::ItemTimes;
+using items::ItemTimes;
 
 namespace {
 

@@ -2,21 +2,21 @@
 
 #include "editing/clipboard.h"
 #include "editing/gaps.h"
-#include "editing/item_edit.h"
-#include "editing/lane.h"
 #include "editing/range_actions.h"
 #include "editing/range_part.h"
 #include "engine/engine_access.h"
+#include "items/item_edit.h"
+#include "items/lane.h"
 
 namespace moduleEdit {
 
 using editing::Action;
-using editing::EffectEdit;
-using editing::Lane;
 using editing::Part;
 using editing::SelectionEdges;
 using engine::Handle;
-using timeline::ItemTimes;
+using items::EffectEdit;
+using items::ItemTimes;
+using items::Lane;
 
 namespace {
 
@@ -24,7 +24,7 @@ namespace {
 bool takeOut(EffectEdit& edit, Handle track, std::int16_t& seq, const ItemTimes& effect, const Part& part)
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
-    const Lane effects(*engine, editing::kEffects, track);
+    const Lane effects(*engine, items::kEffects, track);
     const ItemTimes ahead{effect.start, part.times.start};
     const ItemTimes behind{part.times.stop, effect.stop};
     if (part.isWhole()) {
@@ -85,7 +85,7 @@ bool CropActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, 
     return runAction(kCrop, editing::isReached(effect, selection), [&] {
         const Part part = editing::partOf(effect, selection);
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
-        return part.isWhole() || Lane(*engine, editing::kEffects, track).setTimes(seq, part.times);
+        return part.isWhole() || Lane(*engine, items::kEffects, track).setTimes(seq, part.times);
     });
 }
 

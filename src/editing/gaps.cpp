@@ -2,19 +2,19 @@
 
 #include "editing/clipboard.h"
 #include "editing/edit_trap.h"
-#include "editing/lane.h"
 #include "editing/selection_walk.h"
 #include "engine/engine_access.h"
+#include "items/lane.h"
 
 #include <optional>
 
 namespace moduleEdit {
 
-using editing::Lane;
 using editing::SelectionEdges;
 using engine::Handle;
 using engine::Milliseconds;
-using timeline::ItemTimes;
+using items::ItemTimes;
+using items::Lane;
 
 namespace {
 
@@ -57,12 +57,12 @@ std::optional<GapBehind> gapBehind(const Lane& lane, std::int16_t seq, const Ite
 
 /// addGap(length, isLast) keeps what is found.
 template <class AddGap>
-void logGap(const char* routine, const editing::ItemCalls& calls, Handle track, std::int16_t seq, const ItemTimes& item,
+void logGap(const char* routine, const items::ItemCalls& calls, Handle track, std::int16_t seq, const ItemTimes& item,
             const SelectionEdges& selection, bool before, AddGap addGap)
 {
     editing::trapped(routine, [&] {
         if (before) {
-            if (const auto length = gapAhead(seq, item, selection, &calls == &editing::kSources)) {
+            if (const auto length = gapAhead(seq, item, selection, &calls == &items::kSources)) {
                 addGap(*length, false);
             }
             return;
@@ -78,7 +78,7 @@ void logGap(const char* routine, const editing::ItemCalls& calls, Handle track, 
 
 void LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection, bool before)
 {
-    logGap("LogGaps", editing::kSources, track, seq, source, selection, before, [&](Milliseconds length, bool) {
+    logGap("LogGaps", items::kSources, track, seq, source, selection, before, [&](Milliseconds length, bool) {
         constexpr Milliseconds kNoLength = -1;
         AddSourceClip({track, 0, 0, length, ClipSeq++, kNoLength, 0});
     });
@@ -87,7 +87,7 @@ void LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const Sele
 void LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, const SelectionEdges& selection,
                     bool before)
 {
-    logGap("LogGapsEffects", editing::kEffects, track, seq, effect, selection, before, [&](Milliseconds length, bool) {
+    logGap("LogGapsEffects", items::kEffects, track, seq, effect, selection, before, [&](Milliseconds length, bool) {
         AddEffectClip({track, "0", length, ClipSeq++});
     });
 }
@@ -95,7 +95,7 @@ void LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, con
 void LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection,
                        bool before)
 {
-    logGap("LogGapsTransition", editing::kTransitions, track, seq, source, selection, before,
+    logGap("LogGapsTransition", items::kTransitions, track, seq, source, selection, before,
            [&](Milliseconds length, bool isLast) {
                AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
                // Behind the last one the count of the sources is raised instead; that is meant.

@@ -12,17 +12,17 @@
 // routine traps its own errors. Interface thread only.
 
 #include "editing/selection_edges.h"
-#include "timeline/timeline_items.h"
+#include "items/items.h"
 
 #include <cstdint>
 
 namespace moduleEdit {
 
-void LogGaps(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& source,
+void LogGaps(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
              const editing::SelectionEdges& selection, bool before);
-void LogGapsEffects(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& effect,
+void LogGapsEffects(engine::Handle track, std::int16_t seq, const items::ItemTimes& effect,
                     const editing::SelectionEdges& selection, bool before);
-void LogGapsTransition(engine::Handle track, std::int16_t seq, const timeline::ItemTimes& source,
+void LogGapsTransition(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
                        const editing::SelectionEdges& selection, bool before);
 
 } // namespace moduleEdit

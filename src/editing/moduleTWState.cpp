@@ -6,10 +6,10 @@
 #include "editing/clipboard.h"
 #include "editing/selection_edges.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/track_rows.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_rows.h"
 
 #include <algorithm>
 
@@ -19,10 +19,10 @@ using engine::check;
 using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::RowKind;
-using timeline::TrackRow;
+using items::ItemKind;
+using items::Items;
+using items::RowKind;
+using items::TrackRow;
 
 namespace {
 
@@ -39,26 +39,26 @@ bool answerTo(const char* routine, Question question)
 template <class Question>
 bool anyRow(Question question)
 {
-    return std::ranges::any_of(timeline::rows(), [&](const TrackRow& row) {
+    return std::ranges::any_of(items::rows(), [&](const TrackRow& row) {
         const bool isMade = row.kind == RowKind::kOverlay ? state::OverlayTrack != 0
-                                                          : timeline::placeOf(row) <= state::TrackCollection.Count();
+                                                          : items::placeOf(row) <= state::TrackCollection.Count();
         return isMade && question(row);
     });
 }
 
 bool anyRowOf(RowKind kind, bool (*question)(Handle track))
 {
-    return anyRow([&](const TrackRow& row) { return row.kind == kind && question(timeline::trackOf(row)); });
+    return anyRow([&](const TrackRow& row) { return row.kind == kind && question(items::trackOf(row)); });
 }
 
 bool isLaneOf(const TrackRow& row, Handle track)
 {
-    return row.kind == RowKind::kEffect && timeline::trackOf(row) == track;
+    return row.kind == RowKind::kEffect && items::trackOf(row) == track;
 }
 
 Items itemsOf(ITWTimeline& engine, const TrackRow& row)
 {
-    return {engine, row.kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource, timeline::trackOf(row)};
+    return {engine, row.kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource, items::trackOf(row)};
 }
 
 bool hasItems(ItemKind kind, Handle track) { return Items(*EngineAs<ITWTimeline>(), kind, track).count() > 0; }
@@ -91,7 +91,7 @@ bool anySourceSelected(Handle track) { return anySelected(ItemKind::kSource, tra
 /// The source of that audio track, from 0.
 bool anySelectedOnAudio(std::int16_t index)
 {
-    return anySourceSelected(timeline::trackOf(timeline::row(RowKind::kAudio, index)));
+    return anySourceSelected(items::trackOf(items::row(RowKind::kAudio, index)));
 }
 
 bool isLinked(ITWTimeline& engine, Handle track)
@@ -110,7 +110,7 @@ bool isReachedBySelection(ITWTimeline& engine, const TrackRow& row)
     if (row.kind == RowKind::kEffect) { // its link stands in the box alone
         return row.chkLink.Value == 1 && itemsOf(engine, row).count() > 0;
     }
-    if (!isLinked(engine, timeline::trackOf(row))) {
+    if (!isLinked(engine, items::trackOf(row))) {
         return false;
     }
     const Items sources = itemsOf(engine, row);
@@ -139,7 +139,7 @@ bool IsTrackDisabled(Handle track)
 {
     return answerTo("IsTrackDisabled", [&] {
         return anyRow([&](const TrackRow& row) {
-            return row.kind != RowKind::kEffect && row.chkDisable.Value == 1 && timeline::trackOf(row) == track;
+            return row.kind != RowKind::kEffect && row.chkDisable.Value == 1 && items::trackOf(row) == track;
         });
     });
 }
@@ -247,7 +247,7 @@ bool IsRestoreSizeValid()
             }
             const Items sources = itemsOf(*engine, row);
             return anyItem(sources, [&](std::int16_t seq) {
-                return sources.isSelected(seq) && isStretched(*engine, timeline::trackOf(row), seq);
+                return sources.isSelected(seq) && isStretched(*engine, items::trackOf(row), seq);
             });
         });
     });

@@ -9,7 +9,7 @@
 // `IsTimelineEmpty` stands in `timeline/moduleTimeline.h`, `CanUndo` and `CanRedo` in `history/ModuleHistory.h`.
 
 #include "engine/types.h"
-#include "timeline/track_locks.h" // IsTrackLocked
+#include "items/track_locks.h" // IsTrackLocked
 
 namespace moduleTWState {
 

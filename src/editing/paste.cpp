@@ -3,21 +3,21 @@
 #include "core/shared_state.h"
 #include "editing/clipboard.h"
 #include "editing/edit_trap.h"
-#include "editing/lane.h"
 #include "editing/moduleTWState.h"
 #include "editing/paste_runs.h"
-#include "editing/put_back.h"
 #include "editing/split.h"
 #include "engine/engine_access.h"
+#include "items/lane.h"
+#include "items/put_back.h"
 
 namespace moduleEdit {
 
-using editing::Lane;
-using editing::PutBack;
 using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
+using items::Lane;
+using items::PutBack;
 
 namespace {
 
@@ -47,7 +47,7 @@ bool pasteOverlaysBefore(Handle track, std::int16_t seq, Milliseconds position)
 
 /// What a paste does to one kind of items.
 struct PasteKind {
-    const editing::ItemCalls& calls;
+    const items::ItemCalls& calls;
     bool (*isLocked)(Handle track);
     bool (*hasClip)(Handle track);
     void (*closeGap)(Milliseconds position, Handle track);
@@ -56,15 +56,15 @@ struct PasteKind {
 };
 
 constexpr PasteKind kSourcePaste{
-    editing::kSources,    moduleTWState::IsTrackLocked,
+    items::kSources,      moduleTWState::IsTrackLocked,
     HasSourceClip,        [](Milliseconds position, Handle track) { ShiftSourcesFromPos(position, track); },
     editing::splitSource, PasteBefore};
 constexpr PasteKind kEffectPaste{
-    editing::kEffects, moduleTWState::IsEffectLocked,
-    HasEffectClip,     [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
-    splitNamedEffect,  PasteEffectBefore};
-constexpr PasteKind kOverlayPaste{editing::kSources, moduleTWState::IsTrackLocked, HasSourceClip,
-                                  closeOverlayGap,   editing::splitOverlay,        pasteOverlaysBefore};
+    items::kEffects,  moduleTWState::IsEffectLocked,
+    HasEffectClip,    [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
+    splitNamedEffect, PasteEffectBefore};
+constexpr PasteKind kOverlayPaste{items::kSources, moduleTWState::IsTrackLocked, HasSourceClip,
+                                  closeOverlayGap, editing::splitOverlay,        pasteOverlaysBefore};
 
 /// The item that the position falls into or before, else the last one.
 std::int16_t itemAt(const Lane& lane, Milliseconds position)
@@ -92,7 +92,7 @@ void pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Mill
         kind.closeGap(position, track);
     }
     const std::int16_t seq = itemAt(lane, position);
-    const auto item = lane.times(seq).value_or(timeline::ItemTimes{});
+    const auto item = lane.times(seq).value_or(items::ItemTimes{});
     if (item.start < position && position < item.stop) {
         if (!kind.hasClip(track)) {
             return;
@@ -113,7 +113,7 @@ bool pasteOnTracks(const char* routine, const PasteKind& kind, Milliseconds posi
     });
 }
 
-bool closeGap(const char* routine, const editing::ItemCalls& calls, Milliseconds position, Handle track)
+bool closeGap(const char* routine, const items::ItemCalls& calls, Milliseconds position, Handle track)
 {
     bool isClosed = false;
     editing::trapped(routine, [&] {
@@ -183,17 +183,17 @@ bool PasteTransitionBefore(Handle track, std::int16_t seq, Milliseconds position
 
 bool ShiftSourcesFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftSourcesFromPos", editing::kSources, position, track);
+    return closeGap("ShiftSourcesFromPos", items::kSources, position, track);
 }
 
 bool ShiftEffectsFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftEffectsFromPos", editing::kEffects, position, track);
+    return closeGap("ShiftEffectsFromPos", items::kEffects, position, track);
 }
 
 bool ShiftTransitionsFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftTransitionsFromPos", editing::kTransitions, position, track);
+    return closeGap("ShiftTransitionsFromPos", items::kTransitions, position, track);
 }
 
 } // namespace moduleEdit

@@ -2,9 +2,9 @@
 
 #include "core/numbers.h"
 #include "editing/clipboard.h"
-#include "editing/lane.h"
-#include "editing/put_back.h"
-#include "editing/transition_key.h"
+#include "items/lane.h"
+#include "items/put_back.h"
+#include "items/transition_key.h"
 
 #include <memory>
 
@@ -32,8 +32,8 @@ struct Spot {
 /// Walks the run that ends at index last backwards. insert(piece, its number in the walk) is false when the piece was
 /// left out; finish(piece) comes when all is in its place.
 template <class Clip, class Insert, class Finish>
-PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const Lane& lane, std::int16_t seq,
-                      PutBack& putBack, Insert insert, Finish finish)
+PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const items::Lane& lane, std::int16_t seq,
+                      items::PutBack& putBack, Insert insert, Finish finish)
 {
     // Both ways back come behind that of an insertion: until it has gone, a piece would be in the way.
     const auto pushed = [&](std::int16_t fromSeq, Milliseconds delta, const std::shared_ptr<Milliseconds>& moved) {
@@ -67,7 +67,7 @@ PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const L
     return pasted;
 }
 
-bool insertSource(ITWTimeline& engine, const Spot& at, const SourceClip& clip, PutBack& putBack)
+bool insertSource(ITWTimeline& engine, const Spot& at, const SourceClip& clip, items::PutBack& putBack)
 {
     Bool16 ok = kFalse;
     const Milliseconds stop = numbers::added(at.position, clip.Length);
@@ -84,7 +84,7 @@ bool insertSource(ITWTimeline& engine, const Spot& at, const SourceClip& clip, P
     return true;
 }
 
-bool insertEffect(ITWTimeline& engine, const Spot& at, const EffectClip& clip, PutBack& putBack)
+bool insertEffect(ITWTimeline& engine, const Spot& at, const EffectClip& clip, items::PutBack& putBack)
 {
     Bool16 ok = kFalse;
     const Milliseconds stop = numbers::added(at.position, clip.Length);
@@ -98,7 +98,7 @@ bool insertEffect(ITWTimeline& engine, const Spot& at, const EffectClip& clip, P
     return ok != kFalse;
 }
 
-bool insertTransition(ITWTimeline& engine, const Spot& at, const TransitionClip& clip, PutBack& putBack)
+bool insertTransition(ITWTimeline& engine, const Spot& at, const TransitionClip& clip, items::PutBack& putBack)
 {
     Bool16 ok = kFalse;
     const Milliseconds stop = numbers::added(at.position, clip.Length);
@@ -123,7 +123,8 @@ bool isVideoTrack(ITWTimeline& engine, Handle track)
 
 } // namespace
 
-PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, PutBack& putBack)
+PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position,
+                          items::PutBack& putBack)
 {
     const auto insert = [&](const SourceClip& clip, std::size_t) {
         return insertSource(engine, {track, seq, position}, clip, putBack);
@@ -133,15 +134,16 @@ PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, M
             check(engine.SetSourceStretchMode(track, seq, clip.StretchMode));
         }
     };
-    return pasteRun(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track), Lane(engine, kSources, track), seq,
-                    putBack, insert, setMode);
+    return pasteRun(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track),
+                    items::Lane(engine, items::kSources, track), seq, putBack, insert, setMode);
 }
 
-void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, PutBack& putBack)
+void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, items::PutBack& putBack)
 {
     if (isVideoTrack(engine, track)) {
         pasteRun(
-            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track), Lane(engine, kEffects, track), seq, putBack,
+            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track), items::Lane(engine, items::kEffects, track),
+            seq, putBack,
             [&](const EffectClip& clip, std::size_t) {
                 return insertEffect(engine, {track, seq, position}, clip, putBack);
             },
@@ -150,12 +152,12 @@ void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseco
 }
 
 void pasteTransitions(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position,
-                      const PastedPieces& overlays, PutBack& putBack)
+                      const PastedPieces& overlays, items::PutBack& putBack)
 {
     if (!isVideoTrack(engine, track)) {
         return;
     }
-    const Lane transitions(engine, kTransitions, track);
+    const items::Lane transitions(engine, items::kTransitions, track);
     const auto insert = [&](const TransitionClip& clip, std::size_t piece) {
         const bool isWanted = piece >= overlays.size() || overlays[piece];
         // One that never was is only put where it keeps those behind it in step with their overlays.

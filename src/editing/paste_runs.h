@@ -6,9 +6,11 @@
 
 #include <vector>
 
-namespace editing {
-
+namespace items {
 class PutBack;
+}
+
+namespace editing {
 
 /// Of the pieces of a run, the last one first: whether it was put on the track.
 using PastedPieces = std::vector<bool>;
@@ -17,11 +19,11 @@ using PastedPieces = std::vector<bool>;
 // raises; putBack takes back what was done until then.
 
 PastedPieces pasteSources(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq,
-                          engine::Milliseconds position, PutBack& putBack);
+                          engine::Milliseconds position, items::PutBack& putBack);
 void pasteEffects(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq, engine::Milliseconds position,
-                  PutBack& putBack);
+                  items::PutBack& putBack);
 /// Of the pieces that `overlays` says no to, the transitions are left out. Without any it says yes to all.
 void pasteTransitions(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq,
-                      engine::Milliseconds position, const PastedPieces& overlays, PutBack& putBack);
+                      engine::Milliseconds position, const PastedPieces& overlays, items::PutBack& putBack);
 
 } // namespace editing

@@ -5,18 +5,18 @@
 #include "core/numbers.h"
 #include "editing/clipboard.h"
 #include "editing/gaps.h"
-#include "editing/item_edit.h"
 #include "editing/range_part.h"
+#include "items/item_edit.h"
 
 namespace moduleEdit {
 
 using editing::Action;
 using editing::Part;
 using editing::SelectionEdges;
-using editing::SourceEdit;
-using editing::SourceTimes;
 using engine::Handle;
 using engine::Milliseconds;
+using items::SourceEdit;
+using items::SourceTimes;
 
 namespace {
 
@@ -66,7 +66,7 @@ void record(const Action& action, const SourceEdit& edit, Handle track, const So
     const Milliseconds length = part.stop - part.start;
     AddSourceClip({track, edit.stream(), part.mediaStart, part.mediaStop, ClipSeq++, length, edit.mode()});
     if (action.isOverlay) {
-        const editing::OverlayKey key = edit.key().value_or(editing::OverlayKey{});
+        const items::OverlayKey key = edit.key().value_or(items::OverlayKey{});
         AddTransitionClip({track, key.name, length, key.red, key.green, key.blue, TransitionClipSeq++});
     }
 }

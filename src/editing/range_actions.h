@@ -18,41 +18,41 @@
 // (error 11: a source with a media length of 0 or less, which then stays as it is). Interface thread only.
 
 #include "editing/selection_edges.h"
-#include "editing/source_times.h"
+#include "items/source_times.h"
 
 #include <cstdint>
 
 namespace moduleEdit {
 
-bool CutAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CutAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                const editing::SelectionEdges& selection);
-bool CopyAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CopyAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                 const editing::SelectionEdges& selection);
-bool DeleteAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool DeleteAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                   const editing::SelectionEdges& selection);
-bool CropAction(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CropAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                 const editing::SelectionEdges& selection);
 
 // The same on the overlay track, where the transition of the same sequence number goes along.
 
-bool CutActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CutActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                       const editing::SelectionEdges& selection);
-bool CopyActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CopyActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                        const editing::SelectionEdges& selection);
-bool DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                          const editing::SelectionEdges& selection);
-bool CropActionOverlay(engine::Handle track, std::int16_t& seq, const editing::SourceTimes& source,
+bool CropActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                        const editing::SelectionEdges& selection);
 
 // The same for an effect of the track.
 
-bool CutActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+bool CutActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
                      const editing::SelectionEdges& selection);
-bool CopyActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+bool CopyActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
                       const editing::SelectionEdges& selection);
-bool DeleteActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+bool DeleteActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
                         const editing::SelectionEdges& selection);
-bool CropActionEffect(engine::Handle track, std::int16_t& seq, const timeline::ItemTimes& effect,
+bool CropActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
                       const editing::SelectionEdges& selection);
 
 } // namespace moduleEdit

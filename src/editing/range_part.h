@@ -5,7 +5,7 @@
 #include "editing/edit_trap.h"
 #include "editing/selection_edges.h"
 #include "editing/selection_walk.h"
-#include "timeline/timeline_items.h"
+#include "items/items.h"
 
 #include <cstddef>
 
@@ -22,7 +22,7 @@ struct Action {
 };
 
 struct Part {
-    timeline::ItemTimes times;
+    items::ItemTimes times;
     bool isHead; // begins with the item
     bool isTail; // ends with it
 
@@ -30,27 +30,27 @@ struct Part {
 };
 
 /// As if the item always reached into the selection: of one that lies behind it, the part ends before it begins.
-inline Part partOf(const timeline::ItemTimes& item, const SelectionEdges& selection)
+inline Part partOf(const items::ItemTimes& item, const SelectionEdges& selection)
 {
     const bool isHead = selection.start <= item.start;
     const bool isTail = selection.stop >= item.stop;
     return {{isHead ? item.start : selection.start, isTail ? item.stop : selection.stop}, isHead, isTail};
 }
 
-inline bool isReached(const timeline::ItemTimes& item, const SelectionEdges& selection)
+inline bool isReached(const items::ItemTimes& item, const SelectionEdges& selection)
 {
     return item.stop > selection.start && item.start < selection.stop;
 }
 
 /// For delete and crop of sources: also what lies behind the selection, but for what begins where it ends. That is
 /// meant.
-inline bool isReachedLoosely(const timeline::ItemTimes& item, const SelectionEdges& selection)
+inline bool isReachedLoosely(const items::ItemTimes& item, const SelectionEdges& selection)
 {
     return item.stop > selection.start && item.start != selection.stop;
 }
 
 /// The item ahead of the next one that will be cut or copied.
-inline void remember(const timeline::ItemTimes& item)
+inline void remember(const items::ItemTimes& item)
 {
     moduleEdit::PrevStart = item.start;
     moduleEdit::PrevStop = item.stop;

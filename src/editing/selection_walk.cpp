@@ -2,25 +2,25 @@
 
 #include "core/shared_state.h"
 #include "editing/edit_trap.h"
-#include "editing/item_edit.h"
-#include "editing/lane.h"
 #include "editing/moduleTWState.h"
 #include "editing/range_actions.h"
 #include "engine/engine_access.h"
+#include "items/item_edit.h"
+#include "items/lane.h"
+#include "items/track_rows.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/track_rows.h"
 
 namespace moduleEdit {
 
-using editing::Lane;
 using editing::SelectionEdges;
-using editing::SourceTimes;
 using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using timeline::ItemTimes;
-using timeline::RowKind;
+using items::ItemTimes;
+using items::Lane;
+using items::RowKind;
+using items::SourceTimes;
 
 namespace {
 
@@ -74,15 +74,15 @@ void walk(Read read, Action action, Handle track, const SelectionEdges& selectio
     }
 }
 
-void walkRow(ITWTimeline& engine, const timeline::TrackRow& row, const Actions& actions,
-             const SelectionEdges& selection, bool& result)
+void walkRow(ITWTimeline& engine, const items::TrackRow& row, const Actions& actions, const SelectionEdges& selection,
+             bool& result)
 {
-    const Handle track = timeline::trackOf(row);
+    const Handle track = items::trackOf(row);
     WalkSeq = ClipSeq = 0;
     PrevStart = PrevStop = 0;
     if (row.kind == RowKind::kEffect) {
         if (effectsTakePart(track)) {
-            const Lane effects(engine, editing::kEffects, track);
+            const Lane effects(engine, items::kEffects, track);
             walk([&](std::int16_t seq) { return effects.times(seq); }, actions.ofEffect, track, selection, result);
         }
         return;
@@ -90,7 +90,7 @@ void walkRow(ITWTimeline& engine, const timeline::TrackRow& row, const Actions& 
     const bool isOverlay = row.kind == RowKind::kOverlay;
     TransitionClipSeq = isOverlay ? std::int16_t{0} : TransitionClipSeq;
     if (takesPart(engine, track)) {
-        walk([&](std::int16_t seq) { return editing::readSource(engine, track, seq); },
+        walk([&](std::int16_t seq) { return items::readSource(engine, track, seq); },
              isOverlay ? actions.ofOverlay : actions.ofSource, track, selection, result);
     }
 }
@@ -98,7 +98,7 @@ void walkRow(ITWTimeline& engine, const timeline::TrackRow& row, const Actions& 
 void walkRows(ITWTimeline& engine, const Actions& actions, const SelectionEdges& selection, bool& result)
 {
     for (const RowKind kind : {RowKind::kVideo, RowKind::kAudio, RowKind::kEffect, RowKind::kOverlay}) {
-        for (const timeline::TrackRow& row : timeline::rows()) {
+        for (const items::TrackRow& row : items::rows()) {
             if (row.kind == kind) {
                 walkRow(engine, row, actions, selection, result);
             }
@@ -136,18 +136,18 @@ void dropOutside(ITWTimeline& engine, const SelectionEdges& selection)
     };
     for (const Handle track : state::TrackCollection) {
         if (takesPart(engine, track)) {
-            const Lane sources(engine, editing::kSources, track);
+            const Lane sources(engine, items::kSources, track);
             dropOutside(sources, selection, liesIn, [&](std::int16_t seq) { return sources.remove(seq); });
         }
         if (effectsTakePart(track)) {
-            const Lane effects(engine, editing::kEffects, track);
+            const Lane effects(engine, items::kEffects, track);
             dropOutside(effects, selection, liesStrictlyIn, [&](std::int16_t seq) { return effects.remove(seq); });
         }
     }
     const Handle overlays = state::OverlayTrack;
     if (takesPart(engine, overlays)) {
-        dropOutside(Lane(engine, editing::kSources, overlays), selection, liesStrictlyIn,
-                    [&](std::int16_t seq) { return editing::removeOverlay(engine, seq); });
+        dropOutside(Lane(engine, items::kSources, overlays), selection, liesStrictlyIn,
+                    [&](std::int16_t seq) { return items::removeOverlay(engine, seq); });
     }
 }
 

@@ -1,9 +1,9 @@
 #include "editing/split.h"
 
 #include "core/numbers.h"
-#include "editing/item_edit.h"
-#include "editing/lane.h"
 #include "engine/engine_access.h"
+#include "items/item_edit.h"
+#include "items/lane.h"
 
 namespace editing {
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kTransitionNameBytes = 20;
 
-bool isInside(const timeline::ItemTimes& times, Milliseconds position)
+bool isInside(const items::ItemTimes& times, Milliseconds position)
 {
     return times.start < position && position < times.stop;
 }
@@ -27,19 +27,19 @@ bool isInside(const timeline::ItemTimes& times, Milliseconds position)
 void splitSource(Handle track, std::int16_t seq, Milliseconds position)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    const auto now = readSource(*engine, track, seq);
+    const auto now = items::readSource(*engine, track, seq);
     if (!now || !isInside(now->onTimeline(), position)) {
         return;
     }
     const double rate = now->rate();
-    SourceTimes left = *now;
-    SourceTimes right = *now;
+    items::SourceTimes left = *now;
+    items::SourceTimes right = *now;
     left.stop = right.start = position;
     right.mediaStart =
         numbers::rounded<std::int32_t>((now->mediaStop - (static_cast<double>(now->stop) - position)) / rate);
     left.mediaStop =
         numbers::rounded<std::int32_t>(((static_cast<double>(position) - now->start) + now->mediaStart) / rate);
-    SourceEdit(track, seq, kTransitionNameBytes).split(*now, left, right);
+    items::SourceEdit(track, seq, kTransitionNameBytes).split(*now, left, right);
 }
 
 // On the overlay track a source takes its transition along.
@@ -48,9 +48,9 @@ void splitOverlay(Handle track, std::int16_t seq, Milliseconds position) { split
 void splitEffect(Handle track, std::int16_t seq, Milliseconds position, std::size_t nameBytes)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    const auto now = Lane(*engine, kEffects, track).times(seq);
+    const auto now = items::Lane(*engine, items::kEffects, track).times(seq);
     if (now && isInside(*now, position)) {
-        EffectEdit(track, seq, nameBytes).split(*now, {now->start, position}, {position, now->stop});
+        items::EffectEdit(track, seq, nameBytes).split(*now, {now->start, position}, {position, now->stop});
     }
 }
 

@@ -3,19 +3,19 @@
 #include "core/shared_state.h"
 #include "editing/clipboard.h"
 #include "editing/edit_trap.h"
-#include "editing/item_edit.h"
-#include "editing/lane.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
+#include "items/item_edit.h"
+#include "items/lane.h"
 
 namespace moduleEdit {
 
-using editing::Lane;
-using editing::SourceTimes;
 using engine::Handle;
 using engine::ITWTimeline;
-using timeline::ItemKind;
-using timeline::Items;
+using items::ItemKind;
+using items::Items;
+using items::Lane;
+using items::SourceTimes;
 
 namespace {
 
@@ -42,19 +42,19 @@ bool isAnySelected(Row row, Handle track)
 void recordEffect(ITWTimeline& engine, Handle track, std::int16_t seq, std::int16_t place)
 {
     constexpr std::size_t kNameBytes = 10;
-    const auto times = Lane(engine, editing::kEffects, track).times(seq).value_or(timeline::ItemTimes{});
-    AddEffectClip({track, editing::EffectEdit(track, seq, kNameBytes).name(), times.stop - times.start, place});
+    const auto times = Lane(engine, items::kEffects, track).times(seq).value_or(items::ItemTimes{});
+    AddEffectClip({track, items::EffectEdit(track, seq, kNameBytes).name(), times.stop - times.start, place});
 }
 
 void recordSource(ITWTimeline& engine, Row row, Handle track, std::int16_t seq, std::int16_t place)
 {
     constexpr std::size_t kNameBytes = 20;
-    const editing::SourceEdit edit(track, seq, kNameBytes);
-    const SourceTimes times = editing::readSource(engine, track, seq).value_or(SourceTimes{});
+    const items::SourceEdit edit(track, seq, kNameBytes);
+    const SourceTimes times = items::readSource(engine, track, seq).value_or(SourceTimes{});
     const engine::Milliseconds length = times.stop - times.start;
     AddSourceClip({track, edit.stream(), times.mediaStart, times.mediaStop, place, length, edit.mode()});
     if (row == Row::kOverlay) {
-        const editing::OverlayKey key = edit.key().value_or(editing::OverlayKey{});
+        const items::OverlayKey key = edit.key().value_or(items::OverlayKey{});
         AddTransitionClip({track, key.name, length, key.red, key.green, key.blue, place});
     }
 }
@@ -62,8 +62,8 @@ void recordSource(ITWTimeline& engine, Row row, Handle track, std::int16_t seq, 
 bool remove(ITWTimeline& engine, Row row, Handle track, std::int16_t seq)
 {
     return row == Row::kOverlay
-               ? editing::removeOverlay(engine, seq)
-               : Lane(engine, row == Row::kEffect ? editing::kEffects : editing::kSources, track).remove(seq);
+               ? items::removeOverlay(engine, seq)
+               : Lane(engine, row == Row::kEffect ? items::kEffects : items::kSources, track).remove(seq);
 }
 
 void editTrack(ITWTimeline& engine, const WholeEdit& edit, Handle track)

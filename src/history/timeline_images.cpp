@@ -7,11 +7,11 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "editing/transition_key.h"
 #include "engine/ITWTimeline.h"
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
 #include "history/steady_calls.h"
+#include "items/transition_key.h"
 #include "media/bring_back.h"
 #include "timeline/moduleScaleRenderer.h"
 

@@ -6,10 +6,10 @@
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
+#include "items/row_items.h"
 #include "timeline/command_history.h"
 #include "timeline/cut_place.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/row_items.h"
 #include "timeline/shuffle.h"
 #include "timeline/track_commands.h"
 
@@ -17,7 +17,7 @@
 
 namespace mdiTarnwick {
 
-using timeline::RowKind;
+using items::RowKind;
 
 namespace {
 
@@ -42,7 +42,7 @@ void showEmptied()
     EnableOrDisableMenuItems();
 }
 
-bool isAnyRowLocked() { return std::ranges::any_of(timeline::rows(), &timeline::TrackRow::isLocked); }
+bool isAnyRowLocked() { return std::ranges::any_of(items::rows(), &items::TrackRow::isLocked); }
 
 bool isAnyEffectLocked() { return std::ranges::any_of(state::TrackCollection, moduleTWState::IsEffectLocked); }
 
@@ -50,9 +50,9 @@ bool isAnyEffectLocked() { return std::ranges::any_of(state::TrackCollection, mo
 void moveAudio(const char* handler, std::int16_t from, std::int16_t to)
 {
     Trapped(kModule, handler, [&] {
-        const engine::Handle source = timeline::trackOf(timeline::row(RowKind::kAudio, from));
-        const engine::Handle target = timeline::trackOf(timeline::row(RowKind::kAudio, to));
-        const timeline::Items items(*engine::EngineAs<engine::ITWTimeline>(), timeline::ItemKind::kSource, source);
+        const engine::Handle source = items::trackOf(items::row(RowKind::kAudio, from));
+        const engine::Handle target = items::trackOf(items::row(RowKind::kAudio, to));
+        const items::Items items(*engine::EngineAs<engine::ITWTimeline>(), items::ItemKind::kSource, source);
         const std::int32_t place = items.firstSelected() + 1;
         if (place == 0 || moduleTWState::IsTrackLocked(source) || moduleTWState::IsTrackLocked(target)) {
             return;

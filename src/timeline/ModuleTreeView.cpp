@@ -7,8 +7,8 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "timeline/item_names.h"
-#include "timeline/timeline_items.h"
 
 #include <algorithm>
 #include <string>
@@ -75,11 +75,11 @@ void addTracks()
     }
 }
 
-void addItems(timeline::ItemNames& names, timeline::ItemKind kind, engine::Handle track)
+void addItems(timeline::ItemNames& names, items::ItemKind kind, engine::Handle track)
 {
-    const bool isSource = kind == timeline::ItemKind::kSource;
+    const bool isSource = kind == items::ItemKind::kSource;
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
-    const std::int16_t count = timeline::Items(*engine, kind, track).count();
+    const std::int16_t count = items::Items(*engine, kind, track).count();
     for (std::int16_t seq = 0; seq < count; ++seq) {
         AddSource(isSource ? names.ofSource(track, seq) : names.ofEffect(track, seq), kItemImage,
                   isSource ? track : kEffectLane);
@@ -156,12 +156,12 @@ void UpdateTreeView()
         const std::int32_t count = state::TrackCollection.Count();
         timeline::ItemNames names;
         for (std::int32_t i = 1; i <= videoTracks; ++i) {
-            addItems(names, timeline::ItemKind::kSource, state::TrackCollection.Item(i));
+            addItems(names, items::ItemKind::kSource, state::TrackCollection.Item(i));
         }
-        addItems(names, timeline::ItemKind::kEffect, state::TrackCollection.Item(1));
-        addItems(names, timeline::ItemKind::kSource, state::OverlayTrack);
+        addItems(names, items::ItemKind::kEffect, state::TrackCollection.Item(1));
+        addItems(names, items::ItemKind::kSource, state::OverlayTrack);
         for (std::int32_t i = videoTracks + 1; i <= count; ++i) {
-            addItems(names, timeline::ItemKind::kSource, state::TrackCollection.Item(i));
+            addItems(names, items::ItemKind::kSource, state::TrackCollection.Item(i));
         }
     });
 }

@@ -10,13 +10,13 @@
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/adding_history.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/timeline_items.h"
 #include "tools/frmVolume.h"
 
 #include <vector>
@@ -30,9 +30,9 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
+using items::ItemKind;
+using items::Items;
 using timeline::addWithHistory;
-using timeline::ItemKind;
-using timeline::Items;
 using timeline::keepNewestState;
 
 namespace {
@@ -246,7 +246,7 @@ void AddNewKeyTransition(Handle track, std::int16_t red, std::int16_t green, std
 {
     const auto engine = EngineAs<ITWTimeline>();
     const Items sources(*engine, ItemKind::kSource, track);
-    const auto times = sources.times(static_cast<std::int16_t>(sources.count() - 1)).value_or(timeline::ItemTimes{});
+    const auto times = sources.times(static_cast<std::int16_t>(sources.count() - 1)).value_or(items::ItemTimes{});
     Bool16 ok = kFalse;
     check(engine->AddTransitionAt(track, "DxtKey", times.start, times.stop, ok));
     std::int16_t count = 0;
@@ -267,7 +267,7 @@ void SyncOverlayTransitions()
             if (!source) {
                 return;
             }
-            timeline::ItemTimes key;
+            items::ItemTimes key;
             Bool16 ok = kFalse;
             check(engine->GetTransitionTimes(state::OverlayTrack, seq, key.start, key.stop, ok));
             if (source->start != key.start && source->stop != key.stop) {

@@ -7,13 +7,13 @@
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "timeline/adding.h"
 #include "timeline/adding_history.h"
 #include "timeline/cut_place.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
 
 #include <string>
 
@@ -26,8 +26,8 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
+using items::ItemKind;
+using items::Items;
 
 namespace {
 

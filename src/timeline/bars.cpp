@@ -16,12 +16,12 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/row_items.h"
+#include "items/track_rows.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/row_items.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_rows.h"
 
 #include <algorithm>
 #include <memory>
@@ -29,10 +29,10 @@
 namespace moduleScaleRenderer {
 
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
-using timeline::RowKind;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
+using items::RowKind;
 
 namespace {
 
@@ -156,10 +156,10 @@ bool isAnythingSelected()
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
     static std::int16_t lastFound = 0; // asked first, so that not every painting walks over all items
     bool found = false;
-    timeline::forEachRow(*engine, [&](const timeline::RowItems& row) {
+    items::forEachRow(*engine, [&](const items::RowItems& row) {
         found = found || (lastFound < row.items.count() && row.items.isSelected(lastFound));
     });
-    timeline::forEachRow(*engine, [&](const timeline::RowItems& row) {
+    items::forEachRow(*engine, [&](const items::RowItems& row) {
         const std::int16_t seq = found ? std::int16_t{-1} : row.items.firstSelected();
         if (seq >= 0) {
             found = true;
@@ -174,7 +174,7 @@ struct Colours {
     std::int32_t shadow;
 };
 
-Colours coloursOf(const timeline::TrackRow& row)
+Colours coloursOf(const items::TrackRow& row)
 {
     if (row.isLocked()) {
         return {colours::kButtonFace, colours::kButtonShadow};
@@ -194,11 +194,11 @@ Colours coloursOf(const timeline::TrackRow& row)
 
 void renderRows(RowKind kind)
 {
-    for (const timeline::TrackRow& row : timeline::rows()) {
+    for (const items::TrackRow& row : items::rows()) {
         if (row.kind == kind) {
             const Colours colours = coloursOf(row);
             const auto render = kind == RowKind::kEffect ? RenderEffectBar : RenderBar;
-            render(row.picture, timeline::trackOf(row), colours.fill, colours.shadow, row.isLocked());
+            render(row.picture, items::trackOf(row), colours.fill, colours.shadow, row.isLocked());
         }
     }
 }

@@ -6,13 +6,13 @@
 #include "core/upcalls.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/track_locks.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/shuffle.h"
 #include "timeline/shuffle_hand.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_locks.h"
 
 #include <algorithm>
 
@@ -25,9 +25,9 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
 
 namespace {
 

@@ -25,7 +25,7 @@
 
 namespace frmTimeline {
 
-using timeline::RowKind;
+using items::RowKind;
 
 namespace {
 
@@ -38,15 +38,15 @@ constexpr std::int16_t kPlaying = 1; // of the preview
 
 void say(const char* hint) { forms::mdiTarnwick.sbr.Panel(1) = std::string(hint); }
 
-std::string nameOf(const timeline::TrackRow& row)
+std::string nameOf(const items::TrackRow& row)
 {
-    const std::string kind = timeline::nameOf(row.kind);
+    const std::string kind = items::nameOf(row.kind);
     return row.kind == RowKind::kAudio ? kind + " " + std::to_string(row.index + 1) : kind;
 }
 
 void setToolTips()
 {
-    for (const timeline::TrackRow& row : timeline::rows()) {
+    for (const items::TrackRow& row : items::rows()) {
         row.imgDisable.ToolTipText = "Hide " + nameOf(row);
         row.imgLock.ToolTipText = "Unlock " + nameOf(row);
         row.imgLink.ToolTipText = "Unlink " + nameOf(row);
@@ -63,7 +63,7 @@ void hideWhatComesLater()
     form.imgScaleMarker.Visible = false;
     form.imgStartSelHandle.Visible = false;
     form.imgEndSelHandle.Visible = false;
-    for (const timeline::TrackRow& row : timeline::rows()) {
+    for (const items::TrackRow& row : items::rows()) {
         row.chkLink.Visible = false; // shown with the selection
         row.imgLink.Visible = false;
     }
@@ -219,9 +219,9 @@ void cmdSelSliders_Click()
 
 namespace {
 
-void click(const char* routine, void (*turn)(const timeline::TrackRow&), RowKind kind, std::int16_t index)
+void click(const char* routine, void (*turn)(const items::TrackRow&), RowKind kind, std::int16_t index)
 {
-    Trapped("frmTimeline", routine, [&] { turn(timeline::row(kind, index)); });
+    Trapped("frmTimeline", routine, [&] { turn(items::row(kind, index)); });
 }
 
 } // namespace

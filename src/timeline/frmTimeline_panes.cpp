@@ -7,12 +7,12 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,7 +26,7 @@ forms::FrmTimeline& form = forms::frmTimeline;
 constexpr int kLeftButton = 1;
 
 /// Scrolls to a bar of which too little is in view to be found.
-void bringIntoView(const timeline::ItemTimes& times)
+void bringIntoView(const items::ItemTimes& times)
 {
     constexpr std::int32_t kFound = 24;  // pixels of a bar that catch the eye
     constexpr std::int32_t kBefore = 40; // pixels of the timeline left of it
@@ -44,8 +44,8 @@ void selectItem(const TreeNode& trackNode, std::int16_t seq)
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
     const bool isEffect = trackNode.Tag == ModuleTreeView::kEffectLane;
-    const timeline::Items items(*engine, isEffect ? timeline::ItemKind::kEffect : timeline::ItemKind::kSource,
-                                isEffect ? state::TrackCollection.Item(1) : trackNode.Tag);
+    const items::Items items(*engine, isEffect ? items::ItemKind::kEffect : items::ItemKind::kSource,
+                             isEffect ? state::TrackCollection.Item(1) : trackNode.Tag);
     items.select(seq, true);
     if (trackNode.Tag == state::OverlayTrack) {
         engine::check(engine->SetTransitionSelected(state::OverlayTrack, seq, engine::kTrue));

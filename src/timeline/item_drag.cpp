@@ -3,7 +3,7 @@
 #include "core/numbers.h"
 #include "core/trap.h"
 #include "engine/engine_access.h"
-#include "timeline/row_items.h"
+#include "items/row_items.h"
 
 #include <algorithm>
 #include <optional>
@@ -14,11 +14,11 @@ using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using timeline::forEachRow;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
-using timeline::RowItems;
+using items::forEachRow;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
+using items::RowItems;
 
 namespace {
 
@@ -49,7 +49,7 @@ bool shiftSelected(ITWTimeline& engine, const RowItems& row, Milliseconds delta)
         return false;
     }
     const auto before = row.items.times(first);
-    timeline::shiftRow(engine, row, first, delta);
+    items::shiftRow(engine, row, first, delta);
     return row.items.times(first) != before;
 }
 
@@ -69,7 +69,7 @@ bool resizeItem(ITWTimeline& engine, const RowItems& row, std::int16_t seq, Mill
         engine::Bool16 ok = engine::kFalse;
         engine::check(engine.SetTransitionTimes(row.track, seq, resized.start, resized.stop, ok));
     }
-    timeline::shiftRow(engine, row, seq + 1, delta);
+    items::shiftRow(engine, row, seq + 1, delta);
     return true;
 }
 

@@ -7,11 +7,11 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "settings/ModuleSettings.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/timeline_items.h"
 
 #include <algorithm>
 #include <string>
@@ -21,8 +21,8 @@ namespace moduleTimeline {
 using engine::check;
 using engine::EngineAs;
 using engine::ITWTimeline;
-using timeline::ItemKind;
-using timeline::Items;
+using items::ItemKind;
+using items::Items;
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
+#include "items/row_items.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/adding_history.h"
 #include "timeline/item_drag.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/pointer_turn.h"
-#include "timeline/row_items.h"
 #include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
 
@@ -27,12 +27,12 @@ namespace frmTimeline {
 using engine::EngineAs;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
-using timeline::RowItems;
-using timeline::RowKind;
-using timeline::TrackRow;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
+using items::RowItems;
+using items::RowKind;
+using items::TrackRow;
 
 namespace {
 
@@ -59,7 +59,7 @@ ItemKind itemsOf(RowKind kind) { return kind == RowKind::kEffect ? ItemKind::kEf
 
 Items itemsUnder(ITWTimeline& engine, RowKind kind, std::int16_t index)
 {
-    return {engine, itemsOf(kind), timeline::trackOf(timeline::row(kind, index))};
+    return {engine, itemsOf(kind), items::trackOf(items::row(kind, index))};
 }
 
 std::int32_t wholePixels(float x) { return numbers::rounded<std::int32_t>(x); }
@@ -168,7 +168,7 @@ public:
     SelectedItems()
     {
         const auto engine = EngineAs<ITWTimeline>();
-        timeline::forEachRow(*engine, [&](const RowItems& row) {
+        items::forEachRow(*engine, [&](const RowItems& row) {
             for (std::int16_t seq = row.items.firstSelected(); seq != -1;
                  seq = row.items.firstSelected(static_cast<std::int16_t>(seq + 1))) {
                 selected_.push_back({row.kind, row.track, seq});
@@ -290,7 +290,7 @@ void cancelDrag()
     }
     ModuleTreeView::SetSourceSelected(drag->kind == RowKind::kEffect
                                           ? ModuleTreeView::kEffectLane
-                                          : timeline::trackOf(timeline::row(drag->kind, drag->index)),
+                                          : items::trackOf(items::row(drag->kind, drag->index)),
                                       form.DragSeq + 1);
     EnableOrDisableMenuItems();
 }

@@ -3,13 +3,13 @@
 // The drag of items on a track picture: from the press, which makes the history entry, to the release, which keeps it
 // or takes it back. What the told state of the form does not hold stands here. Interface thread only.
 
-#include "timeline/track_rows.h"
+#include "items/track_rows.h"
 
 namespace frmTimeline {
 
 /// A press on a row that is not locked, what it selects being done. Makes the entry, unless the row is empty; then
 /// there is nothing to drag. Raises what the engine raises.
-void beginDrag(const timeline::TrackRow& row, float x, float y);
+void beginDrag(const items::TrackRow& row, float x, float y);
 /// The pointer has moved to x. Draws what has changed.
 void dragTo(float x);
 /// The release. Unless the selection is kept, what was pressed is left alone selected when nothing has changed. Raises

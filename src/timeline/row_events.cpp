@@ -16,8 +16,8 @@
 
 namespace frmTimeline {
 
+using items::RowKind;
 using timeline::pointerTrace;
-using timeline::RowKind;
 
 namespace {
 
@@ -69,7 +69,7 @@ void press(const RowEvent& event, const Click& click)
         click();
         state::ClickShift = false;
         state::ClickCtrl = false;
-        const timeline::TrackRow& row = timeline::row(event.kind, event.index);
+        const items::TrackRow& row = items::row(event.kind, event.index);
         if (row.isLocked()) {
             return;
         }

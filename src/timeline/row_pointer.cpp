@@ -8,12 +8,12 @@
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/track_rows.h"
 #include "timeline/adding.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_rows.h"
 
 #include <algorithm>
 #include <vector>
@@ -22,10 +22,10 @@ namespace moduleTimeline {
 
 using engine::EngineAs;
 using engine::ITWTimeline;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
-using timeline::RowKind;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
+using items::RowKind;
 
 namespace {
 
@@ -69,7 +69,7 @@ bool onMove(const char* routine, RowKind kind, float x, float y, std::int16_t in
     Trapped("moduleTimeline", routine, [&] {
         const auto px = numbers::added(numbers::rounded<std::int32_t>(x), timeline::viewLeft());
         const engine::Milliseconds pos = moduleScaleRenderer::PixelsToMs(px);
-        const engine::Handle track = timeline::trackOf(timeline::row(kind, index));
+        const engine::Handle track = items::trackOf(items::row(kind, index));
         const ItemKind itemKind = kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource;
         const auto engine = EngineAs<ITWTimeline>();
         const Items items(*engine, itemKind, track);
@@ -183,8 +183,8 @@ namespace {
 
 bool isMediaTrackLocked()
 {
-    return std::ranges::any_of(timeline::rows(), [](const timeline::TrackRow& row) {
-        return (row.kind == timeline::RowKind::kVideo || row.kind == timeline::RowKind::kAudio) && row.isLocked();
+    return std::ranges::any_of(items::rows(), [](const items::TrackRow& row) {
+        return (row.kind == items::RowKind::kVideo || row.kind == items::RowKind::kAudio) && row.isLocked();
     });
 }
 
@@ -226,7 +226,7 @@ void picEffect_OLEDragDrop(std::int16_t)
 void picOverlay_OLEDragDrop(std::int16_t index)
 {
     Trapped("frmTimeline", "picOverlay_OLEDragDrop", [&] {
-        if (timeline::row(timeline::RowKind::kOverlay, index).isLocked()) {
+        if (items::row(items::RowKind::kOverlay, index).isLocked()) {
             tellUser("Track is locked");
         } else if (!moduleTWState::IsVideoTrackEmpty()) {
             moduleTimeline::OnEditAddToOverlayClick();

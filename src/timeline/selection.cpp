@@ -6,20 +6,20 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/track_rows.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_rows.h"
 
 namespace moduleTimeline {
 
 using engine::EngineAs;
 using engine::ITWTimeline;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::RowKind;
+using items::ItemKind;
+using items::Items;
+using items::RowKind;
 
 namespace {
 
@@ -40,7 +40,7 @@ void applyKeys(const Items& items, std::int16_t seq)
 }
 
 /// Where no selection is shown, the slider goes to the item that was pressed, unless it stands on it.
-void bringSliderTo(const timeline::ItemTimes& item)
+void bringSliderTo(const items::ItemTimes& item)
 {
     if (timeline::isSelectionHidden() && !item.holds(state::SliderPosition)) {
         SetSliderPosition(item.start, false);
@@ -51,7 +51,7 @@ void bringSliderTo(const timeline::ItemTimes& item)
 void press(RowKind kind, std::int16_t index)
 {
     const engine::Milliseconds ms = pressedTime();
-    const engine::Handle track = timeline::trackOf(timeline::row(kind, index));
+    const engine::Handle track = items::trackOf(items::row(kind, index));
     const bool isEffect = kind == RowKind::kEffect;
     const auto engine = EngineAs<ITWTimeline>();
     const Items items(*engine, isEffect ? ItemKind::kEffect : ItemKind::kSource, track);

@@ -5,14 +5,14 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "editing/transition_key.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
+#include "items/transition_key.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/timeline_items.h"
 
 #include <algorithm>
 #include <memory>
@@ -26,9 +26,9 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
 
 namespace {
 

@@ -8,10 +8,10 @@
 #include "editing/moduleTWState.h"
 #include "editing/split.h"
 #include "engine/engine_access.h"
+#include "items/row_items.h"
 #include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/row_items.h"
 
 #include <limits>
 
@@ -24,12 +24,12 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using timeline::forEachRow;
-using timeline::ItemKind;
-using timeline::Items;
-using timeline::ItemTimes;
-using timeline::RowItems;
-using timeline::RowKind;
+using items::forEachRow;
+using items::ItemKind;
+using items::Items;
+using items::ItemTimes;
+using items::RowItems;
+using items::RowKind;
 
 namespace {
 
@@ -51,7 +51,7 @@ void packRow(ITWTimeline& engine, const RowItems& row)
     for (std::int16_t seq = 0; seq < count; ++seq) {
         const ItemTimes item = row.items.times(seq).value_or(ItemTimes{end, end});
         if (item.start != end) {
-            timeline::shiftRow(engine, row, seq, end - item.start);
+            items::shiftRow(engine, row, seq, end - item.start);
         }
         end += item.stop - item.start;
     }

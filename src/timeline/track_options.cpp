@@ -4,15 +4,17 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/timeline_items.h"
 
 namespace timeline {
 
 using engine::check;
 using engine::EngineAs;
 using engine::ITWTimeline;
+using items::RowKind;
+using items::TrackRow;
 
 namespace {
 
@@ -73,7 +75,7 @@ void welcomeFirstItem(const TrackRow& row)
 
 void bindOptions()
 {
-    for (const TrackRow& row : rows()) {
+    for (const TrackRow& row : items::rows()) {
         row.chkLink.Value = std::int16_t{1};
         row.chkLock.Value = std::int16_t{0};
         row.chkDisable.Value = std::int16_t{0};
@@ -110,17 +112,17 @@ void turnDisable(const TrackRow& row)
 
 namespace moduleTimeline {
 
-using timeline::RowKind;
-using timeline::TrackRow;
+using items::RowKind;
+using items::TrackRow;
 
 void EnableLinkOption(bool visible)
 {
     Trapped("moduleTimeline", "EnableLinkOption", [&] {
-        for (const TrackRow& row : timeline::rows()) {
+        for (const TrackRow& row : items::rows()) {
             row.chkLink.Visible = visible;
             row.imgLink.Visible = visible;
             if (visible) {
-                timeline::setLinkPicture(row);
+                items::setLinkPicture(row);
             }
         }
     });
@@ -129,11 +131,11 @@ void EnableLinkOption(bool visible)
 void ReInitLinkLockDisable()
 {
     Trapped("moduleTimeline", "ReInitLinkLockDisable", [] {
-        for (const TrackRow& row : timeline::rows()) {
+        for (const TrackRow& row : items::rows()) {
             row.chkDisable.Value = std::int16_t{0};
-            timeline::setDisablePicture(row);
+            items::setDisablePicture(row);
             row.chkLock.Value = std::int16_t{0};
-            timeline::setLockPicture(row);
+            items::setLockPicture(row);
             row.chkLink.Value = std::int16_t{1};
             row.imgLink.Picture = "BLANK"; // though it is linked: the picture comes with the next selection
         }
@@ -144,9 +146,9 @@ void UpdateTrackOptions()
 {
     Trapped("moduleTimeline", "UpdateTrackOptions", [] {
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
-        for (const TrackRow& row : timeline::rows()) {
-            const auto kind = row.kind == RowKind::kEffect ? timeline::ItemKind::kEffect : timeline::ItemKind::kSource;
-            if (timeline::Items(*engine, kind, trackOf(row)).count() == 1) {
+        for (const TrackRow& row : items::rows()) {
+            const auto kind = row.kind == RowKind::kEffect ? items::ItemKind::kEffect : items::ItemKind::kSource;
+            if (items::Items(*engine, kind, trackOf(row)).count() == 1) {
                 timeline::welcomeFirstItem(row);
             }
         }

@@ -3,7 +3,7 @@
 // What follows when an option of a row changes. The boxes' change handlers lead here; errors are trapped inside.
 // Interface thread only.
 
-#include "timeline/track_rows.h"
+#include "items/track_rows.h"
 
 namespace timeline {
 
@@ -11,8 +11,8 @@ namespace timeline {
 void bindOptions();
 
 /// The person clicked an image box: its check box is turned over.
-void turnLink(const TrackRow& row);
-void turnLock(const TrackRow& row);
-void turnDisable(const TrackRow& row);
+void turnLink(const items::TrackRow& row);
+void turnLock(const items::TrackRow& row);
+void turnDisable(const items::TrackRow& row);
 
 } // namespace timeline

@@ -63,7 +63,7 @@ std::string wrongInRow(std::string_view name, const std::vector<LaidItem>& items
 {
     engine::Milliseconds end = 0;
     for (std::size_t seq = 0; seq < items.size(); ++seq) {
-        const timeline::ItemTimes& times = items[seq].times;
+        const items::ItemTimes& times = items[seq].times;
         if (times.start < end || times.stop <= times.start) {
             return std::string(name) + " " + std::to_string(seq) + " lies at " + std::to_string(times.start) + "-"
                    + std::to_string(times.stop) + ", behind " + std::to_string(end) + "\n";

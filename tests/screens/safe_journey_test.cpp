@@ -7,8 +7,8 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
+#include "items/row_items.h"
 #include "screens/screen_harness.h"
-#include "timeline/row_items.h"
 
 #include <QMenuBar>
 #include <QTabBar>
@@ -37,7 +37,7 @@ protected:
     {
         std::string all;
         const auto timeline = engine::EngineAs<engine::ITWTimeline>();
-        timeline::forEachRow(*timeline, [&](const timeline::RowItems& row) {
+        items::forEachRow(*timeline, [&](const items::RowItems& row) {
             all += "|";
             for (std::int16_t seq = 0; seq < row.items.count(); ++seq) {
                 const auto times = row.items.times(seq);

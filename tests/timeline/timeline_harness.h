@@ -13,6 +13,7 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
+#include "items/track_locks.h"
 #include "report/error_log.h"
 #include "support/manifest.h"
 #include "support/scripted_platform.h"
@@ -22,7 +23,6 @@
 #include "timeline/item_drag.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/track_locks.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
-#include "editing/item_edit.h"
+#include "items/item_edit.h"
 
 #include "core/shared_state.h"
-#include "editing/lane.h"
-#include "editing/put_back.h"
-#include "editing/transition_key.h"
 #include "engine/engine_access.h"
+#include "items/lane.h"
+#include "items/put_back.h"
+#include "items/transition_key.h"
 
-namespace editing {
+namespace items {
 
 using engine::Bool16;
 using engine::check;
@@ -152,8 +152,7 @@ EffectEdit::EffectEdit(engine::Handle track, std::int16_t seq, std::size_t nameB
       name_(readName(nameBytes, [&](auto buffer) { return engine_->GetEffectName(track, seq, buffer); }))
 {}
 
-bool EffectEdit::split(const timeline::ItemTimes& now, const timeline::ItemTimes& left,
-                       const timeline::ItemTimes& right)
+bool EffectEdit::split(const ItemTimes& now, const ItemTimes& left, const ItemTimes& right)
 {
     const Lane effects(*engine_, kEffects, track_);
     if (!effects.remove(seq_)) {
@@ -178,11 +177,11 @@ bool EffectEdit::split(const timeline::ItemTimes& now, const timeline::ItemTimes
     return true;
 }
 
-bool EffectEdit::insert(const timeline::ItemTimes& times)
+bool EffectEdit::insert(const ItemTimes& times)
 {
     Bool16 ok = kFalse;
     check(engine_->InsertEffect(track_, name_, seq_, times.start, times.stop, 0, ok));
     return ok != kFalse;
 }
 
-} // namespace editing
+} // namespace items

@@ -3,10 +3,10 @@
 // Walks over everything that lies on the timeline, row by row. All raise what the engine raises. Interface thread only.
 
 #include "core/shared_state.h"
-#include "timeline/timeline_items.h"
-#include "timeline/track_rows.h"
+#include "items/items.h"
+#include "items/track_rows.h"
 
-namespace timeline {
+namespace items {
 
 /// What one row shows: the sources of a track, or the effects of the video track.
 struct RowItems {
@@ -43,4 +43,4 @@ inline void shiftRow(engine::ITWTimeline& engine, const RowItems& row, int fromS
     }
 }
 
-} // namespace timeline
+} // namespace items

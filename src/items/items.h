@@ -8,7 +8,7 @@
 
 #include <optional>
 
-namespace timeline {
+namespace items {
 
 enum class ItemKind : std::uint8_t { kSource, kEffect };
 
@@ -118,4 +118,4 @@ private:
     engine::Handle track_;
 };
 
-} // namespace timeline
+} // namespace items

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace editing {
+namespace items {
 
 /// Runs the steps back, the newest first, when it goes without `done` having been told.
 class PutBack {
@@ -30,4 +30,4 @@ private:
     std::vector<std::function<void()>> steps_;
 };
 
-} // namespace editing
+} // namespace items

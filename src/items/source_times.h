@@ -3,11 +3,11 @@
 // Where a source stands, and which media times lie under a place in it.
 
 #include "engine/ITWTimeline.h"
-#include "timeline/timeline_items.h"
+#include "items/items.h"
 
 #include <optional>
 
-namespace editing {
+namespace items {
 
 /// Timeline and media times in ms.
 struct SourceTimes {
@@ -16,7 +16,7 @@ struct SourceTimes {
     engine::Milliseconds mediaStart = 0;
     engine::Milliseconds mediaStop = 0;
 
-    timeline::ItemTimes onTimeline() const { return {start, stop}; }
+    ItemTimes onTimeline() const { return {start, stop}; }
     /// Timeline milliseconds for one of the medium. Raises error 11 for a media length of 0 or less.
     double rate() const;
 };
@@ -24,4 +24,4 @@ struct SourceTimes {
 /// Nothing when there is no such source. Raises what the engine's calls raise. Interface thread only.
 std::optional<SourceTimes> readSource(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq);
 
-} // namespace editing
+} // namespace items

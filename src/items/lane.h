@@ -7,11 +7,11 @@
 
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
-#include "timeline/timeline_items.h"
+#include "items/items.h"
 
 #include <optional>
 
-namespace editing {
+namespace items {
 
 /// The engine's calls for one kind of items.
 struct ItemCalls {
@@ -52,15 +52,15 @@ public:
     }
 
     /// Nothing when there is no such item.
-    std::optional<timeline::ItemTimes> times(std::int16_t seq) const
+    std::optional<ItemTimes> times(std::int16_t seq) const
     {
-        timeline::ItemTimes times;
+        ItemTimes times;
         engine::Bool16 ok = engine::kFalse;
         engine::check((engine_.*calls_.getTimes)(track_, seq, times.start, times.stop, ok));
         return ok != engine::kFalse ? std::optional(times) : std::nullopt;
     }
 
-    bool setTimes(std::int16_t seq, const timeline::ItemTimes& times) const
+    bool setTimes(std::int16_t seq, const ItemTimes& times) const
     {
         engine::Bool16 ok = engine::kFalse;
         engine::check((engine_.*calls_.setTimes)(track_, seq, times.start, times.stop, ok));
@@ -95,4 +95,4 @@ private:
     engine::Handle track_;
 };
 
-} // namespace editing
+} // namespace items

@@ -1,4 +1,4 @@
-#include "editing/transition_key.h"
+#include "items/transition_key.h"
 
 #include "engine/ITWKeyTransition.h"
 #include "engine/check.h"

@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdint>
 
-namespace timeline {
+namespace items {
 
 enum class RowKind : std::uint8_t { kVideo, kEffect, kOverlay, kAudio };
 
@@ -49,4 +49,4 @@ void setLinkPicture(const TrackRow& row);
 void setLockPicture(const TrackRow& row);
 void setDisablePicture(const TrackRow& row);
 
-} // namespace timeline
+} // namespace items

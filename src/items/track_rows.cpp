@@ -1,4 +1,4 @@
-#include "timeline/track_rows.h"
+#include "items/track_rows.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/shared_state.h"
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace timeline {
+namespace items {
 
 namespace {
 
@@ -67,4 +67,4 @@ void setDisablePicture(const TrackRow& row)
     row.imgDisable.Picture = row.chkDisable.Value == 1 ? "BLANK" : off;
 }
 
-} // namespace timeline
+} // namespace items

@@ -1,8 +1,8 @@
-#include "editing/source_times.h"
+#include "items/source_times.h"
 
 #include "core/numbers.h"
 
-namespace editing {
+namespace items {
 
 double SourceTimes::rate() const
 {
@@ -24,4 +24,4 @@ std::optional<SourceTimes> readSource(engine::ITWTimeline& engine, engine::Handl
     return times;
 }
 
-} // namespace editing
+} // namespace items

@@ -5,15 +5,15 @@
 // The two lists of the overlay track are counted alike; every change keeps them so. An overlay without transition is
 // opaque, and so are its pieces. All raise what their calls raise; nothing has changed then. Interface thread only.
 
-#include "editing/source_times.h"
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWTimeline.h"
+#include "items/source_times.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 
-namespace editing {
+namespace items {
 
 class PutBack;
 
@@ -66,10 +66,10 @@ public:
     const std::string& name() const { return name_; }
 
     /// As of `SourceEdit`.
-    bool split(const timeline::ItemTimes& now, const timeline::ItemTimes& left, const timeline::ItemTimes& right);
+    bool split(const ItemTimes& now, const ItemTimes& left, const ItemTimes& right);
 
 private:
-    bool insert(const timeline::ItemTimes& times);
+    bool insert(const ItemTimes& times);
 
     std::shared_ptr<engine::ITWTimeline> engine_;
     engine::Handle track_;
@@ -77,4 +77,4 @@ private:
     std::string name_;
 };
 
-} // namespace editing
+} // namespace items
