@@ -17,7 +17,7 @@
 #include "shell/mdiTarnwick_events.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <memory>

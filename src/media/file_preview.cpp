@@ -6,7 +6,7 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/frmMediaList_events.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 using engine::Bool16;
 using engine::check;

@@ -11,7 +11,7 @@
 #include "engine/engine_access.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/moduleTimeline.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 #include <algorithm>
 #include <string>

@@ -19,7 +19,7 @@
 #include "shell/menus_form.h"
 #include "timeline/frmTimeline_events.h"
 #include "timeline/frmTimeline_form.h"
-#include "tools/frmVolume_form.h"
+#include "volume/frmVolume_form.h"
 #include "windowing/cut_label.h"
 #include "windowing/icons.h"
 #include "windowing/show_pass.h"

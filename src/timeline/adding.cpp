@@ -17,7 +17,7 @@
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 #include <vector>
 

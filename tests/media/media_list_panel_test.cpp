@@ -2,7 +2,7 @@
 
 #include "media/media_list_harness.h"
 
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 namespace media_list_test {
 namespace {

@@ -8,7 +8,7 @@
 #include "preview/moduleTWPreview.h"
 #include "support/noted_preview.h"
 #include "timeline/timeline_harness.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 #include <chrono>
 #include <cstdlib>

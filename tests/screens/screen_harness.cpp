@@ -21,7 +21,7 @@
 #include "support/manifest.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
 #include "windowing/scheme.h"
 

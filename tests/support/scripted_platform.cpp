@@ -6,7 +6,7 @@
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 #include <cstdio>
 #include <filesystem>

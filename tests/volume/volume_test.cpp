@@ -8,7 +8,7 @@
 #include "report/error_log.h"
 #include "support/scripted_platform.h"
 #include "support/wrapped_engine.h"
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "tools/frmVolume_form.h"
+#include "volume/frmVolume_form.h"
 
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 #include "windowing/show_pass.h"

@@ -1,4 +1,4 @@
-#include "tools/frmVolume.h"
+#include "volume/frmVolume.h"
 
 #include "core/numbers.h"
 #include "core/platform.h"
