@@ -31,3 +31,8 @@ void OnSliderMove();
 /// panel shows its actions with the next `RefreshActions`, which raises nothing.
 void SetActiveContext(std::int16_t context);
 void RefreshActions();
+
+/// Defined in `media/`. The engine opens the streams of a closed file again when an image or a paste names them. Gives
+/// each such file its row in the media list again, as the last one, and its handles their places in
+/// `state::FileCollection` and `state::StreamCollection`. Raises nothing.
+void BringBackFiles();

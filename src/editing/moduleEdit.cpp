@@ -10,7 +10,6 @@
 #include "editing/selection_walk.h"
 #include "editing/whole_items.h"
 #include "history/ModuleHistory.h"
-#include "media/bring_back.h"
 #include "timeline/bare_tracks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -120,7 +119,7 @@ bool paste()
     EditPasteSource(position, isOverSelection);
     EditPasteEffect(position, isOverSelection);
     const bool isDone = EditPasteOverlay(position, isOverSelection);
-    moduleTarnwick::BringBackFiles(); // a file that was closed meanwhile is open again
+    BringBackFiles(); // a file that was closed meanwhile is open again
     return isDone;
 }
 

@@ -12,7 +12,6 @@
 #include "history/ModuleHistory.h"
 #include "history/steady_calls.h"
 #include "items/transition_key.h"
-#include "media/bring_back.h"
 #include "timeline/moduleScaleRenderer.h"
 
 namespace ModuleHistory {
@@ -195,7 +194,7 @@ void RestoreTimeline()
         rebuild.addEffects(WorkingImage.Effects, entry->GetEffectCount());
         entry->GetTransitionOperationData();
         rebuild.addOverlays(WorkingImage, entry->GetTransitionCount());
-        moduleTarnwick::BringBackFiles();
+        BringBackFiles();
         rebuild.raiseFailure();
     });
 }
@@ -207,7 +206,7 @@ void RestoreLastTLImage()
         rebuild.addSources(LastImage.Sources, LastImage.SourceCount);
         rebuild.addEffects(LastImage.Effects, LastImage.EffectCount);
         rebuild.addOverlays(LastImage, LastImage.TransitionCount);
-        moduleTarnwick::BringBackFiles();
+        BringBackFiles();
         rebuild.raiseFailure();
     });
 }

@@ -1,9 +1,10 @@
-#include "media/bring_back.h"
+// Files that were closed, and are used by the timeline again.
 
 #include "core/file_text.h"
 #include "core/forms/frmMediaList.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
@@ -14,8 +15,6 @@
 #include <algorithm>
 #include <unordered_set>
 #include <vector>
-
-namespace moduleTarnwick {
 
 using engine::check;
 using engine::Handle;
@@ -52,9 +51,9 @@ void bringBack(Handle file)
     const std::int32_t rowsBefore = list.Count();
     const std::int32_t streamsBefore = state::StreamCollection.Count();
     state::LastOpenedExtension = media::lastPiece(file_text::ExtractFileName(media::pathOf(file)));
-    OpenStreams(file);
+    moduleTarnwick::OpenStreams(file);
     if (list.Count() > rowsBefore) {
-        AppendToTWListView(file);
+        moduleTarnwick::AppendToTWListView(file);
         return;
     }
     // Without a row the list does not know the file; the next step of the history tries again.
@@ -78,5 +77,3 @@ void BringBackFiles()
         }
     });
 }
-
-} // namespace moduleTarnwick
