@@ -5,6 +5,7 @@
 #include "core/forms/frmTimeline.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
+#include "editing/shuffle.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -12,7 +13,6 @@
 #include "screens_program.h"
 #include "shell/menu_table.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/shuffle.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>

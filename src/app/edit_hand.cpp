@@ -1,6 +1,8 @@
 #include "app/edit_hand.h"
 
 #include "core/forms/frmTools.h"
+#include "editing/item_moves.h"
+#include "editing/shuffle.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -8,9 +10,7 @@
 #include "items/items.h"
 #include "shell/frmTools_events.h"
 #include "shell/track_menu.h"
-#include "timeline/item_drag.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/shuffle.h"
 #include "timeline/slider_places.h"
 
 #include <cstdlib>

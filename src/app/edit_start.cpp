@@ -9,16 +9,16 @@
 #include "core/start_up.h"
 #include "editing/clipboard.h"
 #include "engine/engine_access.h"
+#include "hand/frmTimeline_events.h"
 #include "history/ModuleHistory.h"
 #include "media/frmMediaList_events.h"
 #include "media/moduleTarnwick.h"
 #include "preview/frmPreview_events.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
-#include "timeline/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "volume/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
+#include "volume/frmVolume.h"
 
 #include <memory>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 #include "app/edit_tracks.h"
 
-#include "timeline/item_drag.h"
+#include "editing/item_moves.h"
 
 #include <algorithm>
 

@@ -1,12 +1,12 @@
 #include "media/references.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "editing/bare_tracks.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/moduleTarnwick.h"
-#include "timeline/bare_tracks.h"
 
 #include <algorithm>
 #include <vector>

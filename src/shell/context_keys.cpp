@@ -2,7 +2,7 @@
 
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
-#include "timeline/row_pointer.h"
+#include "hand/row_pointer.h"
 
 #include <cstdint>
 

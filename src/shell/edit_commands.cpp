@@ -2,9 +2,9 @@
 
 #include "core/shared_state.h"
 #include "core/upcalls.h"
+#include "editing/cut_place.h"
 #include "editing/moduleEdit.h"
 #include "history/ModuleHistory.h"
-#include "timeline/cut_place.h"
 #include "timeline/moduleTimeline.h"
 
 #include <string_view>
@@ -54,7 +54,7 @@ void mnuEditCopy_Click() { runUnlessEmpty("Copy", moduleEdit::EditCopy, List::kL
 
 void mnuEditPaste_Click()
 {
-    const timeline::CutPlace cut;
+    const editing::CutPlace cut;
     if (runWithHistory("Paste", moduleEdit::EditPaste)) {
         cut.follow();
     }

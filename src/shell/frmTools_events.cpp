@@ -5,10 +5,10 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/adding.h"
 #include "history/ModuleHistory.h"
 #include "shell/action_table.h"
 #include "shell/mdiTarnwick_events.h"
-#include "timeline/adding.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "shell/frmTools_form.h"
 
 #include "core/forms/frmTools.h"
+#include "hand/pointer_turn.h"
 #include "shell/frmTools_events.h"
-#include "timeline/pointer_turn.h"
 #include "windowing/icons.h"
 #include "windowing/picture_widget.h"
 #include "windowing/scheme.h"
@@ -77,7 +77,7 @@ void ToolsForm::runAction(const QModelIndex& index)
     // The list may be made anew by what the action does.
     const auto places = actionModel_->placesOf(index);
     QMetaObject::invokeMethod(
-        this, [places] { timeline::behindTurn([places] { frmTools::tvwActions_NodeClick(places); }); },
+        this, [places] { hand::behindTurn([places] { frmTools::tvwActions_NodeClick(places); }); },
         Qt::QueuedConnection);
 }
 
@@ -169,7 +169,7 @@ void ToolsForm::makeHistory()
         QMetaObject::invokeMethod(
             this,
             [row] {
-                timeline::behindTurn([row] {
+                hand::behindTurn([row] {
                     form().lvwHistorySelected = row;
                     frmTools::lvwHistory_Click();
                 });

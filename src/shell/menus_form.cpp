@@ -1,8 +1,8 @@
 #include "shell/menus_form.h"
 
+#include "hand/pointer_turn.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/tool_texts.h"
-#include "timeline/pointer_turn.h"
 #include "windowing/icons.h"
 #include "windowing/text.h"
 
@@ -81,7 +81,7 @@ QAction* MainMenus::addEntry(const MenuRow& row, QMenu& menu)
         if (row.kind == MenuKind::kCheck) {
             action->setChecked(row.state->Checked);
         }
-        timeline::behindTurn(row.handler);
+        hand::behindTurn(row.handler);
     });
     return action;
 }
@@ -106,7 +106,7 @@ void MainMenus::buildTools(QToolBar& tools)
             if (row.isView) {
                 action->setChecked(row.state->Pressed);
             }
-            timeline::behindTurn([&row] { mdiTarnwick::tbr_ButtonClick(row.key); });
+            hand::behindTurn([&row] { mdiTarnwick::tbr_ButtonClick(row.key); });
         });
         tools_.push_back({&row, action});
     }
@@ -176,7 +176,7 @@ void MainMenus::showRecent(const Recent& recent)
         action->setEnabled(items[i].Enabled && recent.row->pick != nullptr);
         connect(action, &QAction::triggered, recent.menu, [row = recent.row, i] {
             if (row->pick != nullptr) {
-                timeline::behindTurn([row, i] { row->pick(i); });
+                hand::behindTurn([row, i] { row->pick(i); });
             }
         });
     }

@@ -4,14 +4,14 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/cut_place.h"
 #include "editing/moduleTWState.h"
+#include "editing/shuffle.h"
+#include "editing/track_commands.h"
 #include "engine/engine_access.h"
+#include "history/command_history.h"
 #include "items/row_items.h"
-#include "timeline/command_history.h"
-#include "timeline/cut_place.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/shuffle.h"
-#include "timeline/track_commands.h"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ bool run(const char* handler, std::string_view word, void (*routine)())
 {
     bool isDone = false;
     Trapped(kModule, handler, [&] {
-        isDone = timeline::runCommand(word, routine);
+        isDone = history::runCommand(word, routine);
         EnableOrDisableMenuItems();
     });
     return isDone;
@@ -58,7 +58,7 @@ void moveAudio(const char* handler, std::int16_t from, std::int16_t to)
             return;
         }
         constexpr std::int32_t kTrackEnd = 0;
-        timeline::runCommand("Shuffle", [&] { ModuleTreeView::ChangeTrack(source, target, place, kTrackEnd); });
+        history::runCommand("Shuffle", [&] { ModuleTreeView::ChangeTrack(source, target, place, kTrackEnd); });
         moduleTimeline::ShowOrHideTrackSelections();
         moduleTimeline::RenderAllSelections();
         showEmptied();
@@ -75,7 +75,7 @@ void mnuToolsRepeatAudio_Click() { run("mnuToolsRepeatAudio_Click", "Repeat", mo
 
 void mnuToolsSplitTimeline_Click()
 {
-    const timeline::CutPlace cut(timeline::CutPlace::kAtSlider);
+    const editing::CutPlace cut(editing::CutPlace::kAtSlider);
     if (run("mnuToolsSplitTimeline_Click", "Split", moduleTimeline::SplitTracks)) {
         cut.follow();
     }
@@ -88,9 +88,9 @@ void mnuEditClearEffect_Click()
             tellUser("Please unlock the Effect Track before attempting to clear it.");
             return;
         }
-        timeline::runCommand("Clear Effects", [] {
+        history::runCommand("Clear Effects", [] {
             moduleTimeline::EmptyEffectTrack();
-            timeline::bringIntoForce();
+            history::bringIntoForce();
         });
         showEmptied();
     });
@@ -103,7 +103,7 @@ void mnuEditClearOverlay_Click()
             tellUser("Please unlock the Overlays Track before attempting to clear it.");
             return;
         }
-        timeline::runCommand("Clear Overlays", moduleTimeline::EmptyOverlayTrack);
+        history::runCommand("Clear Overlays", moduleTimeline::EmptyOverlayTrack);
         showEmptied();
     });
 }
@@ -119,9 +119,9 @@ void mnuEditClearTimeline_Click()
         if (askUser("Are you sure you want to clear the timeline?", MessageButtons::kYesNo) != MessageAnswer::kYes) {
             return;
         }
-        timeline::runCommand("Clear", [] {
+        history::runCommand("Clear", [] {
             ModuleHistory::EmptyTimeline();
-            timeline::bringIntoForce();
+            history::bringIntoForce();
         });
         moduleTimeline::ShowOrHideTrackSelections();
         moduleTimeline::RenderAllSelections();

@@ -1,10 +1,10 @@
 #include "timeline/frmTimeline_form.h"
 
 #include "core/shared_state.h"
-#include "timeline/frmTimeline_events.h"
+#include "editing/shuffle.h"
+#include "hand/frmTimeline_events.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/shuffle.h"
 #include "timeline/timeline_row_form.h"
 #include "timeline/timeline_row_parts_form.h"
 #include "timeline/timeline_sliders_form.h"

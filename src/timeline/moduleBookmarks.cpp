@@ -6,10 +6,10 @@
 #include "core/shared_state.h"
 #include "core/time_text.h"
 #include "core/trap.h"
-#include "timeline/cut_place.h"
+#include "editing/cut_place.h"
+#include "hand/pointer_trace.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/pointer_trace.h"
 #include "timeline/slider_places.h"
 
 #include <algorithm>
@@ -134,7 +134,7 @@ void takePlace(std::int16_t index)
 
 void cmdAddBookmark_Click()
 {
-    const timeline::CutPlace place(timeline::CutPlace::kAtSlider);
+    const editing::CutPlace place(editing::CutPlace::kAtSlider);
     moduleBookmarks::AddBookmark();
     state::ProjectModified = true;
     place.follow();
@@ -154,7 +154,7 @@ void mnueditclearmarkers_Click()
 
 void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y)
 {
-    Trapped("frmTimeline", timeline::pointerTrace("imgBookmark_MouseDown", index, x, y), [&] {
+    Trapped("frmTimeline", hand::pointerTrace("imgBookmark_MouseDown", index, x, y), [&] {
         ImageBox& pressed = marker(index);
         marker(form.SelectedBookmark).Picture = moduleBookmarks::kPlain;
         pressed.Picture = "BOOKMARKSEL";
@@ -166,7 +166,7 @@ void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y)
 
 void imgBookmark_MouseMove(std::int16_t index, int button, float x, float y)
 {
-    Trapped("frmTimeline", timeline::pointerTrace("imgBookmark_MouseMove", index, x, y, "*"), [&] {
+    Trapped("frmTimeline", hand::pointerTrace("imgBookmark_MouseMove", index, x, y, "*"), [&] {
         if (!state::BusyOpening) {
             forms::mdiTarnwick.sbr.Panel(1) = "Reposition the marker slider";
         }

@@ -1,6 +1,6 @@
 #include "timeline/timeline_row_form.h"
 
-#include "timeline/item_drag.h"
+#include "editing/item_moves.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 #include "windowing/text.h"

@@ -1,8 +1,8 @@
 #include "timeline/timeline_row_parts_form.h"
 
-#include "timeline/frmTimeline_events.h"
-#include "timeline/item_drag.h"
-#include "timeline/row_pointer.h"
+#include "editing/item_moves.h"
+#include "hand/frmTimeline_events.h"
+#include "hand/row_pointer.h"
 
 #include <QObject>
 

@@ -2,8 +2,8 @@
 
 #include "shell/shell_harness.h"
 
+#include "hand/row_pointer.h"
 #include "media/frmMediaList_events.h"
-#include "timeline/row_pointer.h"
 
 namespace shell_test {
 namespace {

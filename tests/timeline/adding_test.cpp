@@ -5,12 +5,12 @@
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmTools.h"
 #include "core/upcalls.h"
+#include "editing/adding.h"
+#include "hand/row_pointer.h"
 #include "history/ModuleHistory.h"
 #include "media/moduleTarnwick.h"
 #include "shell/frmTools_events.h"
-#include "timeline/adding.h"
 #include "timeline/item_names.h"
-#include "timeline/row_pointer.h"
 
 namespace timeline_test {
 namespace {

@@ -1,8 +1,8 @@
 // Random commands, one after another: whatever they do, items stay in order and apart, overlays keep their keys,
 // undoing all leads to the beginning and redoing all to the end.
 
+#include "editing/shuffle.h"
 #include "timeline/edit_harness.h"
-#include "timeline/shuffle.h"
 
 #include <random>
 

@@ -2,8 +2,8 @@
 
 #include "timeline/edit_harness.h"
 
-#include "timeline/command_history.h"
-#include "timeline/shuffle.h"
+#include "editing/shuffle.h"
+#include "history/command_history.h"
 
 namespace timeline_test {
 namespace {
@@ -71,7 +71,7 @@ TEST_F(ShuffleTest, WithinATrack)
 TEST_F(ShuffleTest, AMissingDropNodeIsTheEnd)
 {
     lay(kAbc);
-    timeline::runCommand("Shuffle", [] { ModuleTreeView::ShuffleSources({kVideo, 0}, {kVideo, 7}); });
+    history::runCommand("Shuffle", [] { ModuleTreeView::ShuffleSources({kVideo, 0}, {kVideo, 7}); });
     EXPECT_EQ(text(), "V 1000-2000=200-1200 2000-3000=300-1300 3000-4000=100-1100 E O A B");
 }
 

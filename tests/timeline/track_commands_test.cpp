@@ -2,13 +2,13 @@
 
 #include "timeline/edit_harness.h"
 
+#include "editing/track_commands.h"
 #include "preview/moduleTWPreview.h"
 #include "shell/edit_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "support/noted_preview.h"
 #include "timeline/moduleBookmarks.h"
-#include "timeline/track_commands.h"
 
 namespace timeline_test {
 namespace {

@@ -5,12 +5,12 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/adding.h"
+#include "editing/cut_place.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
+#include "history/adding_history.h"
 #include "items/items.h"
-#include "timeline/adding.h"
-#include "timeline/adding_history.h"
-#include "timeline/cut_place.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -116,10 +116,10 @@ bool AddSelectedEffect()
             tellUser("Please unlock the Effect Track before adding an effect to it.");
             return;
         }
-        const timeline::CutPlace start;
-        isAdded = timeline::addWithHistory("Effect", OnEditAddEffectToTimelineClick);
+        const editing::CutPlace start;
+        isAdded = history::addWithHistory("Effect", OnEditAddEffectToTimelineClick);
         if (isAdded) {
-            timeline::keepNewestState();
+            history::keepNewestState();
             start.follow();
         }
     });

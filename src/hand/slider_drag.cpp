@@ -13,7 +13,7 @@
 #include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "timeline/frmTimeline_events.h"
+#include "hand/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"

@@ -5,13 +5,13 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
+#include "editing/shuffle.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "history/command_history.h"
 #include "timeline/ModuleTreeView.h"
-#include "timeline/command_history.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/shuffle.h"
 
 namespace frmTimeline {
 
@@ -92,7 +92,7 @@ void tvwTimeline_OLEDragDrop(const Places& dragNode, const Places& dropNode)
         if (kind == DropKind::kNothing) {
             return;
         }
-        timeline::runCommand("Shuffle", [&] {
+        history::runCommand("Shuffle", [&] {
             if (kind == DropKind::kShuffle) {
                 ModuleTreeView::ShuffleSources(dragNode, dropNode);
             } else {

@@ -10,7 +10,7 @@
 #include <functional>
 #include <utility>
 
-namespace timeline {
+namespace hand {
 
 /// What waits, and whether something is being worked on.
 struct Turns {
@@ -65,4 +65,4 @@ inline void behindTurn(std::function<void()> command)
     });
 }
 
-} // namespace timeline
+} // namespace hand

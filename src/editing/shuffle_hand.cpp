@@ -1,11 +1,11 @@
-#include "timeline/shuffle_hand.h"
+#include "editing/shuffle_hand.h"
 
 #include "core/shared_state.h"
+#include "editing/shuffle.h"
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "timeline/shuffle.h"
 
 namespace ModuleTreeView {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace timeline {
+namespace hand {
 
 /// "picAudio_MouseMove - Index: 0, X: 12, Y: 3.5", and `mark` behind it: "*" for events that repeat by themselves.
 inline std::string pointerTrace(std::string_view event, std::int16_t index, float x, float y,
@@ -22,4 +22,4 @@ inline std::string pointerTrace(std::string_view event, std::int16_t index, floa
     return trace.append(mark);
 }
 
-} // namespace timeline
+} // namespace hand

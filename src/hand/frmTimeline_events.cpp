@@ -1,4 +1,4 @@
-#include "timeline/frmTimeline_events.h"
+#include "hand/frmTimeline_events.h"
 
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
@@ -11,13 +11,13 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "hand/pointer_turn.h"
+#include "hand/row_pointer.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/pointer_turn.h"
-#include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
 #include "timeline/track_options.h"
 
@@ -167,7 +167,7 @@ void hsb_Scroll()
 
 void picScale_MouseDown(int button, float x)
 {
-    timeline::inTurn([=] {
+    hand::inTurn([=] {
         Trapped("frmTimeline", "picScale_MouseDown", [&] {
             if (button == kLeftButton) {
                 const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
@@ -191,7 +191,7 @@ void picScale_MouseMove(float x)
 
 void picScale_KeyDown(int key, int shift)
 {
-    timeline::inTurn([=] { Trapped("frmTimeline", "picScale_KeyDown", [&] { onArrowKey(key, shift); }); });
+    hand::inTurn([=] { Trapped("frmTimeline", "picScale_KeyDown", [&] { onArrowKey(key, shift); }); });
 }
 
 void picTimelineBase_MouseMove(float x)
@@ -202,7 +202,7 @@ void picTimelineBase_MouseMove(float x)
 
 void picTimelineBase_KeyDown(int key, int shift)
 {
-    timeline::inTurn([=] { Trapped("frmTimeline", "picTimelineBase_KeyDown", [&] { onArrowKey(key, shift); }); });
+    hand::inTurn([=] { Trapped("frmTimeline", "picTimelineBase_KeyDown", [&] { onArrowKey(key, shift); }); });
 }
 
 void cmdZoomIn_Click() { moduleScaleRenderer::ZoomIn(); }

@@ -1,6 +1,6 @@
-#include "timeline/command_history.h"
+#include "history/command_history.h"
 
-namespace timeline {
+namespace history {
 
 using ModuleHistory::HistoryCollection;
 using ModuleHistory::HistoryIndex;
@@ -27,4 +27,4 @@ void takeBackNewest()
     }
 }
 
-} // namespace timeline
+} // namespace history

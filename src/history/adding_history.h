@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace timeline {
+namespace history {
 
 /// The history as it stands, to be put back when an adding comes to nothing: also the undone entries and rows, which a
 /// new operation drops.
@@ -60,4 +60,4 @@ inline void keepNewestState()
     state::ProjectModified = true;
 }
 
-} // namespace timeline
+} // namespace history

@@ -1,4 +1,4 @@
-#include "timeline/item_drag.h"
+#include "editing/item_moves.h"
 
 #include "core/numbers.h"
 #include "core/trap.h"

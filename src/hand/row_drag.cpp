@@ -1,20 +1,20 @@
-#include "timeline/row_drag.h"
+#include "hand/row_drag.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/item_moves.h"
 #include "engine/engine_access.h"
+#include "hand/pointer_turn.h"
+#include "hand/row_pointer.h"
 #include "history/ModuleHistory.h"
+#include "history/adding_history.h"
 #include "items/row_items.h"
 #include "timeline/ModuleTreeView.h"
-#include "timeline/adding_history.h"
-#include "timeline/item_drag.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/pointer_turn.h"
-#include "timeline/row_pointer.h"
 #include "timeline/slider_places.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ forms::FrmTimeline& form = forms::frmTimeline;
 
 /// What was so before the press made its entry: a drag that is cancelled leaves no trace.
 struct Before {
-    timeline::HistoryBefore history;
+    history::HistoryBefore history;
     bool projectModified = state::ProjectModified;
 };
 
@@ -297,7 +297,7 @@ void cancelDrag()
 
 void EndItemDrag()
 {
-    timeline::inTurn([] { Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); }); });
+    hand::inTurn([] { Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); }); });
 }
 
 } // namespace frmTimeline

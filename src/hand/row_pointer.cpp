@@ -1,4 +1,4 @@
-#include "timeline/row_pointer.h"
+#include "hand/row_pointer.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
@@ -6,11 +6,11 @@
 #include "core/platform.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/adding.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
 #include "items/items.h"
 #include "items/track_rows.h"
-#include "timeline/adding.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/slider_places.h"

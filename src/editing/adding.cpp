@@ -1,4 +1,4 @@
-#include "timeline/adding.h"
+#include "editing/adding.h"
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
@@ -10,10 +10,10 @@
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/engine_access.h"
+#include "history/adding_history.h"
 #include "items/items.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
-#include "timeline/adding_history.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -30,10 +30,10 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
+using history::addWithHistory;
+using history::keepNewestState;
 using items::ItemKind;
 using items::Items;
-using timeline::addWithHistory;
-using timeline::keepNewestState;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "timeline/track_commands.h"
+#include "editing/track_commands.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
@@ -8,8 +8,8 @@
 #include "editing/moduleTWState.h"
 #include "editing/split.h"
 #include "engine/engine_access.h"
+#include "history/command_history.h"
 #include "items/row_items.h"
-#include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 
@@ -198,7 +198,7 @@ void showEmptied()
 void PackTracks()
 {
     Trapped(kModule, "PackTracks", [] {
-        timeline::inWhole([] {
+        history::inWhole([] {
             const auto engine = EngineAs<ITWTimeline>();
             forEachRow(*engine, [&](const RowItems& row) {
                 if (!row.isLocked) {
@@ -214,7 +214,7 @@ void PackTracks()
 void RestoreSize()
 {
     Trapped(kModule, "RestoreSize", [] {
-        timeline::inWhole([] {
+        history::inWhole([] {
             const auto engine = EngineAs<ITWTimeline>();
             forEachRow(*engine, [&](const RowItems& row) { restoreRow(*engine, row); });
             return true;
@@ -226,7 +226,7 @@ void RestoreSize()
 void RepeateAudio()
 {
     Trapped(kModule, "RepeateAudio", [] {
-        if (timeline::inWhole(repeatAudio)) {
+        if (history::inWhole(repeatAudio)) {
             showMoved();
             UpdateTreeView();
         }
@@ -236,7 +236,7 @@ void RepeateAudio()
 void SplitTracks()
 {
     Trapped(kModule, "SplitTracks", [] {
-        timeline::inWhole([] {
+        history::inWhole([] {
             const Milliseconds pos = GetSliderPosition();
             forEachRow(*EngineAs<ITWTimeline>(), [&](const RowItems& row) {
                 if (!row.isLocked) {
@@ -266,7 +266,7 @@ void EmptyEffectTrack()
 void EmptyOverlayTrack()
 {
     Trapped(kModule, "EmptyOverlayTrack", [] {
-        timeline::inWhole([] {
+        history::inWhole([] {
             const auto engine = EngineAs<ITWTimeline>();
             Bool16 removed = engine::kTrue;
             while (removed != kFalse) {

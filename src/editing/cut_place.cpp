@@ -1,4 +1,4 @@
-#include "timeline/cut_place.h"
+#include "editing/cut_place.h"
 
 #include "core/forms/frmPreview.h"
 #include "core/shared_state.h"
@@ -10,11 +10,11 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
-namespace timeline {
+namespace editing {
 
 CutPlace::CutPlace(Where where)
 {
-    if (where == kAtSlider || isSelectionHidden()) {
+    if (where == kAtSlider || timeline::isSelectionHidden()) {
         place_ = moduleTimeline::GetSliderPosition();
     }
 }
@@ -38,4 +38,4 @@ void CutPlace::follow() const
     });
 }
 
-} // namespace timeline
+} // namespace editing

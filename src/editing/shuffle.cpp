@@ -1,4 +1,4 @@
-#include "timeline/shuffle.h"
+#include "editing/shuffle.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
@@ -8,10 +8,10 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "history/command_history.h"
 #include "items/items.h"
 #include "items/transition_key.h"
 #include "timeline/ModuleTreeView.h"
-#include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
 
 #include <algorithm>
@@ -198,7 +198,7 @@ bool shuffle(const std::vector<std::int32_t>& dragNode, const std::vector<std::i
 void ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode)
 {
     Trapped(kModule, "ShuffleSources", [&] {
-        if (timeline::inWhole([&] { return shuffle(dragNode, dropNode); })) {
+        if (history::inWhole([&] { return shuffle(dragNode, dropNode); })) {
             RenderAllBars();
             moduleScaleRenderer::AdjustScroll();
             UpdatePreview();

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace timeline {
+namespace editing {
 
 /// Made ahead of the command, to be followed behind its last step when it has taken effect.
 class CutPlace {
@@ -27,4 +27,4 @@ private:
     std::optional<engine::Milliseconds> place_;
 };
 
-} // namespace timeline
+} // namespace editing

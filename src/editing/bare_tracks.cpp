@@ -1,4 +1,4 @@
-#include "timeline/bare_tracks.h"
+#include "editing/bare_tracks.h"
 
 #include "core/shared_state.h"
 #include "core/trap.h"

@@ -4,15 +4,15 @@
 #include "core/numbers.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/shuffle.h"
+#include "editing/shuffle_hand.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "history/command_history.h"
 #include "items/items.h"
 #include "items/track_locks.h"
 #include "timeline/ModuleTreeView.h"
-#include "timeline/command_history.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/shuffle.h"
-#include "timeline/shuffle_hand.h"
 
 #include <algorithm>
 
@@ -104,7 +104,7 @@ void ChangeTrack(Handle sourceTrack, Handle targetTrack, std::int32_t position, 
             || moduleTWState::IsTrackLocked(targetTrack)) {
             return;
         }
-        if (timeline::inWhole([&] { return changeTrack(sourceTrack, targetTrack, position, targetPosition); })) {
+        if (history::inWhole([&] { return changeTrack(sourceTrack, targetTrack, position, targetPosition); })) {
             RenderAllBars();
             moduleScaleRenderer::AdjustScroll();
         }

@@ -13,7 +13,7 @@
 
 #include <string_view>
 
-namespace timeline {
+namespace history {
 
 /// The newest entry comes into force. Nothing when no entry was made.
 void bringIntoForce();
@@ -56,4 +56,4 @@ bool runCommand(std::string_view word, const Routine& routine)
     return isDone;
 }
 
-} // namespace timeline
+} // namespace history

@@ -6,18 +6,18 @@
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "timeline/item_drag.h"
+#include "editing/item_moves.h"
+#include "hand/pointer_trace.h"
+#include "hand/pointer_turn.h"
+#include "hand/row_drag.h"
+#include "hand/row_pointer.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/pointer_trace.h"
-#include "timeline/pointer_turn.h"
-#include "timeline/row_drag.h"
-#include "timeline/row_pointer.h"
 
 namespace frmTimeline {
 
+using hand::pointerTrace;
 using items::RowKind;
-using timeline::pointerTrace;
 
 namespace {
 
@@ -84,13 +84,13 @@ void press(const RowEvent& event, const Click& click)
 template <class Click>
 void onPressed(const RowEvent& event, const Click& click)
 {
-    timeline::inTurn([=] { press(event, click); });
+    hand::inTurn([=] { press(event, click); });
 }
 
 template <class Hover>
 void onMoved(const RowEvent& event, const char* hint, const Hover& hover)
 {
-    timeline::inTurn([=] {
+    hand::inTurn([=] {
         Trapped("frmTimeline", event.trace("*"), [&] {
             say(hint);
             moduleScaleRenderer::DrawScaleLine(event.x);
@@ -105,7 +105,7 @@ void onMoved(const RowEvent& event, const char* hint, const Hover& hover)
 
 void onReleased(const RowEvent& event)
 {
-    timeline::inTurn([=] {
+    hand::inTurn([=] {
         Trapped("frmTimeline", event.trace(), [&] {
             if (event.button == kLeftButton && form.DragActive) {
                 endDrag((event.shift & (kShiftKey | kCtrlKey)) != 0); // the two keys do the same, as at the press
@@ -148,7 +148,7 @@ void takeKey(const char* name, int key, int shift)
 
 void onKey(const char* name, int key, int shift)
 {
-    timeline::inTurn([=] { takeKey(name, key, shift); });
+    hand::inTurn([=] { takeKey(name, key, shift); });
 }
 
 } // namespace
