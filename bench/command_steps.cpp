@@ -9,6 +9,7 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "hand/tree_drop.h"
 #include "history/ModuleHistory.h"
 #include "screens_program.h"
 #include "shell/menu_table.h"

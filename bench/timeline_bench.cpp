@@ -14,6 +14,7 @@
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "hand/frmTimeline_events.h"
+#include "hand/slider_drag.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"

@@ -1,11 +1,11 @@
 #include "app/edit_hand.h"
 
 #include "core/forms/frmTools.h"
-#include "editing/item_moves.h"
-#include "editing/shuffle.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "hand/row_events.h"
+#include "hand/tree_drop.h"
 #include "history/ModuleHistory.h"
 #include "items/items.h"
 #include "shell/frmTools_events.h"

@@ -1,6 +1,6 @@
 #include "app/edit_tracks.h"
 
-#include "editing/item_moves.h"
+#include "hand/row_events.h"
 
 #include <algorithm>
 

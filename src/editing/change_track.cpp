@@ -1,4 +1,4 @@
-// Sources go to another track.
+#include "editing/change_track.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// Reordering from the timeline list: an item goes ahead of another of its track, or to the other audio track.
+// Reordering from the timeline list: an item goes ahead of another of its track.
 //
 // Nodes are told by their places in `forms::frmTimeline.tvwTimeline`, as in `TreeView::Selected`: the track's below the
 // root, then the item's below the track, from 0. Places of items that are numbers count from 1, and place p stands for
@@ -49,25 +49,7 @@ bool EditCutOverlay(engine::Handle track, std::int16_t seq);
 /// node that is not there stands for the track's end.
 void ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
 
-/// Moves the selected sources of one track, from place `position` on, to another track, at their present lengths: the
-/// first of them to place `targetPosition` there, which begins where the source ahead of it ends. What follows there is
-/// shifted by the length of the media. A place that is not there, as 0, stands for the track's end. Moves nodes of the
-/// list along. Nothing happens while one of the tracks is locked.
-void ChangeTrack(engine::Handle sourceTrack, engine::Handle targetTrack, std::int32_t position,
-                 std::int32_t targetPosition);
-
 /// Gives every transition of the overlay track the times of its overlay.
 void AlignTransitionsToSources();
 
 } // namespace ModuleTreeView
-
-namespace frmTimeline {
-
-/// Whether a drop of the one node on the other would do anything: two items of one track, or an item of one audio track
-/// and the other audio track or an item of it; nothing of it locked.
-bool IsTreeDropValid(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
-
-/// A node of the list was dropped on another one: the whole command, with history, preview and menus.
-void tvwTimeline_OLEDragDrop(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
-
-} // namespace frmTimeline

@@ -13,6 +13,7 @@
 #include "engine/engine_access.h"
 #include "hand/pointer_turn.h"
 #include "hand/row_pointer.h"
+#include "hand/slider_drag.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"

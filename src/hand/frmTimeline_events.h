@@ -10,7 +10,6 @@
 // divider, and hands on the focus that the scroll bar gets to the list.
 
 #include <cstdint>
-#include <vector>
 
 namespace frmTimeline {
 
@@ -38,23 +37,8 @@ void cmdZoomIn_Click();
 void cmdZoomOut_Click();
 void cmdSelSliders_Click();
 
-// --- The sliders' handles ------------------------------------------------------------------------------------------
-// x counts from the handle, which moves along. `button` of a move is what is held down.
-
-void imgSliderHandle_MouseDown(int button, float x);
-void imgSliderHandle_MouseMove(int button, float x);
-void imgSliderHandle_MouseUp(int button, float x);
-void imgStartSelHandle_MouseDown(int button, float x);
-void imgStartSelHandle_MouseMove(int button, float x);
-void imgStartSelHandle_MouseUp(int button, float x);
-void imgEndSelHandle_MouseDown(int button, float x);
-void imgEndSelHandle_MouseMove(int button, float x);
-void imgEndSelHandle_MouseUp(int button, float x);
-/// Scrolls by a tick while a handle is held at the edge of the view.
-void tmTimeline_Timer();
-
 // --- The rows ------------------------------------------------------------------------------------------------------
-// The pointer and the keys on their pictures: `item_drag.h`.
+// The pointer and the keys on their pictures: `row_events.h`.
 
 /// Turn over the option of a row. A link box that is disabled, on a locked row, stays as it is.
 void imgLinkVideo_Click(std::int16_t index);
@@ -69,16 +53,5 @@ void imgDisableVideo_Click(std::int16_t index);
 void imgDisableEffect_Click(std::int16_t index);
 void imgDisableOverlay_Click(std::int16_t index);
 void imgDisableAudio_Click(std::int16_t index);
-
-// --- The list and the divider --------------------------------------------------------------------------------------
-
-/// A node was clicked; its places as in `TreeView::Selected`, empty for the root.
-void tvwTimeline_NodeClick(const std::vector<std::int32_t>& places);
-
-/// The divider follows the pointer by way of `picVerticalResizeLeft`; the screen fits list and rows to it on release,
-/// before it hands that event on.
-void picVerticalResize_MouseDown(int button, float x);
-void picVerticalResize_MouseMove(int button, float x);
-void picVerticalResize_MouseUp(int button, float x);
 
 } // namespace frmTimeline

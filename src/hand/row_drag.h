@@ -19,4 +19,7 @@ void endDrag(bool keepsSelection);
 /// without a drag.
 void cancelDrag();
 
+/// The release will not come: what was moved so far stays, and so does what is selected. Nothing without a drag.
+void EndItemDrag();
+
 } // namespace frmTimeline

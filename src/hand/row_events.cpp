@@ -1,4 +1,4 @@
-// The pointer and the keys on the track pictures.
+#include "hand/row_events.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"

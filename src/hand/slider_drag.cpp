@@ -1,9 +1,4 @@
-// Dragging the sliders' handles, with scrolling at the edges of the view.
-//
-//              -6                                    width - 5
-//     scroll <- |  the handle follows the pointer  | -> scroll        a handle's left, in view pixels
-//
-// The two handles of the selection keep at least 6 pixels apart.
+#include "hand/slider_drag.h"
 
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
@@ -13,7 +8,6 @@
 #include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "hand/frmTimeline_events.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"

@@ -1,9 +1,10 @@
-// A node of the timeline list is dropped on another one.
+#include "hand/tree_drop.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/change_track.h"
 #include "editing/moduleTWState.h"
 #include "editing/shuffle.h"
 #include "engine/ITWTimeline.h"

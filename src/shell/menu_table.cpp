@@ -1,12 +1,12 @@
 #include "shell/menu_table.h"
 
+#include "hand/bookmark_events.h"
 #include "history/ModuleHistory.h"
 #include "media/media_menu.h"
 #include "shell/edit_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/track_menu.h"
-#include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 

@@ -1,9 +1,11 @@
 #include "timeline/frmTimeline_form.h"
 
 #include "core/shared_state.h"
-#include "editing/shuffle.h"
+#include "hand/bookmark_events.h"
 #include "hand/frmTimeline_events.h"
-#include "timeline/moduleBookmarks.h"
+#include "hand/list_and_divider.h"
+#include "hand/slider_drag.h"
+#include "hand/tree_drop.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/timeline_row_form.h"
 #include "timeline/timeline_row_parts_form.h"

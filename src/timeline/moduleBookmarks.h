@@ -6,13 +6,21 @@
 // pattern of the others: it is never unloaded, stands hidden at time 0, and `SelectedBookmark` 0 means that none is
 // selected. A removed marker is only hidden and keeps its place in both lists.
 //
-// Every routine traps its own errors and raises nothing. Interface thread only.
+// Interface thread only.
 
+#include "core/controls.h"
 #include "engine/types.h"
 
 #include <cstdint>
 
 namespace moduleBookmarks {
+
+inline constexpr std::int32_t kHalf = 4;                    // pixels from a marker's left to its time
+inline constexpr const char* kPlain = "BOOKMARK";           // how a marker looks
+inline constexpr const char* kSelectedLook = "BOOKMARKSEL"; // and the selected one
+
+/// Raises error 9 for a marker that does not exist. All others trap their errors.
+ImageBox& marker(std::int16_t index);
 
 /// A marker at the main slider.
 void AddBookmark();
@@ -27,17 +35,3 @@ void UpdateBookmarks(std::int16_t excluded = -1, bool show = false);
 void RemoveBookmarks();
 
 } // namespace moduleBookmarks
-
-namespace frmTimeline {
-
-void cmdAddBookmark_Click();
-void cmdRemoveBookmark_Click();
-void mnueditclearmarkers_Click();
-
-/// A press selects the marker and begins its drag. x and y are logical pixels from the image's corner, which moves
-/// along; `button` of a move is what is held down.
-void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y);
-void imgBookmark_MouseMove(std::int16_t index, int button, float x, float y);
-void imgBookmark_MouseUp(std::int16_t index, int button, float x, float y);
-
-} // namespace frmTimeline

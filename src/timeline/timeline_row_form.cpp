@@ -1,6 +1,6 @@
 #include "timeline/timeline_row_form.h"
 
-#include "editing/item_moves.h"
+#include "hand/row_drag.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
 #include "windowing/text.h"

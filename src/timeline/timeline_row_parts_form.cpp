@@ -1,7 +1,7 @@
 #include "timeline/timeline_row_parts_form.h"
 
-#include "editing/item_moves.h"
 #include "hand/frmTimeline_events.h"
+#include "hand/row_events.h"
 #include "hand/row_pointer.h"
 
 #include <QObject>

@@ -1,12 +1,12 @@
 #include "timeline/timeline_sliders_form.h"
 
 #include "core/forms/frmTimeline.h"
-#include "timeline/moduleBookmarks.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 
+#include "hand/bookmark_events.h"
 #include "windowing/picture_widget.h"
 
 SliderHandle::SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* scale)

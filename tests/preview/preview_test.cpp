@@ -3,6 +3,7 @@
 #include "core/forms/frmTools.h"
 #include "core/upcalls.h"
 #include "engine/surfaces.h"
+#include "hand/slider_drag.h"
 #include "history/ModuleHistory.h"
 #include "preview/frmPreview_events.h"
 #include "preview/moduleTWPreview.h"

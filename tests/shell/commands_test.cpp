@@ -2,6 +2,9 @@
 
 #include "shell/shell_harness.h"
 
+#include "hand/list_and_divider.h"
+#include "hand/row_events.h"
+#include "hand/slider_drag.h"
 #include "report/web_host.h"
 #include "shell/action_table.h"
 

@@ -2,6 +2,7 @@
 
 #include "shell/shell_harness.h"
 
+#include "hand/row_events.h"
 #include "hand/row_pointer.h"
 #include "media/frmMediaList_events.h"
 

@@ -2,6 +2,7 @@
 
 #include "timeline/timeline_harness.h"
 
+#include "hand/bookmark_events.h"
 #include "timeline/moduleBookmarks.h"
 
 namespace timeline_test {

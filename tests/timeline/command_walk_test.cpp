@@ -1,7 +1,8 @@
 // Random commands, one after another: whatever they do, items stay in order and apart, overlays keep their keys,
 // undoing all leads to the beginning and redoing all to the end.
 
-#include "editing/shuffle.h"
+#include "hand/row_events.h"
+#include "hand/tree_drop.h"
 #include "timeline/edit_harness.h"
 
 #include <random>

@@ -2,6 +2,9 @@
 
 #include "timeline/timeline_harness.h"
 
+#include "hand/list_and_divider.h"
+#include "hand/slider_drag.h"
+
 namespace timeline_test {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "timeline/edit_harness.h"
 
+#include "hand/row_drag.h"
+#include "hand/row_events.h"
 #include "support/noted_preview.h"
 
 namespace timeline_test {

@@ -3,6 +3,8 @@
 #include "timeline/timeline_harness.h"
 
 #include "core/upcalls.h"
+#include "hand/list_and_divider.h"
+#include "hand/row_events.h"
 
 namespace timeline_test {
 namespace {

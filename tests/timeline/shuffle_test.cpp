@@ -3,6 +3,7 @@
 #include "timeline/edit_harness.h"
 
 #include "editing/shuffle.h"
+#include "hand/tree_drop.h"
 #include "history/command_history.h"
 
 namespace timeline_test {

@@ -10,7 +10,6 @@
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
-#include "editing/item_moves.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"

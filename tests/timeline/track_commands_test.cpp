@@ -3,12 +3,12 @@
 #include "timeline/edit_harness.h"
 
 #include "editing/track_commands.h"
+#include "hand/bookmark_events.h"
 #include "preview/moduleTWPreview.h"
 #include "shell/edit_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "support/noted_preview.h"
-#include "timeline/moduleBookmarks.h"
 
 namespace timeline_test {
 namespace {

@@ -1,6 +1,8 @@
 // Conversions, zoom steps, the scroll bar.
 
 #include "core/upcalls.h"
+#include "hand/bookmark_events.h"
+#include "hand/list_and_divider.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/timeline_harness.h"
 

@@ -1,4 +1,4 @@
-// The timeline list and the divider between it and the rows.
+#include "hand/list_and_divider.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/shared_state.h"
@@ -7,7 +7,6 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "hand/frmTimeline_events.h"
 #include "items/items.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"

@@ -1,0 +1,99 @@
+#include "hand/bookmark_events.h"
+
+#include "core/forms/frmTimeline.h"
+#include "core/forms/mdiTarnwick.h"
+#include "core/numbers.h"
+#include "core/shared_state.h"
+#include "core/time_text.h"
+#include "core/trap.h"
+#include "editing/cut_place.h"
+#include "hand/pointer_trace.h"
+#include "timeline/moduleBookmarks.h"
+#include "timeline/moduleScaleRenderer.h"
+#include "timeline/slider_places.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace frmTimeline {
+
+using moduleBookmarks::kHalf;
+using moduleBookmarks::marker;
+
+namespace {
+
+forms::FrmTimeline& form = forms::frmTimeline;
+
+constexpr int kLeftButton = 1;
+
+/// The new time of a marker that was dragged.
+void takePlace(std::int16_t index)
+{
+    ImageBox& image = marker(index);
+    const std::int32_t x = numbers::added(image.Left.get(), timeline::viewLeft()) + kHalf;
+    const engine::Milliseconds time = moduleScaleRenderer::PixelsToMs(x);
+    form.BookmarkTimes.at(static_cast<std::size_t>(index)) = time;
+    image.ToolTipText = time_text::MilliSecondsToTimetypeAsString(time);
+}
+
+} // namespace
+
+void cmdAddBookmark_Click()
+{
+    const editing::CutPlace place(editing::CutPlace::kAtSlider);
+    moduleBookmarks::AddBookmark();
+    state::ProjectModified = true;
+    place.follow();
+}
+
+void cmdRemoveBookmark_Click()
+{
+    moduleBookmarks::RemoveBookmark();
+    state::ProjectModified = true;
+}
+
+void mnueditclearmarkers_Click()
+{
+    moduleBookmarks::RemoveBookmarks();
+    state::ProjectModified = true;
+}
+
+void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y)
+{
+    Trapped("frmTimeline", hand::pointerTrace("imgBookmark_MouseDown", index, x, y), [&] {
+        ImageBox& pressed = marker(index);
+        marker(form.SelectedBookmark).Picture = moduleBookmarks::kPlain;
+        pressed.Picture = moduleBookmarks::kSelectedLook;
+        form.SelectedBookmark = index;
+        form.DraggingBookmark = button == kLeftButton;
+        form.BookmarkOffset = x;
+    });
+}
+
+void imgBookmark_MouseMove(std::int16_t index, int button, float x, float y)
+{
+    Trapped("frmTimeline", hand::pointerTrace("imgBookmark_MouseMove", index, x, y, "*"), [&] {
+        if (!state::BusyOpening) {
+            forms::mdiTarnwick.sbr.Panel(1) = "Reposition the marker slider";
+        }
+        if (button != kLeftButton || !form.DraggingBookmark) {
+            return;
+        }
+        ImageBox& image = marker(index);
+        const float left = static_cast<float>(image.Left) + x - form.BookmarkOffset;
+        // Its time stays on the scale, from the first pixel to the last.
+        image.Left = std::clamp(static_cast<std::int32_t>(std::lround(left)), -kHalf,
+                                std::max(form.picScale.ScaleWidth.get(), 0) - kHalf);
+        takePlace(index);
+        state::ProjectModified = true;
+    });
+}
+
+void imgBookmark_MouseUp(std::int16_t, int button, float, float)
+{
+    if (button == kLeftButton) {
+        form.DraggingBookmark = false;
+    }
+}
+
+} // namespace frmTimeline

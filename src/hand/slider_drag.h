@@ -1,0 +1,28 @@
+#pragma once
+
+// Dragging the sliders' handles, with scrolling at the edges of the view.
+//
+//              -6                                    width - 5
+//     scroll <- |  the handle follows the pointer  | -> scroll        a handle's left, in view pixels
+//
+// The two handles of the selection keep at least 6 pixels apart.
+//
+// Nothing is raised to the caller. Interface thread only.
+
+namespace frmTimeline {
+
+// x counts from the handle, which moves along. `button` of a move is what is held down.
+
+void imgSliderHandle_MouseDown(int button, float x);
+void imgSliderHandle_MouseMove(int button, float x);
+void imgSliderHandle_MouseUp(int button, float x);
+void imgStartSelHandle_MouseDown(int button, float x);
+void imgStartSelHandle_MouseMove(int button, float x);
+void imgStartSelHandle_MouseUp(int button, float x);
+void imgEndSelHandle_MouseDown(int button, float x);
+void imgEndSelHandle_MouseMove(int button, float x);
+void imgEndSelHandle_MouseUp(int button, float x);
+/// Scrolls by a tick while a handle is held at the edge of the view.
+void tmTimeline_Timer();
+
+} // namespace frmTimeline
