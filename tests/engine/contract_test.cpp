@@ -1,4 +1,4 @@
-// The contract's own pieces: classes by name, casts, statuses as errors; and who may include whom.
+// The contract's own pieces: classes by name, casts, statuses as errors.
 
 #include "engine/ITWCapture.h"
 #include "engine/ITWKeyTransition.h"
@@ -13,8 +13,6 @@
 #include "twcore/tarnwick_timeline.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -23,7 +21,6 @@
 namespace contract_test {
 namespace {
 
-namespace fs = std::filesystem;
 using engine::EngineAs;
 
 template <class Call>
@@ -99,74 +96,6 @@ TEST(Contract, StatusesAsErrors)
         EXPECT_EQ(errorOf([&] { engine::check(engine::Status(c.code, c.text)); }, &told), c.number) << c.code;
         EXPECT_NE(told.find(c.told), std::string::npos) << told;
     }
-}
-
-bool startsWithAny(std::string_view text, std::initializer_list<std::string_view> starts)
-{
-    return std::ranges::any_of(starts, [&](auto start) { return text.starts_with(start); });
-}
-
-/// The names in the #include lines of a file.
-std::vector<std::string> includesOf(const fs::path& file)
-{
-    std::vector<std::string> names;
-    std::ifstream source(file);
-    for (std::string line; std::getline(source, line);) {
-        std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
-        if (startsWithAny(line, {"#include<", "#include\""})) {
-            constexpr std::size_t kNameAt = 9;
-            names.push_back(line.substr(kNameAt, line.find_first_of(">\"", kNameAt) - kNameAt));
-        }
-    }
-    return names;
-}
-
-bool isQt(const std::string& name)
-{
-    const std::string last = name.substr(name.rfind('/') + 1);
-    return name.starts_with("Qt") || (last.size() > 1 && last[0] == 'Q' && last[1] >= 'A' && last[1] <= 'Z');
-}
-
-bool isMedia(const std::string& name)
-{
-    return startsWithAny(name, {"libav", "libsw", "libpostproc", "SDL", "fluidsynth"});
-}
-
-/// <vector>: what has a dot or a slash is somebody's header.
-bool isStandard(const std::string& name) { return name.find_first_of("./") == std::string::npos; }
-
-bool mayShowQt(const std::string& file)
-{
-    return startsWithAny(file, {"windowing/", "app/"}) || file.find("_form.") != std::string::npos;
-}
-
-TEST(Contract, IncludesStayInTheirRings)
-{
-    const fs::path root = QUILLMONT_SOURCE;
-    std::size_t count = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        if (!entry.is_regular_file() || (entry.path().extension() != ".h" && entry.path().extension() != ".cpp")) {
-            continue;
-        }
-        const std::string file = fs::relative(entry.path(), root).generic_string();
-        const bool isContract = file.starts_with("engine/");
-        const bool isEngine = file.starts_with("twcore/");
-        for (const std::string& name : includesOf(entry.path())) {
-            const std::string line = file + " includes " + name;
-            const bool isOurs = fs::exists(root / name) || fs::exists(entry.path().parent_path() / name);
-            ++count;
-            EXPECT_TRUE(mayShowQt(file) || !isQt(name)) << line;
-            EXPECT_TRUE(mayShowQt(file) || !mayShowQt(name)) << line;
-            EXPECT_TRUE(isEngine || !isMedia(name)) << line;
-            EXPECT_TRUE(!isContract || name.starts_with("engine/") || (isStandard(name) && !isQt(name))) << line;
-            EXPECT_TRUE(!isEngine || !isOurs || name.starts_with("engine/") || name.starts_with("twcore/")
-                        || name.starts_with("core/"))
-                << line;
-            EXPECT_TRUE(isEngine || file.starts_with("app/") || !name.starts_with("twcore/")) << line;
-            EXPECT_TRUE(file.starts_with("app/") || !name.starts_with("app/")) << line;
-        }
-    }
-    EXPECT_GT(count, 200u) << "the sources were not found in " << root;
 }
 
 } // namespace
