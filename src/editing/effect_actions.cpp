@@ -6,7 +6,7 @@
 #include "editing/range_part.h"
 #include "engine/engine_access.h"
 #include "items/item_edit.h"
-#include "items/lane.h"
+#include "items/items.h"
 
 namespace moduleEdit {
 
@@ -15,8 +15,9 @@ using editing::Part;
 using editing::SelectionEdges;
 using engine::Handle;
 using items::EffectEdit;
+using items::ItemKind;
+using items::Items;
 using items::ItemTimes;
-using items::Lane;
 
 namespace {
 
@@ -24,7 +25,7 @@ namespace {
 bool takeOut(EffectEdit& edit, Handle track, std::int16_t& seq, const ItemTimes& effect, const Part& part)
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
-    const Lane effects(*engine, items::kEffects, track);
+    const Items effects(*engine, ItemKind::kEffect, track);
     const ItemTimes ahead{effect.start, part.times.start};
     const ItemTimes behind{part.times.stop, effect.stop};
     if (part.isWhole()) {
@@ -85,7 +86,7 @@ bool CropActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, 
     return runAction(kCrop, editing::isReached(effect, selection), [&] {
         const Part part = editing::partOf(effect, selection);
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
-        return part.isWhole() || Lane(*engine, items::kEffects, track).setTimes(seq, part.times);
+        return part.isWhole() || Items(*engine, ItemKind::kEffect, track).setTimes(seq, part.times);
     });
 }
 

@@ -4,7 +4,7 @@
 #include "editing/edit_trap.h"
 #include "editing/selection_walk.h"
 #include "engine/engine_access.h"
-#include "items/lane.h"
+#include "items/items.h"
 
 #include <optional>
 
@@ -13,8 +13,9 @@ namespace moduleEdit {
 using editing::SelectionEdges;
 using engine::Handle;
 using engine::Milliseconds;
+using items::ItemKind;
+using items::Items;
 using items::ItemTimes;
-using items::Lane;
 
 namespace {
 
@@ -41,7 +42,7 @@ struct GapBehind {
 };
 
 /// Behind the item, up to the selection's stop.
-std::optional<GapBehind> gapBehind(const Lane& lane, std::int16_t seq, const ItemTimes& item,
+std::optional<GapBehind> gapBehind(const Items& lane, std::int16_t seq, const ItemTimes& item,
                                    const SelectionEdges& selection)
 {
     const Milliseconds b = selection.stop;
@@ -57,18 +58,18 @@ std::optional<GapBehind> gapBehind(const Lane& lane, std::int16_t seq, const Ite
 
 /// addGap(length, isLast) keeps what is found.
 template <class AddGap>
-void logGap(const char* routine, const items::ItemCalls& calls, Handle track, std::int16_t seq, const ItemTimes& item,
+void logGap(const char* routine, ItemKind kind, Handle track, std::int16_t seq, const ItemTimes& item,
             const SelectionEdges& selection, bool before, AddGap addGap)
 {
     editing::trapped(routine, [&] {
         if (before) {
-            if (const auto length = gapAhead(seq, item, selection, &calls == &items::kSources)) {
+            if (const auto length = gapAhead(seq, item, selection, kind == ItemKind::kSource)) {
                 addGap(*length, false);
             }
             return;
         }
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
-        if (const auto gap = gapBehind(Lane(*engine, calls, track), seq, item, selection)) {
+        if (const auto gap = gapBehind(Items(*engine, kind, track), seq, item, selection)) {
             addGap(gap->length, gap->isLast);
         }
     });
@@ -78,7 +79,7 @@ void logGap(const char* routine, const items::ItemCalls& calls, Handle track, st
 
 void LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection, bool before)
 {
-    logGap("LogGaps", items::kSources, track, seq, source, selection, before, [&](Milliseconds length, bool) {
+    logGap("LogGaps", ItemKind::kSource, track, seq, source, selection, before, [&](Milliseconds length, bool) {
         constexpr Milliseconds kNoLength = -1;
         AddSourceClip({track, 0, 0, length, ClipSeq++, kNoLength, 0});
     });
@@ -87,7 +88,7 @@ void LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const Sele
 void LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, const SelectionEdges& selection,
                     bool before)
 {
-    logGap("LogGapsEffects", items::kEffects, track, seq, effect, selection, before, [&](Milliseconds length, bool) {
+    logGap("LogGapsEffects", ItemKind::kEffect, track, seq, effect, selection, before, [&](Milliseconds length, bool) {
         AddEffectClip({track, "0", length, ClipSeq++});
     });
 }
@@ -95,7 +96,7 @@ void LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, con
 void LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection,
                        bool before)
 {
-    logGap("LogGapsTransition", items::kTransitions, track, seq, source, selection, before,
+    logGap("LogGapsTransition", ItemKind::kTransition, track, seq, source, selection, before,
            [&](Milliseconds length, bool isLast) {
                AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
                // Behind the last one the count of the sources is raised instead; that is meant.

@@ -7,7 +7,7 @@
 #include "editing/paste_runs.h"
 #include "editing/split.h"
 #include "engine/engine_access.h"
-#include "items/lane.h"
+#include "items/items.h"
 #include "items/put_back.h"
 
 namespace moduleEdit {
@@ -16,7 +16,8 @@ using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using items::Lane;
+using items::ItemKind;
+using items::Items;
 using items::PutBack;
 
 namespace {
@@ -47,7 +48,7 @@ bool pasteOverlaysBefore(Handle track, std::int16_t seq, Milliseconds position)
 
 /// What a paste does to one kind of items.
 struct PasteKind {
-    const items::ItemCalls& calls;
+    ItemKind items;
     bool (*isLocked)(Handle track);
     bool (*hasClip)(Handle track);
     void (*closeGap)(Milliseconds position, Handle track);
@@ -56,18 +57,18 @@ struct PasteKind {
 };
 
 constexpr PasteKind kSourcePaste{
-    items::kSources,      moduleTWState::IsTrackLocked,
+    ItemKind::kSource,    moduleTWState::IsTrackLocked,
     HasSourceClip,        [](Milliseconds position, Handle track) { ShiftSourcesFromPos(position, track); },
     editing::splitSource, PasteBefore};
 constexpr PasteKind kEffectPaste{
-    items::kEffects,  moduleTWState::IsEffectLocked,
-    HasEffectClip,    [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
-    splitNamedEffect, PasteEffectBefore};
-constexpr PasteKind kOverlayPaste{items::kSources, moduleTWState::IsTrackLocked, HasSourceClip,
-                                  closeOverlayGap, editing::splitOverlay,        pasteOverlaysBefore};
+    ItemKind::kEffect, moduleTWState::IsEffectLocked,
+    HasEffectClip,     [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
+    splitNamedEffect,  PasteEffectBefore};
+constexpr PasteKind kOverlayPaste{ItemKind::kSource, moduleTWState::IsTrackLocked, HasSourceClip,
+                                  closeOverlayGap,   editing::splitOverlay,        pasteOverlaysBefore};
 
 /// The item that the position falls into or before, else the last one.
-std::int16_t itemAt(const Lane& lane, Milliseconds position)
+std::int16_t itemAt(const Items& lane, Milliseconds position)
 {
     std::int16_t seq = 0;
     for (;; ++seq) {
@@ -80,7 +81,7 @@ std::int16_t itemAt(const Lane& lane, Milliseconds position)
 
 void pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Milliseconds position, bool shift)
 {
-    const Lane lane(engine, kind.calls, track);
+    const Items lane(engine, kind.items, track);
     if (lane.count() == 0) { // whether locked or not; that is meant
         kind.pasteBefore(track, 0, position);
         return;
@@ -113,12 +114,12 @@ bool pasteOnTracks(const char* routine, const PasteKind& kind, Milliseconds posi
     });
 }
 
-bool closeGap(const char* routine, const items::ItemCalls& calls, Milliseconds position, Handle track)
+bool closeGap(const char* routine, ItemKind kind, Milliseconds position, Handle track)
 {
     bool isClosed = false;
     editing::trapped(routine, [&] {
         const auto engine = EngineAs<ITWTimeline>();
-        const Lane lane(*engine, calls, track);
+        const Items lane(*engine, kind, track);
         const std::int16_t count = lane.count();
         for (std::int16_t seq = 0; seq + 1 < count; ++seq) {
             const auto behind = static_cast<std::int16_t>(seq + 1);
@@ -183,17 +184,17 @@ bool PasteTransitionBefore(Handle track, std::int16_t seq, Milliseconds position
 
 bool ShiftSourcesFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftSourcesFromPos", items::kSources, position, track);
+    return closeGap("ShiftSourcesFromPos", ItemKind::kSource, position, track);
 }
 
 bool ShiftEffectsFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftEffectsFromPos", items::kEffects, position, track);
+    return closeGap("ShiftEffectsFromPos", ItemKind::kEffect, position, track);
 }
 
 bool ShiftTransitionsFromPos(Milliseconds position, Handle track)
 {
-    return closeGap("ShiftTransitionsFromPos", items::kTransitions, position, track);
+    return closeGap("ShiftTransitionsFromPos", ItemKind::kTransition, position, track);
 }
 
 } // namespace moduleEdit

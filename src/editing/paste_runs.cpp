@@ -2,7 +2,7 @@
 
 #include "core/numbers.h"
 #include "editing/clipboard.h"
-#include "items/lane.h"
+#include "items/items.h"
 #include "items/put_back.h"
 #include "items/transition_key.h"
 
@@ -32,7 +32,7 @@ struct Spot {
 /// Walks the run that ends at index last backwards. insert(piece, its number in the walk) is false when the piece was
 /// left out; finish(piece) comes when all is in its place.
 template <class Clip, class Insert, class Finish>
-PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const items::Lane& lane, std::int16_t seq,
+PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const items::Items& lane, std::int16_t seq,
                       items::PutBack& putBack, Insert insert, Finish finish)
 {
     // Both ways back come behind that of an insertion: until it has gone, a piece would be in the way.
@@ -135,15 +135,15 @@ PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, M
         }
     };
     return pasteRun(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track),
-                    items::Lane(engine, items::kSources, track), seq, putBack, insert, setMode);
+                    items::Items(engine, items::ItemKind::kSource, track), seq, putBack, insert, setMode);
 }
 
 void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, items::PutBack& putBack)
 {
     if (isVideoTrack(engine, track)) {
         pasteRun(
-            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track), items::Lane(engine, items::kEffects, track),
-            seq, putBack,
+            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track),
+            items::Items(engine, items::ItemKind::kEffect, track), seq, putBack,
             [&](const EffectClip& clip, std::size_t) {
                 return insertEffect(engine, {track, seq, position}, clip, putBack);
             },
@@ -157,7 +157,7 @@ void pasteTransitions(ITWTimeline& engine, Handle track, std::int16_t seq, Milli
     if (!isVideoTrack(engine, track)) {
         return;
     }
-    const items::Lane transitions(engine, items::kTransitions, track);
+    const items::Items transitions(engine, items::ItemKind::kTransition, track);
     const auto insert = [&](const TransitionClip& clip, std::size_t piece) {
         const bool isWanted = piece >= overlays.size() || overlays[piece];
         // One that never was is only put where it keeps those behind it in step with their overlays.

@@ -6,7 +6,7 @@
 #include "editing/range_actions.h"
 #include "engine/engine_access.h"
 #include "items/item_edit.h"
-#include "items/lane.h"
+#include "items/items.h"
 #include "items/track_rows.h"
 #include "timeline/moduleTimeline.h"
 
@@ -17,8 +17,9 @@ using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
+using items::ItemKind;
+using items::Items;
 using items::ItemTimes;
-using items::Lane;
 using items::RowKind;
 using items::SourceTimes;
 
@@ -82,7 +83,7 @@ void walkRow(ITWTimeline& engine, const items::TrackRow& row, const Actions& act
     PrevStart = PrevStop = 0;
     if (row.kind == RowKind::kEffect) {
         if (effectsTakePart(track)) {
-            const Lane effects(engine, items::kEffects, track);
+            const Items effects(engine, ItemKind::kEffect, track);
             walk([&](std::int16_t seq) { return effects.times(seq); }, actions.ofEffect, track, selection, result);
         }
         return;
@@ -115,7 +116,7 @@ bool holdsAnEdge(const ItemTimes& item, const SelectionEdges& selection)
 
 /// Removes the items that neither an edge lies in nor `stays(item)` keeps. remove(seq) is false when nothing went.
 template <class Stays, class Remove>
-void dropOutside(const Lane& lane, const SelectionEdges& selection, Stays stays, Remove remove)
+void dropOutside(const Items& lane, const SelectionEdges& selection, Stays stays, Remove remove)
 {
     std::int16_t seq = 0;
     while (const auto item = lane.times(seq)) {
@@ -136,17 +137,17 @@ void dropOutside(ITWTimeline& engine, const SelectionEdges& selection)
     };
     for (const Handle track : state::TrackCollection) {
         if (takesPart(engine, track)) {
-            const Lane sources(engine, items::kSources, track);
+            const Items sources(engine, ItemKind::kSource, track);
             dropOutside(sources, selection, liesIn, [&](std::int16_t seq) { return sources.remove(seq); });
         }
         if (effectsTakePart(track)) {
-            const Lane effects(engine, items::kEffects, track);
+            const Items effects(engine, ItemKind::kEffect, track);
             dropOutside(effects, selection, liesStrictlyIn, [&](std::int16_t seq) { return effects.remove(seq); });
         }
     }
     const Handle overlays = state::OverlayTrack;
     if (takesPart(engine, overlays)) {
-        dropOutside(Lane(engine, items::kSources, overlays), selection, liesStrictlyIn,
+        dropOutside(Items(engine, ItemKind::kSource, overlays), selection, liesStrictlyIn,
                     [&](std::int16_t seq) { return items::removeOverlay(engine, seq); });
     }
 }

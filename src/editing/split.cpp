@@ -3,7 +3,7 @@
 #include "core/numbers.h"
 #include "engine/engine_access.h"
 #include "items/item_edit.h"
-#include "items/lane.h"
+#include "items/items.h"
 
 namespace editing {
 
@@ -48,7 +48,7 @@ void splitOverlay(Handle track, std::int16_t seq, Milliseconds position) { split
 void splitEffect(Handle track, std::int16_t seq, Milliseconds position, std::size_t nameBytes)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    const auto now = items::Lane(*engine, items::kEffects, track).times(seq);
+    const auto now = items::Items(*engine, items::ItemKind::kEffect, track).times(seq);
     if (now && isInside(*now, position)) {
         items::EffectEdit(track, seq, nameBytes).split(*now, {now->start, position}, {position, now->stop});
     }

@@ -6,7 +6,7 @@
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
 #include "items/item_edit.h"
-#include "items/lane.h"
+#include "items/items.h"
 
 namespace moduleEdit {
 
@@ -14,9 +14,6 @@ using engine::Handle;
 using engine::ITWTimeline;
 using items::ItemKind;
 using items::Items;
-using items::Lane;
-using items::SourceTimes;
-
 namespace {
 
 enum class Row : std::uint8_t { kSource, kEffect, kOverlay };
@@ -42,7 +39,7 @@ bool isAnySelected(Row row, Handle track)
 void recordEffect(ITWTimeline& engine, Handle track, std::int16_t seq, std::int16_t place)
 {
     constexpr std::size_t kNameBytes = 10;
-    const auto times = Lane(engine, items::kEffects, track).times(seq).value_or(items::ItemTimes{});
+    const auto times = Items(engine, ItemKind::kEffect, track).times(seq).value_or(items::ItemTimes{});
     AddEffectClip({track, items::EffectEdit(track, seq, kNameBytes).name(), times.stop - times.start, place});
 }
 
@@ -63,7 +60,7 @@ bool remove(ITWTimeline& engine, Row row, Handle track, std::int16_t seq)
 {
     return row == Row::kOverlay
                ? items::removeOverlay(engine, seq)
-               : Lane(engine, row == Row::kEffect ? items::kEffects : items::kSources, track).remove(seq);
+               : Items(engine, row == Row::kEffect ? ItemKind::kEffect : ItemKind::kSource, track).remove(seq);
 }
 
 void editTrack(ITWTimeline& engine, const WholeEdit& edit, Handle track)

@@ -2,7 +2,7 @@
 
 #include "core/shared_state.h"
 #include "engine/engine_access.h"
-#include "items/lane.h"
+#include "items/items.h"
 #include "items/put_back.h"
 #include "items/transition_key.h"
 
@@ -26,7 +26,7 @@ std::string readName(std::size_t bytes, Call call)
 
 std::optional<OverlayKey> readKey(ITWTimeline& engine, engine::Handle track, std::int16_t seq, std::size_t nameBytes)
 {
-    if (track != state::OverlayTrack || seq >= Lane(engine, kTransitions, track).count()) {
+    if (track != state::OverlayTrack || seq >= Items(engine, ItemKind::kTransition, track).count()) {
         return {};
     }
     const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
@@ -52,7 +52,7 @@ bool SourceEdit::remove(const SourceTimes& now)
     PutBack putBack;
     bool ok = removeSource(seq_, now, putBack);
     if (ok && key_) {
-        ok = Lane(*engine_, kTransitions, track_).remove(seq_);
+        ok = Items(*engine_, ItemKind::kTransition, track_).remove(seq_);
     }
     putBack.done();
     return ok;
@@ -91,7 +91,7 @@ bool SourceEdit::split(const SourceTimes& now, const SourceTimes& left, const So
     if (key_) {
         insertKey(seq_, right, putBack);
         insertKey(seq_, left, putBack);
-        ok = Lane(*engine_, kTransitions, track_).remove(whole);
+        ok = Items(*engine_, ItemKind::kTransition, track_).remove(whole);
     }
     putBack.done();
     return ok;
@@ -127,7 +127,7 @@ void SourceEdit::insertKey(std::int16_t seq, const SourceTimes& times, PutBack& 
 
 bool SourceEdit::removeSource(std::int16_t seq, const SourceTimes& now, PutBack& putBack)
 {
-    const bool ok = Lane(*engine_, kSources, track_).remove(seq);
+    const bool ok = Items(*engine_, ItemKind::kSource, track_).remove(seq);
     if (ok) {
         putBack.onFailure([this, seq, now] {
             Bool16 inserted = kFalse;
@@ -154,7 +154,7 @@ EffectEdit::EffectEdit(engine::Handle track, std::int16_t seq, std::size_t nameB
 
 bool EffectEdit::split(const ItemTimes& now, const ItemTimes& left, const ItemTimes& right)
 {
-    const Lane effects(*engine_, kEffects, track_);
+    const Items effects(*engine_, ItemKind::kEffect, track_);
     if (!effects.remove(seq_)) {
         return false;
     }
