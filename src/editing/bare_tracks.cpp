@@ -5,6 +5,7 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "items/items.h"
 
 namespace moduleTimeline {
 
@@ -14,15 +15,9 @@ void EmptyEffectsOfBareTracks()
         const auto timeline = engine::EngineAs<engine::ITWTimeline>();
         for (const engine::Handle track : state::TrackCollection) {
             engine::Bool16 isVideo = engine::kFalse;
-            std::int16_t sources = 0;
             engine::check(timeline->IsVideoTrack(track, isVideo));
-            engine::check(timeline->GetSourceCount(track, sources));
-            if (isVideo == engine::kFalse || sources > 0) {
-                continue;
-            }
-            engine::Bool16 removed = engine::kTrue;
-            while (removed != engine::kFalse) {
-                engine::check(timeline->RemoveEffect(track, 0, removed));
+            if (isVideo != engine::kFalse && items::Items(*timeline, items::ItemKind::kSource, track).count() == 0) {
+                items::Items(*timeline, items::ItemKind::kEffect, track).removeAll();
             }
         }
     });

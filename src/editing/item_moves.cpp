@@ -42,18 +42,18 @@ Milliseconds leftMoveLength(const char* routine, ItemKind kind, Handle track, st
 }
 
 /// True when the first selected item has moved.
-bool shiftSelected(ITWTimeline& engine, const RowItems& row, Milliseconds delta)
+bool shiftSelected(const RowItems& row, Milliseconds delta)
 {
     const std::int16_t first = row.items.firstSelected();
     if (first == -1) {
         return false;
     }
     const auto before = row.items.times(first);
-    items::shiftRow(engine, row, first, delta);
+    row.shift(first, delta);
     return row.items.times(first) != before;
 }
 
-bool resizeItem(ITWTimeline& engine, const RowItems& row, std::int16_t seq, Milliseconds delta)
+bool resizeItem(const RowItems& row, std::int16_t seq, Milliseconds delta)
 {
     constexpr Milliseconds kTooShort = 10;
     const auto item = row.items.times(seq);
@@ -64,21 +64,17 @@ bool resizeItem(ITWTimeline& engine, const RowItems& row, std::int16_t seq, Mill
     if (resized.stop - resized.start <= kTooShort) {
         return false;
     }
-    row.items.setTimes(seq, resized);
-    if (row.isOverlay()) {
-        engine::Bool16 ok = engine::kFalse;
-        engine::check(engine.SetTransitionTimes(row.track, seq, resized.start, resized.stop, ok));
-    }
-    items::shiftRow(engine, row, seq + 1, delta);
+    row.setTimes(seq, resized);
+    row.shift(seq + 1, delta);
     return true;
 }
 
-bool resizeSelected(ITWTimeline& engine, const RowItems& row, Milliseconds delta)
+bool resizeSelected(const RowItems& row, Milliseconds delta)
 {
     bool isChanged = false;
     for (std::int16_t seq = row.items.firstSelected(); seq != -1;
          seq = row.items.firstSelected(static_cast<std::int16_t>(seq + 1))) {
-        isChanged |= resizeItem(engine, row, seq, delta);
+        isChanged |= resizeItem(row, seq, delta);
     }
     return isChanged;
 }
@@ -116,9 +112,8 @@ bool ShiftSelSources(Milliseconds delta)
     bool isChanged = false;
     Trapped(kModule, "ShiftSelSources*", [&] {
         const auto engine = EngineAs<ITWTimeline>();
-        forEachRow(*engine, [&](const RowItems& row) {
-            isChanged |= delta != 0 && !row.isLocked && shiftSelected(*engine, row, delta);
-        });
+        forEachRow(*engine,
+                   [&](const RowItems& row) { isChanged |= delta != 0 && !row.isLocked && shiftSelected(row, delta); });
     });
     return isChanged;
 }
@@ -128,8 +123,7 @@ bool ResizeSelSources(Milliseconds delta)
     bool isChanged = false;
     Trapped(kModule, "ResizeSelSources*", [&] {
         const auto engine = EngineAs<ITWTimeline>();
-        forEachRow(*engine,
-                   [&](const RowItems& row) { isChanged |= delta != 0 && resizeSelected(*engine, row, delta); });
+        forEachRow(*engine, [&](const RowItems& row) { isChanged |= delta != 0 && resizeSelected(row, delta); });
     });
     return isChanged;
 }

@@ -6,8 +6,7 @@
 #include "editing/clipboard.h"
 #include "editing/selection_edges.h"
 #include "engine/engine_access.h"
-#include "items/items.h"
-#include "items/track_rows.h"
+#include "items/row_items.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
@@ -39,11 +38,7 @@ bool answerTo(const char* routine, Question question)
 template <class Question>
 bool anyRow(Question question)
 {
-    return std::ranges::any_of(items::rows(), [&](const TrackRow& row) {
-        const bool isMade = row.kind == RowKind::kOverlay ? state::OverlayTrack != 0
-                                                          : items::placeOf(row) <= state::TrackCollection.Count();
-        return isMade && question(row);
-    });
+    return std::ranges::any_of(items::rows(), [&](const TrackRow& row) { return items::isMade(row) && question(row); });
 }
 
 bool anyRowOf(RowKind kind, bool (*question)(Handle track))
@@ -56,10 +51,7 @@ bool isLaneOf(const TrackRow& row, Handle track)
     return row.kind == RowKind::kEffect && items::trackOf(row) == track;
 }
 
-Items itemsOf(ITWTimeline& engine, const TrackRow& row)
-{
-    return {engine, row.kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource, items::trackOf(row)};
-}
+Items itemsOf(ITWTimeline& engine, const TrackRow& row) { return items::rowItems(engine, row).items; }
 
 bool hasItems(ItemKind kind, Handle track) { return Items(*EngineAs<ITWTimeline>(), kind, track).count() > 0; }
 
@@ -94,23 +86,10 @@ bool anySelectedOnAudio(std::int16_t index)
     return anySourceSelected(items::trackOf(items::row(RowKind::kAudio, index)));
 }
 
-bool isLinked(ITWTimeline& engine, Handle track)
-{
-    engine::Bool16 linked = engine::kFalse;
-    check(engine.GetTrackLink(track, linked));
-    return linked != engine::kFalse;
-}
-
 /// An edit of the selection would find something on an unlocked row. An overlay counts only under an edge.
 bool isReachedBySelection(ITWTimeline& engine, const TrackRow& row)
 {
-    if (row.isLocked()) {
-        return false;
-    }
-    if (row.kind == RowKind::kEffect) { // its link stands in the box alone
-        return row.chkLink.Value == 1 && itemsOf(engine, row).count() > 0;
-    }
-    if (!isLinked(engine, items::trackOf(row))) {
+    if (row.isLocked() || !items::isLinked(engine, row)) {
         return false;
     }
     const Items sources = itemsOf(engine, row);

@@ -1,13 +1,10 @@
 #include "editing/selection_walk.h"
 
-#include "core/shared_state.h"
 #include "editing/edit_trap.h"
-#include "editing/moduleTWState.h"
 #include "editing/range_actions.h"
 #include "engine/engine_access.h"
 #include "items/item_edit.h"
-#include "items/items.h"
-#include "items/track_rows.h"
+#include "items/row_items.h"
 #include "timeline/moduleTimeline.h"
 
 namespace moduleEdit {
@@ -17,11 +14,11 @@ using engine::EngineAs;
 using engine::Handle;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using items::ItemKind;
 using items::Items;
 using items::ItemTimes;
 using items::RowKind;
 using items::SourceTimes;
+using items::TrackRow;
 
 namespace {
 
@@ -46,22 +43,7 @@ const Actions* actionsOf(EditMode mode)
     return kActions[static_cast<std::size_t>(mode)];
 }
 
-bool isLinked(ITWTimeline& engine, Handle track)
-{
-    engine::Bool16 linked = engine::kFalse;
-    engine::check(engine.GetTrackLink(track, linked));
-    return linked != engine::kFalse;
-}
-
-bool takesPart(ITWTimeline& engine, Handle track)
-{
-    return isLinked(engine, track) && !moduleTWState::IsTrackLocked(track);
-}
-
-bool effectsTakePart(Handle track)
-{
-    return moduleTWState::IsEffectSelected(track) && !moduleTWState::IsEffectLocked(track);
-}
+bool takesPart(ITWTimeline& engine, const TrackRow& row) { return !row.isLocked() && items::isLinked(engine, row); }
 
 /// read(seq) answers an item's times while there is one.
 template <class Read, class Action>
@@ -75,33 +57,34 @@ void walk(Read read, Action action, Handle track, const SelectionEdges& selectio
     }
 }
 
-void walkRow(ITWTimeline& engine, const items::TrackRow& row, const Actions& actions, const SelectionEdges& selection,
+void walkRow(ITWTimeline& engine, const TrackRow& row, const Actions& actions, const SelectionEdges& selection,
              bool& result)
 {
-    const Handle track = items::trackOf(row);
+    const bool isOverlay = row.kind == RowKind::kOverlay;
     WalkSeq = ClipSeq = 0;
+    TransitionClipSeq = isOverlay ? std::int16_t{0} : TransitionClipSeq;
     PrevStart = PrevStop = 0;
-    if (row.kind == RowKind::kEffect) {
-        if (effectsTakePart(track)) {
-            const Items effects(engine, ItemKind::kEffect, track);
-            walk([&](std::int16_t seq) { return effects.times(seq); }, actions.ofEffect, track, selection, result);
-        }
+    if (!takesPart(engine, row)) {
         return;
     }
-    const bool isOverlay = row.kind == RowKind::kOverlay;
-    TransitionClipSeq = isOverlay ? std::int16_t{0} : TransitionClipSeq;
-    if (takesPart(engine, track)) {
+    const Handle track = items::trackOf(row);
+    if (row.kind == RowKind::kEffect) {
+        const Items effects = items::rowItems(engine, row).items;
+        walk([&](std::int16_t seq) { return effects.times(seq); }, actions.ofEffect, track, selection, result);
+    } else {
         walk([&](std::int16_t seq) { return items::readSource(engine, track, seq); },
              isOverlay ? actions.ofOverlay : actions.ofSource, track, selection, result);
     }
 }
 
-void walkRows(ITWTimeline& engine, const Actions& actions, const SelectionEdges& selection, bool& result)
+/// visit(row) comes for the rows that were made, kind by kind.
+template <class Visit>
+void forRowsOf(std::initializer_list<RowKind> kinds, Visit visit)
 {
-    for (const RowKind kind : {RowKind::kVideo, RowKind::kAudio, RowKind::kEffect, RowKind::kOverlay}) {
-        for (const items::TrackRow& row : items::rows()) {
-            if (row.kind == kind) {
-                walkRow(engine, row, actions, selection, result);
+    for (const RowKind kind : kinds) {
+        for (const TrackRow& row : items::rows()) {
+            if (row.kind == kind && items::isMade(row)) {
+                visit(row);
             }
         }
     }
@@ -135,21 +118,20 @@ void dropOutside(ITWTimeline& engine, const SelectionEdges& selection)
     const auto liesStrictlyIn = [&](const ItemTimes& item) {
         return item.start > selection.start && item.stop < selection.stop;
     };
-    for (const Handle track : state::TrackCollection) {
-        if (takesPart(engine, track)) {
-            const Items sources(engine, ItemKind::kSource, track);
-            dropOutside(sources, selection, liesIn, [&](std::int16_t seq) { return sources.remove(seq); });
+    forRowsOf({RowKind::kVideo, RowKind::kEffect, RowKind::kAudio, RowKind::kOverlay}, [&](const TrackRow& row) {
+        if (!takesPart(engine, row)) {
+            return;
         }
-        if (effectsTakePart(track)) {
-            const Items effects(engine, ItemKind::kEffect, track);
-            dropOutside(effects, selection, liesStrictlyIn, [&](std::int16_t seq) { return effects.remove(seq); });
+        const items::RowItems lane = items::rowItems(engine, row);
+        const auto remove = [&](std::int16_t seq) {
+            return lane.isOverlay() ? items::removeOverlay(engine, seq) : lane.items.remove(seq);
+        };
+        if (items::isMediaRow(row.kind)) {
+            dropOutside(lane.items, selection, liesIn, remove);
+        } else {
+            dropOutside(lane.items, selection, liesStrictlyIn, remove);
         }
-    }
-    const Handle overlays = state::OverlayTrack;
-    if (takesPart(engine, overlays)) {
-        dropOutside(Items(engine, ItemKind::kSource, overlays), selection, liesStrictlyIn,
-                    [&](std::int16_t seq) { return items::removeOverlay(engine, seq); });
-    }
+    });
 }
 
 } // namespace
@@ -162,7 +144,10 @@ bool EditSelection(EditMode mode)
             DropOutsideSelection();
         }
         if (const Actions* const actions = actionsOf(mode)) {
-            walkRows(*EngineAs<ITWTimeline>(), *actions, editing::selectionEdges(), result);
+            const auto engine = EngineAs<ITWTimeline>();
+            const SelectionEdges selection = editing::selectionEdges();
+            forRowsOf({RowKind::kVideo, RowKind::kAudio, RowKind::kEffect, RowKind::kOverlay},
+                      [&](const TrackRow& row) { walkRow(*engine, row, *actions, selection, result); });
         }
         moduleTimeline::ShowSelSliders(false);
     });

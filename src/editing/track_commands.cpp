@@ -44,14 +44,14 @@ void showMoved()
 
 // --- Pack and restore ----------------------------------------------------------------------------------------------
 
-void packRow(ITWTimeline& engine, const RowItems& row)
+void packRow(const RowItems& row)
 {
     const std::int16_t count = row.items.count();
     Milliseconds end = 0; // of the item ahead
     for (std::int16_t seq = 0; seq < count; ++seq) {
         const ItemTimes item = row.items.times(seq).value_or(ItemTimes{end, end});
         if (item.start != end) {
-            items::shiftRow(engine, row, seq, end - item.start);
+            row.shift(seq, end - item.start);
         }
         end += item.stop - item.start;
     }
@@ -65,10 +65,7 @@ void restoreSource(ITWTimeline& engine, const RowItems& row, std::int16_t seq)
     Bool16 ok = kFalse;
     check(engine.GetSourceMediaTimes(row.track, seq, mediaStart, mediaStop, ok));
     const auto stop = numbers::narrowed<Milliseconds>(std::int64_t{item.start} + mediaStop - mediaStart);
-    row.items.setTimes(seq, {item.start, stop});
-    if (row.isOverlay()) {
-        check(engine.SetTransitionTimes(row.track, seq, item.start, stop, ok));
-    }
+    row.setTimes(seq, {item.start, stop});
 }
 
 void restoreRow(ITWTimeline& engine, const RowItems& row)
@@ -202,7 +199,7 @@ void PackTracks()
             const auto engine = EngineAs<ITWTimeline>();
             forEachRow(*engine, [&](const RowItems& row) {
                 if (!row.isLocked) {
-                    packRow(*engine, row);
+                    packRow(row);
                 }
             });
             return true;
@@ -256,7 +253,8 @@ void EmptyEffectTrack()
     Trapped(kModule, "EmptyEffectTrack", [] {
         const auto engine = EngineAs<ITWTimeline>();
         forEachRow(*engine, [](const RowItems& row) {
-            while (row.kind == RowKind::kEffect && row.items.remove(0)) {
+            if (row.kind == RowKind::kEffect) {
+                row.items.removeAll();
             }
         });
         showEmptied();
@@ -268,13 +266,8 @@ void EmptyOverlayTrack()
     Trapped(kModule, "EmptyOverlayTrack", [] {
         history::inWhole([] {
             const auto engine = EngineAs<ITWTimeline>();
-            Bool16 removed = engine::kTrue;
-            while (removed != kFalse) {
-                check(engine->RemoveTransition(state::OverlayTrack, 0, removed));
-            }
-            const Items overlays(*engine, ItemKind::kSource, state::OverlayTrack);
-            while (overlays.remove(0)) {
-            }
+            Items(*engine, ItemKind::kTransition, state::OverlayTrack).removeAll();
+            Items(*engine, ItemKind::kSource, state::OverlayTrack).removeAll();
             return true;
         });
         showEmptied();

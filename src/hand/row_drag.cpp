@@ -18,6 +18,7 @@
 #include "timeline/slider_places.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -27,7 +28,6 @@ namespace frmTimeline {
 using engine::EngineAs;
 using engine::ITWTimeline;
 using engine::Milliseconds;
-using items::ItemKind;
 using items::Items;
 using items::ItemTimes;
 using items::RowItems;
@@ -55,11 +55,9 @@ struct Held {
 };
 std::optional<Held> held;
 
-ItemKind itemsOf(RowKind kind) { return kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource; }
-
-Items itemsUnder(ITWTimeline& engine, RowKind kind, std::int16_t index)
+RowItems rowUnder(ITWTimeline& engine, RowKind kind, std::int16_t index)
 {
-    return {engine, itemsOf(kind), items::trackOf(items::row(kind, index))};
+    return items::rowItems(engine, items::row(kind, index));
 }
 
 std::int32_t wholePixels(float x) { return numbers::rounded<std::int32_t>(x); }
@@ -140,7 +138,7 @@ bool keepsChange(const Held& drag)
         return false;
     }
     const auto engine = EngineAs<ITWTimeline>();
-    const ItemTimes pressed = itemsUnder(*engine, drag.kind, drag.index).times(form.DragSeq).value_or(ItemTimes{});
+    const ItemTimes pressed = rowUnder(*engine, drag.kind, drag.index).items.times(form.DragSeq).value_or(ItemTimes{});
     auto newest = std::exchange(ModuleHistory::LastImage, {});
     ModuleHistory::StoreCurrentTLImage();
     if (pressed == ItemTimes{form.DragOrigStart, form.DragOrigStop} && hasNewestEntry(drag) && isAsInNewestEntry()) {
@@ -154,11 +152,7 @@ void selectAlone(const Held& drag)
 {
     const auto engine = EngineAs<ITWTimeline>();
     moduleTimeline::ClearMFSTSubSelections();
-    const Items items = itemsUnder(*engine, drag.kind, drag.index);
-    items.select(form.DragSeq, true);
-    if (drag.kind == RowKind::kOverlay) {
-        engine::check(engine->SetTransitionSelected(state::OverlayTrack, form.DragSeq, engine::kTrue));
-    }
+    rowUnder(*engine, drag.kind, drag.index).select(form.DragSeq, true);
     RenderAllBars();
 }
 
@@ -167,32 +161,27 @@ class SelectedItems {
 public:
     SelectedItems()
     {
-        const auto engine = EngineAs<ITWTimeline>();
-        items::forEachRow(*engine, [&](const RowItems& row) {
+        items::forEachRow(*engine_, [&](const RowItems& row) {
             for (std::int16_t seq = row.items.firstSelected(); seq != -1;
                  seq = row.items.firstSelected(static_cast<std::int16_t>(seq + 1))) {
-                selected_.push_back({row.kind, row.track, seq});
+                selected_.push_back({row, seq});
             }
         });
     }
 
     void select() const
     {
-        const auto engine = EngineAs<ITWTimeline>();
-        for (const auto& [kind, track, seq] : selected_) {
-            Items(*engine, itemsOf(kind), track).select(seq, true);
-            if (kind == RowKind::kOverlay) {
-                engine::check(engine->SetTransitionSelected(track, seq, engine::kTrue));
-            }
+        for (const auto& [row, seq] : selected_) {
+            row.select(seq, true);
         }
     }
 
 private:
     struct Item {
-        RowKind kind;
-        engine::Handle track;
+        RowItems row;
         std::int16_t seq;
     };
+    std::shared_ptr<ITWTimeline> engine_ = EngineAs<ITWTimeline>();
     std::vector<Item> selected_;
 };
 
@@ -224,7 +213,7 @@ void beginDrag(const TrackRow& row, float x, float y)
     held = Held{.kind = row.kind, .index = row.index, .before = {}};
     form.DragActive = true;
     form.DragLastX = x;
-    const Items items = itemsUnder(*engine, row.kind, row.index);
+    const Items items = items::rowItems(*engine, row).items;
     form.DragSeq = items.at(moduleScaleRenderer::PixelsToMs(numbers::added(wholePixels(x), timeline::viewLeft())));
     const ItemTimes times = items.times(form.DragSeq).value_or(ItemTimes{});
     form.DragOrigStart = times.start;

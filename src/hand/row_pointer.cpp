@@ -9,8 +9,7 @@
 #include "editing/adding.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
-#include "items/items.h"
-#include "items/track_rows.h"
+#include "items/row_items.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/slider_places.h"
@@ -22,8 +21,6 @@ namespace moduleTimeline {
 
 using engine::EngineAs;
 using engine::ITWTimeline;
-using items::ItemKind;
-using items::Items;
 using items::ItemTimes;
 using items::RowKind;
 
@@ -57,10 +54,10 @@ bool isResizeZone(const ItemTimes& item, engine::Milliseconds pos, float y)
     return y < kZone && pos >= item.stop - moduleScaleRenderer::PixelsToMs(kZone) && pos <= item.stop;
 }
 
-std::string nameOf(ItemKind kind, engine::Handle track, std::int16_t seq)
+std::string nameOf(RowKind kind, engine::Handle track, std::int16_t seq)
 {
     timeline::ItemNames names;
-    return std::string(kind == ItemKind::kEffect ? names.ofEffect(track, seq) : names.ofSource(track, seq));
+    return std::string(kind == RowKind::kEffect ? names.ofEffect(track, seq) : names.ofSource(track, seq));
 }
 
 bool onMove(const char* routine, RowKind kind, float x, float y, std::int16_t index)
@@ -69,15 +66,13 @@ bool onMove(const char* routine, RowKind kind, float x, float y, std::int16_t in
     Trapped("moduleTimeline", routine, [&] {
         const auto px = numbers::added(numbers::rounded<std::int32_t>(x), timeline::viewLeft());
         const engine::Milliseconds pos = moduleScaleRenderer::PixelsToMs(px);
-        const engine::Handle track = items::trackOf(items::row(kind, index));
-        const ItemKind itemKind = kind == RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource;
         const auto engine = EngineAs<ITWTimeline>();
-        const Items items(*engine, itemKind, track);
-        const std::int16_t seq = items.at(pos);
-        const auto item = items.times(seq);
+        const items::RowItems row = items::rowItems(*engine, items::row(kind, index));
+        const std::int16_t seq = row.items.at(pos);
+        const auto item = row.items.times(seq);
         isZone = item && isResizeZone(*item, pos, y);
         forms::RowPointer& pointer = pointerOf(kind, index);
-        pointer.ToolTipText = item ? nameOf(itemKind, track, seq) : std::string(defaultToolTip(kind));
+        pointer.ToolTipText = item ? nameOf(kind, row.track, seq) : std::string(defaultToolTip(kind));
         constexpr std::int16_t kSizing = 9;
         pointer.MousePointer = isZone ? kSizing : std::int16_t{0};
     });
@@ -183,9 +178,8 @@ namespace {
 
 bool isMediaTrackLocked()
 {
-    return std::ranges::any_of(items::rows(), [](const items::TrackRow& row) {
-        return (row.kind == items::RowKind::kVideo || row.kind == items::RowKind::kAudio) && row.isLocked();
-    });
+    return std::ranges::any_of(
+        items::rows(), [](const items::TrackRow& row) { return items::isMediaRow(row.kind) && row.isLocked(); });
 }
 
 } // namespace

@@ -52,6 +52,11 @@ const TrackRow& row(RowKind kind, std::int16_t index)
     return *found;
 }
 
+bool isMade(const TrackRow& row)
+{
+    return row.kind == RowKind::kOverlay ? state::OverlayTrack != 0 : placeOf(row) <= state::TrackCollection.Count();
+}
+
 engine::Handle trackOf(const TrackRow& row)
 {
     return row.kind == RowKind::kOverlay ? state::OverlayTrack : state::TrackCollection.Item(placeOf(row));

@@ -37,8 +37,14 @@ const std::array<TrackRow, 5>& rows();
 /// Raises error 9 when there is no such row.
 const TrackRow& row(RowKind kind, std::int16_t index);
 
+/// Video or audio: what files are laid on.
+constexpr bool isMediaRow(RowKind kind) { return kind == RowKind::kVideo || kind == RowKind::kAudio; }
+
 /// The place in the `TrackCollection` that the row stands for; the overlay row has none there.
 std::int32_t placeOf(const TrackRow& row);
+
+/// Whether the engine had a track to give for the row.
+bool isMade(const TrackRow& row);
 
 /// The engine's track under the row; for the effect lane the one whose effects it shows. Raises error 9 when the track
 /// could not be made.

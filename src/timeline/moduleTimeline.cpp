@@ -82,15 +82,6 @@ void placeSliders()
     state::SelEndPosition = GetSelSliderPosition(false);
 }
 
-void clearTransitions(ITWTimeline& engine, engine::Handle track)
-{
-    std::int16_t count = 0;
-    check(engine.GetTransitionCount(track, count));
-    for (std::int16_t seq = 0; seq < count; ++seq) {
-        check(engine.SetTransitionSelected(track, seq, engine::kFalse));
-    }
-}
-
 void clearItems(const Items& items)
 {
     const std::int16_t count = items.count();
@@ -182,7 +173,7 @@ void ClearMFSTSubSelections()
             }
         }
         clearItems({*engine, ItemKind::kSource, state::OverlayTrack});
-        clearTransitions(*engine, state::OverlayTrack);
+        clearItems({*engine, ItemKind::kTransition, state::OverlayTrack});
     });
 }
 

@@ -6,8 +6,7 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
-#include "items/items.h"
-#include "items/track_rows.h"
+#include "items/row_items.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -17,8 +16,7 @@ namespace moduleTimeline {
 
 using engine::EngineAs;
 using engine::ITWTimeline;
-using items::ItemKind;
-using items::Items;
+using items::RowItems;
 using items::RowKind;
 
 namespace {
@@ -29,13 +27,14 @@ engine::Milliseconds pressedTime()
     return moduleScaleRenderer::PixelsToMs(numbers::added(left, state::ClickX));
 }
 
-void applyKeys(const Items& items, std::int16_t seq)
+void applyKeys(const RowItems& row, std::int16_t seq)
 {
+    const bool isSelected = row.items.isSelected(seq);
     if (state::ClickCtrl || state::ClickShift) { // the two keys do the same
-        items.select(seq, !items.isSelected(seq));
-    } else if (!items.isSelected(seq)) {
+        row.select(seq, !isSelected);
+    } else if (!isSelected) {
         ClearMFSTSubSelections();
-        items.select(seq, true);
+        row.select(seq, true);
     }
 }
 
@@ -51,18 +50,13 @@ void bringSliderTo(const items::ItemTimes& item)
 void press(RowKind kind, std::int16_t index)
 {
     const engine::Milliseconds ms = pressedTime();
-    const engine::Handle track = items::trackOf(items::row(kind, index));
-    const bool isEffect = kind == RowKind::kEffect;
     const auto engine = EngineAs<ITWTimeline>();
-    const Items items(*engine, isEffect ? ItemKind::kEffect : ItemKind::kSource, track);
-    const std::int16_t seq = items.at(ms);
-    if (const auto item = items.times(seq)) {
-        applyKeys(items, seq);
-        if (kind == RowKind::kOverlay) {
-            engine::check(engine->SetTransitionSelected(track, seq, engine::toBool16(items.isSelected(seq))));
-        }
+    const RowItems row = items::rowItems(*engine, items::row(kind, index));
+    const std::int16_t seq = row.items.at(ms);
+    if (const auto item = row.items.times(seq)) {
+        applyKeys(row, seq);
         bringSliderTo(*item);
-        ModuleTreeView::SetSourceSelected(isEffect ? ModuleTreeView::kEffectLane : track, seq + 1);
+        ModuleTreeView::SetSourceSelected(kind == RowKind::kEffect ? ModuleTreeView::kEffectLane : row.track, seq + 1);
     }
     moduleScaleRenderer::RenderAllBars();
     EnableOrDisableMenuItems();

@@ -4,35 +4,20 @@
 #include "core/numbers.h"
 #include "core/trap.h"
 #include "engine/engine_access.h"
-#include "items/items.h"
-#include "items/track_rows.h"
+#include "items/row_items.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
 namespace moduleTimeline {
 
 using engine::ITWTimeline;
-using items::ItemKind;
-using items::Items;
 using items::TrackRow;
 
 namespace {
 
-/// The effect lane's link stands in its box alone.
-bool isLinked(ITWTimeline& engine, const TrackRow& row)
-{
-    if (row.kind == items::RowKind::kEffect) {
-        return row.chkLink.Value == 1;
-    }
-    engine::Bool16 linked = engine::kFalse;
-    engine::check(engine.GetTrackLink(items::trackOf(row), linked));
-    return linked != engine::kFalse;
-}
-
 bool reachesSelection(ITWTimeline& engine, const TrackRow& row)
 {
-    const auto kind = row.kind == items::RowKind::kEffect ? ItemKind::kEffect : ItemKind::kSource;
-    return !row.isLocked() && isLinked(engine, row) && Items(engine, kind, items::trackOf(row)).count() != 0;
+    return !row.isLocked() && items::isLinked(engine, row) && items::rowItems(engine, row).items.count() != 0;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
-#include "items/items.h"
+#include "items/row_items.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 
@@ -147,8 +147,7 @@ void UpdateTrackOptions()
     Trapped("moduleTimeline", "UpdateTrackOptions", [] {
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
         for (const TrackRow& row : items::rows()) {
-            const auto kind = row.kind == RowKind::kEffect ? items::ItemKind::kEffect : items::ItemKind::kSource;
-            if (items::Items(*engine, kind, trackOf(row)).count() == 1) {
+            if (items::rowItems(*engine, row).items.count() == 1) {
                 timeline::welcomeFirstItem(row);
             }
         }
