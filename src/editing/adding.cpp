@@ -10,7 +10,7 @@
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/engine_access.h"
-#include "history/adding_history.h"
+#include "history/command.h"
 #include "items/items.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
@@ -30,7 +30,6 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
-using history::addWithHistory;
 using history::keepNewestState;
 using items::ItemKind;
 using items::Items;
@@ -90,6 +89,14 @@ void nameLastSource(ITWTimeline& engine, Handle track)
     const std::int16_t count = Items(engine, ItemKind::kSource, track).count();
     timeline::ItemNames names;
     ModuleTreeView::AddSource(names.ofSource(track, static_cast<std::int16_t>(count - 1)), "SOURCE", track);
+}
+
+/// One entry, which stands only when add() has put something on the timeline.
+template <class Add>
+bool addWithHistory(std::string_view word, const Add& add)
+{
+    return history::run(
+        word, [&] { return add() ? history::Outcome::kChanged : history::Outcome::kNothing; }, [] {});
 }
 
 /// What an adding of files has done so far.

@@ -9,7 +9,7 @@
 #include "editing/cut_place.h"
 #include "editing/moduleTWState.h"
 #include "engine/engine_access.h"
-#include "history/adding_history.h"
+#include "history/command.h"
 #include "items/items.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -117,9 +117,11 @@ bool AddSelectedEffect()
             return;
         }
         const editing::CutPlace start;
-        isAdded = history::addWithHistory("Effect", OnEditAddEffectToTimelineClick);
+        const auto add = [] {
+            return OnEditAddEffectToTimelineClick() ? history::Outcome::kChanged : history::Outcome::kNothing;
+        };
+        isAdded = history::run("Effect", add, [] {});
         if (isAdded) {
-            history::keepNewestState();
             start.follow();
         }
     });

@@ -2,13 +2,12 @@
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
-#include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/shuffle.h"
 #include "editing/shuffle_hand.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "history/command_history.h"
+#include "history/command.h"
 #include "items/items.h"
 #include "items/track_locks.h"
 #include "timeline/ModuleTreeView.h"
@@ -25,6 +24,7 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
+using history::Outcome;
 using items::ItemKind;
 using items::Items;
 using items::ItemTimes;
@@ -97,18 +97,22 @@ bool changeTrack(Handle sourceTrack, Handle targetTrack, std::int32_t position, 
 
 } // namespace
 
-void ChangeTrack(Handle sourceTrack, Handle targetTrack, std::int32_t position, std::int32_t targetPosition)
+bool ChangeTrack(Handle sourceTrack, Handle targetTrack, std::int32_t position, std::int32_t targetPosition)
 {
-    Trapped("ModuleTreeView", "ChangeTrack", [&] {
-        if (sourceTrack == targetTrack || moduleTWState::IsTrackLocked(sourceTrack)
-            || moduleTWState::IsTrackLocked(targetTrack)) {
-            return;
-        }
-        if (history::inWhole([&] { return changeTrack(sourceTrack, targetTrack, position, targetPosition); })) {
+    if (sourceTrack == targetTrack || moduleTWState::IsTrackLocked(sourceTrack)
+        || moduleTWState::IsTrackLocked(targetTrack)) {
+        return false;
+    }
+    return history::runTrapped(
+        "ModuleTreeView", "ChangeTrack", "Shuffle",
+        [&] {
+            const bool isChanged = changeTrack(sourceTrack, targetTrack, position, targetPosition);
+            return isChanged ? Outcome::kChanged : Outcome::kNothing;
+        },
+        [] {
             RenderAllBars();
             moduleScaleRenderer::AdjustScroll();
-        }
-    });
+        });
 }
 
 } // namespace ModuleTreeView

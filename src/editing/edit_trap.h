@@ -8,16 +8,16 @@
 
 namespace editing {
 
-/// An error was trapped since a command began: the timeline may be changed half way, and the command's entry of the
-/// history must lead back. Interface thread only.
-inline bool hasTrapped = false;
+/// What came of a step over a range.
+struct Answer {
+    bool flag = true;    // the engine's, of the last change; true when there was none to make
+    bool isWhole = true; // no error was trapped on the way
+};
 
 /// True when the body came to its end.
 inline bool trapped(const char* routine, const std::function<void()>& body)
 {
-    const bool isWhole = Trapped("moduleEdit", routine, body);
-    hasTrapped = hasTrapped || !isWhole;
-    return isWhole;
+    return Trapped("moduleEdit", routine, body);
 }
 
 } // namespace editing

@@ -11,6 +11,7 @@
 namespace moduleEdit {
 
 using editing::Action;
+using editing::Answer;
 using editing::Part;
 using editing::SelectionEdges;
 using engine::Handle;
@@ -40,20 +41,20 @@ bool takeOut(EffectEdit& edit, Handle track, std::int16_t& seq, const ItemTimes&
 }
 
 /// Cut, copy or delete.
-bool take(const Action& action, Handle track, std::int16_t& seq, const ItemTimes& effect,
-          const SelectionEdges& selection)
+Answer take(const Action& action, Handle track, std::int16_t& seq, const ItemTimes& effect,
+            const SelectionEdges& selection)
 {
-    return runAction(action, editing::isReached(effect, selection), [&] {
+    return runAction(action, editing::isReached(effect, selection), [&](Answer& answer) {
         EffectEdit edit(track, seq, action.nameBytes);
         if (action.isRecorded) {
-            LogGapsEffects(track, seq, effect, selection, true);
+            answer.isWhole = LogGapsEffects(track, seq, effect, selection, true);
             editing::remember(effect);
         }
         const Part part = editing::partOf(effect, selection);
         const bool ok = !action.isRemoved || takeOut(edit, track, seq, effect, part);
         if (action.isRecorded) {
             AddEffectClip({track, edit.name(), part.times.stop - part.times.start, ClipSeq++});
-            LogGapsEffects(track, seq, effect, selection, false);
+            answer.isWhole = LogGapsEffects(track, seq, effect, selection, false) && answer.isWhole;
         }
         return ok;
     });
@@ -66,24 +67,24 @@ constexpr Action kCrop{"CropActionEffect", false, false, 0};
 
 } // namespace
 
-bool CutActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
+Answer CutActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
 {
     return take(kCut, track, seq, effect, selection);
 }
 
-bool CopyActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
+Answer CopyActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
 {
     return take(kCopy, track, seq, effect, selection);
 }
 
-bool DeleteActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
+Answer DeleteActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
 {
     return take(kDelete, track, seq, effect, selection);
 }
 
-bool CropActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
+Answer CropActionEffect(Handle track, std::int16_t& seq, const ItemTimes& effect, const SelectionEdges& selection)
 {
-    return runAction(kCrop, editing::isReached(effect, selection), [&] {
+    return runAction(kCrop, editing::isReached(effect, selection), [&](Answer&) {
         const Part part = editing::partOf(effect, selection);
         const auto engine = engine::EngineAs<engine::ITWTimeline>();
         return part.isWhole() || Items(*engine, ItemKind::kEffect, track).setTimes(seq, part.times);

@@ -58,10 +58,10 @@ std::optional<GapBehind> gapBehind(const Items& lane, std::int16_t seq, const It
 
 /// addGap(length, isLast) keeps what is found.
 template <class AddGap>
-void logGap(const char* routine, ItemKind kind, Handle track, std::int16_t seq, const ItemTimes& item,
+bool logGap(const char* routine, ItemKind kind, Handle track, std::int16_t seq, const ItemTimes& item,
             const SelectionEdges& selection, bool before, AddGap addGap)
 {
-    editing::trapped(routine, [&] {
+    return editing::trapped(routine, [&] {
         if (before) {
             if (const auto length = gapAhead(seq, item, selection, kind == ItemKind::kSource)) {
                 addGap(*length, false);
@@ -77,31 +77,32 @@ void logGap(const char* routine, ItemKind kind, Handle track, std::int16_t seq, 
 
 } // namespace
 
-void LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection, bool before)
+bool LogGaps(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection, bool before)
 {
-    logGap("LogGaps", ItemKind::kSource, track, seq, source, selection, before, [&](Milliseconds length, bool) {
+    return logGap("LogGaps", ItemKind::kSource, track, seq, source, selection, before, [&](Milliseconds length, bool) {
         constexpr Milliseconds kNoLength = -1;
         AddSourceClip({track, 0, 0, length, ClipSeq++, kNoLength, 0});
     });
 }
 
-void LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, const SelectionEdges& selection,
+bool LogGapsEffects(Handle track, std::int16_t seq, const ItemTimes& effect, const SelectionEdges& selection,
                     bool before)
 {
-    logGap("LogGapsEffects", ItemKind::kEffect, track, seq, effect, selection, before, [&](Milliseconds length, bool) {
-        AddEffectClip({track, "0", length, ClipSeq++});
-    });
+    return logGap("LogGapsEffects", ItemKind::kEffect, track, seq, effect, selection, before,
+                  [&](Milliseconds length, bool) {
+                      AddEffectClip({track, "0", length, ClipSeq++});
+                  });
 }
 
-void LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection,
+bool LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, const SelectionEdges& selection,
                        bool before)
 {
-    logGap("LogGapsTransition", ItemKind::kTransition, track, seq, source, selection, before,
-           [&](Milliseconds length, bool isLast) {
-               AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
-               // Behind the last one the count of the sources is raised instead; that is meant.
-               ++(isLast ? ClipSeq : TransitionClipSeq);
-           });
+    return logGap("LogGapsTransition", ItemKind::kTransition, track, seq, source, selection, before,
+                  [&](Milliseconds length, bool isLast) {
+                      AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
+                      // Behind the last one the count of the sources is raised instead; that is meant.
+                      ++(isLast ? ClipSeq : TransitionClipSeq);
+                  });
 }
 
 } // namespace moduleEdit

@@ -9,7 +9,7 @@
 // Called for each item twice: before it is cut or copied for the gap ahead of it, and after it for the gap behind it,
 // seq then being that of the item, or of the one ahead when it has gone. `PrevStop` is the stop of the item visited
 // before. Between effects that both lie in the selection, and between transitions, no gap is kept; that is meant. Every
-// routine traps its own errors. Interface thread only.
+// routine traps its own errors, and is false then. Interface thread only.
 
 #include "editing/selection_edges.h"
 #include "items/items.h"
@@ -18,11 +18,11 @@
 
 namespace moduleEdit {
 
-void LogGaps(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
+bool LogGaps(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
              const editing::SelectionEdges& selection, bool before);
-void LogGapsEffects(engine::Handle track, std::int16_t seq, const items::ItemTimes& effect,
+bool LogGapsEffects(engine::Handle track, std::int16_t seq, const items::ItemTimes& effect,
                     const editing::SelectionEdges& selection, bool before);
-void LogGapsTransition(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
+bool LogGapsTransition(engine::Handle track, std::int16_t seq, const items::ItemTimes& source,
                        const editing::SelectionEdges& selection, bool before);
 
 } // namespace moduleEdit

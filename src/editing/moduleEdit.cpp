@@ -5,17 +5,18 @@
 #include "core/upcalls.h"
 #include "editing/bare_tracks.h"
 #include "editing/clipboard.h"
-#include "editing/edit_trap.h"
 #include "editing/paste.h"
 #include "editing/selection_edges.h"
 #include "editing/selection_walk.h"
 #include "editing/whole_items.h"
-#include "history/ModuleHistory.h"
+#include "history/command.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
 namespace moduleEdit {
+
+using history::Outcome;
 
 namespace {
 
@@ -25,6 +26,7 @@ constexpr std::int16_t kDefaultPointer = 0;
 /// A command over the range, and over whole items.
 struct Command {
     const char* routine;
+    std::string_view word;
     EditMode mode;
     bool (*sources)();
     bool (*effects)();
@@ -40,12 +42,21 @@ void clearClipboard()
     ClearTransitionClips();
 }
 
-/// The overlays alone say whether it came to something; that is meant.
-bool editWholeItems(const Command& command)
+/// The overlays alone say whether it came to something.
+Outcome editWholeItems(const Command& command)
 {
     command.sources();
     command.effects();
-    return command.overlays();
+    return command.overlays() ? Outcome::kChanged : Outcome::kCutShort;
+}
+
+/// Whether the last change was one says whether it came to something.
+Outcome outcomeOf(const editing::Answer& answer)
+{
+    if (answer.flag) {
+        return Outcome::kChanged;
+    }
+    return answer.isWhole ? Outcome::kNothing : Outcome::kCutShort;
 }
 
 void draw()
@@ -55,58 +66,47 @@ void draw()
     moduleScaleRenderer::AdjustScroll();
 }
 
-void count()
-{
-    ++ModuleHistory::HistoryIndex;
-    ModuleHistory::RearrangeHistoryCollection();
-}
-
-/// operation() answers whether it came to something; then all that shows it follows, and changed() with it.
-template <class Operation, class Changed>
-void run(const char* routine, Operation operation, Changed changed)
+/// Two edits never run at once: one may let events run.
+template <class Operation, class Show>
+bool run(const char* routine, std::string_view word, Operation operation, Show show)
 {
     if (state::InSelectionUpdate) {
-        return;
+        return false;
     }
     state::InSelectionUpdate = true;
     forms::mdiTarnwick.MousePointer = kHourglass;
-    editing::hasTrapped = false;
-    editing::trapped(routine, [&] {
-        if (operation()) {
-            draw();
-            changed();
-            count();
-            RefreshActions();
-        } else if (editing::hasTrapped) {
-            count(); // what was done until then can be undone
-        }
+    const bool isInForce = history::runTrapped("moduleEdit", routine, word, operation, [&] {
+        draw();
+        show();
+        RefreshActions();
     });
     state::InSelectionUpdate = false;
     forms::mdiTarnwick.MousePointer = kDefaultPointer;
+    return isInForce;
 }
 
-void edit(const Command& command)
+bool edit(const Command& command)
 {
-    run(
-        command.routine,
-        [&] {
-            if (command.fillsClipboard()) {
-                clearClipboard();
-            }
-            const bool isDone = timeline::isSelectionShown() ? EditSelection(command.mode) : editWholeItems(command);
-            if (isDone && command.mode != EditMode::kCopy) {
-                moduleTimeline::EmptyEffectsOfBareTracks();
-            }
-            return isDone;
-        },
-        [&] {
-            if (command.mode != EditMode::kCopy) {
-                UpdatePreview();
-            }
-        });
+    const auto operation = [&] {
+        if (command.fillsClipboard()) {
+            clearClipboard();
+        }
+        const Outcome outcome =
+            timeline::isSelectionShown() ? outcomeOf(EditSelection(command.mode)) : editWholeItems(command);
+        if (outcome == Outcome::kChanged && command.mode != EditMode::kCopy) {
+            moduleTimeline::EmptyEffectsOfBareTracks();
+        }
+        return outcome;
+    };
+    const auto show = [&] {
+        if (command.mode != EditMode::kCopy) {
+            UpdatePreview();
+        }
+    };
+    return run(command.routine, command.word, operation, show);
 }
 
-bool paste()
+Outcome paste()
 {
     moduleTimeline::ClearMFSTSubSelections();
     // One slider is enough here, unlike for all other commands; that is meant.
@@ -118,25 +118,29 @@ bool paste()
         isOverSelection ? editing::selectionEdges().start : moduleTimeline::GetSliderPosition();
     EditPasteSource(position, isOverSelection);
     EditPasteEffect(position, isOverSelection);
-    const bool isDone = EditPasteOverlay(position, isOverSelection);
+    const bool isWhole = EditPasteOverlay(position, isOverSelection);
     BringBackFiles(); // a file that was closed meanwhile is open again
-    return isDone;
+    return isWhole ? Outcome::kChanged : Outcome::kCutShort;
 }
 
 } // namespace
 
-void EditCut() { edit({"EditCut", EditMode::kCut, EditCutSource, EditCutEffect, EditCutOverlay}); }
+bool EditCut() { return edit({"EditCut", "Cut", EditMode::kCut, EditCutSource, EditCutEffect, EditCutOverlay}); }
 
-void EditCopy() { edit({"EditCopy", EditMode::kCopy, EditCopySource, EditCopyEffect, EditCopyOverlay}); }
+bool EditCopy() { return edit({"EditCopy", "Copy", EditMode::kCopy, EditCopySource, EditCopyEffect, EditCopyOverlay}); }
 
-void EditDelete() { edit({"EditDelete", EditMode::kDelete, EditDeleteSource, EditDeleteEffect, EditDeleteOverlay}); }
-
-void EditCrop(bool cropSourcesOnly)
+bool EditDelete()
 {
-    CropSourcesOnly = cropSourcesOnly;
-    edit({"EditCrop", EditMode::kCrop, EditCropSource, EditCropEffect, EditCropOverlay});
+    return edit({"EditDelete", "Delete", EditMode::kDelete, EditDeleteSource, EditDeleteEffect, EditDeleteOverlay});
 }
 
-void EditPaste() { run("EditPaste", paste, UpdatePreview); }
+bool EditCrop(bool cropSourcesOnly)
+{
+    CropSourcesOnly = cropSourcesOnly;
+    const char* const word = cropSourcesOnly ? "CropSources" : "Crop";
+    return edit({"EditCrop", word, EditMode::kCrop, EditCropSource, EditCropEffect, EditCropOverlay});
+}
+
+bool EditPaste() { return run("EditPaste", "Paste", paste, UpdatePreview); }
 
 } // namespace moduleEdit

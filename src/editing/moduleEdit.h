@@ -6,24 +6,20 @@
 // else on the selected items (`whole_items.h`). Nothing that survives moves in time; only a paste over a selection
 // closes the gap that it made.
 //
-// Each draws what has changed, raises the history's index (a copy too, which is meant) and runs nothing while
-// `state::InSelectionUpdate` is set, which it sets itself. The caller makes the entry of the history before, and stores
-// the newest image behind:
-//
-//     RemoveDisabledEntries();  AddOperationToHistory("Cut");  EditCut();  StoreCurrentTLImage();
-//
-// When the last step came to nothing, nothing is drawn and the index stays; after an error that was trapped on the way
-// the entry counts nevertheless, so that an undo leads back. Raises nothing. Interface thread only.
+// Each is a whole command with its entry of the history, a copy too, and draws what has changed. It runs nothing while
+// `state::InSelectionUpdate` is set, which it sets itself. When the last step came to nothing, nothing is drawn and the
+// entry stays out of force; after an error that was trapped on the way it counts nevertheless, so that an undo leads
+// back. True when the entry is in force. Raises nothing. Interface thread only.
 
 namespace moduleEdit {
 
-void EditCut();
-void EditCopy();
-void EditDelete();
+bool EditCut();
+bool EditCopy();
+bool EditDelete();
 /// cropSourcesOnly: over a selection, what lies outside it stays.
-void EditCrop(bool cropSourcesOnly);
+bool EditCrop(bool cropSourcesOnly);
 /// At the main slider. Over a selection, of which one slider is enough here, the selection is deleted first and what
 /// follows it drawn up.
-void EditPaste();
+bool EditPaste();
 
 } // namespace moduleEdit

@@ -11,6 +11,7 @@
 namespace moduleEdit {
 
 using editing::Action;
+using editing::Answer;
 using editing::Part;
 using editing::SelectionEdges;
 using engine::Handle;
@@ -52,13 +53,11 @@ bool takeOut(SourceEdit& edit, std::int16_t& seq, const SourceTimes& source, con
     return edit.split(source, ahead, behind);
 }
 
-void logAllGaps(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
+bool logAllGaps(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
                 const SelectionEdges& selection, bool before)
 {
-    LogGaps(track, seq, source.onTimeline(), selection, before);
-    if (action.isOverlay) {
-        LogGapsTransition(track, seq, source.onTimeline(), selection, before);
-    }
+    const bool isWhole = LogGaps(track, seq, source.onTimeline(), selection, before);
+    return (!action.isOverlay || LogGapsTransition(track, seq, source.onTimeline(), selection, before)) && isWhole;
 }
 
 void record(const Action& action, const SourceEdit& edit, Handle track, const SourceTimes& part)
@@ -72,16 +71,16 @@ void record(const Action& action, const SourceEdit& edit, Handle track, const So
 }
 
 /// Cut, copy or delete.
-bool take(const Action& action, Handle track, std::int16_t& seq, const SourceTimes& source,
-          const SelectionEdges& selection)
+Answer take(const Action& action, Handle track, std::int16_t& seq, const SourceTimes& source,
+            const SelectionEdges& selection)
 {
     const bool isReached = action.isRecorded || action.isOverlay
                                ? editing::isReached(source.onTimeline(), selection)
                                : editing::isReachedLoosely(source.onTimeline(), selection);
-    return runAction(action, isReached, [&] {
+    return runAction(action, isReached, [&](Answer& answer) {
         SourceEdit edit(track, seq, action.nameBytes);
         if (action.isRecorded) {
-            logAllGaps(action, track, seq, source, selection, true);
+            answer.isWhole = logAllGaps(action, track, seq, source, selection, true);
             editing::remember(source.onTimeline());
         }
         const Part part = editing::partOf(source.onTimeline(), selection);
@@ -89,18 +88,18 @@ bool take(const Action& action, Handle track, std::int16_t& seq, const SourceTim
         const bool ok = !action.isRemoved || takeOut(edit, seq, source, part, times);
         if (action.isRecorded) {
             record(action, edit, track, times);
-            logAllGaps(action, track, seq, source, selection, false);
+            answer.isWhole = logAllGaps(action, track, seq, source, selection, false) && answer.isWhole;
         }
         return ok;
     });
 }
 
-bool crop(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
-          const SelectionEdges& selection)
+Answer crop(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
+            const SelectionEdges& selection)
 {
     const bool isReached = action.isOverlay ? editing::isReached(source.onTimeline(), selection)
                                             : editing::isReachedLoosely(source.onTimeline(), selection);
-    return runAction(action, isReached, [&] {
+    return runAction(action, isReached, [&](Answer&) {
         const Part part = editing::partOf(source.onTimeline(), selection);
         const SourceTimes times = withMedia(part, source);
         return part.isWhole() || SourceEdit(track, seq, action.nameBytes).trim(source, times);
@@ -119,42 +118,42 @@ constexpr Action kCropOverlay{"CropActionOverlay", false, false, 20, true};
 
 } // namespace
 
-bool CutAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CutAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kCut, track, seq, source, selection);
 }
 
-bool CopyAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CopyAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kCopy, track, seq, source, selection);
 }
 
-bool DeleteAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer DeleteAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kDelete, track, seq, source, selection);
 }
 
-bool CropAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CropAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return crop(kCrop, track, seq, source, selection);
 }
 
-bool CutActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CutActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kCutOverlay, track, seq, source, selection);
 }
 
-bool CopyActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CopyActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kCopyOverlay, track, seq, source, selection);
 }
 
-bool DeleteActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer DeleteActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kDeleteOverlay, track, seq, source, selection);
 }
 
-bool CropActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+Answer CropActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return crop(kCropOverlay, track, seq, source, selection);
 }

@@ -14,9 +14,10 @@
 // covering the one ahead of it.
 //
 // seq names the item; it is lowered when the item goes, so that seq + 1 is the next one. An item is changed whole or
-// not at all. The result is the engine's flag of the last change, true without one. Every action traps its own errors
-// (error 11: a source with a media length of 0 or less, which then stays as it is). Interface thread only.
+// not at all. Every action traps its own errors (error 11: a source with a media length of 0 or less, which then stays
+// as it is) and answers whether it did. Interface thread only.
 
+#include "editing/edit_trap.h"
 #include "editing/selection_edges.h"
 #include "items/source_times.h"
 
@@ -24,35 +25,35 @@
 
 namespace moduleEdit {
 
-bool CutAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-               const editing::SelectionEdges& selection);
-bool CopyAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                const editing::SelectionEdges& selection);
-bool DeleteAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                  const editing::SelectionEdges& selection);
-bool CropAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                const editing::SelectionEdges& selection);
+editing::Answer CutAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                          const editing::SelectionEdges& selection);
+editing::Answer CopyAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                           const editing::SelectionEdges& selection);
+editing::Answer DeleteAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                             const editing::SelectionEdges& selection);
+editing::Answer CropAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                           const editing::SelectionEdges& selection);
 
 // The same on the overlay track, where the transition of the same sequence number goes along.
 
-bool CutActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                      const editing::SelectionEdges& selection);
-bool CopyActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                       const editing::SelectionEdges& selection);
-bool DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                         const editing::SelectionEdges& selection);
-bool CropActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
-                       const editing::SelectionEdges& selection);
+editing::Answer CutActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                                 const editing::SelectionEdges& selection);
+editing::Answer CopyActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                                  const editing::SelectionEdges& selection);
+editing::Answer DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                                    const editing::SelectionEdges& selection);
+editing::Answer CropActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                                  const editing::SelectionEdges& selection);
 
 // The same for an effect of the track.
 
-bool CutActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
-                     const editing::SelectionEdges& selection);
-bool CopyActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
-                      const editing::SelectionEdges& selection);
-bool DeleteActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
-                        const editing::SelectionEdges& selection);
-bool CropActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
-                      const editing::SelectionEdges& selection);
+editing::Answer CutActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
+                                const editing::SelectionEdges& selection);
+editing::Answer CopyActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
+                                 const editing::SelectionEdges& selection);
+editing::Answer DeleteActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
+                                   const editing::SelectionEdges& selection);
+editing::Answer CropActionEffect(engine::Handle track, std::int16_t& seq, const items::ItemTimes& effect,
+                                 const editing::SelectionEdges& selection);
 
 } // namespace moduleEdit

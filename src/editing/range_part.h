@@ -56,13 +56,14 @@ inline void remember(const items::ItemTimes& item)
     moduleEdit::PrevStop = item.stop;
 }
 
-/// The flag of the change, true when there was none to make.
+/// change(answer) answers the engine's flag; a step inside it that traps by itself says so in the answer.
 template <class Change>
-bool runAction(const Action& action, bool isReached, Change change)
+Answer runAction(const Action& action, bool isReached, Change change)
 {
-    bool ok = true;
-    trapped(action.routine, [&] { ok = !isReached || change(); });
-    return ok;
+    Answer answer;
+    const bool isWhole = trapped(action.routine, [&] { answer.flag = !isReached || change(answer); });
+    answer.isWhole = answer.isWhole && isWhole;
+    return answer;
 }
 
 } // namespace editing

@@ -9,6 +9,7 @@
 
 namespace moduleEdit {
 
+using editing::Answer;
 using editing::SelectionEdges;
 using engine::EngineAs;
 using engine::Handle;
@@ -22,8 +23,8 @@ using items::TrackRow;
 
 namespace {
 
-using SourceAction = bool (*)(Handle, std::int16_t&, const SourceTimes&, const SelectionEdges&);
-using EffectAction = bool (*)(Handle, std::int16_t&, const ItemTimes&, const SelectionEdges&);
+using SourceAction = Answer (*)(Handle, std::int16_t&, const SourceTimes&, const SelectionEdges&);
+using EffectAction = Answer (*)(Handle, std::int16_t&, const ItemTimes&, const SelectionEdges&);
 
 /// What a mode does to an item of each kind of row.
 struct Actions {
@@ -47,10 +48,11 @@ bool takesPart(ITWTimeline& engine, const TrackRow& row) { return !row.isLocked(
 
 /// read(seq) answers an item's times while there is one.
 template <class Read, class Action>
-void walk(Read read, Action action, Handle track, const SelectionEdges& selection, bool& result)
+void walk(Read read, Action action, Handle track, const SelectionEdges& selection, Answer& result)
 {
     for (; const auto item = read(WalkSeq); ++WalkSeq) {
-        result = action(track, WalkSeq, *item, selection);
+        const Answer answer = action(track, WalkSeq, *item, selection);
+        result = {answer.flag, result.isWhole && answer.isWhole};
         if (selection.start > item->start && selection.stop < item->stop) {
             return; // the selection lies in this one
         }
@@ -58,7 +60,7 @@ void walk(Read read, Action action, Handle track, const SelectionEdges& selectio
 }
 
 void walkRow(ITWTimeline& engine, const TrackRow& row, const Actions& actions, const SelectionEdges& selection,
-             bool& result)
+             Answer& result)
 {
     const bool isOverlay = row.kind == RowKind::kOverlay;
     WalkSeq = ClipSeq = 0;
@@ -136,12 +138,12 @@ void dropOutside(ITWTimeline& engine, const SelectionEdges& selection)
 
 } // namespace
 
-bool EditSelection(EditMode mode)
+editing::Answer EditSelection(EditMode mode)
 {
-    bool result = true;
-    editing::trapped("EditSelection", [&] {
+    Answer result;
+    const bool isWhole = editing::trapped("EditSelection", [&] {
         if (mode == EditMode::kCrop && !CropSourcesOnly) {
-            DropOutsideSelection();
+            result.isWhole = DropOutsideSelection();
         }
         if (const Actions* const actions = actionsOf(mode)) {
             const auto engine = EngineAs<ITWTimeline>();
@@ -151,12 +153,13 @@ bool EditSelection(EditMode mode)
         }
         moduleTimeline::ShowSelSliders(false);
     });
-    return result;
+    return {result.flag, result.isWhole && isWhole};
 }
 
-void DropOutsideSelection()
+bool DropOutsideSelection()
 {
-    editing::trapped("DropOutsideSelection", [] { dropOutside(*EngineAs<ITWTimeline>(), editing::selectionEdges()); });
+    return editing::trapped("DropOutsideSelection",
+                            [] { dropOutside(*EngineAs<ITWTimeline>(), editing::selectionEdges()); });
 }
 
 } // namespace moduleEdit

@@ -4,6 +4,7 @@
 // the order video, audio, effects, overlay. What it does to each item stands in `range_actions.h`. No surviving item
 // moves; a gap stays. Interface thread only.
 
+#include "editing/edit_trap.h"
 #include "engine/types.h"
 
 #include <cstdint>
@@ -22,11 +23,12 @@ inline engine::Milliseconds PrevStop = 0;
 /// Of the running crop: what lies outside the selection stays.
 inline bool CropSourcesOnly = false;
 
-/// Edits the range and hides the sliders, which a copy does too. The result is the last action's. Traps its own errors.
-bool EditSelection(EditMode mode);
+/// Edits the range and hides the sliders, which a copy does too. The flag is the last action's. Traps its own errors.
+editing::Answer EditSelection(EditMode mode);
 
 /// Ahead of a plain crop: removes what no edge of the selection lies in, and what does not lie in the selection. An
-/// effect or an overlay that shares an edge with the selection goes, where a source stays; that is meant.
-void DropOutsideSelection();
+/// effect or an overlay that shares an edge with the selection goes, where a source stays; that is meant. False when an
+/// error was trapped.
+bool DropOutsideSelection();
 
 } // namespace moduleEdit

@@ -8,7 +8,7 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "history/command_history.h"
+#include "history/command.h"
 #include "items/items.h"
 #include "items/transition_key.h"
 #include "timeline/ModuleTreeView.h"
@@ -26,6 +26,7 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
+using history::Outcome;
 using items::ItemKind;
 using items::Items;
 using items::ItemTimes;
@@ -195,17 +196,23 @@ bool shuffle(const std::vector<std::int32_t>& dragNode, const std::vector<std::i
 
 } // namespace
 
-void ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode)
+bool ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode)
 {
-    Trapped(kModule, "ShuffleSources", [&] {
-        if (history::inWhole([&] { return shuffle(dragNode, dropNode); })) {
+    return history::runTrapped(
+        kModule, "ShuffleSources", "Shuffle",
+        [&] {
+            if (!shuffle(dragNode, dropNode)) {
+                return Outcome::kNothing;
+            }
+            AlignTransitionsToSources();
+            return Outcome::kChanged;
+        },
+        [] {
             RenderAllBars();
             moduleScaleRenderer::AdjustScroll();
             UpdatePreview();
             UpdateTreeView();
-            AlignTransitionsToSources();
-        }
-    });
+        });
 }
 
 void AlignTransitionsToSources()

@@ -10,8 +10,7 @@
 //                                  C onto A     C 0-10  A 10-20  B 20-30
 //                                  A onto C     B 10-20  A 20-30  C 30-40
 //
-// The caller has made the history entry; what takes effect brings it into force. What fails half way puts the timeline
-// back, and the entry stays out of force. Nothing is raised to the caller, but where it is told. Interface thread only.
+// Nothing is raised to the caller, but by the cuts. Interface thread only.
 
 #include "engine/types.h"
 
@@ -46,8 +45,9 @@ bool EditCutOverlay(engine::Handle track, std::int16_t seq);
 
 /// Moves an item ahead of another one of the same track, and fills the list anew. A source comes back at the length of
 /// its media, an effect keeps its length; what is in the way moves on. Onto itself it comes back where it was; a drop
-/// node that is not there stands for the track's end.
-void ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
+/// node that is not there stands for the track's end. A whole command with its entry of the history; one that fails
+/// half way puts the timeline back. True when it has taken effect.
+bool ShuffleSources(const std::vector<std::int32_t>& dragNode, const std::vector<std::int32_t>& dropNode);
 
 /// Gives every transition of the overlay track the times of its overlay.
 void AlignTransitionsToSources();

@@ -8,7 +8,7 @@
 #include "editing/moduleTWState.h"
 #include "editing/split.h"
 #include "engine/engine_access.h"
-#include "history/command_history.h"
+#include "history/command.h"
 #include "items/row_items.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -24,6 +24,7 @@ using engine::Handle;
 using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
+using history::Outcome;
 using items::forEachRow;
 using items::ItemKind;
 using items::Items;
@@ -192,86 +193,92 @@ void showEmptied()
 
 } // namespace
 
-void PackTracks()
+bool PackTracks()
 {
-    Trapped(kModule, "PackTracks", [] {
-        history::inWhole([] {
+    return history::runTrapped(
+        kModule, "PackTracks", "Pack",
+        [] {
             const auto engine = EngineAs<ITWTimeline>();
-            forEachRow(*engine, [&](const RowItems& row) {
+            forEachRow(*engine, [](const RowItems& row) {
                 if (!row.isLocked) {
                     packRow(row);
                 }
             });
-            return true;
-        });
-        showMoved();
-    });
+            return Outcome::kChanged;
+        },
+        showMoved);
 }
 
-void RestoreSize()
+bool RestoreSize()
 {
-    Trapped(kModule, "RestoreSize", [] {
-        history::inWhole([] {
+    return history::runTrapped(
+        kModule, "RestoreSize", "Restore",
+        [] {
             const auto engine = EngineAs<ITWTimeline>();
             forEachRow(*engine, [&](const RowItems& row) { restoreRow(*engine, row); });
-            return true;
-        });
-        showMoved();
-    });
+            return Outcome::kChanged;
+        },
+        showMoved);
 }
 
-void RepeateAudio()
+bool RepeateAudio()
 {
-    Trapped(kModule, "RepeateAudio", [] {
-        if (history::inWhole(repeatAudio)) {
+    return history::runTrapped(
+        kModule, "RepeateAudio", "Repeat", [] { return repeatAudio() ? Outcome::kChanged : Outcome::kNothing; },
+        [] {
             showMoved();
             UpdateTreeView();
-        }
-    });
+        });
 }
 
-void SplitTracks()
+bool SplitTracks()
 {
-    Trapped(kModule, "SplitTracks", [] {
-        history::inWhole([] {
+    return history::runTrapped(
+        kModule, "SplitTracks", "Split",
+        [] {
             const Milliseconds pos = GetSliderPosition();
-            forEachRow(*EngineAs<ITWTimeline>(), [&](const RowItems& row) {
+            const auto engine = EngineAs<ITWTimeline>();
+            forEachRow(*engine, [&](const RowItems& row) {
                 if (!row.isLocked) {
                     splitRow(row, pos);
                 }
             });
-            return true;
+            return Outcome::kChanged;
+        },
+        [] {
+            RenderAllBars();
+            UpdatePreview();
+            UpdateTreeView();
         });
-        RenderAllBars();
-        UpdatePreview();
-        UpdateTreeView();
-    });
 }
 
-void EmptyEffectTrack()
+bool EmptyEffectTrack()
 {
-    Trapped(kModule, "EmptyEffectTrack", [] {
-        const auto engine = EngineAs<ITWTimeline>();
-        forEachRow(*engine, [](const RowItems& row) {
-            if (row.kind == RowKind::kEffect) {
-                row.items.removeAll();
-            }
-        });
-        showEmptied();
-    });
+    return history::runTrapped(
+        kModule, "EmptyEffectTrack", "Clear Effects",
+        [] {
+            const auto engine = EngineAs<ITWTimeline>();
+            forEachRow(*engine, [](const RowItems& row) {
+                if (row.kind == RowKind::kEffect) {
+                    row.items.removeAll();
+                }
+            });
+            return Outcome::kChanged;
+        },
+        showEmptied);
 }
 
-void EmptyOverlayTrack()
+bool EmptyOverlayTrack()
 {
-    Trapped(kModule, "EmptyOverlayTrack", [] {
-        history::inWhole([] {
+    return history::runTrapped(
+        kModule, "EmptyOverlayTrack", "Clear Overlays",
+        [] {
             const auto engine = EngineAs<ITWTimeline>();
             Items(*engine, ItemKind::kTransition, state::OverlayTrack).removeAll();
             Items(*engine, ItemKind::kSource, state::OverlayTrack).removeAll();
-            return true;
-        });
-        showEmptied();
-    });
+            return Outcome::kChanged;
+        },
+        showEmptied);
 }
 
 } // namespace moduleTimeline

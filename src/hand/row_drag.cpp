@@ -10,7 +10,7 @@
 #include "hand/pointer_turn.h"
 #include "hand/row_pointer.h"
 #include "history/ModuleHistory.h"
-#include "history/adding_history.h"
+#include "history/command.h"
 #include "items/row_items.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
@@ -38,20 +38,12 @@ namespace {
 
 forms::FrmTimeline& form = forms::frmTimeline;
 
-/// What was so before the press made its entry: a drag that is cancelled leaves no trace.
-struct Before {
-    history::HistoryBefore history;
-    bool projectModified = state::ProjectModified;
-};
-
 /// The drag in progress.
 struct Held {
     RowKind kind;
     std::int16_t index;
-    std::optional<Before> before; // nothing on an empty row: there is no entry, and nothing moves
+    std::optional<history::Command> command; // nothing on an empty row: there is no entry, and nothing moves
     bool hasStepped = false;
-    const char* word = "Move";
-    std::int16_t entry = 0; // the place of the press's entry
 };
 std::optional<Held> held;
 
@@ -77,36 +69,18 @@ bool isInResizeZone(RowKind kind, std::int16_t index, float x, float y)
     return moduleTimeline::OnPicAudioMouseMove(x, y, index);
 }
 
-void takeBackEntry(Before& before)
-{
-    before.history.putBack();
-    state::ProjectModified = before.projectModified;
-}
-
 void makeEntry()
 {
-    held->before.emplace();
-    held->word = form.DragResize ? "Resize" : "Move";
-    ModuleHistory::RemoveDisabledEntries();
-    ModuleHistory::AddOperationToHistory(held->word);
-    if (ModuleHistory::HistoryCollection.Count() <= ModuleHistory::HistoryIndex) { // there is none: nothing moves
-        takeBackEntry(*held->before);
-        held->before.reset();
-        return;
+    held->command.emplace(form.DragResize ? "Resize" : "Move");
+    if (held->command->isMade()) {
+        held->command->bringIntoForce();
+    } else { // nothing moves
+        held->command->leaveNoTrace();
+        held->command.reset();
     }
-    state::ProjectModified = true;
-    held->entry = ++ModuleHistory::HistoryIndex;
-    ModuleHistory::RearrangeHistoryCollection();
 }
 
-/// False when another step was made or undone since the press: then the drag takes nothing back. Presses alone make
-/// entries of these words.
-bool hasNewestEntry(const Held& drag)
-{
-    const auto& entries = ModuleHistory::HistoryCollection;
-    return drag.before && ModuleHistory::HistoryIndex == drag.entry && entries.Count() == drag.entry
-           && entries.Item(drag.entry).GetOperationType() == drag.word;
-}
+bool hasNewestEntry(const Held& drag) { return drag.command && drag.command->isNewest(); }
 
 /// Whether every item of the last image lies where the newest entry has it.
 bool isAsInNewestEntry()
@@ -189,9 +163,7 @@ private:
 bool putTimelineBack()
 {
     const SelectedItems selected;
-    const std::int16_t index = ModuleHistory::HistoryIndex;
-    ModuleHistory::Undo();
-    if (ModuleHistory::HistoryIndex == index) {
+    if (!ModuleHistory::Undo()) {
         return false;
     }
     selected.select();
@@ -210,7 +182,7 @@ std::optional<Held> takeHeld()
 void beginDrag(const TrackRow& row, float x, float y)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    held = Held{.kind = row.kind, .index = row.index, .before = {}};
+    held = Held{.kind = row.kind, .index = row.index, .command = {}};
     form.DragActive = true;
     form.DragLastX = x;
     const Items items = items::rowItems(*engine, row).items;
@@ -233,7 +205,7 @@ void dragTo(float x)
     if (!form.DragResize && delta < 0) {
         delta = std::max(delta, -moduleTimeline::GetSelMinLeftMoveLength());
     }
-    if (delta == 0 || !held || !held->before) {
+    if (delta == 0 || !held || !held->command) {
         return;
     }
     held->hasStepped = true;
@@ -264,16 +236,16 @@ void endDrag(bool keepsSelection)
 
 void cancelDrag()
 {
-    if (form.DragActive && held && held->before && !hasNewestEntry(*held)) {
+    if (form.DragActive && held && held->command && !hasNewestEntry(*held)) {
         endDrag(true); // the history has gone on: what was before the press is not for the drag to bring back
         return;
     }
     auto drag = takeHeld();
-    if (!drag || !drag->before) {
+    if (!drag || !drag->command) {
         return;
     }
     if (!drag->hasStepped || putTimelineBack()) {
-        takeBackEntry(*drag->before);
+        drag->command->leaveNoTrace();
     } else {
         ModuleHistory::StoreCurrentTLImage();
     }

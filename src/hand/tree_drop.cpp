@@ -10,7 +10,6 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "history/command_history.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleTimeline.h"
 
@@ -93,14 +92,12 @@ void tvwTimeline_OLEDragDrop(const Places& dragNode, const Places& dropNode)
         if (kind == DropKind::kNothing) {
             return;
         }
-        history::runCommand("Shuffle", [&] {
-            if (kind == DropKind::kShuffle) {
-                ModuleTreeView::ShuffleSources(dragNode, dropNode);
-            } else {
-                changeTrack(dragNode, dropNode);
-                UpdatePreview();
-            }
-        });
+        if (kind == DropKind::kShuffle) {
+            ModuleTreeView::ShuffleSources(dragNode, dropNode);
+        } else {
+            changeTrack(dragNode, dropNode);
+            UpdatePreview();
+        }
         moduleTimeline::ShowOrHideTrackSelections();
         moduleTimeline::RenderAllSelections();
         EnableOrDisableMenuItems();

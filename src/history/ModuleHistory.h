@@ -8,13 +8,8 @@
 //
 // An entry is made before its operation, and is in force once the command has raised `HistoryIndex`. The rows of
 // `forms::frmTools.lvwHistory` are the entries as the person sees them; their colours alone tell what is undone:
-// `colours::kWindowText` in force, `colours::kButtonFace` undone and to be redone. A command that changes the timeline
-// goes like this:
-//
-//     RemoveDisabledEntries();  AddOperationToHistory("Cut");
-//     ... the operation ...
-//     ++HistoryIndex;  RearrangeHistoryCollection();      or DeleteLastEntry() when it came to nothing
-//     StoreCurrentTLImage();  state::ProjectModified = true;
+// `colours::kWindowText` in force, `colours::kButtonFace` undone and to be redone. Commands make their entries by way
+// of `history/command.h` alone.
 //
 // A step for which there is no whole image does nothing at all: the timeline is never emptied for it. Every routine
 // traps its own errors and raises nothing. Interface thread only.
@@ -57,10 +52,10 @@ void EmptyHistory();
 
 // --- Steps ---------------------------------------------------------------------------------------------------------
 
-/// One step back, to the image of entry `HistoryIndex`.
-void Undo();
-/// One step forward.
-void Redo();
+/// One step back, to the image of entry `HistoryIndex`. False when nothing was done.
+bool Undo();
+/// One step forward. False when nothing was done.
+bool Redo();
 
 /// What the menu entries and their buttons do: the step, the rows, the menu update. Ignored while
 /// `state::InSelectionUpdate` is set, which they set themselves.

@@ -59,7 +59,7 @@ void showUndoneRow()
     }
 }
 
-/// Runs a step that the person asked for, unless another command is running. True when it changed the index.
+/// Runs a step that the person asked for, unless another command is running.
 template <class Step>
 void guardedStep(const char* routine, Step step)
 {
@@ -74,9 +74,10 @@ void guardedStep(const char* routine, Step step)
 
 } // namespace
 
-void Undo()
+bool Undo()
 {
-    Trapped(kModule, "Undo", [] {
+    bool isDone = false;
+    Trapped(kModule, "Undo", [&] {
         if (HistoryIndex == 0 || !hasImage(HistoryIndex)) {
             return;
         }
@@ -89,15 +90,18 @@ void Undo()
         RestoreTimeline();
         showRebuilt(HistoryCollection.Item(HistoryIndex).GetScrollValue());
         --HistoryIndex;
+        isDone = true;
         UndoInProgress = false;
         UpdateTreeView();
         UpdatePreview();
     });
+    return isDone;
 }
 
-void Redo()
+bool Redo()
 {
-    Trapped(kModule, "Redo", [] {
+    bool isDone = false;
+    Trapped(kModule, "Redo", [&] {
         const std::int32_t count = HistoryCollection.Count();
         if (HistoryIndex >= count) {
             return;
@@ -116,19 +120,19 @@ void Redo()
         }
         const std::int32_t scrollValue = showRedoneRow();
         ++HistoryIndex;
+        isDone = true;
         showRebuilt(scrollValue);
         RedoInProgress = RowRestored = false;
         UpdateTreeView();
         UpdatePreview();
     });
+    return isDone;
 }
 
 void OnEditUndoClick()
 {
     guardedStep("OnEditUndoClick", [] {
-        const std::int16_t before = HistoryIndex;
-        Undo();
-        if (HistoryIndex != before) {
+        if (Undo()) {
             forms::mdiTarnwick.mnuEditRedo.Enabled = true;
             showUndoneRow();
             state::ProjectModified = true;
@@ -139,9 +143,7 @@ void OnEditUndoClick()
 void OnEditRedoClick()
 {
     guardedStep("OnEditRedoClick", [] {
-        const std::int16_t before = HistoryIndex;
-        Redo();
-        if (HistoryIndex != before) {
+        if (Redo()) {
             state::ProjectModified = true;
         }
     });

@@ -4,10 +4,9 @@
 #include "core/upcalls.h"
 #include "editing/cut_place.h"
 #include "editing/moduleEdit.h"
-#include "history/ModuleHistory.h"
 #include "timeline/moduleTimeline.h"
 
-#include <string_view>
+#include <cstdint>
 
 namespace mdiTarnwick {
 
@@ -15,20 +14,13 @@ namespace {
 
 enum class List : std::uint8_t { kUpdated, kLeft };
 
-/// The command with its entry of the history. While another one runs, nothing happens: it has an entry of its own open.
-/// True when it has taken effect.
-bool runWithHistory(std::string_view word, void (*command)(), List list = List::kUpdated)
+/// While another edit runs, nothing happens. True when it has taken effect.
+bool run(bool (*command)(), List list = List::kUpdated)
 {
     if (state::InSelectionUpdate) {
         return false;
     }
-    ModuleHistory::RemoveDisabledEntries();
-    ModuleHistory::AddOperationToHistory(word);
-    const std::int16_t index = ModuleHistory::HistoryIndex;
-    command();
-    const bool isDone = ModuleHistory::HistoryIndex > index;
-    ModuleHistory::StoreCurrentTLImage();
-    state::ProjectModified = true;
+    const bool isDone = command();
     if (list == List::kUpdated) {
         UpdateTreeView();
     }
@@ -36,40 +28,40 @@ bool runWithHistory(std::string_view word, void (*command)(), List list = List::
     return isDone;
 }
 
-void runUnlessEmpty(std::string_view word, void (*command)(), List list = List::kUpdated)
+void runUnlessEmpty(bool (*command)(), List list = List::kUpdated)
 {
     if (moduleTimeline::IsTimelineEmpty()) {
         EnableOrDisableMenuItems();
     } else {
-        runWithHistory(word, command, list);
+        run(command, list);
     }
 }
 
 } // namespace
 
-void mnuEditCut_Click() { runUnlessEmpty("Cut", moduleEdit::EditCut); }
+void mnuEditCut_Click() { runUnlessEmpty(moduleEdit::EditCut); }
 
 // Nothing has changed on the tracks, so the list stays.
-void mnuEditCopy_Click() { runUnlessEmpty("Copy", moduleEdit::EditCopy, List::kLeft); }
+void mnuEditCopy_Click() { runUnlessEmpty(moduleEdit::EditCopy, List::kLeft); }
 
 void mnuEditPaste_Click()
 {
     const editing::CutPlace cut;
-    if (runWithHistory("Paste", moduleEdit::EditPaste)) {
+    if (run(moduleEdit::EditPaste)) {
         cut.follow();
     }
 }
 
-void mnuEditClear_Click() { runUnlessEmpty("Delete", moduleEdit::EditDelete); }
+void mnuEditClear_Click() { runUnlessEmpty(moduleEdit::EditDelete); }
 
 void mnuEditCrop_Click()
 {
-    runUnlessEmpty("Crop", [] { moduleEdit::EditCrop(false); });
+    runUnlessEmpty([] { return moduleEdit::EditCrop(false); });
 }
 
 void mnuEditCropSources_Click()
 {
-    runUnlessEmpty("CropSources", [] { moduleEdit::EditCrop(true); });
+    runUnlessEmpty([] { return moduleEdit::EditCrop(true); });
 }
 
 } // namespace mdiTarnwick

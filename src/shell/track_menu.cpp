@@ -9,7 +9,8 @@
 #include "editing/moduleTWState.h"
 #include "editing/track_commands.h"
 #include "engine/engine_access.h"
-#include "history/command_history.h"
+#include "history/command.h"
+#include "history/timeline_images.h"
 #include "items/row_items.h"
 #include "timeline/moduleTimeline.h"
 
@@ -22,17 +23,6 @@ using items::RowKind;
 namespace {
 
 constexpr const char* kModule = "mdiTarnwick";
-
-/// Runs a command that brings its own entry into force. True when it has taken effect.
-bool run(const char* handler, std::string_view word, void (*routine)())
-{
-    bool isDone = false;
-    Trapped(kModule, handler, [&] {
-        isDone = history::runCommand(word, routine);
-        EnableOrDisableMenuItems();
-    });
-    return isDone;
-}
 
 /// The list and the player after a command that has emptied rows.
 void showEmptied()
@@ -58,7 +48,7 @@ void moveAudio(const char* handler, std::int16_t from, std::int16_t to)
             return;
         }
         constexpr std::int32_t kTrackEnd = 0;
-        history::runCommand("Shuffle", [&] { ModuleTreeView::ChangeTrack(source, target, place, kTrackEnd); });
+        ModuleTreeView::ChangeTrack(source, target, place, kTrackEnd);
         moduleTimeline::ShowOrHideTrackSelections();
         moduleTimeline::RenderAllSelections();
         showEmptied();
@@ -67,16 +57,30 @@ void moveAudio(const char* handler, std::int16_t from, std::int16_t to)
 
 } // namespace
 
-void mnuToolsPackTimelineBars_Click() { run("mnuToolsPackTimelineBars_Click", "Pack", moduleTimeline::PackTracks); }
+void mnuToolsPackTimelineBars_Click()
+{
+    moduleTimeline::PackTracks();
+    EnableOrDisableMenuItems();
+}
 
-void mnuEditRestoreSize_Click() { run("mnuEditRestoreSize_Click", "Restore", moduleTimeline::RestoreSize); }
+void mnuEditRestoreSize_Click()
+{
+    moduleTimeline::RestoreSize();
+    EnableOrDisableMenuItems();
+}
 
-void mnuToolsRepeatAudio_Click() { run("mnuToolsRepeatAudio_Click", "Repeat", moduleTimeline::RepeateAudio); }
+void mnuToolsRepeatAudio_Click()
+{
+    moduleTimeline::RepeateAudio();
+    EnableOrDisableMenuItems();
+}
 
 void mnuToolsSplitTimeline_Click()
 {
     const editing::CutPlace cut(editing::CutPlace::kAtSlider);
-    if (run("mnuToolsSplitTimeline_Click", "Split", moduleTimeline::SplitTracks)) {
+    const bool isSplit = moduleTimeline::SplitTracks();
+    EnableOrDisableMenuItems();
+    if (isSplit) {
         cut.follow();
     }
 }
@@ -88,10 +92,7 @@ void mnuEditClearEffect_Click()
             tellUser("Please unlock the Effect Track before attempting to clear it.");
             return;
         }
-        history::runCommand("Clear Effects", [] {
-            moduleTimeline::EmptyEffectTrack();
-            history::bringIntoForce();
-        });
+        moduleTimeline::EmptyEffectTrack();
         showEmptied();
     });
 }
@@ -103,7 +104,7 @@ void mnuEditClearOverlay_Click()
             tellUser("Please unlock the Overlays Track before attempting to clear it.");
             return;
         }
-        history::runCommand("Clear Overlays", moduleTimeline::EmptyOverlayTrack);
+        moduleTimeline::EmptyOverlayTrack();
         showEmptied();
     });
 }
@@ -119,12 +120,14 @@ void mnuEditClearTimeline_Click()
         if (askUser("Are you sure you want to clear the timeline?", MessageButtons::kYesNo) != MessageAnswer::kYes) {
             return;
         }
-        history::runCommand("Clear", [] {
+        const auto empty = [] {
             ModuleHistory::EmptyTimeline();
-            history::bringIntoForce();
+            return history::Outcome::kChanged;
+        };
+        history::run("Clear", empty, [] {
+            moduleTimeline::ShowOrHideTrackSelections();
+            moduleTimeline::RenderAllSelections();
         });
-        moduleTimeline::ShowOrHideTrackSelections();
-        moduleTimeline::RenderAllSelections();
         showEmptied();
     });
 }

@@ -195,7 +195,7 @@ TEST_F(RangeTest, TheReservedModeOnlyHidesTheSliders)
 {
     lay("V A0-8000");
     select(2000, 5000);
-    EXPECT_TRUE(moduleEdit::EditSelection(moduleEdit::EditMode::kReserved));
+    EXPECT_TRUE(moduleEdit::EditSelection(moduleEdit::EditMode::kReserved).flag);
     EXPECT_EQ(text(), "V A0-8000");
     EXPECT_FALSE(form.imgStartSelHandle.Visible);
 }

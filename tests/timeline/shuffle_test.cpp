@@ -4,7 +4,7 @@
 
 #include "editing/shuffle.h"
 #include "hand/tree_drop.h"
-#include "history/command_history.h"
+#include "history/command.h"
 
 namespace timeline_test {
 namespace {
@@ -72,7 +72,7 @@ TEST_F(ShuffleTest, WithinATrack)
 TEST_F(ShuffleTest, AMissingDropNodeIsTheEnd)
 {
     lay(kAbc);
-    history::runCommand("Shuffle", [] { ModuleTreeView::ShuffleSources({kVideo, 0}, {kVideo, 7}); });
+    ModuleTreeView::ShuffleSources({kVideo, 0}, {kVideo, 7});
     EXPECT_EQ(text(), "V 1000-2000=200-1200 2000-3000=300-1300 3000-4000=100-1100 E O A B");
 }
 
