@@ -71,16 +71,18 @@ engine::Status CoreRoot::CloseFile(Handle file, Bool16& ok)
 
 engine::Status CoreRoot::GetFileName(Handle file, TextBuffer buffer, Bool16& ok)
 {
-    const std::string* const path = files_.pathOf(file);
-    ok = toBool16(path != nullptr && path->size() <= buffer.size());
-    fillBuffer(buffer, ok != kFalse ? std::string_view(*path) : std::string_view());
-    return engine::kDone;
+    ok = kFalse;
+    return guarded([&] {
+        const std::string* const path = files_.pathOf(file);
+        ok = toBool16(path != nullptr && path->size() <= buffer.size());
+        fillBuffer(buffer, ok != kFalse ? std::string_view(*path) : std::string_view());
+    });
 }
 
 engine::Status CoreRoot::GetFirstStream(Handle file, Handle& stream)
 {
-    stream = files_.firstOpenStream(file);
-    return engine::kDone;
+    stream = 0;
+    return guarded([&] { stream = files_.firstOpenStream(file); });
 }
 
 engine::Status CoreRoot::FileExists(Text path, Bool16& exists)
@@ -119,28 +121,30 @@ engine::Status CoreRoot::GetFileVersionInfo(Text fileName, std::int32_t& v1, std
     const std::array libraries{Library{"avcodec", avcodec_version()}, Library{"avformat", avformat_version()},
                                Library{"swscale", swscale_version()}, Library{"swresample", swresample_version()}};
     v1 = v2 = v3 = v4 = 0;
-    const auto found =
-        std::ranges::find_if(libraries, [&](const auto& library) { return fileName.find(library.name) != Text::npos; });
-    if (found != libraries.end()) {
-        v1 = static_cast<std::int32_t>(AV_VERSION_MAJOR(found->version));
-        v2 = static_cast<std::int32_t>(AV_VERSION_MINOR(found->version));
-        v3 = static_cast<std::int32_t>(AV_VERSION_MICRO(found->version));
-    }
-    return engine::kDone;
+    return guarded([&] {
+        const auto found = std::ranges::find_if(
+            libraries, [&](const auto& library) { return fileName.find(library.name) != Text::npos; });
+        if (found != libraries.end()) {
+            v1 = static_cast<std::int32_t>(AV_VERSION_MAJOR(found->version));
+            v2 = static_cast<std::int32_t>(AV_VERSION_MINOR(found->version));
+            v3 = static_cast<std::int32_t>(AV_VERSION_MICRO(found->version));
+        }
+    });
 }
 
 engine::Status CoreRoot::GetMemoryStatus(std::int32_t& physical, std::int32_t& physicalFree, std::int32_t& swap,
                                          std::int32_t& swapFree)
 {
     physical = physicalFree = swap = swapFree = 0;
-    struct sysinfo facts {};
-    if (::sysinfo(&facts) == 0) {
-        physical = kibibytes(facts.totalram, facts.mem_unit);
-        physicalFree = kibibytes(facts.freeram, facts.mem_unit);
-        swap = kibibytes(facts.totalswap, facts.mem_unit);
-        swapFree = kibibytes(facts.freeswap, facts.mem_unit);
-    }
-    return engine::kDone;
+    return guarded([&] {
+        struct sysinfo facts {};
+        if (::sysinfo(&facts) == 0) {
+            physical = kibibytes(facts.totalram, facts.mem_unit);
+            physicalFree = kibibytes(facts.freeram, facts.mem_unit);
+            swap = kibibytes(facts.totalswap, facts.mem_unit);
+            swapFree = kibibytes(facts.freeswap, facts.mem_unit);
+        }
+    });
 }
 
 engine::Status CoreRoot::GetSystemVersion(TextBuffer buffer)
@@ -154,8 +158,10 @@ engine::Status CoreRoot::GetSystemVersion(TextBuffer buffer)
 
 engine::Status CoreRoot::CheckDirectShowVersion(Bool16& ok)
 {
-    ok = toBool16(avcodec_version() >= LIBAVCODEC_VERSION_INT && avformat_version() >= LIBAVFORMAT_VERSION_INT);
-    return engine::kDone;
+    ok = kFalse;
+    return guarded([&] {
+        ok = toBool16(avcodec_version() >= LIBAVCODEC_VERSION_INT && avformat_version() >= LIBAVFORMAT_VERSION_INT);
+    });
 }
 
 engine::Status CoreRoot::GetFileError(Text path, std::uint32_t& code)
@@ -190,30 +196,36 @@ engine::Status StreamInterface::OpenStream(Handle file, std::int16_t index, Hand
 
 engine::Status StreamInterface::CloseStream(Handle stream, Bool16& ok)
 {
-    ok = toBool16(files_.closeStream(stream));
-    return engine::kDone;
+    ok = kFalse;
+    return guarded([&] { ok = toBool16(files_.closeStream(stream)); });
 }
 
 engine::Status StreamInterface::SelectStream(Handle stream, Bool16& ok)
 {
-    const bool isThere = files_.findOpen(stream) != nullptr;
-    selected_ = isThere ? stream : 0;
-    ok = toBool16(isThere);
-    return engine::kDone;
+    ok = kFalse;
+    return guarded([&] {
+        const bool isThere = files_.findOpen(stream) != nullptr;
+        selected_ = isThere ? stream : 0;
+        ok = toBool16(isThere);
+    });
 }
 
 engine::Status StreamInterface::GetStreamFile(Handle stream, Handle& file)
 {
-    const auto* const found = files_.findOpen(stream);
-    file = found != nullptr ? found->file : 0;
-    return engine::kDone;
+    file = 0;
+    return guarded([&] {
+        const auto* const found = files_.findOpen(stream);
+        file = found != nullptr ? found->file : 0;
+    });
 }
 
 engine::Status StreamInterface::IsVideoStream(Handle stream, Bool16& isVideo)
 {
-    const auto* const found = files_.findOpen(stream);
-    isVideo = toBool16(found != nullptr && found->isPicture);
-    return engine::kDone;
+    isVideo = kFalse;
+    return guarded([&] {
+        const auto* const found = files_.findOpen(stream);
+        isVideo = toBool16(found != nullptr && found->isPicture);
+    });
 }
 
 engine::Status StreamInterface::LookForFiles()
@@ -241,48 +253,52 @@ engine::Status StreamInterface::LookForFiles()
 
 engine::Status StreamInterface::IsVideo(Bool16& isVideo)
 {
-    isVideo = toBool16(chosen() != nullptr && chosen()->isPicture);
-    return engine::kDone;
+    isVideo = kFalse;
+    return guarded([&] { isVideo = toBool16(chosen() != nullptr && chosen()->isPicture); });
 }
 
 engine::Status StreamInterface::IsAudio(Bool16& isAudio)
 {
-    isAudio = toBool16(chosen() != nullptr && !chosen()->isPicture);
-    return engine::kDone;
+    isAudio = kFalse;
+    return guarded([&] { isAudio = toBool16(chosen() != nullptr && !chosen()->isPicture); });
 }
 
 engine::Status StreamInterface::GetVideoSize(std::int32_t& height, std::int32_t& width)
 {
     height = width = 0;
-    if (const auto* const stream = chosen(); stream != nullptr && stream->isPicture) {
-        const auto media = files_.mediaOf(stream->file);
-        height = media->picture->height;
-        width = media->picture->width;
-    }
-    return engine::kDone;
+    return guarded([&] {
+        if (const auto* const stream = chosen(); stream != nullptr && stream->isPicture) {
+            const auto media = files_.mediaOf(stream->file);
+            height = media->picture->height;
+            width = media->picture->width;
+        }
+    });
 }
 
 engine::Status StreamInterface::GetAudioSampleRate(std::int32_t& hertz)
 {
-    const auto* const stream = chosen();
-    hertz = stream != nullptr && !stream->isPicture ? files_.mediaOf(stream->file)->sound->rate : 0;
-    return engine::kDone;
+    hertz = 0;
+    return guarded([&] {
+        const auto* const stream = chosen();
+        hertz = stream != nullptr && !stream->isPicture ? files_.mediaOf(stream->file)->sound->rate : 0;
+    });
 }
 
 engine::Status StreamInterface::GetDuration(double& seconds)
 {
-    seconds = chosen() != nullptr ? chosen()->durationMs / 1000.0 : 0;
-    return engine::kDone;
+    seconds = 0;
+    return guarded([&] { seconds = chosen() != nullptr ? chosen()->durationMs / 1000.0 : 0; });
 }
 
 engine::Status StreamInterface::GetFrameRate(double& fps)
 {
     fps = 0;
-    if (const auto* const stream = chosen(); stream != nullptr && stream->isPicture) {
-        const AVRational rate = files_.mediaOf(stream->file)->picture->frameRate;
-        fps = rate.num > 0 ? av_q2d(rate) : 0;
-    }
-    return engine::kDone;
+    return guarded([&] {
+        if (const auto* const stream = chosen(); stream != nullptr && stream->isPicture) {
+            const AVRational rate = files_.mediaOf(stream->file)->picture->frameRate;
+            fps = rate.num > 0 ? av_q2d(rate) : 0;
+        }
+    });
 }
 
 engine::Status StreamInterface::OpenFileInfo(engine::Text path, std::int32_t)

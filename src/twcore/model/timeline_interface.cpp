@@ -1,8 +1,7 @@
 #include "twcore/model/timeline_interface.h"
 
+#include "twcore/guard.h"
 #include "twcore/model/names.h"
-
-#include <new>
 
 namespace twcore {
 
@@ -16,37 +15,22 @@ using engine::TextBuffer;
 using engine::toBool16;
 using Seq = TimelineInterface::Seq;
 
-namespace {
-
 template <class Body>
-Status guarded(Body&& body) noexcept
+Status TimelineInterface::onTrack(OnTrack track, Body&& body) noexcept
 {
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return engine::kOutOfMemory;
-    } catch (...) {
-        return engine::kUnexpected;
-    }
-}
-
-} // namespace
-
-template <class Body>
-Status TimelineInterface::onTrack(Handle track, Body&& body) noexcept
-{
-    return guarded([&] {
-        Track* found = timeline_.find(track);
+    const auto run = [&] {
+        Track* found = timeline_.find(track.track);
         if (found == nullptr) {
             return engine::kInvalidArgument;
         }
         body(*found);
         return engine::kDone;
-    });
+    };
+    return guarded(run, track.operation);
 }
 
 template <class Item, class Body>
-Status TimelineInterface::onItem(Handle track, Seq seq, Bool16& ok, Body&& body) noexcept
+Status TimelineInterface::onItem(OnTrack track, Seq seq, Bool16& ok, Body&& body) noexcept
 {
     return answerOk(track, ok, [&](Track& found) {
         Item* item = found.item<Item>(seq);
@@ -58,21 +42,21 @@ Status TimelineInterface::onItem(Handle track, Seq seq, Bool16& ok, Body&& body)
 }
 
 template <class Item, class Body>
-Status TimelineInterface::onItem(Handle track, Seq seq, Body&& body) noexcept
+Status TimelineInterface::onItem(OnTrack track, Seq seq, Body&& body) noexcept
 {
     Bool16 ok = kFalse;
     return onItem<Item>(track, seq, ok, body);
 }
 
 template <class Body>
-Status TimelineInterface::answerOk(Handle track, Bool16& ok, Body&& body) noexcept
+Status TimelineInterface::answerOk(OnTrack track, Bool16& ok, Body&& body) noexcept
 {
     ok = kFalse;
     return onTrack(track, [&](Track& found) { ok = toBool16(body(found)); });
 }
 
 template <class Item>
-Status TimelineInterface::readRange(Handle track, Seq seq, TimeRange Placement::*range, Milliseconds& start,
+Status TimelineInterface::readRange(OnTrack track, Seq seq, TimeRange Placement::*range, Milliseconds& start,
                                     Milliseconds& stop, Bool16& ok) noexcept
 {
     start = stop = 0;
@@ -87,33 +71,33 @@ Status TimelineInterface::readRange(Handle track, Seq seq, TimeRange Placement::
 }
 
 template <class Item>
-Status TimelineInterface::readCount(Handle track, std::int16_t& count) noexcept
+Status TimelineInterface::readCount(OnTrack track, std::int16_t& count) noexcept
 {
     count = 0;
     return onTrack(track, [&](Track& found) { count = static_cast<std::int16_t>(found.count<Item>()); });
 }
 
 template <class Item>
-Status TimelineInterface::readName(Handle track, Seq seq, TextBuffer buffer) noexcept
+Status TimelineInterface::readName(OnTrack track, Seq seq, TextBuffer buffer) noexcept
 {
     fillBuffer(buffer, {});
     return onItem<Item>(track, seq, [&](const Item& item) { fillBuffer(buffer, item.name); });
 }
 
 template <class Item>
-Status TimelineInterface::readSelected(Handle track, Seq seq, Bool16& selected) noexcept
+Status TimelineInterface::readSelected(OnTrack track, Seq seq, Bool16& selected) noexcept
 {
     selected = kFalse;
     return onItem<Item>(track, seq, [&](const Item& item) { selected = toBool16(item.selected); });
 }
 
 template <class Item>
-Status TimelineInterface::select(Handle track, Seq seq, Bool16 selected) noexcept
+Status TimelineInterface::select(OnTrack track, Seq seq, Bool16 selected) noexcept
 {
     return onItem<Item>(track, seq, [&](Item& item) { item.selected = selected != kFalse; });
 }
 
-Status TimelineInterface::readKey(Handle track, Seq seq, std::int16_t KeyColor::*part, std::int16_t& value) noexcept
+Status TimelineInterface::readKey(OnTrack track, Seq seq, std::int16_t KeyColor::*part, std::int16_t& value) noexcept
 {
     value = 0;
     return onItem<Transition>(track, seq, [&](const Transition& transition) { value = transition.color.*part; });
@@ -177,8 +161,7 @@ Status TimelineInterface::SetEffectsEnabled(Bool16 enabled)
 
 Status TimelineInterface::SetFrameSize(std::int16_t width, std::int16_t height)
 {
-    timeline_.setFrameSize(width, height);
-    return engine::kDone;
+    return guarded([&] { timeline_.setFrameSize(width, height); });
 }
 
 // Additions.

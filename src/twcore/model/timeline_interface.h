@@ -15,6 +15,7 @@
 #include "twcore/model/timeline.h"
 
 #include <functional>
+#include <source_location>
 #include <utility>
 
 namespace twcore {
@@ -89,31 +90,40 @@ public:
     Status ClearKeyParameters(Handle track, Seq seq) override;
 
 private:
+    /// The track of an operation, and with it which operation it is: a helper takes it from the operation itself.
+    struct OnTrack {
+        Handle track;
+        std::source_location operation;
+        OnTrack(Handle of, std::source_location calling = std::source_location::current()) noexcept
+            : track(of), operation(calling)
+        {}
+    };
+
     /// Runs body(Track&) under the rules above.
     template <class Body>
-    Status onTrack(Handle track, Body&& body) noexcept;
+    Status onTrack(OnTrack track, Body&& body) noexcept;
     /// Runs body(Item&) when there is such an item.
     template <class Item, class Body>
-    Status onItem(Handle track, Seq seq, Body&& body) noexcept;
+    Status onItem(OnTrack track, Seq seq, Body&& body) noexcept;
     /// The same, and tells whether there is.
     template <class Item, class Body>
-    Status onItem(Handle track, Seq seq, Bool16& ok, Body&& body) noexcept;
+    Status onItem(OnTrack track, Seq seq, Bool16& ok, Body&& body) noexcept;
     /// Runs body(Track&), which tells whether it is ok.
     template <class Body>
-    Status answerOk(Handle track, Bool16& ok, Body&& body) noexcept;
+    Status answerOk(OnTrack track, Bool16& ok, Body&& body) noexcept;
     template <class Item>
-    Status readRange(Handle track, Seq seq, TimeRange Placement::*range, Milliseconds& start, Milliseconds& stop,
+    Status readRange(OnTrack track, Seq seq, TimeRange Placement::*range, Milliseconds& start, Milliseconds& stop,
                      Bool16& ok) noexcept;
     template <class Item>
-    Status readCount(Handle track, std::int16_t& count) noexcept;
+    Status readCount(OnTrack track, std::int16_t& count) noexcept;
     template <class Item>
-    Status readName(Handle track, Seq seq, TextBuffer buffer) noexcept;
+    Status readName(OnTrack track, Seq seq, TextBuffer buffer) noexcept;
     template <class Item>
-    Status readSelected(Handle track, Seq seq, Bool16& selected) noexcept;
+    Status readSelected(OnTrack track, Seq seq, Bool16& selected) noexcept;
     template <class Item>
-    Status select(Handle track, Seq seq, Bool16 selected) noexcept;
+    Status select(OnTrack track, Seq seq, Bool16 selected) noexcept;
     void showLook();
-    Status readKey(Handle track, Seq seq, std::int16_t KeyColor::*part, std::int16_t& value) noexcept;
+    Status readKey(OnTrack track, Seq seq, std::int16_t KeyColor::*part, std::int16_t& value) noexcept;
 
     Timeline& timeline_;
     std::function<void()> lookChanged_;

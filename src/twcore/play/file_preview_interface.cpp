@@ -7,7 +7,6 @@
 
 namespace twcore {
 
-using engine::kDone;
 using engine::kFalse;
 using engine::kTrue;
 
@@ -40,15 +39,16 @@ PlanPtr planOfFile(const MediaFilePtr& media)
 }
 
 template <class Step>
-engine::Status FilePreviewInterface::whenLoaded(Bool16& ok, Step&& step)
+engine::Status FilePreviewInterface::whenLoaded(Bool16& ok, Step&& step, std::source_location operation)
 {
     ok = kFalse;
-    return guarded([&] {
+    const auto run = [&] {
         if (player_.durationMs() > 0) {
             step();
             ok = kTrue;
         }
-    });
+    };
+    return guarded(run, operation);
 }
 
 engine::Status FilePreviewInterface::SetOwnerWindow(std::int32_t windowHandle)
@@ -122,14 +122,14 @@ engine::Status FilePreviewInterface::Rewind(Bool16& ok)
 
 engine::Status FilePreviewInterface::GetDuration(std::int32_t& length)
 {
-    length = player_.durationMs();
-    return kDone;
+    length = 0;
+    return guarded([&] { length = player_.durationMs(); });
 }
 
 engine::Status FilePreviewInterface::GetPosition(std::int32_t& position)
 {
-    position = player_.positionMs();
-    return kDone;
+    position = 0;
+    return guarded([&] { position = player_.positionMs(); });
 }
 
 engine::Status FilePreviewInterface::ShowFirstFrame(Bool16& ok)

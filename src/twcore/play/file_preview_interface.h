@@ -6,6 +6,8 @@
 #include "twcore/files/file_registry.h"
 #include "twcore/play/player.h"
 
+#include <source_location>
+
 namespace twcore {
 
 /// A file's picture and sound from media time 0 to its end, laid out in the picture's own size.
@@ -38,7 +40,7 @@ public:
 
 private:
     template <class Step>
-    Status whenLoaded(Bool16& ok, Step&& step);
+    Status whenLoaded(Bool16& ok, Step&& step, std::source_location operation = std::source_location::current());
 
     FileRegistry& files_;
     Player player_;

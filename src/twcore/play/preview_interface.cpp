@@ -6,7 +6,6 @@
 
 namespace twcore {
 
-using engine::kDone;
 using engine::kFalse;
 using engine::kTrue;
 using engine::toBool16;
@@ -43,10 +42,10 @@ void PreviewInterface::takeLook() noexcept
 }
 
 template <class Step>
-engine::Status PreviewInterface::whenBuilt(Bool16& ok, Step&& step)
+engine::Status PreviewInterface::whenBuilt(Bool16& ok, Step&& step, std::source_location operation)
 {
     ok = kFalse;
-    return guarded([&] {
+    const auto run = [&] {
         if (isLookStale_) {
             takeLook();
         }
@@ -54,7 +53,8 @@ engine::Status PreviewInterface::whenBuilt(Bool16& ok, Step&& step)
             step();
             ok = kTrue;
         }
-    });
+    };
+    return guarded(run, operation);
 }
 
 engine::Status PreviewInterface::SetOwnerWindow(std::int32_t windowHandle)
@@ -89,8 +89,8 @@ engine::Status PreviewInterface::ClosePreview()
 
 engine::Status PreviewInterface::IsPreviewValid(Bool16& valid)
 {
-    valid = toBool16(player_.isLoaded() && !player_.hasFailed());
-    return kDone;
+    valid = kFalse;
+    return guarded([&] { valid = toBool16(player_.isLoaded() && !player_.hasFailed()); });
 }
 
 engine::Status PreviewInterface::Play(Bool16& ok)
@@ -126,8 +126,8 @@ engine::Status PreviewInterface::Halt(Bool16& ok)
 
 engine::Status PreviewInterface::GetDuration(Milliseconds& duration)
 {
-    duration = player_.durationMs();
-    return kDone;
+    duration = 0;
+    return guarded([&] { duration = player_.durationMs(); });
 }
 
 engine::Status PreviewInterface::GetPosition(Milliseconds& position)
@@ -140,12 +140,14 @@ engine::Status PreviewInterface::GetPosition(Milliseconds& position)
 engine::Status PreviewInterface::GetFramePixel(std::int32_t deviceContext, std::int32_t x, std::int32_t y,
                                                std::int32_t& red, std::int32_t& green, std::int32_t& blue)
 {
-    const auto* const canvas = engine::surfaces().canvas(deviceContext);
-    const std::uint32_t pixel = canvas != nullptr ? canvas->at(x, y) : 0;
-    red = static_cast<std::int32_t>(pixel >> 16 & 0xFF);
-    green = static_cast<std::int32_t>(pixel >> 8 & 0xFF);
-    blue = static_cast<std::int32_t>(pixel & 0xFF);
-    return kDone;
+    red = green = blue = 0;
+    return guarded([&] {
+        const auto* const canvas = engine::surfaces().canvas(deviceContext);
+        const std::uint32_t pixel = canvas != nullptr ? canvas->at(x, y) : 0;
+        red = static_cast<std::int32_t>(pixel >> 16 & 0xFF);
+        green = static_cast<std::int32_t>(pixel >> 8 & 0xFF);
+        blue = static_cast<std::int32_t>(pixel & 0xFF);
+    });
 }
 
 engine::Status PreviewInterface::DrawSnapFrame(Text path, double seconds, std::int32_t deviceContext,

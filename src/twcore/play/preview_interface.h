@@ -8,6 +8,7 @@
 #include "twcore/play/player.h"
 
 #include <chrono>
+#include <source_location>
 
 namespace twcore {
 
@@ -55,7 +56,7 @@ private:
     void takeLook() noexcept;
     /// Runs a step of the player when there is one.
     template <class Step>
-    Status whenBuilt(Bool16& ok, Step&& step);
+    Status whenBuilt(Bool16& ok, Step&& step, std::source_location operation = std::source_location::current());
 
     Timeline& timeline_;
     FileRegistry& files_;
