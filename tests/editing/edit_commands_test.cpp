@@ -109,10 +109,10 @@ protected:
             moduleTimeline::SetSliderPosition(1000, false);
         }
         platform.tickCount += 2000; // or silent records of one kind are dropped
-        wrapped->failCall(calls, nth);
+        engineCalls.failCall(calls, nth);
         it.command();
-        if (wrapped->failsLater()) {
-            wrapped->failCall({}, 0);
+        if (engineCalls.failsLater()) {
+            engineCalls.failCall({}, 0);
             return false;
         }
         EXPECT_NE(error_log::read(), "");
@@ -125,8 +125,8 @@ protected:
     {
         std::int16_t overlays = 0;
         std::int16_t keys = 0;
-        check(wrapped->GetSourceCount(state::OverlayTrack, overlays));
-        check(wrapped->GetTransitionCount(state::OverlayTrack, keys));
+        check(timelineCalls->GetSourceCount(state::OverlayTrack, overlays));
+        check(timelineCalls->GetTransitionCount(state::OverlayTrack, keys));
         EXPECT_EQ(overlays, keys) << text();
         if (bare(text()) != bare(layout)) {
             ModuleHistory::OnEditUndoClick();

@@ -184,19 +184,20 @@ private:
         const Milliseconds stop = number(m[3]);
         std::int16_t seq = 0;
         if (row == 'E') {
-            check(wrapped->GetEffectCount(track, seq));
+            check(timelineCalls->GetEffectCount(track, seq));
             putEffect(start, stop, m[1].str().c_str());
-            check(wrapped->SetEffectSelected(track, seq, engine::toBool16(m[8].matched)));
+            check(timelineCalls->SetEffectSelected(track, seq, engine::toBool16(m[8].matched)));
             return;
         }
-        check(wrapped->GetSourceCount(track, seq));
-        check(wrapped->InsertSource(track, streams.at(m[1].str()[0]), seq, start, stop, ok));
-        check(wrapped->SetSourceMediaTimes(track, seq, number(m[4]), m[5].matched ? number(m[5]) : stop - start, ok));
-        check(wrapped->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(number(m[6]))));
-        check(wrapped->SetSourceSelected(track, seq, engine::toBool16(m[8].matched)));
+        check(timelineCalls->GetSourceCount(track, seq));
+        check(timelineCalls->InsertSource(track, streams.at(m[1].str()[0]), seq, start, stop, ok));
+        check(timelineCalls->SetSourceMediaTimes(track, seq, number(m[4]), m[5].matched ? number(m[5]) : stop - start,
+                                                 ok));
+        check(timelineCalls->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(number(m[6]))));
+        check(timelineCalls->SetSourceSelected(track, seq, engine::toBool16(m[8].matched)));
         if (m[7].matched) {
-            check(wrapped->AddTransitionAt(track, "DxtKey", start, stop, ok));
-            check(wrapped->SetKeyColor(track, seq, 1, 2, static_cast<std::int16_t>(number(m[7])), ok));
+            check(timelineCalls->AddTransitionAt(track, "DxtKey", start, stop, ok));
+            check(keyCalls->SetKeyColor(track, seq, 1, 2, static_cast<std::int16_t>(number(m[7])), ok));
         }
     }
 
@@ -225,14 +226,14 @@ private:
         std::string all;
         Milliseconds a = 0, b = 0, c = 0, d = 0;
         engine::Bool16 ok = engine::kFalse;
-        for (std::int16_t seq = 0; check(wrapped->GetSourceTimes(track, seq, a, b, ok)), ok != 0; ++seq) {
+        for (std::int16_t seq = 0; check(timelineCalls->GetSourceTimes(track, seq, a, b, ok)), ok != 0; ++seq) {
             Handle stream = 0;
             std::int16_t stretch = 0;
             engine::Bool16 selected = engine::kFalse;
-            check(wrapped->GetSourceMediaTimes(track, seq, c, d, ok));
-            check(wrapped->GetSourceStream(track, seq, stream));
-            check(wrapped->GetSourceStretchMode(track, seq, stretch));
-            check(wrapped->IsSourceSelected(track, seq, selected));
+            check(timelineCalls->GetSourceMediaTimes(track, seq, c, d, ok));
+            check(timelineCalls->GetSourceStream(track, seq, stream));
+            check(timelineCalls->GetSourceStretchMode(track, seq, stretch));
+            check(timelineCalls->IsSourceSelected(track, seq, selected));
             all += " " + letterOf(stream) + std::to_string(a) + "-" + std::to_string(b) + media(c, d, b - a)
                    + mode(stretch) + key(track, seq, a, b) + (selected != 0 ? "!" : "");
         }
@@ -243,8 +244,8 @@ private:
         Milliseconds a = 0, b = 0;
         engine::Bool16 ok = engine::kFalse;
         std::int16_t blue = 0;
-        check(wrapped->GetTransitionTimes(track, seq, a, b, ok));
-        check(wrapped->GetKeyBlue(track, seq, blue));
+        check(timelineCalls->GetTransitionTimes(track, seq, a, b, ok));
+        check(keyCalls->GetKeyBlue(track, seq, blue));
         const bool isLevel = a == start && b == stop;
         return ok == 0
                    ? ""
@@ -255,11 +256,11 @@ private:
         std::string all;
         Milliseconds a = 0, b = 0;
         engine::Bool16 ok = engine::kFalse;
-        for (std::int16_t seq = 0; check(wrapped->GetEffectTimes(video(), seq, a, b, ok)), ok != 0; ++seq) {
+        for (std::int16_t seq = 0; check(timelineCalls->GetEffectTimes(video(), seq, a, b, ok)), ok != 0; ++seq) {
             std::string name(10, ' ');
             engine::Bool16 selected = engine::kFalse;
-            check(wrapped->GetEffectName(video(), seq, name));
-            check(wrapped->IsEffectItemSelected(video(), seq, selected));
+            check(timelineCalls->GetEffectName(video(), seq, name));
+            check(timelineCalls->IsEffectItemSelected(video(), seq, selected));
             all += " " + name.substr(0, name.find(' ')) + std::to_string(a) + "-" + std::to_string(b)
                    + (selected != 0 ? "!" : "");
         }

@@ -26,9 +26,9 @@ protected:
         moduleTimeline::ShowSelSliders(false);
         moduleTimeline::ClearMFSTSubSelections();
         for (const Handle track : {video(), audio(1), state::OverlayTrack}) {
-            check(wrapped->SetSourceSelected(track, static_cast<std::int16_t>(upTo(3)), engine::kTrue));
+            check(timelineCalls->SetSourceSelected(track, static_cast<std::int16_t>(upTo(3)), engine::kTrue));
         }
-        check(wrapped->SetEffectSelected(video(), static_cast<std::int16_t>(upTo(2)), engine::kTrue));
+        check(timelineCalls->SetEffectSelected(video(), static_cast<std::int16_t>(upTo(2)), engine::kTrue));
     }
 
     /// Its words, for the trace.
@@ -64,7 +64,7 @@ protected:
             Milliseconds stop = 0;
             Milliseconds end = 0;
             engine::Bool16 ok = engine::kFalse;
-            for (std::int16_t seq = 0; check(((*wrapped).*get)(track, seq, start, stop, ok)), ok != 0; ++seq) {
+            for (std::int16_t seq = 0; check(((*timelineCalls).*get)(track, seq, start, stop, ok)), ok != 0; ++seq) {
                 EXPECT_TRUE(end <= start && start < stop);
                 end = stop;
             }
@@ -75,8 +75,8 @@ protected:
         times(&engine::ITWTimeline::GetEffectTimes, video());
         std::int16_t overlays = 0;
         std::int16_t keys = 0;
-        check(wrapped->GetSourceCount(state::OverlayTrack, overlays));
-        check(wrapped->GetTransitionCount(state::OverlayTrack, keys));
+        check(timelineCalls->GetSourceCount(state::OverlayTrack, overlays));
+        check(timelineCalls->GetTransitionCount(state::OverlayTrack, keys));
         EXPECT_EQ(overlays, keys);
     }
 

@@ -150,10 +150,10 @@ TEST_F(PasteTest, AFileThatWasClosedComesBackToTheMediaList)
 {
     Handle file = 0;
     engine::Bool16 ok = engine::kFalse;
-    check(wrapped->OpenFile((testmedia::mediaFolder() / "still.tga").string(), file));
-    check(wrapped->OpenStream(file, 0, streams['D']));
+    check(engine::Engine->OpenFile((testmedia::mediaFolder() / "still.tga").string(), file));
+    check(engine::EngineAs<engine::ITWMediaFiles>()->OpenStream(file, 0, streams['D']));
     fill("V/0 D500");
-    check(wrapped->CloseFile(file, ok));
+    check(engine::Engine->CloseFile(file, ok));
     pasteAt(0);
     EXPECT_EQ(text(), "V D0-500");
     EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 1);

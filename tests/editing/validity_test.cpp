@@ -41,7 +41,7 @@ protected:
                       form.chkLinkAudio[0])
                     .Value = std::int16_t{0};
             } else if (word[0] == 'e') {
-                engine::check(wrapped->SetEffectSelected(video(), 0, engine::kTrue));
+                engine::check(timelineCalls->SetEffectSelected(video(), 0, engine::kTrue));
             } else {
                 const Handle track = word[0] == 'v' ? video() : word[0] == 'o' ? state::OverlayTrack : audio(1);
                 select(track, word == "v1" ? 1 : 0);
@@ -190,7 +190,7 @@ TEST_F(ValidityTest, OneTrack)
     EXPECT_FALSE(IsAnySourceSelected(video()));
     EXPECT_FALSE(IsAnyEffectSelected(video()));
     expectsErrors = true;
-    wrapped->failCall({"IsSourceSelected"});
+    engineCalls.failCall({"IsSourceSelected"});
     EXPECT_FALSE(IsAnySourceSelected(audio(1)));
 }
 

@@ -37,15 +37,15 @@ protected:
         engine::Bool16 ok = engine::kFalse;
         std::int16_t seq = 0;
         const bool isSound = track == audio(1) || track == audio(2);
-        check(wrapped->GetSourceCount(track, seq));
-        check(wrapped->InsertSource(track, isSound ? sound : still, seq, start, stop, ok));
+        check(timelineCalls->GetSourceCount(track, seq));
+        check(timelineCalls->InsertSource(track, isSound ? sound : still, seq, start, stop, ok));
         ASSERT_NE(ok, engine::kFalse);
-        check(wrapped->SetSourceMediaTimes(track, seq, mediaStart, mediaStart + 700, ok));
-        check(wrapped->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(mode)));
+        check(timelineCalls->SetSourceMediaTimes(track, seq, mediaStart, mediaStart + 700, ok));
+        check(timelineCalls->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(mode)));
         if (track == state::OverlayTrack) {
-            check(wrapped->AddTransitionAt(track, "DxtKey", start, stop, ok));
-            check(wrapped->SetKeyParameter(track, seq, "KeyType", 0, ok));
-            check(wrapped->SetKeyColor(track, seq, 10, 20, static_cast<std::int16_t>(seq + 30), ok));
+            check(timelineCalls->AddTransitionAt(track, "DxtKey", start, stop, ok));
+            check(keyCalls->SetKeyParameter(track, seq, "KeyType", 0, ok));
+            check(keyCalls->SetKeyColor(track, seq, 10, 20, static_cast<std::int16_t>(seq + 30), ok));
         }
     }
 
@@ -106,17 +106,17 @@ private:
         engine::Bool16 ok = engine::kTrue;
         for (std::int16_t seq = 0;; ++seq) {
             Milliseconds a = 0, b = 0, c = 0, d = 0;
-            check(wrapped->GetSourceTimes(track, seq, a, b, ok));
+            check(timelineCalls->GetSourceTimes(track, seq, a, b, ok));
             if (ok == engine::kFalse) {
                 return all;
             }
-            check(wrapped->GetSourceMediaTimes(track, seq, c, d, ok));
+            check(timelineCalls->GetSourceMediaTimes(track, seq, c, d, ok));
             Handle stream = 0;
             std::int16_t mode = 0;
             engine::Bool16 selected = engine::kFalse;
-            check(wrapped->GetSourceStream(track, seq, stream));
-            check(wrapped->GetSourceStretchMode(track, seq, mode));
-            check(wrapped->IsSourceSelected(track, seq, selected));
+            check(timelineCalls->GetSourceStream(track, seq, stream));
+            check(timelineCalls->GetSourceStretchMode(track, seq, mode));
+            check(timelineCalls->IsSourceSelected(track, seq, selected));
             all += " " + range(a, b) + "=" + range(c, d)
                    + (stream == still   ? "p"
                       : stream == sound ? "s"
@@ -130,12 +130,12 @@ private:
         for (std::int16_t seq = 0;; ++seq) {
             Milliseconds a = 0, b = 0;
             engine::Bool16 ok = engine::kFalse;
-            check(wrapped->GetEffectTimes(video(), seq, a, b, ok));
+            check(timelineCalls->GetEffectTimes(video(), seq, a, b, ok));
             if (ok == engine::kFalse) {
                 return all;
             }
             std::string name(10, ' ');
-            check(wrapped->GetEffectName(video(), seq, name));
+            check(timelineCalls->GetEffectName(video(), seq, name));
             all += " " + range(a, b) + name.substr(0, name.find_last_not_of(' ') + 1);
         }
     }
@@ -146,16 +146,16 @@ private:
         for (std::int16_t seq = 0;; ++seq) {
             Milliseconds a = 0, b = 0;
             engine::Bool16 ok = engine::kFalse;
-            check(wrapped->GetTransitionTimes(track, seq, a, b, ok));
+            check(timelineCalls->GetTransitionTimes(track, seq, a, b, ok));
             if (ok == engine::kFalse) {
                 return all;
             }
             std::string name(10, ' ');
             std::int16_t red = 0, green = 0, blue = 0;
-            check(wrapped->GetTransitionName(track, seq, name));
-            check(wrapped->GetKeyRed(track, seq, red));
-            check(wrapped->GetKeyGreen(track, seq, green));
-            check(wrapped->GetKeyBlue(track, seq, blue));
+            check(timelineCalls->GetTransitionName(track, seq, name));
+            check(keyCalls->GetKeyRed(track, seq, red));
+            check(keyCalls->GetKeyGreen(track, seq, green));
+            check(keyCalls->GetKeyBlue(track, seq, blue));
             all += " " + range(a, b) + name.substr(0, name.find_last_not_of(' ') + 1) + "#" + std::to_string(red) + ","
                    + std::to_string(green) + "," + std::to_string(blue);
         }

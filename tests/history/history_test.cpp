@@ -25,7 +25,7 @@ protected:
     int seconds()
     {
         std::int16_t count = 0;
-        check(wrapped->GetSourceCount(video(), count));
+        check(timelineCalls->GetSourceCount(video(), count));
         return count;
     }
     std::string all() { return history() + " : " + std::to_string(seconds()); }
@@ -168,7 +168,7 @@ TEST_F(StepsTest, ARedoScrollsNoFilmThatNeedsNoBar)
     form.hsb.SetValue(60);
     command("Delete", [this] {
         engine::Bool16 ok = engine::kFalse;
-        check(wrapped->RemoveSource(video(), 0, ok));
+        check(timelineCalls->RemoveSource(video(), 0, ok));
     });
     OnEditUndoClick();
     EXPECT_EQ(form.hsb.Value(), 60);
@@ -309,17 +309,17 @@ protected:
         const Handle tracks[] = {video(), state::OverlayTrack, audio(1), audio(2)};
         const Handle track = tracks[random() % 4];
         Milliseconds end = 0;
-        check(wrapped->GetTrackDuration(track, end));
+        check(timelineCalls->GetTrackDuration(track, end));
         switch (random() % 5) {
         case 0:
-            check(wrapped->AddEffectAt(video(), "Wave", at * 500, at * 500 + 300, ok));
+            check(timelineCalls->AddEffectAt(video(), "Wave", at * 500, at * 500 + 300, ok));
             break;
         case 1:
-            check(wrapped->RemoveSource(track, 0, ok));
-            check(wrapped->RemoveTransition(track, 0, ok));
+            check(timelineCalls->RemoveSource(track, 0, ok));
+            check(timelineCalls->RemoveTransition(track, 0, ok));
             break;
         case 2:
-            check(wrapped->ShiftSources(track, 0, at, ok));
+            check(timelineCalls->ShiftSources(track, 0, at, ok));
             break;
         default:
             add(track, end + at, end + at + 200, at, at % 3);

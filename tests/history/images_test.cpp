@@ -51,7 +51,7 @@ TEST_F(ImagesTest, ThereAndBack)
     StoreCurrentTLImage();
     fill();
     ASSERT_EQ(timeline(), kFull);
-    check(wrapped->SetSourceSelected(video(), 1, engine::kTrue));
+    check(timelineCalls->SetSourceSelected(video(), 1, engine::kTrue));
     form.chkLockAudio[1].Value = std::int16_t{1};
     RestoreLastTLImage();
     EXPECT_EQ(timeline().find('*'), timeline().rfind('*')) << "an image of nothing adds nothing";
@@ -78,7 +78,7 @@ TEST_F(ImagesTest, OverlayWithoutTransition)
     add(state::OverlayTrack, 0, 100);
     add(state::OverlayTrack, 100, 200);
     engine::Bool16 ok = engine::kFalse;
-    check(wrapped->RemoveTransition(state::OverlayTrack, 1, ok));
+    check(timelineCalls->RemoveTransition(state::OverlayTrack, 1, ok));
     const std::string before = timeline();
     command("Clear", [] { EmptyTimeline(); });
     Undo();
@@ -93,10 +93,10 @@ TEST_F(ImagesTest, ACallThatFailsOnceLosesNothing)
     const std::string after = timeline();
     for (const bool isUndo : {true, false}) {
         for (int nth = 1;; ++nth) {
-            wrapped->failCall(kCalls, nth);
+            engineCalls.failCall(kCalls, nth);
             (isUndo ? OnEditUndoClick : OnEditRedoClick)();
-            const bool hasFailed = !wrapped->failsLater();
-            wrapped->failCall({}, 0);
+            const bool hasFailed = !engineCalls.failsLater();
+            engineCalls.failCall({}, 0);
             ASSERT_EQ(timeline(), isUndo ? kFull : after) << "call " << nth;
             if (!hasFailed) {
                 EXPECT_GT(nth, 100);
@@ -110,9 +110,9 @@ TEST_F(ImagesTest, ACallThatFailsOnceLosesNothing)
     // The same while images are taken.
     EmptyHistory();
     for (int nth = 1;; ++nth) {
-        wrapped->failCall(kCalls, nth);
+        engineCalls.failCall(kCalls, nth);
         command("Clear", [] {});
-        if (wrapped->failsLater()) {
+        if (engineCalls.failsLater()) {
             break;
         }
         EmptyTimeline();
@@ -164,9 +164,9 @@ TEST_F(ImagesTest, FilesComeBackToTheMediaList)
     };
     const std::string row = rowText(1);
     engine::Bool16 ok = engine::kFalse;
-    command("AddToTimeline", [&] { check(wrapped->AppendSource(video(), picture, 0, ok)); });
+    command("AddToTimeline", [&] { check(timelineCalls->AppendSource(video(), picture, 0, ok)); });
     const std::string before = timeline();
-    command("Delete", [&] { check(wrapped->RemoveSource(video(), 0, ok)); });
+    command("Delete", [&] { check(timelineCalls->RemoveSource(video(), 0, ok)); });
     list.Change(1).Selected = true;
     list.Change(2).Selected = false;
     moduleTarnwick::OnFileCloseClick();

@@ -2,12 +2,12 @@
 
 #include "core/forms/frmTools.h"
 #include "core/upcalls.h"
+#include "engine/ITWPreview.h"
 #include "engine/surfaces.h"
 #include "hand/slider_drag.h"
 #include "history/ModuleHistory.h"
 #include "preview/frmPreview_events.h"
 #include "preview/moduleTWPreview.h"
-#include "support/noted_preview.h"
 #include "timeline/timeline_harness.h"
 #include "volume/frmVolume.h"
 
@@ -54,11 +54,10 @@ protected:
     {
         ::setenv("SDL_AUDIODRIVER", "dummy", 1);
         TimelineTest::SetUp();
-        noted.emplace(*static_cast<engine::ITWPreview*>(wrapped->interfaceOf(typeid(engine::ITWPreview))));
-        wrapped->timelinePreview = &*noted;
+        player = engine::EngineAs<engine::ITWPreview>().get();
+        engineCalls.answer = std::ref(held);
         preview.picDisplayHandle = 77; // names no surface
         frmPreview::Load();
-        EXPECT_EQ(noted->takeCalls(), "SetVolume 0");
         ModuleHistory::EmptyHistory();
     }
     void TearDown() override
@@ -71,57 +70,68 @@ protected:
     {
         put(video(), 0, 5000);
         UpdatePreview();
-        noted->calls.clear();
+    }
+    /// The player's clock goes on to a place.
+    void goOnTo(Milliseconds ms)
+    {
+        engine::Bool16 ok = engine::kFalse;
+        check(player->Seek(ms, ok));
     }
     void playFrom(Milliseconds ms)
     {
         OnCmdPlayClick();
-        noted->position = ms;
-        noted->calls.clear();
+        goOnTo(ms);
     }
-    /// What it does, where bar and slider stand, and what the player was told since the last time.
+    /// What the preview's player does.
+    std::string playing()
+    {
+        Milliseconds at = 0;
+        check(player->GetPosition(at));
+        return (held.isPlaying ? "plays at " : "at ") + std::to_string(at);
+    }
+    /// What it shows as its state, where bar and slider stand, and what the player does.
     std::string now()
     {
         const char* const states[] = {"stopped", "playing", "paused"};
         const auto& bar = preview.sldSeekBar;
         return std::string(states[PreviewState]) + (preview.tm.Enabled ? " ticking " : " ")
                + std::to_string(bar.Value()) + " of " + std::to_string(bar.Min()) + "-" + std::to_string(bar.Max())
-               + ", slider " + std::to_string(state::SliderPosition) + ": " + noted->takeCalls();
+               + ", slider " + std::to_string(state::SliderPosition) + ": " + playing();
     }
 
     forms::FrmPreview& preview = forms::frmPreview;
-    std::optional<testsupport::NotedPreview> noted;
+    engine::ITWPreview* player = nullptr; // the engine's
+    testsupport::HeldPlayer held{"PreviewInterface"};
 };
 
 TEST_F(PreviewTest, FollowsEveryChangeOfTheTimeline)
 {
     UpdatePreview();
-    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ");
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
     OnCmdPlayClick(); // there is nothing to play
-    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ");
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
     put(video(), 0, 5000);
     UpdatePreview();
-    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: SetOwnerWindow 77; BuildPreview");
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: at 0");
     EXPECT_EQ(panel("DURATION"), "0:00:05.000");
     EXPECT_EQ(preview.lblDuration.Caption.get(), "0:00:05.000");
-    // What it was doing is told once more after each refresh.
-    UpdatePreview();
-    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: RefreshPreview; Stop");
     OnCmdPlayClick();
-    noted->calls.clear();
     put(video(), 5000, 6000);
     UpdatePreview();
-    EXPECT_EQ(now(), "playing ticking 0 of 0-6000, slider 0: RefreshPreview; Play");
+    EXPECT_EQ(now(), "playing ticking 0 of 0-6000, slider 0: plays at 0");
     OnCmdPauseClick();
     UpdatePreview();
-    EXPECT_EQ(now(), "paused 0 of 0-6000, slider 0: Pause; RefreshPreview; Pause");
+    EXPECT_EQ(now(), "paused 0 of 0-6000, slider 0: at 0");
 
     for (engine::Bool16 ok = engine::kTrue; ok != engine::kFalse;) {
-        check(wrapped->RemoveSource(video(), 0, ok));
+        check(timelineCalls->RemoveSource(video(), 0, ok));
     }
     preview.sldSeekBar.SetValue(3000);
     UpdatePreview(); // emptied: the player goes, and what was paused stops
-    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: ClosePreview; Seek 0; Halt");
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
+    Milliseconds length = 0;
+    check(player->GetDuration(length));
+    EXPECT_EQ(length, 0);
     EXPECT_EQ(PreviewBuilt, engine::kFalse);
     EXPECT_EQ(panel("DURATION"), "0:00:00.000");
     EXPECT_EQ(forms::mdiTarnwick.MousePointer, 0);
@@ -131,9 +141,11 @@ TEST_F(PreviewTest, APlayerThatHasFailedIsBuiltAgain)
 {
     fill();
     playFrom(700);
-    noted->isInvalid = true;
+    engineCalls.counts.clear();
+    engineCalls.failCall({"IsPreviewValid"}, 1, engine::kDone);
     UpdatePreview();
-    EXPECT_EQ(noted->takeCalls(), "ClosePreview; SetOwnerWindow 77; BuildPreview; RefreshPreview; Play");
+    EXPECT_TRUE(engineCalls.counts["ClosePreview"] == 1 && engineCalls.counts["BuildPreview"] == 1);
+    EXPECT_EQ(now(), "playing ticking 0 of 0-5000, slider 0: plays at 700");
     EXPECT_EQ(panel(""), "Preview update failed. Rebuilt Preview.");
     EXPECT_NE(PreviewBuilt, engine::kFalse);
 }
@@ -145,22 +157,22 @@ TEST_F(PreviewTest, Transport)
         const char* action;
         const char* after;
     } steps[] = {
-        {0, "Stop", "stopped 0 of 0-5000, slider 0: "},
-        {0, "Play", "playing ticking 0 of 0-5000, slider 0: Play"},
-        {0, "Play", "playing ticking 0 of 0-5000, slider 0: "},
-        {100, "Rewind", "playing ticking 0 of 0-5000, slider 0: Seek -150; Play"}, // below 0 is the player's matter
-        {1001, "Forward", "playing ticking 1251 of 0-5000, slider 1251: Seek 1251; Play"},
-        {4900, "Forward", "playing ticking 5000 of 0-5000, slider 5000: Seek 5000; Play"},
-        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: Pause"},
-        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: "},
-        {4900, "Rewind", "paused 4650 of 0-5000, slider 4650: Seek 4650"},
-        {4900, "Loop playback", "paused 4650 of 0-5000, slider 4650: "},
-        {4900, "Reverse", "paused 4650 of 0-5000, slider 4650: "},
-        {4900, "Stop", "stopped 0 of 0-5000, slider 0: Seek 0; Halt"},
+        {0, "Stop", "stopped 0 of 0-5000, slider 0: at 0"},
+        {0, "Play", "playing ticking 0 of 0-5000, slider 0: plays at 0"},
+        {20, "Play", "playing ticking 0 of 0-5000, slider 0: plays at 20"},
+        {100, "Rewind", "playing ticking 0 of 0-5000, slider 0: plays at 0"},
+        {1001, "Forward", "playing ticking 1251 of 0-5000, slider 1251: plays at 1251"},
+        {4900, "Forward", "playing ticking 5000 of 0-5000, slider 5000: plays at 5000"},
+        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: at 4900"},
+        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: at 4900"},
+        {4900, "Rewind", "paused 4650 of 0-5000, slider 4650: at 4650"},
+        {4900, "Loop playback", "paused 4650 of 0-5000, slider 4650: at 4900"},
+        {4900, "Reverse", "paused 4650 of 0-5000, slider 4650: at 4900"},
+        {4900, "Stop", "stopped 0 of 0-5000, slider 0: at 0"},
     };
     fill();
     for (const auto& [position, action, after] : steps) {
-        noted->position = position;
+        goOnTo(position);
         DoPreviewAction(action);
         EXPECT_EQ(now(), after) << action;
     }
@@ -177,11 +189,11 @@ TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
         preview.cmdRepeat.Value = isRepeated;
         playFrom(1500);
         frmPreview::tm_Timer();
-        EXPECT_EQ(now(), "playing ticking 1500 of 1000-2000, slider 1500: ");
-        noted->position = 2016; // and there it stays, whatever it is told
+        EXPECT_EQ(now(), "playing ticking 1500 of 1000-2000, slider 1500: plays at 1500");
+        goOnTo(2016);
         frmPreview::tm_Timer();
-        EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: Seek 1000; Halt; Seek 1000; Play"
-                                    : "stopped 1000 of 1000-2000, slider 1000: Seek 1000; Halt");
+        EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: plays at 1000"
+                                    : "stopped 1000 of 1000-2000, slider 1000: at 1000");
     }
 }
 
@@ -189,15 +201,14 @@ TEST_F(PreviewTest, PlayGoesToTheRangeFromOutsideIt)
 {
     fill();
     showSelection(95, 195); // 1000 to 2000 ms
-    const std::pair<Milliseconds, const char*> places[] = {
-        {0, "Seek 1000; Play"}, {999, "Seek 1000; Play"},  {1000, "Play"},
-        {1999, "Play"},         {2000, "Seek 1000; Play"}, {4000, "Seek 1000; Play"}};
-    for (const auto& [place, calls] : places) {
+    const std::pair<Milliseconds, const char*> places[] = {{0, "plays at 1000"},    {999, "plays at 1000"},
+                                                           {1000, "plays at 1000"}, {1999, "plays at 1999"},
+                                                           {2000, "plays at 1000"}, {4000, "plays at 1000"}};
+    for (const auto& [place, after] : places) {
         OnCmdPauseClick();
-        noted->calls.clear();
-        noted->position = place;
+        goOnTo(place);
         OnCmdPlayClick();
-        EXPECT_EQ(noted->takeCalls(), calls) << place;
+        EXPECT_EQ(playing(), after) << place;
     }
 }
 
@@ -209,17 +220,16 @@ TEST_F(PreviewTest, ATickDoesNothingAfterAStopAndIsNotEnteredTwice)
     platform.whileEventsRun = [&] { // in the middle of a tick
         if (++depth == 1) {
             frmPreview::tm_Timer();
-            noted->position.reset();
             OnCmdStopClick();
         }
     };
-    noted->position = 5000;
+    goOnTo(5000);
     frmPreview::tm_Timer();
     platform.whileEventsRun = nullptr;
-    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: Seek 0; Halt");
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: at 0");
     preview.tm.Enabled = true; // a tick that was under way
     frmPreview::tm_Timer();
-    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: ");
+    EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: at 0");
 }
 
 TEST_F(PreviewTest, WhatThePersonDoes)
@@ -231,22 +241,22 @@ TEST_F(PreviewTest, WhatThePersonDoes)
         const char* after;
     } deeds[] = {
         {"scroll", [&] { preview.sldSeekBar.SetValue(1230), frmPreview::sldSeekBar_Scroll(); },
-         "paused 1230 of 0-5000, slider 0: Pause; Seek 1230"},
-        {"release", [] { frmPreview::sldSeekBar_MouseUp(); }, "paused 1230 of 0-5000, slider 1230: "},
-        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: Play"},
-        {"Space", [] { frmPreview::Form_KeyDown(32); }, "paused 1230 of 0-5000, slider 1230: Pause"},
-        {"another key", [] { frmPreview::Form_KeyDown(65); }, "paused 1230 of 0-5000, slider 1230: "},
-        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: Play"},
+         "paused 1230 of 0-5000, slider 0: at 1230"},
+        {"release", [] { frmPreview::sldSeekBar_MouseUp(); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
+        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: plays at 1230"},
+        {"Space", [] { frmPreview::Form_KeyDown(32); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
+        {"another key", [] { frmPreview::Form_KeyDown(65); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
+        {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: plays at 1230"},
         {"press on the scale", [] { frmTimeline::picScale_MouseDown(1, 250); },
-         "paused 2500 of 0-5000, slider 2500: Seek 2500; Pause"},
-        {"right arrow", [] { frmTimeline::picScale_KeyDown(39, 0); }, "paused 2550 of 0-5000, slider 2550: Seek 2550"},
+         "paused 2500 of 0-5000, slider 2500: at 2500"},
+        {"right arrow", [] { frmTimeline::picScale_KeyDown(39, 0); }, "paused 2550 of 0-5000, slider 2550: at 2550"},
         {"drag of the slider",
          [] {
              frmTimeline::imgSliderHandle_MouseDown(1, 5);
              frmTimeline::imgSliderHandle_MouseMove(1, 15);
              frmTimeline::imgSliderHandle_MouseUp(1, 15);
          },
-         "paused 2650 of 0-5000, slider 2650: Pause; Seek 2650"},
+         "paused 2650 of 0-5000, slider 2650: at 2650"},
         {"press on another item",
          [&] {
              put(video(), 5000, 6000);
@@ -254,14 +264,14 @@ TEST_F(PreviewTest, WhatThePersonDoes)
              state::ClickX = 20;
              moduleTimeline::OnPicMediaClick(0, true);
          },
-         "paused 0 of 0-5000, slider 0: Pause; Seek 0"},
+         "paused 0 of 0-5000, slider 0: at 0"},
         {"undo",
          [] {
              ModuleHistory::AddOperationToHistory("Cut");
              ++ModuleHistory::HistoryIndex;
              ModuleHistory::Undo();
          },
-         "paused 0 of 0-6000, slider 0: RefreshPreview; Pause"},
+         "paused 0 of 0-6000, slider 0: at 0"},
     };
     for (const auto& [what, deed, after] : deeds) {
         deed();
@@ -311,13 +321,12 @@ TEST_F(PreviewTest, ErrorsAreReportedByNameAndThePlayerStays)
                  {"Pause", OnSliderMove, "OnSliderMove*"}};
     for (const auto& [operation, routine, logged] : cases) {
         error_log::remove();
-        noted->failing = operation;
+        engineCalls.failCall({operation});
         routine();
         const std::string log = error_log::read();
         EXPECT_NE(log.find(logged), std::string::npos) << operation << ": " << log;
         EXPECT_EQ(forms::mdiTarnwick.MousePointer, 0);
     }
-    noted->failing.clear();
     EXPECT_NE(PreviewBuilt, engine::kFalse);
 }
 
@@ -327,27 +336,29 @@ TEST_F(PreviewTest, VolumeIsTakenWhenItOpensAndKeptWhenItCloses)
     EXPECT_EQ(stored, "100"); // the first run
     stored = "35";
     frmPreview::Load();
-    EXPECT_EQ(noted->takeCalls(), "SetVolume -65");
+    EXPECT_EQ(frmVolume::GetVolume(), 35);
     frmPreview::cmdMute_Click(200, 300);
     EXPECT_TRUE(forms::frmVolume.Visible);
     EXPECT_EQ(forms::frmVolume.Left.get(), 200);
     EXPECT_EQ(forms::frmVolume.Top.get(), 307);
-    EXPECT_EQ(noted->takeCalls(), "SetVolume -65");
     forms::frmVolume.sldVolume.SetValue(20);
     fill();
     frmPreview::Unload();
     EXPECT_EQ(stored, "20");
-    EXPECT_EQ(noted->takeCalls(), "ClosePreview");
+    engine::Bool16 isBuilt = engine::kTrue;
+    check(player->IsPreviewValid(isBuilt));
+    EXPECT_EQ(isBuilt, engine::kFalse);
 }
 
 TEST_F(PreviewTest, PicturesComeWhileItPlays)
 {
+    engineCalls.answer = nullptr;
     CountingSink sink;
     const std::int32_t number = engine::surfaces().add(sink, {160, 120, 1});
     preview.picDisplayHandle = number;
-    check(wrapped->SetFrameSize(320, 240));
+    check(timelineCalls->SetFrameSize(320, 240));
     engine::Bool16 ok = engine::kFalse;
-    check(wrapped->AppendSource(video(), stream("mpeg4.avi"), 0, ok));
+    check(timelineCalls->AppendSource(video(), stream("mpeg4.avi"), 0, ok));
     UpdatePreview();
     EXPECT_TRUE(soon([&] { return sink.brightness > 128; }));
     const int before = sink.pictures;

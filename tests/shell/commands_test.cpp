@@ -100,7 +100,7 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
     EXPECT_TRUE(tools.cmdAdd.Enabled);
     mdiTarnwick::mnuAddEffectBlur_Click();
     std::string name(10, ' ');
-    engine::check(wrapped->GetEffectName(video(), 0, name));
+    engine::check(timelineCalls->GetEffectName(video(), 0, name));
     EXPECT_EQ(name, "Blur      ");
     mdiTarnwick::mnuEditAddToOverlay_Click();
     EXPECT_EQ(tools.lvwHistory.get().size(), 3U);

@@ -71,9 +71,10 @@ protected:
             Milliseconds start = 0;
             Milliseconds stop = 0;
             engine::Bool16 ok = engine::kFalse;
-            for (std::int16_t seq = 0; check(wrapped->GetSourceTimes(track, seq, start, stop, ok)), ok != 0; ++seq) {
+            for (std::int16_t seq = 0; check(timelineCalls->GetSourceTimes(track, seq, start, stop, ok)), ok != 0;
+                 ++seq) {
                 all += " " + std::string(names.ofSource(track, seq)) + span(start, stop);
-                if (check(wrapped->GetTransitionTimes(track, seq, start, stop, ok)), ok != 0) {
+                if (check(timelineCalls->GetTransitionTimes(track, seq, start, stop, ok)), ok != 0) {
                     all += " key" + span(start, stop);
                 }
             }
@@ -83,7 +84,8 @@ protected:
         Milliseconds start = 0;
         Milliseconds stop = 0;
         engine::Bool16 ok = engine::kFalse;
-        for (std::int16_t seq = 0; check(wrapped->GetEffectTimes(video(), seq, start, stop, ok)), ok != 0; ++seq) {
+        for (std::int16_t seq = 0; check(timelineCalls->GetEffectTimes(video(), seq, start, stop, ok)), ok != 0;
+             ++seq) {
             effects += " " + std::string(names.ofEffect(video(), seq)) + span(start, stop);
         }
         return "V" + sources(video()) + "|E" + effects + "|O" + sources(state::OverlayTrack) + "|A" + sources(audio(1))
@@ -179,10 +181,10 @@ TEST_F(AddingTest, OverlaysFollowEachOtherWithTheirKeys)
     EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add to Overlay, Add to Overlay,");
     EXPECT_EQ(items("Overlays"), "mpeg4.avi still.bmp ");
     std::string name(10, ' ');
-    check(wrapped->GetTransitionName(state::OverlayTrack, 1, name));
+    check(timelineCalls->GetTransitionName(state::OverlayTrack, 1, name));
     EXPECT_EQ(name, "DxtKey    ");
-    EXPECT_EQ(wrapped->callCounts["SetKeyParameter"], 2);
-    EXPECT_EQ(wrapped->callCounts["SetKeyColor"], 2);
+    EXPECT_EQ(engineCalls.counts["SetKeyParameter"], 2);
+    EXPECT_EQ(engineCalls.counts["SetKeyColor"], 2);
     expectUndoAndRedo();
 }
 
@@ -196,8 +198,8 @@ TEST_F(AddingTest, KeysFollowTheirOverlaysWhenBothEndsMoved)
     } cases[] = {{0, 2000, " key 0-10"}, {500, 1000, " key 0-10"}, {600, 1700, " key 6-17"}};
     for (const auto& [start, stop, key] : cases) {
         engine::Bool16 ok = engine::kFalse;
-        check(wrapped->SetTransitionTimes(state::OverlayTrack, 0, 0, 1000, ok));
-        check(wrapped->SetSourceTimes(state::OverlayTrack, 0, start, stop, ok));
+        check(timelineCalls->SetTransitionTimes(state::OverlayTrack, 0, 0, 1000, ok));
+        check(timelineCalls->SetSourceTimes(state::OverlayTrack, 0, start, stop, ok));
         SyncOverlayTransitions();
         EXPECT_NE(layout().find(key), std::string::npos) << start << " " << layout();
     }
@@ -232,7 +234,7 @@ TEST_F(AddingTest, Effects)
     frmTools::OnAddClick(); // there is room here, but the last effect ends with the video
     EXPECT_EQ(takeMessage(), kFull);
     engine::Bool16 ok = engine::kFalse;
-    check(wrapped->RemoveEffect(video(), 2, ok));
+    check(timelineCalls->RemoveEffect(video(), 2, ok));
     forms::frmTools.lvwEffects.SelectedItem = 0;
     frmTools::OnAddClick();
     EXPECT_EQ(takeMessage(), "Unable to add effect to timeline. The timeline may be empty.");
@@ -266,9 +268,9 @@ TEST_F(AddingTest, FailuresLeaveHistoryAndTimelineAsTheyWere)
         {"AddEffectAt", 1, [] { AddSelectedEffect(); }},
     };
     for (const auto& [operation, nth, command] : cases) {
-        wrapped->failCall({operation}, nth);
+        engineCalls.failCall({operation}, nth);
         command();
-        EXPECT_FALSE(wrapped->failsLater()) << operation;
+        EXPECT_FALSE(engineCalls.failsLater()) << operation;
         EXPECT_EQ(layout(), layoutBefore) << operation;
         EXPECT_EQ(history(), historyBefore) << operation;
     }
@@ -279,7 +281,7 @@ TEST_F(AddingTest, FailuresLeaveHistoryAndTimelineAsTheyWere)
 TEST_F(AddingTest, FailureInTheMiddleOfAFileLeavesItsFirstStream)
 {
     expectsErrors = true;
-    wrapped->failCall({"AppendSource"}, 2);
+    engineCalls.failCall({"AppendSource"}, 2);
     add({kMovie, kStill});
     EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O|A|B");
     EXPECT_EQ(history(), "1 of 1: Add to Timeline,");
@@ -288,7 +290,7 @@ TEST_F(AddingTest, FailureInTheMiddleOfAFileLeavesItsFirstStream)
     const std::pair<std::int32_t, const char*> known[] = {{91, "Unable to add to timeline. The media list is empty."},
                                                           {6, "Unable to add to timeline. Unexpected error."}};
     for (const auto& [number, text] : known) {
-        wrapped->failCall({"AppendSource"}, 1, engine::Status(0x800A0000u + static_cast<std::uint32_t>(number)));
+        engineCalls.failCall({"AppendSource"}, 1, engine::Status(0x800A0000u + static_cast<std::uint32_t>(number)));
         add({kStill});
         EXPECT_EQ(takeMessage(), text);
     }

@@ -92,8 +92,8 @@ TEST_F(BarsTest, WhatFits)
         moduleScaleRenderer::RenderAllBars();
         EXPECT_EQ(kinds(form.picVideo[0]), c.source);
         EXPECT_EQ(kinds(form.picEffect[0]), c.effect);
-        check(wrapped->RemoveEffect(video(), 0, ok));
-        check(wrapped->RemoveSource(video(), 0, ok));
+        check(timelineCalls->RemoveEffect(video(), 0, ok));
+        check(timelineCalls->RemoveSource(video(), 0, ok));
     }
 }
 
@@ -132,12 +132,12 @@ TEST_F(BarsTest, AsksForTheNameOfAStreamOnce)
     const Handle still = stream("still.bmp");
     engine::Bool16 ok = 0;
     for (std::int16_t seq = 0; seq < 20; ++seq) {
-        check(wrapped->InsertSource(video(), still, seq, seq * 1000, seq * 1000 + 1000, ok));
+        check(timelineCalls->InsertSource(video(), still, seq, seq * 1000, seq * 1000 + 1000, ok));
     }
-    wrapped->callCounts.clear();
+    engineCalls.counts.clear();
     moduleScaleRenderer::RenderAllBars();
-    EXPECT_EQ(wrapped->callCounts["GetFileName"], 1);
-    EXPECT_EQ(wrapped->callCounts["GetSourceStream"], 5) << "items right of the view are left alone";
+    EXPECT_EQ(engineCalls.counts["GetFileName"], 1);
+    EXPECT_EQ(engineCalls.counts["GetSourceStream"], 5) << "items right of the view are left alone";
 }
 
 TEST_F(BarsTest, Scale)

@@ -79,7 +79,7 @@ protected:
         for (std::int16_t seq = 0;; ++seq) {
             Milliseconds start = 0, stop = 0;
             engine::Bool16 ok = engine::kFalse;
-            check(((*wrapped).*timesOf)(track, seq, start, stop, ok));
+            check(((*timelineCalls).*timesOf)(track, seq, start, stop, ok));
             if (ok == engine::kFalse) {
                 return {};
             }
@@ -98,8 +98,8 @@ protected:
         }
         all += disorder(state::OverlayTrack, &ITWTimeline::GetTransitionTimes);
         std::int16_t overlays = 0, keys = 0;
-        check(wrapped->GetSourceCount(state::OverlayTrack, overlays));
-        check(wrapped->GetTransitionCount(state::OverlayTrack, keys));
+        check(timelineCalls->GetSourceCount(state::OverlayTrack, overlays));
+        check(timelineCalls->GetTransitionCount(state::OverlayTrack, keys));
         return all + (overlays == keys ? "" : " overlays without keys");
     }
 

@@ -104,24 +104,24 @@ private:
         std::int16_t seq = 0;
         engine::Bool16 ok = engine::kFalse;
         if (row == 'E') {
-            check(wrapped->GetEffectCount(track, seq));
-            check(wrapped->InsertEffect(track, "Blur", seq, start, stop, 0, ok));
-            check(wrapped->SetEffectSelected(track, seq, selected));
+            check(timelineCalls->GetEffectCount(track, seq));
+            check(timelineCalls->InsertEffect(track, "Blur", seq, start, stop, 0, ok));
+            check(timelineCalls->SetEffectSelected(track, seq, selected));
             return;
         }
-        check(wrapped->GetSourceCount(track, seq));
-        check(wrapped->InsertSource(track, row == 'A' || row == 'B' ? sound : still, seq, start, stop, ok));
-        check(wrapped->SetSourceMediaTimes(track, seq, mediaStart, hasMedia ? mediaStop : stop - start, ok));
+        check(timelineCalls->GetSourceCount(track, seq));
+        check(timelineCalls->InsertSource(track, row == 'A' || row == 'B' ? sound : still, seq, start, stop, ok));
+        check(timelineCalls->SetSourceMediaTimes(track, seq, mediaStart, hasMedia ? mediaStop : stop - start, ok));
         if (mark('m') != nullptr) {
-            check(wrapped->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(mark('m')[1] - '0')));
+            check(timelineCalls->SetSourceStretchMode(track, seq, static_cast<std::int16_t>(mark('m')[1] - '0')));
         }
-        check(wrapped->SetSourceSelected(track, seq, selected));
+        check(timelineCalls->SetSourceSelected(track, seq, selected));
         if (row == 'O') {
             int blue = 0;
             std::sscanf(mark('#'), "#%d", &blue);
-            check(wrapped->AddTransitionAt(track, "DxtKey", start, stop, ok));
-            check(wrapped->SetKeyColor(track, seq, 10, 20, static_cast<std::int16_t>(blue), ok));
-            check(wrapped->SetTransitionSelected(track, seq, selected));
+            check(timelineCalls->AddTransitionAt(track, "DxtKey", start, stop, ok));
+            check(keyCalls->SetKeyColor(track, seq, 10, 20, static_cast<std::int16_t>(blue), ok));
+            check(timelineCalls->SetTransitionSelected(track, seq, selected));
         }
     }
 
@@ -130,14 +130,14 @@ private:
         const Handle track = trackOf(row);
         Ms start = 0, stop = 0, mediaStart = 0, mediaStop = 0;
         engine::Bool16 ok = engine::kFalse, selected = engine::kFalse;
-        check(wrapped->GetSourceTimes(track, seq, start, stop, ok));
+        check(timelineCalls->GetSourceTimes(track, seq, start, stop, ok));
         if (ok == engine::kFalse) {
             return {};
         }
-        check(wrapped->GetSourceMediaTimes(track, seq, mediaStart, mediaStop, ok));
-        check(wrapped->IsSourceSelected(track, seq, selected));
+        check(timelineCalls->GetSourceMediaTimes(track, seq, mediaStart, mediaStop, ok));
+        check(timelineCalls->IsSourceSelected(track, seq, selected));
         std::int16_t mode = 0;
-        check(wrapped->GetSourceStretchMode(track, seq, mode));
+        check(timelineCalls->GetSourceStretchMode(track, seq, mode));
         std::string all = range(start, stop);
         all += mediaStart == 0 && mediaStop == stop - start ? "" : "=" + range(mediaStart, mediaStop);
         all += mode == 0 ? "" : "m" + std::to_string(mode);
@@ -149,10 +149,10 @@ private:
         Ms from = 0, to = 0;
         engine::Bool16 ok = engine::kFalse;
         std::int16_t red = 0, green = 0, blue = 0;
-        check(wrapped->GetTransitionTimes(state::OverlayTrack, seq, from, to, ok));
-        check(wrapped->GetKeyRed(state::OverlayTrack, seq, red));
-        check(wrapped->GetKeyGreen(state::OverlayTrack, seq, green));
-        check(wrapped->GetKeyBlue(state::OverlayTrack, seq, blue));
+        check(timelineCalls->GetTransitionTimes(state::OverlayTrack, seq, from, to, ok));
+        check(keyCalls->GetKeyRed(state::OverlayTrack, seq, red));
+        check(keyCalls->GetKeyGreen(state::OverlayTrack, seq, green));
+        check(keyCalls->GetKeyBlue(state::OverlayTrack, seq, blue));
         EXPECT_EQ(red + green, ok != engine::kFalse ? 30 : 0);
         return "#" + std::to_string(blue) + (from == start && to == stop ? "" : "!" + range(from, to));
     }
@@ -161,8 +161,8 @@ private:
     {
         Ms start = 0, stop = 0;
         engine::Bool16 ok = engine::kFalse, selected = engine::kFalse;
-        check(wrapped->GetEffectTimes(video(), seq, start, stop, ok));
-        check(wrapped->IsEffectItemSelected(video(), seq, selected));
+        check(timelineCalls->GetEffectTimes(video(), seq, start, stop, ok));
+        check(timelineCalls->IsEffectItemSelected(video(), seq, selected));
         return ok == engine::kFalse ? std::string() : range(start, stop) + (selected != engine::kFalse ? "*" : "");
     }
 };

@@ -4,7 +4,6 @@
 
 #include "hand/row_drag.h"
 #include "hand/row_events.h"
-#include "support/noted_preview.h"
 
 namespace timeline_test {
 namespace {
@@ -242,7 +241,6 @@ TEST_F(ItemDragTest, ADragTakesBackItsOwnEntryOnly)
 
 TEST_F(ItemDragTest, Nudges)
 {
-    testsupport::NotedPreview preview(*engine::EngineAs<engine::ITWPreview>());
     const char* const fine = "Ready";
     const char* const coarse = "Use the 'Shift' key to nudge source(s) with the direction keys";
     const struct {
@@ -262,15 +260,14 @@ TEST_F(ItemDragTest, Nudges)
     for (const auto& [before, key, keys, after, hint] : cases) {
         SCOPED_TRACE(before);
         lay(before);
-        wrapped->timelinePreview = &preview;
-        preview.calls.clear();
+        engineCalls.counts.clear();
         picVideo_KeyDown(0, key, keys);
         EXPECT_EQ(text(), after);
         EXPECT_EQ(history(), " | 0/0");
         EXPECT_EQ(panel(""), hint);
         EXPECT_EQ(state::ProjectModified, std::string_view(before) != after);
-        EXPECT_EQ(preview.calls.empty(), std::string_view(before) == after);
-        wrapped->timelinePreview = nullptr;
+        EXPECT_EQ(engineCalls.counts["BuildPreview"] + engineCalls.counts["RefreshPreview"],
+                  std::string_view(before) == after ? 0 : 1);
     }
 }
 
@@ -279,21 +276,21 @@ TEST_F(ItemDragTest, AStepAsksNoMoreThanAFewTimesForEachItem)
     constexpr std::int16_t kItems = 2000;
     for (std::int16_t i = 0; i < kItems; ++i) {
         engine::Bool16 ok = engine::kFalse;
-        check(wrapped->InsertSource(video(), still, i, i * 1000, i * 1000 + 1000, ok));
+        check(timelineCalls->InsertSource(video(), still, i, i * 1000, i * 1000 + 1000, ok));
     }
     form.hsb.SetValue(0);
     moduleScaleRenderer::AdjustScroll();
     form.hsb.SetValue(form.hsb.Max()); // the last ones are in view
     const auto atEnd = static_cast<float>(kItems * 100 - form.hsb.Value() * 10 - 50);
     picVideo_MouseDown(0, 1, kNone, atEnd, kBody);
-    wrapped->callCounts.clear();
+    engineCalls.counts.clear();
     picVideo_MouseMove(0, 1, kNone, atEnd + 10, kBody);
     int calls = 0;
-    for (const auto& [name, count] : wrapped->callCounts) {
+    for (const auto& [name, count] : engineCalls.counts) {
         calls += count;
     }
     EXPECT_LT(calls, 5 * kItems);
-    EXPECT_EQ(wrapped->callCounts["ShiftSources"], 1);
+    EXPECT_EQ(engineCalls.counts["ShiftSources"], 1);
     picVideo_MouseUp(0, 1, kNone, atEnd + 10, kBody);
 }
 

@@ -38,10 +38,10 @@ protected:
         std::string all;
         for (const char* const name :
              {"SetTrackLink", "SetTrackDisabled", "SetEffectsEnabled", "GetSourceTimes", "GetEffectTimes"}) {
-            const int count = wrapped->callCounts[name];
+            const int count = engineCalls.counts[name];
             all += count == 0 ? "" : std::string(all.empty() ? "" : " ") + name + "x" + std::to_string(count);
         }
-        wrapped->callCounts.clear();
+        engineCalls.counts.clear();
         return all;
     }
 };
@@ -110,7 +110,7 @@ TEST_F(OptionsTest, ARowDownToOneItem)
 
     engine::Bool16 ok = 0;
     disableAll();
-    check(wrapped->RemoveSource(video(), 1, ok));
+    check(timelineCalls->RemoveSource(video(), 1, ok));
     put(audio(2), 1000, 2000);
     moduleTimeline::UpdateTrackOptions();
     EXPECT_EQ(videoRow().substr(0, 3), "100") << "the choice of the person is undone";

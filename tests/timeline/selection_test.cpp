@@ -46,7 +46,7 @@ TEST_F(SelectionTest, TracksAtTheStart)
     EXPECT_EQ(tree(), "Timeline TIMELINE +\n"
                       "Video VIDEO v\nEffects EFFECT 999999\nOverlays OVERLAY o\nAudio 1 AUDIO a1\nAudio 2 AUDIO a2\n");
     EXPECT_EQ(state::TrackCollection.Count(), 3);
-    EXPECT_EQ(wrapped->callCounts["SetTrackLink"], 4);
+    EXPECT_EQ(engineCalls.counts["SetTrackLink"], 4);
     EXPECT_EQ(state::SelStartPosition, 1000);
     EXPECT_EQ(state::SelEndPosition, 2000);
     EXPECT_TRUE(IsTimelineEmpty());
@@ -65,7 +65,7 @@ TEST_F(SelectionTest, TracksAtTheStart)
 TEST_F(SelectionTest, TracksThatCannotBeMade)
 {
     state::reset();
-    wrapped->failCall({"CreateTrack"}, 3, engine::kDone); // Audio 1 gets no handle
+    engineCalls.failCall({"CreateTrack"}, 3, engine::kDone); // Audio 1 gets no handle
     frmTimeline::Load();
     ASSERT_EQ(platform.messages.size(), 1U);
     EXPECT_EQ(platform.messages[0].text, "Unable to initialize timeline.");
@@ -113,7 +113,7 @@ TEST_F(SelectionTest, Presses)
         EXPECT_EQ(state::SliderPosition, c.slider);
         EXPECT_FALSE(state::ClickShift || state::ClickCtrl);
     }
-    EXPECT_GT(wrapped->callCounts["SetTransitionSelected"], 2);
+    EXPECT_GT(engineCalls.counts["SetTransitionSelected"], 2);
     showSelection(10, 90);
     SetSliderPosition(0, false);
     picVideo_MouseDown(0, 1, 0, 350, 12);
@@ -163,11 +163,11 @@ TEST_F(SelectionTest, ClicksOnTheList)
         {{}, "V 000 E 0 O 0 A 0 B -"},
     };
     for (const Case& c : cases) {
-        wrapped->callCounts.clear();
+        engineCalls.counts.clear();
         frmTimeline::tvwTimeline_NodeClick(c.places);
         EXPECT_EQ(flags(), c.flags);
         const bool isOverlay = c.places == std::vector<std::int32_t>{2, 0};
-        EXPECT_EQ(wrapped->callCounts["SetTransitionSelected"], isOverlay ? 2 : 1) << "once to clear";
+        EXPECT_EQ(engineCalls.counts["SetTransitionSelected"], isOverlay ? 2 : 1) << "once to clear";
     }
 }
 

@@ -149,9 +149,9 @@ TEST_F(ShuffleTest, NothingVanishesWhenACallFails)
     for (const auto& [operation, call] : failures) {
         SCOPED_TRACE(call);
         lay(layout);
-        wrapped->failCall({call});
+        engineCalls.failCall({call});
         operation();
-        EXPECT_FALSE(wrapped->failsLater());
+        EXPECT_FALSE(engineCalls.failsLater());
         EXPECT_EQ(unselected(text()), layout);
         EXPECT_EQ(history(), "Shuffle Sources | 0/1") << "out of force";
         EXPECT_EQ(nodes(), "2 2 2 1 1");

@@ -10,15 +10,18 @@
 #include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
+#include "engine/ITWKeyTransition.h"
+#include "engine/ITWMediaFiles.h"
+#include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "hand/frmTimeline_events.h"
 #include "items/track_locks.h"
 #include "report/error_log.h"
+#include "support/engine_calls.h"
 #include "support/manifest.h"
 #include "support/scripted_platform.h"
-#include "support/wrapped_engine.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -37,8 +40,9 @@ protected:
     void SetUp() override
     {
         twcore::registerTarnwickTimeline();
-        wrapped = std::make_shared<testsupport::WrappedEngine>(engine::createEngine(engine::kTimelineEngineClass));
-        engine::Engine = wrapped;
+        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+        timelineCalls = engine::EngineAs<engine::ITWTimeline>().get();
+        keyCalls = engine::EngineAs<engine::ITWKeyTransition>().get();
         frmTimeline::Load();
         form.lblHighlight.Left = 100;
         for (PictureBox* const picture : {&form.picVideo[0], &form.picEffect[0], &form.picOverlay[0], &form.picAudio[0],
@@ -61,8 +65,8 @@ protected:
     {
         Handle file = 0;
         Handle stream = 0;
-        check(wrapped->OpenFile((testmedia::mediaFolder() / name).string(), file));
-        check(wrapped->OpenStream(file, 0, stream));
+        check(engine::Engine->OpenFile((testmedia::mediaFolder() / name).string(), file));
+        check(engine::EngineAs<engine::ITWMediaFiles>()->OpenStream(file, 0, stream));
         return stream;
     }
     /// Behind what lies on the track; on the overlay track with its transition.
@@ -71,22 +75,22 @@ protected:
         engine::Bool16 isVideo = engine::kFalse;
         engine::Bool16 ok = engine::kFalse;
         std::int16_t count = 0;
-        check(wrapped->IsVideoTrack(track, isVideo));
-        check(wrapped->GetSourceCount(track, count));
-        check(wrapped->InsertSource(track, stream(isVideo != 0 ? "still.bmp" : "stereo-48k.wav"), count, start, stop,
-                                    ok));
+        check(timelineCalls->IsVideoTrack(track, isVideo));
+        check(timelineCalls->GetSourceCount(track, count));
+        check(timelineCalls->InsertSource(track, stream(isVideo != 0 ? "still.bmp" : "stereo-48k.wav"), count, start,
+                                          stop, ok));
         ASSERT_NE(ok, engine::kFalse);
         if (track == state::OverlayTrack) {
-            check(wrapped->AddTransitionAt(track, "DxtKey", start, stop, ok));
+            check(timelineCalls->AddTransitionAt(track, "DxtKey", start, stop, ok));
         }
     }
     void putEffect(Milliseconds start, Milliseconds stop, const char* name = "Blur")
     {
         engine::Bool16 ok = engine::kFalse;
-        check(wrapped->AddEffectAt(video(), name, start, stop, ok));
+        check(timelineCalls->AddEffectAt(video(), name, start, stop, ok));
         ASSERT_NE(ok, engine::kFalse);
     }
-    void select(Handle track, std::int16_t seq) { check(wrapped->SetSourceSelected(track, seq, engine::kTrue)); }
+    void select(Handle track, std::int16_t seq) { check(timelineCalls->SetSourceSelected(track, seq, engine::kTrue)); }
 
     /// Selected flags of the rows' items, a digit each: "V 010 E 0 O 1 A - B -".
     std::string flags()
@@ -94,11 +98,11 @@ protected:
         using engine::ITWTimeline;
         const auto digits = [&](auto count, auto isSelected, Handle track) {
             std::int16_t items = 0;
-            check(((*wrapped).*count)(track, items));
+            check(((*timelineCalls).*count)(track, items));
             std::string all;
             for (std::int16_t seq = 0; seq < items; ++seq) {
                 engine::Bool16 flag = engine::kFalse;
-                check(((*wrapped).*isSelected)(track, seq, flag));
+                check(((*timelineCalls).*isSelected)(track, seq, flag));
                 all += flag != engine::kFalse ? "1" : "0";
             }
             return all.empty() ? "-" : all;
@@ -137,7 +141,9 @@ protected:
     forms::FrmTimeline& form = forms::frmTimeline;
     bool expectsErrors = false;
     testsupport::ScriptedPlatform platform;
-    std::shared_ptr<testsupport::WrappedEngine> wrapped;
+    testsupport::EngineCalls engineCalls;
+    engine::ITWTimeline* timelineCalls = nullptr; // the engine's
+    engine::ITWKeyTransition* keyCalls = nullptr;
 };
 
 } // namespace timeline_test

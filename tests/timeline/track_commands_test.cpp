@@ -3,12 +3,12 @@
 #include "timeline/edit_harness.h"
 
 #include "editing/track_commands.h"
+#include "engine/ITWPreview.h"
 #include "hand/bookmark_events.h"
 #include "preview/moduleTWPreview.h"
 #include "shell/edit_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
-#include "support/noted_preview.h"
 
 namespace timeline_test {
 namespace {
@@ -97,7 +97,7 @@ TEST_F(TrackCommandsTest, RepeatAudioStopsWhenTheHistoryTakesNoMore)
     lay("V 0-90000 E O A 0-1* B");
     moduleTimeline::RepeateAudio();
     std::int16_t count = 0;
-    check(wrapped->GetSourceCount(audio(1), count));
+    check(timelineCalls->GetSourceCount(audio(1), count));
     EXPECT_EQ(count, 32766) << "and one of the video track";
     ModuleHistory::StoreCurrentTLImage();
     EXPECT_TRUE(ModuleHistory::LastImage.IsWhole);
@@ -126,7 +126,8 @@ TEST_F(TrackCommandsTest, Split)
 
 TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)
 {
-    testsupport::NotedPreview preview(*engine::EngineAs<engine::ITWPreview>());
+    const auto player = engine::EngineAs<engine::ITWPreview>();
+    engineCalls.answer = testsupport::HeldPlayer{"PreviewInterface"};
     frmTools::Form_Load();
     moduleScaleRenderer::SetZoomFactor(40);
     const struct {
@@ -149,14 +150,15 @@ TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)
                 moduleTimeline::SetSliderPosition(1013, false); // it is drawn at 1000
                 forms::frmPreview.sldSeekBar.SetValue(1013);
                 moduleTWPreview::PreviewState = doing;
-                preview.calls.clear();
-                wrapped->timelinePreview = &preview;
+                engine::Bool16 ok = engine::kFalse;
+                check(player->Seek(1013, ok));
                 command();
-                wrapped->timelinePreview = nullptr;
                 const bool goes = !hasRange || !isOverRange;
                 EXPECT_EQ(state::SliderPosition, goes ? 1000 : 1013);
                 EXPECT_EQ(forms::frmPreview.lblCurrentTime.Caption.get(), goes ? "0:00:01.000" : "0:00:01.013");
-                EXPECT_EQ(std::ranges::count(preview.calls, "Seek 1000"), goes && doing != kPlaying ? 1 : 0);
+                Milliseconds picture = 0;
+                check(player->GetPosition(picture));
+                EXPECT_EQ(picture == 1000, goes && doing != kPlaying);
                 if (goes && doing != kPlaying) {
                     EXPECT_EQ(forms::frmPreview.sldSeekBar.Value(), 1000);
                 }
@@ -228,9 +230,9 @@ TEST_F(TrackCommandsTest, AFailureHalfWayLeavesEverythingAsItWas)
         lay(full);
         select(audio(1), 1);
         select(state::OverlayTrack, 0);
-        wrapped->failCall({call}, nth);
+        engineCalls.failCall({call}, nth);
         command();
-        EXPECT_FALSE(wrapped->failsLater());
+        EXPECT_FALSE(engineCalls.failsLater());
         EXPECT_EQ(unselected(text()), full);
         EXPECT_TRUE(history().ends_with(" | 0/1")) << "out of force: " << history();
         EXPECT_FALSE(state::ProjectModified);

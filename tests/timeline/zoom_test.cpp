@@ -101,10 +101,10 @@ TEST_F(ZoomTest, ScrollBarFollowsTheLength)
     form.hsb.SetValue(250);
 
     engine::Bool16 ok = 0;
-    check(wrapped->RemoveSource(state::OverlayTrack, 0, ok));
+    check(timelineCalls->RemoveSource(state::OverlayTrack, 0, ok));
     AdjustScroll();
     EXPECT_EQ(bar(), "93 of 93");
-    check(wrapped->RemoveSource(audio(2), 0, ok));
+    check(timelineCalls->RemoveSource(audio(2), 0, ok));
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 100 idle") << "an idle bar leaves no view scrolled away";
 
@@ -119,7 +119,7 @@ TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
     for (const Milliseconds length : {12000, 70 * 60000 + 7, 3 * 3600000}) {
         SetZoomFactor(10);
         engine::Bool16 ok = 0;
-        check(wrapped->RemoveSource(video(), 0, ok));
+        check(timelineCalls->RemoveSource(video(), 0, ok));
         put(video(), 0, length);
         for (const Milliseconds pos : {0, length * 5 / 12 - 3, length - 1, length}) {
             moduleTimeline::SetSliderPosition(pos, true);
