@@ -2,6 +2,8 @@
 
 #include "media/media_list_harness.h"
 
+#include "engine/ITWKeyTransition.h"
+
 namespace media_list_test {
 namespace {
 
@@ -30,11 +32,12 @@ protected:
         append(state::TrackCollection.Item(2), {s, aSound});
         append(state::OverlayTrack, {b, a});
         Bool16 ok = kFalse;
-        check(wrapped->AddEffectAt(state::TrackCollection.Item(1), "Blur", 1000, 2000, ok));
-        check(wrapped->AddEffectAt(state::TrackCollection.Item(1), "Gray", 6000, 7000, ok));
+        check(timelineCalls->AddEffectAt(state::TrackCollection.Item(1), "Blur", 1000, 2000, ok));
+        check(timelineCalls->AddEffectAt(state::TrackCollection.Item(1), "Gray", 6000, 7000, ok));
         for (std::int16_t seq = 0; seq < 2; ++seq) {
-            check(wrapped->AddTransitionAt(state::OverlayTrack, "DxtKey", seq * 5000, seq * 5000 + 5000, ok));
-            check(wrapped->SetKeyColor(state::OverlayTrack, seq, static_cast<std::int16_t>(seq + 1), 0, 0, ok));
+            check(timelineCalls->AddTransitionAt(state::OverlayTrack, "DxtKey", seq * 5000, seq * 5000 + 5000, ok));
+            check(engine::EngineAs<engine::ITWKeyTransition>()->SetKeyColor(
+                state::OverlayTrack, seq, static_cast<std::int16_t>(seq + 1), 0, 0, ok));
         }
         state::ProjectModified = false;
     }
@@ -42,7 +45,7 @@ protected:
     {
         for (const Handle stream : streams) {
             Bool16 ok = kFalse;
-            check(wrapped->AppendSource(track, stream, -1, ok));
+            check(timelineCalls->AppendSource(track, stream, -1, ok));
             ASSERT_NE(ok, kFalse);
         }
     }
@@ -52,18 +55,20 @@ protected:
         engine::Milliseconds start = 0;
         engine::Milliseconds stop = 0;
         Bool16 ok = kFalse;
-        for (std::int16_t seq = 0; check(wrapped->GetSourceTimes(track, seq, start, stop, ok)), ok != kFalse; ++seq) {
+        for (std::int16_t seq = 0; check(timelineCalls->GetSourceTimes(track, seq, start, stop, ok)), ok != kFalse;
+             ++seq) {
             Handle stream = 0;
-            check(wrapped->GetSourceStream(track, seq, stream));
+            check(timelineCalls->GetSourceStream(track, seq, stream));
             text += " " + names[stream] + "@" + std::to_string(start);
         }
-        for (std::int16_t seq = 0; check(wrapped->GetEffectTimes(track, seq, start, stop, ok)), ok != kFalse; ++seq) {
+        for (std::int16_t seq = 0; check(timelineCalls->GetEffectTimes(track, seq, start, stop, ok)), ok != kFalse;
+             ++seq) {
             text += " fx@" + std::to_string(start);
         }
-        for (std::int16_t seq = 0; check(wrapped->GetTransitionTimes(track, seq, start, stop, ok)), ok != kFalse;
+        for (std::int16_t seq = 0; check(timelineCalls->GetTransitionTimes(track, seq, start, stop, ok)), ok != kFalse;
              ++seq) {
             std::int16_t red = 0;
-            check(wrapped->GetKeyRed(track, seq, red));
+            check(engine::EngineAs<engine::ITWKeyTransition>()->GetKeyRed(track, seq, red));
             text += " key" + std::to_string(red) + "@" + std::to_string(start);
         }
         return text;
@@ -102,9 +107,9 @@ TEST_F(ClosingTest, AnsweredNoTheFileStaysAndTheNextRowFollows)
 TEST_F(ClosingTest, AnsweredYesItsSourcesGoWithTheirKeys)
 {
     select({1});
+    frmMediaList::lvwMediaList_Click();
+    frmMediaList::cmdPlay_Click();
     platform.answers = {MessageAnswer::kYes};
-    forms::frmMediaList.FilePlaying = true;
-    forms::frmMediaList.tmFilePreview.Enabled = true;
     const std::int32_t cleared = forms::frmMediaList.picPreviewSmallCleared;
     mdiTarnwick::mnuFileClose_Click();
     EXPECT_EQ(takeMessages(), kQuestionOfA);
@@ -112,7 +117,7 @@ TEST_F(ClosingTest, AnsweredYesItsSourcesGoWithTheirKeys)
     EXPECT_EQ(state::StreamCollection.Count(), 3);
     EXPECT_EQ(timeline(), " B@5000 fx@1000 fx@6000 | s@0 | | B@0 key1@0") << "nothing moves up";
 
-    EXPECT_EQ(wrapped->preview.takeCalls(), "Close");
+    EXPECT_EQ(loadedMs(), 0);
     EXPECT_FALSE(forms::frmMediaList.tmFilePreview.Enabled);
     EXPECT_FALSE(forms::frmMediaList.FilePlaying);
     EXPECT_EQ(forms::frmMediaList.picPreviewSmallCleared, cleared + 1);
@@ -129,15 +134,19 @@ TEST_F(ClosingTest, AllAtOnceAndNone)
 {
     mdiTarnwick::mnuFileClose_Click(); // the last one is selected, and lies on the timeline
     EXPECT_EQ(rows(), "mpeg4.avi h264.mp4 stereo-48k.wav*<");
+    select({3});
+    frmMediaList::lvwMediaList_Click();
     select({});
     state::ProjectModified = false;
     mdiTarnwick::mnuFileClose_Click();
     EXPECT_TRUE(state::ProjectModified) << "also when nothing was closed";
-    EXPECT_EQ(wrapped->preview.takeCalls(), "");
+    EXPECT_EQ(loadedMs(), 5000);
 
     select({1, 2, 3});
     platform.answers = {MessageAnswer::kYes, MessageAnswer::kYes, MessageAnswer::kYes};
-    wrapped->refusesToClose = true;
+    engineCalls.answer = [](const std::string& operation) {
+        return operation == "CoreRoot::CloseFile" ? std::optional(engine::kDone) : std::nullopt;
+    };
     platform.messages.clear();
     mdiTarnwick::mnuFileClose_Click();
     EXPECT_EQ(rows(), "");
@@ -153,9 +162,9 @@ TEST_F(ClosingTest, AFileWhoseUseIsNotKnownStays)
     select({1});
     platform.answers = {MessageAnswer::kYes};
     for (const char* const call : {"GetStreamFile", "GetSourceCount", "GetSourceStream", "GetFileName"}) {
-        wrapped->failCall({call});
+        engineCalls.failCall({call});
         moduleTarnwick::OnFileCloseClick();
-        EXPECT_FALSE(wrapped->failsLater());
+        EXPECT_FALSE(engineCalls.failsLater());
         EXPECT_EQ(rows(), "mpeg4.avi*< h264.mp4 stereo-48k.wav") << call;
         EXPECT_EQ(timeline(), kWhole) << call;
     }
@@ -165,7 +174,7 @@ TEST_F(ClosingTest, RowsThatWentMeanwhileEndTheWalk)
 {
     select({1, 2});
     platform.answers = {MessageAnswer::kYes};
-    wrapped->failCall({"GetSourceCount"}, 1, engine::Status(engine::kNumberedFailure + 35600));
+    engineCalls.failCall({"GetSourceCount"}, 1, engine::Status(engine::kNumberedFailure + 35600));
     moduleTarnwick::OnFileCloseClick();
     EXPECT_EQ(rows(), "mpeg4.avi* h264.mp4*< stereo-48k.wav");
     EXPECT_TRUE(state::ProjectModified);
@@ -174,7 +183,7 @@ TEST_F(ClosingTest, RowsThatWentMeanwhileEndTheWalk)
 TEST_F(ClosingTest, EverythingWithoutAWord)
 {
     expectsErrors = true;
-    wrapped->failCall({"CloseFile"});
+    engineCalls.failCall({"CloseFile"});
     moduleTarnwick::CloseAllMediaFiles();
     EXPECT_EQ(rows(), "");
     EXPECT_EQ(list().SelectedItem, 0);

@@ -1,11 +1,13 @@
 #pragma once
 
-// The media list over the real engine with generated media, a scripted platform and a scripted small player; what
-// stands on the screen and on the tracks as text.
+// The media list over the real engine with generated media and a scripted platform; what stands on the screen and on
+// the tracks as text. The small player is the real one, whose clock goes on only when the test says so.
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
+#include "engine/ITWFilePreview.h"
+#include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
@@ -13,9 +15,9 @@
 #include "media/media_menu.h"
 #include "media/moduleTarnwick.h"
 #include "report/error_log.h"
+#include "support/engine_calls.h"
 #include "support/manifest.h"
 #include "support/scripted_platform.h"
-#include "support/wrapped_engine.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <filesystem>
@@ -32,8 +34,10 @@ protected:
     void SetUp() override
     {
         twcore::registerTarnwickTimeline();
-        wrapped = std::make_shared<testsupport::WrappedEngine>(engine::createEngine(engine::kTimelineEngineClass));
-        engine::Engine = wrapped;
+        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+        timelineCalls = engine::EngineAs<engine::ITWTimeline>().get();
+        smallPlayer = engine::EngineAs<engine::ITWFilePreview>().get();
+        engineCalls.answer = std::ref(heldPlayer);
         ASSERT_TRUE(moduleTarnwick::Init());
         for (const bool isVideo : {true, false, false}) {
             state::TrackCollection.Add(track(isVideo));
@@ -53,7 +57,7 @@ protected:
     engine::Handle track(bool isVideo)
     {
         engine::Handle made = 0;
-        engine::check(wrapped->CreateTrack(engine::toBool16(isVideo), made));
+        engine::check(timelineCalls->CreateTrack(engine::toBool16(isVideo), made));
         return made;
     }
 
@@ -69,7 +73,6 @@ protected:
         }
         moduleTarnwick::OpenDroppedFiles(paths);
         seen.clear();
-        wrapped->preview.calls.clear();
     }
     /// A copy of a test medium in the platform's folder; its whole path.
     std::string copied(const std::string& name, const std::string& to) const
@@ -78,6 +81,20 @@ protected:
         fs::create_directories(path.parent_path());
         fs::copy_file(media(name), path);
         return path.string();
+    }
+
+    /// How long the file is that the small player has loaded, and where it stands.
+    std::int32_t loadedMs()
+    {
+        std::int32_t length = -1;
+        engine::check(smallPlayer->GetDuration(length));
+        return length;
+    }
+    std::int32_t playedMs()
+    {
+        std::int32_t position = -1;
+        engine::check(smallPlayer->GetPosition(position));
+        return position;
     }
 
     /// The texts of all message boxes since the last time, each in brackets; folders of the media left out.
@@ -136,7 +153,10 @@ protected:
     std::vector<std::string> seen; // status texts while events ran
     bool expectsErrors = false;
     testsupport::ScriptedPlatform platform;
-    std::shared_ptr<testsupport::WrappedEngine> wrapped;
+    testsupport::EngineCalls engineCalls;
+    engine::ITWTimeline* timelineCalls = nullptr; // the engine's
+    engine::ITWFilePreview* smallPlayer = nullptr;
+    testsupport::HeldPlayer heldPlayer{"FilePreviewInterface"};
 };
 
 } // namespace media_list_test

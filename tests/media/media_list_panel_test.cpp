@@ -2,10 +2,54 @@
 
 #include "media/media_list_harness.h"
 
+#include "engine/surfaces.h"
+#include "support/patterns.h"
 #include "volume/frmVolume.h"
+
+#include <chrono>
+#include <mutex>
+#include <thread>
 
 namespace media_list_test {
 namespace {
+
+/// Keeps the newest picture.
+class PictureSink final : public engine::FrameSink {
+public:
+    void show(const engine::SurfacePicture& picture) noexcept override
+    {
+        const std::lock_guard lock(mutex_);
+        picture_ = picture;
+    }
+    void say(engine::Text) noexcept override {}
+
+    /// Where the picture stands without its bars, left, top, right, bottom; waits for this place.
+    std::string area(const std::string& wanted)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (area() != wanted && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return area();
+    }
+
+private:
+    std::string area()
+    {
+        const std::lock_guard lock(mutex_);
+        std::vector<std::uint8_t> green;
+        for (std::ptrdiff_t i = 0; i < picture_.height * picture_.strideBytes; i += 4) {
+            green.push_back(picture_.pixels.get()[i + 1]);
+        }
+        const auto stride = static_cast<std::size_t>(picture_.strideBytes / 4);
+        const auto place = testmedia::findActiveArea({green.data(), stride, picture_.width, picture_.height});
+        return std::to_string(place.left) + " " + std::to_string(place.top) + " " + std::to_string(place.right) + " "
+               + std::to_string(place.bottom);
+    }
+
+    std::mutex mutex_;
+    engine::SurfacePicture picture_;
+};
 
 class PanelTest : public MediaListTest {
 protected:
@@ -31,13 +75,14 @@ protected:
         select({place});
         frmMediaList::lvwMediaList_Click();
     }
-    /// Button, slider's place and length, timer.
-    std::string player() const
+    /// Button, slider's place and length, timer; where the player stands in what it has loaded.
+    std::string player()
     {
         return form.cmdPlay.Picture.get() + " " + std::to_string(form.sldFilePreview.Value()) + "/"
                + std::to_string(form.sldFilePreview.Max()) + (form.tmFilePreview.Enabled ? " ticking" : "")
                + (form.FilePlaying ? " playing" : "") + (form.cmdPlay.Visible ? "" : " no button")
-               + (form.sldFilePreview.Visible ? "" : " no slider") + ": " + plain(wrapped->preview.takeCalls());
+               + (form.sldFilePreview.Visible ? "" : " no slider") + (heldPlayer.isPlaying ? ": plays " : ": ")
+               + std::to_string(playedMs()) + " of " + std::to_string(loadedMs());
     }
 
     forms::FrmMediaList& form = forms::frmMediaList;
@@ -45,8 +90,8 @@ protected:
 
 TEST_F(PanelTest, Selecting)
 {
-    EXPECT_EQ(player(), "STOP 0/100: ");
-    open({"mpeg4.avi", "cbr.mp3", "still.bmp"});
+    EXPECT_EQ(player(), "STOP 0/100: 0 of 0");
+    open({"h264.mp4", "cbr.mp3", "still.bmp"});
     struct Case {
         std::int32_t place;
         const char* player;
@@ -59,20 +104,14 @@ TEST_F(PanelTest, Selecting)
     };
     const std::string when = " Created On=3/4/2026 05:06:07 File type=";
     const Case cases[] = {
-        {1,
-         "PLAY 0/5000: SetOwnerWindow 77; ResetPlayer; OpenFile mpeg4.avi; SetVideoWindow 1 1 317 238; "
-         "ShowFirstFrame; SetVolume -20",
-         "File name=mpeg4.avi Path=mpeg4.avi Size=" + size("mpeg4.avi") + when + "AVI Streams=2"},
-        {2, "PLAY 0/5000: SetOwnerWindow 77; ResetPlayer; OpenFile cbr.mp3; SetVolume -20",
+        {1, "PLAY 0/5000: 0 of 5000",
+         "File name=h264.mp4 Path=h264.mp4 Size=" + size("h264.mp4") + when + "MP4 Streams=2"},
+        {2, "PLAY 0/5017: 0 of 5017",
          "File name=cbr.mp3 Path=cbr.mp3 Size=" + size("cbr.mp3") + when + "MP3 Streams=1"},
-        {3,
-         "PLAY 0/5000 no button no slider: SetOwnerWindow 77; ResetPlayer; OpenFile still.bmp; "
-         "SetVideoWindow 1 1 317 238; ShowFirstFrame",
+        {3, "PLAY 0/5000 no button no slider: 0 of 5000",
          "File name=still.bmp Path=still.bmp Size=" + size("still.bmp") + when + "BMP Streams=1"},
-        {1,
-         "PLAY 0/5000: SetOwnerWindow 77; ResetPlayer; OpenFile mpeg4.avi; SetVideoWindow 1 1 317 238; "
-         "ShowFirstFrame; SetVolume -20",
-         "File name=mpeg4.avi Path=mpeg4.avi Size=" + size("mpeg4.avi") + when + "AVI Streams=2"},
+        {1, "PLAY 0/5000: 0 of 5000",
+         "File name=h264.mp4 Path=h264.mp4 Size=" + size("h264.mp4") + when + "MP4 Streams=2"},
     };
     for (const Case& c : cases) {
         const std::int32_t cleared = form.picPreviewSmallCleared;
@@ -99,14 +138,15 @@ TEST_F(PanelTest, AnEmptyListAndReEntry)
     EXPECT_TRUE(platform.openedWithDesktop.empty());
 
     open({"still.bmp"});
+    engine::check(smallPlayer->Close());
     state::InSelectionUpdate = true;
     click(1);
-    EXPECT_EQ(wrapped->preview.takeCalls(), "");
+    EXPECT_EQ(loadedMs(), 0);
     state::InSelectionUpdate = false;
     frmMediaList::lvwMediaList_KeyDown(37);
-    EXPECT_EQ(wrapped->preview.takeCalls(), "");
+    EXPECT_EQ(loadedMs(), 0);
     frmMediaList::lvwMediaList_KeyDown(40);
-    EXPECT_NE(wrapped->preview.takeCalls(), "");
+    EXPECT_EQ(loadedMs(), 5000);
     EXPECT_FALSE(state::InSelectionUpdate);
     frmMediaList::OnLvwMediaListDblClick();
     EXPECT_EQ(platform.openedWithDesktop, std::vector{media("still.bmp")});
@@ -114,32 +154,29 @@ TEST_F(PanelTest, AnEmptyListAndReEntry)
 
 TEST_F(PanelTest, AFileThatHasGone)
 {
-    const std::string path = copied("mpeg4.avi", "going.avi");
+    const std::string path = copied("h264.mp4", "going.avi");
     moduleTarnwick::OpenDroppedFiles({media("cbr.mp3"), path});
     click(1);
     frmMediaList::cmdPlay_Click();
     fs::remove(path);
-    wrapped->preview.calls.clear();
     click(2);
     EXPECT_EQ(takeMessages(), "[The selected file is missing.]");
     EXPECT_EQ(facts(), "File name=going.avi Path=going.avi Size= Created On= File type= Streams=");
-    EXPECT_EQ(player(), "PLAY 0/5000: ResetPlayer") << "the other file does not stay in the player";
+    EXPECT_EQ(player(), "PLAY 0/5017: 0 of 0") << "the other file does not stay in the player";
     EXPECT_EQ(rows(), "cbr.mp3 going.avi*<");
 }
 
 TEST_F(PanelTest, PlayingInSteps)
 {
-    open({"mpeg4.avi", "still.bmp"});
+    open({"h264.mp4", "still.bmp"});
     click(1);
-    wrapped->preview.calls.clear();
-    auto& position = wrapped->preview.position;
-    auto& duration = wrapped->preview.duration;
+    engine::Bool16 ok = engine::kFalse;
     const auto scrollTo = [&](std::int32_t value) {
         form.sldFilePreview.SetValue(value);
         frmMediaList::sldFilePreview_Scroll();
     };
     const auto tickAt = [&](std::int32_t at) {
-        position = at;
+        engine::check(smallPlayer->Seek(at, ok));
         form.tmFilePreview.tick();
     };
     struct Step {
@@ -148,49 +185,58 @@ TEST_F(PanelTest, PlayingInSteps)
         const char* after;
     };
     const Step steps[] = {
-        {"play", [] { frmMediaList::cmdPlay_Click(); }, "STOP 0/5000 ticking playing: Play"},
-        {"tick", [&] { tickAt(100); }, "STOP 100/5000 ticking playing: "},
-        {"Enter while it plays", [] { frmMediaList::Form_KeyDown(13); }, "STOP 100/5000 ticking playing: "},
-        {"scroll", [&] { scrollTo(3000); }, "STOP 3000/5000 ticking playing: Seek 3000"},
-        {"stop", [] { frmMediaList::cmdPlay_Click(); }, "PLAY 3000/5000: Stop"},
-        {"Space while it stands", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: "},
-        {"Enter", [] { frmMediaList::Form_KeyDown(13); }, "STOP 3000/5000 ticking playing: Play"},
-        {"Space", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: Stop"},
-        {"play on", [] { frmMediaList::OnCmdPlayClick(); }, "STOP 3000/5000 ticking playing: Play"},
-        {"the end is reached", [&] { tickAt(5000); }, "STOP 5000/5000 ticking playing: "},
-        {"the tick behind it", [&] { tickAt(5000); }, "PLAY 0/5000: Stop; Rewind"},
-        {"another size",
-         [this] {
-             form.picPreviewSmallWidth = 100;
-             frmMediaList::picPreviewSmall_Resize();
-         },
-         "PLAY 0/5000: SetVideoWindow 1 1 97 238"},
+        {"play", [] { frmMediaList::cmdPlay_Click(); }, "STOP 0/5000 ticking playing: plays 0 of 5000"},
+        {"tick", [&] { tickAt(100); }, "STOP 100/5000 ticking playing: plays 100 of 5000"},
+        {"Enter while it plays", [] { frmMediaList::Form_KeyDown(13); },
+         "STOP 100/5000 ticking playing: plays 100 of 5000"},
+        {"scroll", [&] { scrollTo(3000); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
+        {"stop", [] { frmMediaList::cmdPlay_Click(); }, "PLAY 3000/5000: 3000 of 5000"},
+        {"Space while it stands", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: 3000 of 5000"},
+        {"Enter", [] { frmMediaList::Form_KeyDown(13); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
+        {"Space", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: 3000 of 5000"},
+        {"play on", [] { frmMediaList::OnCmdPlayClick(); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
+        {"the end is reached", [&] { tickAt(5000); }, "STOP 5000/5000 ticking playing: plays 5000 of 5000"},
+        {"the tick behind it", [&] { tickAt(5000); }, "PLAY 0/5000: 0 of 5000"},
         {"nothing to play",
          [&] {
-             duration = 0;
+             engine::check(smallPlayer->Close());
              frmMediaList::cmdPlay_Click();
          },
-         "PLAY 0/5000: Stop"},
-        {"its size", [] { frmMediaList::picPreviewSmall_Resize(); }, "PLAY 0/5000: "},
-        {"unload", [] { frmMediaList::Unload(); }, "PLAY 0/5000: Close"},
+         "PLAY 0/5000: 0 of 0"},
     };
     for (const Step& step : steps) {
         step.act();
         EXPECT_EQ(player(), step.after) << step.what;
     }
     // A still has no button for Enter to press.
-    duration = 5000;
     click(2);
-    wrapped->preview.calls.clear();
     frmMediaList::Form_KeyDown(13);
-    EXPECT_EQ(player(), "PLAY 0/5000 no button no slider: ");
+    EXPECT_EQ(player(), "PLAY 0/5000 no button no slider: 0 of 5000");
+    frmMediaList::Unload();
+    EXPECT_EQ(loadedMs(), 0);
+}
+
+TEST_F(PanelTest, TheFirstPictureStandsInItsFrame)
+{
+    PictureSink sink;
+    form.picPreviewSmallHandle = engine::surfaces().add(sink, {320, 240});
+    open({"h264.mp4"});
+    click(1);
+    EXPECT_EQ(sink.area("1 1 317 239"), "1 1 317 239");
+    form.picPreviewSmallWidth = 100;
+    frmMediaList::picPreviewSmall_Resize();
+    EXPECT_EQ(sink.area("1 84 97 156"), "1 84 97 156");
+    engine::check(smallPlayer->Close());
+    engine::surfaces().remove(form.picPreviewSmallHandle);
 }
 
 TEST_F(PanelTest, FailuresOfThePlayerAreReported)
 {
     expectsErrors = true;
-    open({"mpeg4.avi"});
-    wrapped->preview.status = engine::kFailed;
+    open({"h264.mp4"});
+    engineCalls.answer = [](const std::string& operation) {
+        return operation.starts_with("FilePreviewInterface::") ? std::optional(engine::kFailed) : std::nullopt;
+    };
     frmMediaList::tmFilePreview_Timer();
     click(1);
     EXPECT_EQ(form.lblInfoDisplay[4].Caption.get(), "2") << "the facts stand all the same";
