@@ -6,8 +6,9 @@
 #include "core/shared_state.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
+#include "support/engine_calls.h"
 #include "support/scripted_platform.h"
-#include "twcore/files/core_root.h"
+#include "twcore/tarnwick_timeline.h"
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -21,26 +22,6 @@ constexpr const char* kTellsInstall =
 constexpr const char* kAsks = "asks[Unable to initialize. Quillmont requires DirectX 8.0 or higher to run.\r\n"
                               "You may be able to use Quillmont but it may not respond as desired.\r\n\r\n"
                               "Do you wish to continue anyway?] ";
-
-/// An engine that knows how good its media framework is, and nothing else.
-class PlainEngine final : public twcore::CoreRoot {
-public:
-    explicit PlainEngine(engine::Bool16 isGood) : CoreRoot(files_), isGood_(isGood) {}
-    void* interfaceOf(const std::type_info& type) noexcept override
-    {
-        return type == typeid(engine::ITWCoreRoot) ? static_cast<engine::ITWCoreRoot*>(this) : nullptr;
-    }
-    engine::Status CheckDirectShowVersion(engine::Bool16& ok) override
-    {
-        ok = isGood_;
-        return engine::kDone;
-    }
-
-private:
-    twcore::HandleCounter handles_;
-    twcore::FileRegistry files_{handles_};
-    engine::Bool16 isGood_;
-};
 
 /// Writes down what happens, message boxes included.
 class Start final : public MessageBoxes {
@@ -79,9 +60,8 @@ public:
     std::string run()
     {
         if (frameworkIsGood) {
-            engine::registerEngineClass(engine::kTimelineEngineClass, [good = *frameworkIsGood] {
-                return std::make_shared<PlainEngine>(engine::toBool16(good));
-            });
+            twcore::registerTarnwickTimeline();
+            engineCalls.failCall({"CheckDirectShowVersion"}, *frameworkIsGood ? 0 : 1, engine::kDone);
         }
         StartProgram({[this] { return anotherRuns; }, step("splash"),
                       [this] {
@@ -102,6 +82,7 @@ public:
 private:
     void note(const std::string& what) { trace += what + " "; }
 
+    testsupport::EngineCalls engineCalls;
     testsupport::ScriptedPlatform platform;
     std::string trace;
 };
