@@ -13,6 +13,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace model_test {
 
@@ -246,6 +247,30 @@ struct Calls {
             }
         }
         return text;
+    }
+};
+
+/// The four tracks of the program.
+struct Tracks : Calls {
+    Handle video = newTrack(true), audio1 = newTrack(false), audio2 = newTrack(false), overlay = newTrack(true);
+    std::vector<Handle> allTracks{video, audio1, audio2, overlay};
+
+    std::string everything()
+    {
+        std::string all;
+        for (Handle track : allTracks) {
+            all += text(track) + "\n";
+        }
+        return all;
+    }
+    /// A source with a transition over it.
+    void appendKeyed(Handle track, Handle stream)
+    {
+        const int seq = count(kSource, track);
+        append(track, stream);
+        const Range at = times(kSource, track, seq);
+        addNamed(kTransition, track, "DxtKey", at.start, at.stop);
+        applyKey(track, seq, {});
     }
 };
 

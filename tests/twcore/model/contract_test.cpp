@@ -1,6 +1,6 @@
 // What every operation answers at its edges: unknown tracks and items, full tracks, far times, names, keys, loading.
 
-#include "twcore/model/commands.h"
+#include "twcore/model/calls.h"
 
 #include <limits>
 
@@ -10,7 +10,7 @@ namespace {
 constexpr std::int32_t kFar = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kFarBelow = std::numeric_limits<std::int32_t>::min();
 
-struct Bench : Commands {
+struct Bench : Tracks {
     Bench() { streams.durations = {{1, 10'000}, {2, 5'000}, {3, kFar}}; }
 };
 
@@ -97,7 +97,7 @@ TEST(TimelineContract, AnUnknownItemIsNotOkAndAnswersZero)
             EXPECT_EQ(bench.name(kEffect, track, seq, 10) + bench.name(kTransition, track, seq, 10), "");
         }
         if (items == 0) {
-            bench.addToOverlay(1);
+            bench.appendKeyed(track, 1);
             bench.addNamed(kEffect, track, "Blur", 0, 10);
         }
     }
@@ -173,7 +173,7 @@ TEST(TimelineContract, NamesAndBuffers)
 TEST(TimelineContract, Keys)
 {
     Bench bench;
-    bench.addToOverlay(1);
+    bench.appendKeyed(bench.overlay, 1);
     Bool16 ok = 0;
     check(bench.engine.SetKeyColor(bench.overlay, 0, -1, 256, 77, ok));
     EXPECT_EQ(ok, engine::kTrue);
@@ -199,9 +199,9 @@ TEST(TimelineContract, Keys)
 TEST(TimelineContract, SnapshotAndLoading)
 {
     Bench bench;
-    bench.addToTimeline(1, 2);
-    bench.addToOverlay(2);
-    bench.addEffect("Blur", 100, 600);
+    bench.append(bench.video, 1), bench.append(bench.audio1, 2);
+    bench.appendKeyed(bench.overlay, 2);
+    bench.addNamed(kEffect, bench.video, "Blur", 100, 600);
     bench.setMode(bench.video, 0, -30'000);
     bench.select(kSource, bench.video, 0);
     bench.applyKey(bench.overlay, 0, {1, 2, 3});

@@ -1,7 +1,7 @@
-// How a track keeps its items in order and apart: each case is a layout, the told command or its bare calls, and the
-// whole track as it reads afterwards, in timeline and media time.
+// How a track keeps its items in order and apart: each case is a layout, the calls of a command, and the whole track as
+// it reads afterwards, in timeline and media time.
 
-#include "twcore/model/commands.h"
+#include "twcore/model/calls.h"
 
 #include <functional>
 
@@ -9,7 +9,7 @@ namespace model_test {
 namespace {
 
 /// A at 0, B behind it, C behind B, each 10 s of its own stream; D lasts 8 s, E 1 s and F nothing.
-struct Bench : Commands {
+struct Bench : Tracks {
     Bench() { streams.durations = {{1, 10'000}, {2, 10'000}, {3, 10'000}, {4, 8'000}, {5, 1'000}, {6, 0}}; }
 
     void abc()
@@ -28,6 +28,12 @@ struct Bench : Commands {
         text(video);
     }
     void set(int seq, std::int32_t start, std::int32_t stop) { setTimes(kSource, video, seq, start, stop); }
+    /// With the media that stay at the source's speed, as a cut of one of its ends does it.
+    void setBoth(int seq, Range time, Range media)
+    {
+        set(seq, time.start, time.stop);
+        setMedia(video, seq, media.start, media.stop);
+    }
 };
 
 struct Case {
@@ -43,77 +49,44 @@ void expectAll(const std::vector<Case>& cases)
         Bench bench;
         it.run(bench);
         EXPECT_EQ(bench.text(bench.video), it.after);
-        const std::string once = bench.everything();
-        bench.restore(bench.image());
-        EXPECT_EQ(bench.everything(), once) << "taken back and done again";
+        const twcore::TimelineSnapshot once = bench.timeline.snapshot();
+        EXPECT_TRUE(bench.timeline.restore(bench.video, once.tracks.at(0)));
+        EXPECT_EQ(bench.text(bench.video), it.after) << "saved and opened";
     }
 }
 
-TEST(TrackRules, CommandsLeaveWhatTheyDoNotMean)
+TEST(TrackRules, CallsLeaveWhatTheyDoNotMean)
 {
     expectAll({
-        {"a delete over parts of two leaves the third",
-         [](Bench& b) { b.abc(), b.editRange(Edit::kDelete, 5'000, 15'000); },
-         "A 0-5000[0-5000] B 15000-20000[5000-10000] C 20000-30000[0-10000]"},
-        {"and does not make it creep at an odd speed",
+        {"ends that are cut leave what follows",
          [](Bench& b) {
-             b.abc();
-             b.set(2, 20'000, 33'337);
-             b.editRange(Edit::kDelete, 5'000, 15'001);
-             b.editRange(Edit::kDelete, 1'000, 17'003);
+             b.abc(), b.setBoth(0, {0, 5'000}, {0, 5'000}), b.setBoth(1, {15'000, 20'000}, {5'000, 10'000});
+         },
+         "A 0-5000[0-5000] B 15000-20000[5000-10000] C 20000-30000[0-10000]"},
+        {"and it does not creep at an odd speed",
+         [](Bench& b) {
+             b.abc(), b.set(2, 20'000, 33'337);
+             b.setBoth(1, {15'001, 20'000}, {5'001, 10'000}), b.text(b.video);
+             b.setBoth(0, {0, 1'000}, {0, 1'000}), b.setBoth(1, {17'003, 20'000}, {7'003, 10'000});
          },
          "A 0-1000[0-1000] B 17003-20000[7003-10000] C 20000-33337[0-10000]"},
-        {"a delete that ends in a gap draws what follows towards it as far as its medium reaches",
-         [](Bench& b) {
-             b.lay(1, {0, 5'000}, {0, 5'000});
-             b.lay(2, {20'000, 28'000}, {2'000, 10'000});
-             b.editRange(Edit::kDelete, 2'000, 10'000);
-         },
-         "A 0-2000[0-2000] B 18000-28000[0-10000]"},
-        {"a shuffle onto the second", [](Bench& b) { b.abc(), b.shuffle(kSource, b.video, 2, 1); },
+        {"a source taken to another place",
+         [](Bench& b) { b.abc(), b.remove(kSource, b.video, 2), b.insert(b.video, 3, 1, 10'000, 20'000); },
          "A 0-10000[0-10000] C 10000-20000[0-10000] B 20000-30000[0-10000]"},
-        {"a shuffle onto the first", [](Bench& b) { b.abc(), b.shuffle(kSource, b.video, 2, 0); },
-         "C 0-10000[0-10000] A 10000-20000[0-10000] B 20000-30000[0-10000]"},
-        {"a shuffle onto itself, at the end", [](Bench& b) { b.abc(), b.shuffle(kSource, b.video, 2, 2); },
-         "A 0-10000[0-10000] B 10000-20000[0-10000] C 20000-30000[0-10000]"},
-        {"Restore Size pushes what follows",
+        {"a shift takes those behind it along",
          [](Bench& b) {
-             b.lay(4, {0, 5'000}, {0, 8'000});
-             b.lay(2, {5'000, 10'000}, {0, 5'000});
-             b.select(kSource, b.video, 0);
-             b.restoreSize();
-         },
-         "D 0-8000[0-8000] B 8000-13000[0-5000]"},
-        {"a nudge stops at a neighbour",
-         [](Bench& b) {
-             b.lay(1, {0, 10'000}, {0, 10'000});
-             b.lay(2, {12'000, 20'000}, {0, 8'000});
-             b.lay(3, {25'000, 26'000}, {0, 1'000});
-             b.select(kSource, b.video, 1);
-             b.nudge(-5'000);
+             b.lay(1, {0, 10'000}, {0, 10'000}), b.lay(2, {12'000, 20'000}, {0, 8'000});
+             b.lay(3, {25'000, 26'000}, {0, 1'000}), b.shift(kSource, b.video, 1, -2'000);
          },
          "A 0-10000[0-10000] B 10000-18000[0-8000] C 23000-24000[0-1000]"},
-        {"or at the beginning", [](Bench& b) { b.append(b.video, 1, 300), b.shift(kSource, b.video, 0, -500); },
-         "A 0-10000[0-10000]"},
-        {"a split keeps stream and mode, and what follows",
-         [](Bench& b) { b.abc(), b.setMode(b.video, 1, 3), b.splitAt(14'000); },
-         "A 0-10000[0-10000] B 10000-14000[0-4000]*3 B 14000-20000[4000-10000]*3 C 20000-30000[0-10000]"},
-        {"a resize plays slower and carries the rest along",
-         [](Bench& b) { b.abc(), b.select(kSource, b.video, 0), b.resize(2'000); },
-         "A 0-12000[0-10000] B 12000-22000[0-10000] C 22000-32000[0-10000]"},
-        {"a cut pasted at its own place gives the timeline back",
-         [](Bench& b) { b.abc(), b.editRange(Edit::kCut, 5'000, 15'000), b.paste(5'000), b.pack(); },
-         "A 0-5000[0-5000] A 5000-10000[5000-10000] B 10000-15000[0-5000] B 15000-20000[5000-10000] "
-         "C 20000-30000[0-10000]"},
-        {"a crop of sources leaves those behind the range",
-         [](Bench& b) { b.abc(), b.editRange(Edit::kCrop, 2'000, 8'000); },
-         "A 2000-8000[2000-8000] B 10000-20000[0-10000] C 20000-30000[0-10000]"},
-        {"a source moved to another track pushes what it meets",
+        {"a shift stops at the beginning",
+         [](Bench& b) { b.append(b.video, 1, 300), b.shift(kSource, b.video, 0, -500); }, "A 0-10000[0-10000]"},
+        {"a source in two parts keeps its mode",
          [](Bench& b) {
-             b.append(b.audio1, 5), b.append(b.audio1, 5), b.select(kSource, b.audio1, 1);
-             b.append(b.video, 1), b.append(b.video, 2), b.moveToTrack(b.audio1, b.video, 1);
+             b.abc(), b.setMode(b.video, 1, 3), b.setBoth(1, {10'000, 14'000}, {0, 4'000});
+             b.insert(b.video, 2, 2, 14'000, 20'000), b.setMedia(b.video, 2, 4'000, 10'000), b.setMode(b.video, 2, 3);
          },
-         "A 0-10000[0-10000] E 11000-12000[0-1000] B 12000-22000[0-10000]"},
+         "A 0-10000[0-10000] B 10000-14000[0-4000]*3 B 14000-20000[4000-10000]*3 C 20000-30000[0-10000]"},
     });
 }
 
@@ -287,22 +260,6 @@ TEST(TrackRules, MediaMovesOnlyAStartThatWasDrawnOut)
          },
          "C 15000-30000[-5000-9000]"},
     });
-}
-
-TEST(TrackRules, RepeatAudioEnds)
-{
-    Bench bench;
-    bench.abc();
-    bench.append(bench.audio1, 4);
-    bench.setMedia(bench.audio1, 0, 5'000, 8'000); // its last repeat gets a media range that is reversed
-    bench.select(kSource, bench.audio1, 0);
-    bench.repeatAudio();
-    EXPECT_EQ(bench.text(bench.audio1), "D 0-8000[5000-8000] D 8000-11000[5000-8000] D 11000-14000[5000-8000] "
-                                        "D 14000-17000[5000-8000] D 17000-20000[5000-8000] D 20000-23000[5000-8000] "
-                                        "D 23000-26000[5000-8000] D 26000-29000[5000-8000] D 29000-30000[5000-1000]");
-    bench.append(bench.video, 1);
-    bench.repeatAudio(); // goes on from that reversed range: the whole stream comes instead
-    EXPECT_EQ(bench.duration(bench.audio1), 40'000);
 }
 
 TEST(TrackRules, EffectsAddedByTime)
