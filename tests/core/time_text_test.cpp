@@ -1,29 +1,12 @@
-// Times as texts: their exact forms, where 16 bits end, and that a text costs no memory besides itself.
+// Times as texts: their exact forms, and where 16 bits end.
 
 #include "core/time_text.h"
 
 #include "support/scripted_platform.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
-#include <new>
-
-namespace {
-std::size_t allocations = 0;
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace time_text_test {
 namespace {
@@ -58,15 +41,6 @@ TEST(TimeText, Forms)
     }
     EXPECT_EQ(MilliSecondsToTimetype(5025678), (TimeType{1, 23, 45, 678}));
     EXPECT_TRUE(std::filesystem::is_empty(platform.folder)) << "an overflow is not reported";
-}
-
-TEST(TimeText, AllocatesNothingButItsResult)
-{
-    const std::size_t before = allocations;
-    const std::string text = MilliSecondsToTimetypeAsString(5025678); // short enough to live in the string itself
-    EXPECT_EQ(allocations - before, 0u);
-    EXPECT_GT(before, 0u) << "what the test itself allocates is counted";
-    EXPECT_EQ(text, "1:23:45.678");
 }
 
 } // namespace

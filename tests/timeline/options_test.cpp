@@ -32,12 +32,11 @@ protected:
         return row(form.chkLinkAudio[1], form.chkLockAudio[1], form.chkDisableAudio[1], form.imgLinkAudio[1],
                    form.imgLockAudio[1], form.imgDisableAudio[1]);
     }
-    /// The engine's calls that change an option or read for a redraw, since the last time.
+    /// The engine's calls that change an option, since the last time.
     std::string takeCalls()
     {
         std::string all;
-        for (const char* const name :
-             {"SetTrackLink", "SetTrackDisabled", "SetEffectsEnabled", "GetSourceTimes", "GetEffectTimes"}) {
+        for (const char* const name : {"SetTrackLink", "SetTrackDisabled", "SetEffectsEnabled"}) {
             const int count = engineCalls.counts[name];
             all += count == 0 ? "" : std::string(all.empty() ? "" : " ") + name + "x" + std::to_string(count);
         }
@@ -52,17 +51,16 @@ TEST_F(OptionsTest, EachChangeDoesItsOwn)
     struct Case {
         const char* what;
         void (*click)(std::int16_t);
-        const char* calls; // an empty row reads times once
+        const char* calls;
     };
-    const char* const all = "GetSourceTimesx4 GetEffectTimesx1";
     const Case cases[] = {
-        {"link video", imgLinkVideo_Click, "SetTrackLinkx1 GetSourceTimesx4 GetEffectTimesx1"},
-        {"link audio", imgLinkAudio_Click, "SetTrackLinkx1 GetSourceTimesx4 GetEffectTimesx1"},
+        {"link video", imgLinkVideo_Click, "SetTrackLinkx1"},
+        {"link audio", imgLinkAudio_Click, "SetTrackLinkx1"},
         {"link overlay", imgLinkOverlay_Click, "SetTrackLinkx1"},
         {"link effect", imgLinkEffect_Click, ""},
-        {"lock video", imgLockVideo_Click, all},
-        {"lock overlay", imgLockOverlay_Click, all},
-        {"lock effect", imgLockEffect_Click, "GetEffectTimesx1"},
+        {"lock video", imgLockVideo_Click, ""},
+        {"lock overlay", imgLockOverlay_Click, ""},
+        {"lock effect", imgLockEffect_Click, ""},
         {"disable video", imgDisableVideo_Click, "SetTrackDisabledx1"},
         {"disable overlay", imgDisableOverlay_Click, "SetTrackDisabledx1"},
         {"disable effect", imgDisableEffect_Click, "SetEffectsEnabledx1"},
@@ -115,15 +113,6 @@ TEST_F(OptionsTest, ARowDownToOneItem)
     moduleTimeline::UpdateTrackOptions();
     EXPECT_EQ(videoRow().substr(0, 3), "100") << "the choice of the person is undone";
     EXPECT_EQ(audioRow().substr(0, 3), "001");
-}
-
-TEST_F(OptionsTest, ToolTips)
-{
-    EXPECT_EQ(form.imgDisableVideo[0].ToolTipText.get(), "Hide Video");
-    EXPECT_EQ(form.imgLockAudio[0].ToolTipText.get(), "Unlock Audio 1");
-    EXPECT_EQ(form.imgLinkOverlay[0].ToolTipText.get(), "Unlink Overlay");
-    EXPECT_EQ(form.imgDisableEffect[0].ToolTipText.get(), "Hide Effect");
-    EXPECT_EQ(form.cmdSelSliders.ToolTipText.get(), "Show/Hide Selection Sliders");
 }
 
 } // namespace
