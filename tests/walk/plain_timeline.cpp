@@ -1,8 +1,8 @@
-#include "edit/plain_timeline.h"
+#include "walk/plain_timeline.h"
 
 #include <algorithm>
 
-namespace edit_test {
+namespace walk_test {
 
 int Lane::firstSelected(int from) const
 {
@@ -62,4 +62,4 @@ std::int64_t PlainTimeline::duration() const
     return end;
 }
 
-} // namespace edit_test
+} // namespace walk_test

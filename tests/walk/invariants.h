@@ -3,9 +3,9 @@
 // What holds after every command, whatever it was. Each answers what is wrong, empty when nothing is.
 
 #include "app/edit_dump.h"
-#include "edit/plain_timeline.h"
+#include "walk/plain_timeline.h"
 
-namespace edit_test {
+namespace walk_test {
 
 /// Items begin at 0 or later, are some time long, lie in their order and do not overlap; an overlay for each
 /// transition.
@@ -28,4 +28,4 @@ std::string wrongInItems(const PlainTimeline& timeline, const PlainTimeline& tol
 /// The pieces on the clipboard against what a command must leave there; gaps between them do not count.
 std::string wrongInClipboard(const PlainTimeline& timeline, const PlainTimeline& told);
 
-} // namespace edit_test
+} // namespace walk_test

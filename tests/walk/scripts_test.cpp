@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-namespace edit_test {
+namespace walk_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -51,4 +51,4 @@ INSTANTIATE_TEST_SUITE_P(All, EditScript, testing::ValuesIn(scriptNames()), [](c
 });
 
 } // namespace
-} // namespace edit_test
+} // namespace walk_test

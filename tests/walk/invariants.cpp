@@ -1,4 +1,4 @@
-#include "edit/invariants.h"
+#include "walk/invariants.h"
 
 #include "core/forms/frmTimeline.h"
 #include "engine/ITWKeyTransition.h"
@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace edit_test {
+namespace walk_test {
 
 using app::EditTrack;
 using app::LaidItem;
@@ -229,4 +229,4 @@ std::string wrongInClipboard(const PlainTimeline& timeline, const PlainTimeline&
     return {};
 }
 
-} // namespace edit_test
+} // namespace walk_test

@@ -4,16 +4,16 @@
 
 #include "app/edit_dump.h"
 #include "app/edit_session.h"
-#include "edit/history_model.h"
-#include "edit/plain_timeline.h"
-#include "edit/told_commands.h"
+#include "walk/history_model.h"
+#include "walk/plain_timeline.h"
+#include "walk/told_commands.h"
 
 #include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
-namespace edit_test {
+namespace walk_test {
 
 using Script = std::vector<std::string>;
 
@@ -62,4 +62,4 @@ Script shrunk(Script script, int seconds);
 /// As text, to be pasted.
 std::string asText(const Script& script);
 
-} // namespace edit_test
+} // namespace walk_test

@@ -3,9 +3,9 @@
 // The program's state in the plain words of the models.
 
 #include "app/edit_dump.h"
-#include "edit/plain_timeline.h"
+#include "walk/plain_timeline.h"
 
-namespace edit_test {
+namespace walk_test {
 
 PlainTimeline plainNow(const app::LaidTimeline& laid, const app::EditSession& session);
 
@@ -15,4 +15,4 @@ std::string historyNow();
 /// Whether the transitions on the clipboard follow each other like their overlays. Gaps may differ, which is meant.
 bool areKeysClippedAlike();
 
-} // namespace edit_test
+} // namespace walk_test

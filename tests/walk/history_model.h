@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace edit_test {
+namespace walk_test {
 
 class HistoryModel {
 public:
@@ -62,4 +62,4 @@ private:
     int index_ = 0;
 };
 
-} // namespace edit_test
+} // namespace walk_test

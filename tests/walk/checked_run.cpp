@@ -1,15 +1,15 @@
-#include "edit/checked_run.h"
+#include "walk/checked_run.h"
 
 #include "app/edit_errors.h"
 #include "app/edit_words.h"
-#include "edit/invariants.h"
-#include "edit/program_state.h"
 #include "history/ModuleHistory.h"
+#include "walk/invariants.h"
+#include "walk/program_state.h"
 
 #include <algorithm>
 #include <chrono>
 
-namespace edit_test {
+namespace walk_test {
 
 namespace {
 
@@ -213,4 +213,4 @@ std::string asText(const Script& script)
     return text;
 }
 
-} // namespace edit_test
+} // namespace walk_test

@@ -1,4 +1,4 @@
-#include "edit/program_state.h"
+#include "walk/program_state.h"
 
 #include "core/colours.h"
 #include "core/forms/frmTools.h"
@@ -7,7 +7,7 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
-namespace edit_test {
+namespace walk_test {
 
 using app::EditTrack;
 
@@ -102,4 +102,4 @@ bool areKeysClippedAlike()
     return overlays == keys;
 }
 
-} // namespace edit_test
+} // namespace walk_test

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace edit_test {
+namespace walk_test {
 
 struct Item {
     std::int64_t start = 0;
@@ -83,4 +83,4 @@ struct PlainTimeline {
     std::int64_t duration() const;
 };
 
-} // namespace edit_test
+} // namespace walk_test

@@ -1,7 +1,7 @@
 // A seeded walk of random commands over the whole program, every one of them checked. A failure prints a short script
 // that fails too, for quillmont-edit and for a test.
 
-#include "edit/checked_run.h"
+#include "walk/checked_run.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,7 +9,7 @@
 #include <memory>
 #include <random>
 
-namespace edit_test {
+namespace walk_test {
 namespace {
 
 constexpr int kMaxItems = 60;            // then the timeline is cleared
@@ -288,4 +288,4 @@ TEST(EditWalk, RandomCommandsLeaveWhatTheyAreToldTo)
 }
 
 } // namespace
-} // namespace edit_test
+} // namespace walk_test

@@ -1,11 +1,11 @@
 // Cut, copy, delete, crop and paste.
 
-#include "edit/told_commands.h"
+#include "walk/told_commands.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace edit_test {
+namespace walk_test {
 
 namespace {
 
@@ -314,4 +314,4 @@ Outcome split(PlainTimeline& timeline)
     return Outcome::kDone;
 }
 
-} // namespace edit_test
+} // namespace walk_test

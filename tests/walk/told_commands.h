@@ -3,9 +3,9 @@
 // What each command must leave on the timeline, by its definition alone: a second telling of the commands over plain
 // lists, in as few words as they allow.
 
-#include "edit/plain_timeline.h"
+#include "walk/plain_timeline.h"
 
-namespace edit_test {
+namespace walk_test {
 
 enum class Edit : std::uint8_t { kCut, kCopy, kDelete, kCrop, kCropSources };
 
@@ -42,4 +42,4 @@ Outcome changeTrack(PlainTimeline& timeline, Row fromRow, int from, Row toRow, i
 Outcome put(PlainTimeline& timeline, Row row, const Item& item);
 Outcome putEffect(PlainTimeline& timeline, const Item& item);
 
-} // namespace edit_test
+} // namespace walk_test

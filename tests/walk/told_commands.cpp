@@ -1,10 +1,10 @@
 // The commands over whole tracks, adding, dragging and shuffling.
 
-#include "edit/told_commands.h"
+#include "walk/told_commands.h"
 
 #include <algorithm>
 
-namespace edit_test {
+namespace walk_test {
 
 namespace {
 
@@ -293,4 +293,4 @@ Outcome putEffect(PlainTimeline& timeline, const Item& item)
     return Outcome::kNothing;
 }
 
-} // namespace edit_test
+} // namespace walk_test

@@ -1,9 +1,9 @@
-#include "edit/history_model.h"
+#include "walk/history_model.h"
 
 #include <algorithm>
 #include <array>
 
-namespace edit_test {
+namespace walk_test {
 
 namespace {
 
@@ -167,4 +167,4 @@ std::optional<std::string> HistoryModel::redo()
     return image;
 }
 
-} // namespace edit_test
+} // namespace walk_test
