@@ -1,8 +1,7 @@
-// The history: entries, rows, steps; and a long walk against a plain model of it.
+// The history: entries, rows, steps.
 
 #include "history/history_harness.h"
 
-#include <algorithm>
 #include <random>
 
 namespace history_test {
@@ -201,104 +200,6 @@ TEST_F(StepsTest, TheViewGoesBackToo)
     EXPECT_EQ(form.hsb.Value(), 0) << "through a row that stayed";
 }
 
-/// What is told of the history, with texts for images.
-struct Model {
-    struct Row {
-        std::string caption;
-        bool isUndone = false;
-    };
-    struct Entry {
-        std::string before;
-        std::string caption;
-    };
-    std::vector<Entry> entries;
-    std::vector<Row> rows;
-    std::size_t index = 0;
-    std::string last;
-    std::string now;
-
-    void removeDisabled()
-    {
-        while (index <= 25 && !rows.empty() && rows.back().isUndone) {
-            rows.pop_back();
-            if (rows.empty() || rows.size() > entries.size()) {
-                return;
-            }
-            entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(rows.size()) - 1);
-        }
-    }
-    void add(const std::string& caption)
-    {
-        if (index > 25) {
-            entries.erase(entries.begin());
-            index = entries.size();
-            rows.erase(rows.begin(), rows.begin() + (rows.empty() ? 0 : 1));
-        }
-        entries.resize(std::min(entries.size(), index));
-        rows.resize(std::min(rows.size(), index));
-        entries.push_back({now, caption});
-        rows.push_back({caption});
-    }
-    bool undo()
-    {
-        if (index == 0 || index > entries.size()) {
-            return false;
-        }
-        now = entries[--index].before;
-        return true;
-    }
-    void menuUndo()
-    {
-        if (!undo() || rows.empty()) {
-            return;
-        }
-        if (!rows.back().isUndone) {
-            rows.pop_back();
-        } else if (index < rows.size()) {
-            rows[index].isUndone = true;
-        }
-    }
-    void redo()
-    {
-        if (index >= entries.size()) {
-            return;
-        }
-        const bool isNewest = index + 1 == entries.size();
-        now = isNewest ? last : entries[rows.empty() ? 0 : index + 1].before;
-        const bool isRestored = index < rows.size() && rows[index].isUndone;
-        if (isRestored) {
-            rows[index].isUndone = false;
-        } else if (index == rows.size() && !entries[index].caption.starts_with("Clear ")) {
-            rows.push_back({entries[index].caption});
-        }
-        ++index;
-    }
-    void click(std::size_t row)
-    {
-        if (row > rows.size() || row > entries.size()) {
-            return;
-        }
-        if (!rows[row - 1].isUndone) {
-            std::for_each(rows.begin() + static_cast<std::ptrdiff_t>(row) - 1, rows.end(),
-                          [](Row& each) { each.isUndone = true; });
-            index = row;
-            undo();
-        } else {
-            std::for_each_n(rows.begin(), row, [](Row& each) { each.isUndone = false; });
-            index = row - 1;
-            redo();
-        }
-    }
-    std::string text() const
-    {
-        std::string all;
-        for (const Row& row : rows) {
-            all += (all.empty() ? "" : " ") + (row.isUndone ? "(" + row.caption + ")" : row.caption);
-        }
-        return all + " | " + std::to_string(index) + "/" + std::to_string(entries.size());
-    }
-};
-
 class WalkTest : public HistoryTest {
 protected:
     /// Some change of the timeline, done to the engine.
@@ -328,51 +229,6 @@ protected:
     unsigned random() { return static_cast<unsigned>(generator_() >> 4); }
     std::mt19937 generator_{20260304};
 };
-
-TEST_F(WalkTest, AgainstThePlainModel)
-{
-    expectsErrors = true;         // rows run out now and then
-    platform.tickCount = 100'000; // not to be taken for a repetition of another test's
-    Model model;
-    const char* const words[] = {"Cut", "Paste", "Move", "Clear Effects"};
-    const char* const captions[] = {"Cut", "Paste", "Move", "Clear Effect Track"};
-    std::string steps;
-    std::size_t most = 0;
-    for (int step = 0; step < 1500; ++step) {
-        model.now = timeline();
-        const unsigned kind = random() % 16;
-        const unsigned word = random() % 16 == 0 ? 3 : random() % 3;
-        if (kind < 9) {
-            const bool takesEffect = kind > 0;
-            model.removeDisabled();
-            model.add(captions[word]);
-            command(
-                words[word], [&] { takesEffect ? change() : void(); }, takesEffect);
-            if (takesEffect) {
-                model.entries.resize(++model.index);
-            }
-            model.now = model.last = timeline();
-            steps += takesEffect ? " command" : " nothing";
-        } else if (kind < 12) {
-            model.menuUndo();
-            OnEditUndoClick();
-            steps += " undo";
-        } else if (kind < 15) {
-            model.redo();
-            OnEditRedoClick();
-            steps += " redo";
-        } else if (!model.rows.empty()) {
-            const unsigned row = 1 + random() % static_cast<unsigned>(model.rows.size());
-            model.click(row);
-            click(static_cast<std::int32_t>(row));
-            steps += " row" + std::to_string(row);
-        }
-        most = std::max(most, model.entries.size());
-        ASSERT_EQ(history(), model.text()) << steps;
-        ASSERT_EQ(timeline(), model.now) << steps;
-    }
-    EXPECT_EQ(most, 26U);
-}
 
 TEST_F(WalkTest, ThirtyCommandsBackAndForth)
 {
