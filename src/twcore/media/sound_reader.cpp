@@ -342,14 +342,14 @@ void SoundReader::feedSilence(std::int64_t count)
 void SoundReader::convert(const std::uint8_t** data, int count)
 {
     const int room = swr_get_out_samples(converter_.get(), count);
-    const int channels = sourceChannels_ == 1 ? 1 : 2;
-    block_.resize(static_cast<std::size_t>(std::max(room, 1) * channels));
+    const std::size_t channels = sourceChannels_ == 1 ? 1 : 2;
+    block_.resize(static_cast<std::size_t>(std::max(room, 1)) * channels);
     auto* target = reinterpret_cast<std::uint8_t*>(block_.data());
     const int got = swr_convert(converter_.get(), &target, room, data, count);
-    for (int i = 0; i < got; ++i) {
-        const float left = block_[static_cast<std::size_t>(i * channels)];
+    for (std::size_t i = 0; i < static_cast<std::size_t>(std::max(got, 0)); ++i) {
+        const float left = block_[i * channels];
         buffer_.push_back(left);
-        buffer_.push_back(channels == 1 ? left : block_[static_cast<std::size_t>(i * 2 + 1)]);
+        buffer_.push_back(channels == 1 ? left : block_[i * 2 + 1]);
     }
 }
 

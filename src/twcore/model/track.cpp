@@ -157,7 +157,7 @@ void Track::restore(const TrackContents& contents)
         source.mediaBarred = false;
         source.stretchMode = item.stretchMode;
         source.selected = item.selected;
-        fresh.sources_.insert(static_cast<int>(fresh.sources_.count()), std::move(source));
+        fresh.sources_.insert(static_cast<int>(fresh.sources_.count()), source);
     }
     for (const EffectItem& item : contents.effects) {
         Effect effect = makeEffect(item.name, rangeOf(item));

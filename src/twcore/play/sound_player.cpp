@@ -95,7 +95,8 @@ std::int64_t SoundPlayer::Room::pull(std::span<float> out) noexcept
     // Over one block from the gain that was heard last to the one that is wanted, so that nothing clicks.
     const float step = floats > 0 ? (wanted - heardGain) / static_cast<float>(count) : 0;
     for (std::size_t i = 0; i < floats; ++i) {
-        const float now = heardGain + step * static_cast<float>(i / 2);
+        const std::size_t sample = i / 2;
+        const float now = heardGain + step * static_cast<float>(sample);
         out[i] = std::clamp(out[i] * now, -1.0f, 1.0f);
     }
     heardGain = floats > 0 ? wanted : heardGain;

@@ -130,14 +130,12 @@ SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::v
         const PlannedSource& source = *stretch.layers[i];
         const TraceSpan span("fit");
         try {
-            if (isPlain) {
+            if (isPlain || (!source.key && !picture)) {
                 picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
             } else if (source.key) {
                 picture = overlaid(picture ? picture : worker_.black(), frames[i], source);
-            } else if (picture) {
-                picture = fitter.fitOver(picture, frames[i], *source.media->picture, placeOf(source));
             } else {
-                picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
+                picture = fitter.fitOver(picture, frames[i], *source.media->picture, placeOf(source));
             }
         } catch (const std::runtime_error&) {
             // A kind of picture that cannot be converted is left out, as a damaged one is.

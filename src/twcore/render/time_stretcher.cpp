@@ -68,7 +68,7 @@ void TimeStretcher::makeHop()
     for (int i = 0; i < hop_; ++i) {
         const float rising = fade_[static_cast<std::size_t>(i)];
         for (int c = 0; c < 2; ++c) {
-            const auto at = static_cast<std::size_t>(2 * i + c);
+            const auto at = static_cast<std::size_t>(i) * 2 + static_cast<std::size_t>(c);
             made_[at] = tail_[at] * (1 - rising) + input[at] * rising;
         }
     }
@@ -83,7 +83,7 @@ double TimeStretcher::similarity(std::int64_t place, int step) const
     float product = 0;
     float power = 1e-6f;
     for (int i = 0; i < hop_ * 2; i += 2 * step) {
-        const float a = tail_[static_cast<std::size_t>(i)] + tail_[static_cast<std::size_t>(i + 1)];
+        const float a = tail_[static_cast<std::size_t>(i)] + tail_[static_cast<std::size_t>(i) + 1];
         const float b = input[i] + input[i + 1];
         product += a * b;
         power += b * b;

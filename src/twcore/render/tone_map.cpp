@@ -120,7 +120,7 @@ std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
                 const double y = isFullRange ? code(i) / 255 : (code(i) - 16) / 219;
                 const double chroma = isFullRange ? 255 : 224;
                 const auto result = mapped(y, (code(j) - 128) / chroma, (code(k) - 128) / chroma, isHlg);
-                auto& point = table->points[std::size_t((i * kPoints + j) * kPoints + k)];
+                auto& point = table->points[(std::size_t(i) * kPoints + std::size_t(j)) * kPoints + std::size_t(k)];
                 std::ranges::transform(result, point.begin(), [](double value) {
                     return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0, 255.0) * 64));
                 });

@@ -28,7 +28,7 @@ std::size_t bytesOf(const AVFrame& frame)
 
 PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled,
                          ReadFaults& faults)
-    : plan_(std::move(plan)), clock_(clock), encoding_(std::move(encoding)), cancelled_(cancelled), faults_(faults),
+    : plan_(std::move(plan)), clock_(clock), encoding_(encoding), cancelled_(cancelled), faults_(faults),
       cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_, .faults = &faults_})
 {
     const auto starts = cuts_.chunkStarts();

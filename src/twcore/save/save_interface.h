@@ -29,7 +29,7 @@ public:
 
     SaveInterface(Timeline& timeline, FileRegistry& files) : timeline_(timeline), files_(files) {}
     /// Stops a running save. Waits a little for what is stopped, and leaves behind what does not come through.
-    ~SaveInterface();
+    ~SaveInterface() override;
     SaveInterface(const SaveInterface&) = delete;
     SaveInterface& operator=(const SaveInterface&) = delete;
 

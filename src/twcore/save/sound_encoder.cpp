@@ -35,7 +35,7 @@ void fillFrame(AVFrame& frame, std::span<const float> samples)
     const int channels = frame.ch_layout.nb_channels;
     for (int c = 0; c < channels; ++c) {
         for (int i = 0; i < count; ++i) {
-            const auto at = static_cast<std::size_t>(2 * i);
+            const auto at = static_cast<std::size_t>(i) * 2;
             const float sample = channels == 1 ? (samples[at] + samples[at + 1]) / 2 : samples[at + std::size_t(c)];
             if (frame.format == AV_SAMPLE_FMT_FLTP) {
                 reinterpret_cast<float*>(frame.data[c])[i] = std::clamp(sample, -1.0f, 1.0f);
