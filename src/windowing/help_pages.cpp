@@ -105,7 +105,9 @@ std::vector<Hit> pagesWith(const QString& words)
     const std::vector<QRegularExpression> patterns = patternsOf(words.simplified());
     std::vector<Hit> inTitle;
     std::vector<Hit> inText;
-    for (const auto& [line, text] : texts()) {
+    for (const PageText& page : texts()) {
+        const ContentsLine* const line = page.line;
+        const QString& text = page.text;
         const bool holdsAll = std::ranges::all_of(
             patterns, [&](const QRegularExpression& pattern) { return pattern.match(text).hasMatch(); });
         if (patterns.empty() || !holdsAll) {

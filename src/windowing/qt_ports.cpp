@@ -124,7 +124,7 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
         throw engine::RuntimeError(kCancelled, "Cancel was selected.");
     }
     lastFolder_ = QFileInfo(chosen.front()).absolutePath();
-    const std::string names = folderAndNames(chosen);
+    std::string names = folderAndNames(chosen);
     if (request.bufferLength > 0 && names.size() >= request.bufferLength) {
         throw engine::RuntimeError(kBufferTooSmall, "The buffer for the file names is too small.");
     }
