@@ -7,6 +7,7 @@
 #include <CLI/Formatter.hpp>
 #include <csignal>
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -40,6 +41,25 @@ void watchSignals()
     std::signal(SIGPIPE, SIG_IGN); // who reads may go away: an error of a write
 }
 
+/// The exit status when the words alone settle it: help, the version, or wrong ones.
+std::optional<int> readWords(int count, const char* const* raw)
+{
+    CLI::App program("Reads editing commands from standard input, one a line, and runs them.\n"
+                     "Exit status: 0 done, 1 the run failed, 2 a line is wrong.");
+    program.name("quillmont-edit");
+    program.set_version_flag("--version", "quillmont-edit " QUILLMONT_VERSION);
+    program.footer("Commands:\n" + app::wordsHelp() + "\n" + kExample);
+    try {
+        program.parse(count, raw);
+    } catch (const CLI::Success& asked) {
+        return program.exit(asked);
+    } catch (const CLI::ParseError& wrong) {
+        std::cerr << "quillmont-edit: " << wrong.what() << "\nRun quillmont-edit --help to see the commands.\n";
+        return kWrongWords;
+    }
+    return std::nullopt;
+}
+
 int run()
 {
     app::EditSession session(std::cerr);
@@ -61,21 +81,11 @@ int run()
 
 int main(int count, char** raw)
 {
-    CLI::App program("Reads editing commands from standard input, one a line, and runs them.\n"
-                     "Exit status: 0 done, 1 the run failed, 2 a line is wrong.");
-    program.name("quillmont-edit");
-    program.set_version_flag("--version", "quillmont-edit " QUILLMONT_VERSION);
-    program.footer("Commands:\n" + app::wordsHelp() + "\n" + kExample);
     try {
-        program.parse(count, raw);
-    } catch (const CLI::Success& asked) {
-        return program.exit(asked);
-    } catch (const CLI::ParseError& wrong) {
-        std::cerr << "quillmont-edit: " << wrong.what() << "\nRun quillmont-edit --help to see the commands.\n";
-        return kWrongWords;
-    }
-    watchSignals();
-    try {
+        if (const auto status = readWords(count, raw)) {
+            return *status;
+        }
+        watchSignals();
         return run();
     } catch (const std::exception& failure) {
         std::cerr << "quillmont-edit: " << failure.what() << "\n";

@@ -61,10 +61,14 @@ bool isThroughWithSaving()
 {
     constexpr engine::Milliseconds kLongestMs = 2000;
     engine::Bool16 ok = engine::kTrue;
-    if (engine::Engine) {
-        const auto save = engine::EngineAs<engine::ITWSave>();
-        (void)save->CloseSave();
-        (void)save->WaitForStopped(kLongestMs, ok);
+    try {
+        if (engine::Engine) {
+            const auto save = engine::EngineAs<engine::ITWSave>();
+            (void)save->CloseSave();
+            (void)save->WaitForStopped(kLongestMs, ok);
+        }
+    } catch (const engine::RuntimeError&) {
+        return true; // an engine without saves has none to wait for
     }
     return ok != engine::kFalse;
 }
@@ -73,13 +77,13 @@ bool isThroughWithSaving()
 
 int main(int count, char** raw)
 {
-    const auto read = app::readRenderWords(count, raw);
-    if (!read.words) {
-        return read.exitStatus;
-    }
-    watchSignals();
     int status = 1;
     try {
+        const auto read = app::readRenderWords(count, raw);
+        if (!read.words) {
+            return read.exitStatus;
+        }
+        watchSignals();
         status = run(*read.words);
     } catch (const std::exception& failure) {
         std::cerr << "quillmont-render: " << app::forTerminal(failure.what()) << "\n";
