@@ -252,7 +252,7 @@ std::vector<std::string> SaveRun::readPaths() const
         }
     }
     std::ranges::sort(paths);
-    paths.erase(std::ranges::unique(paths).begin(), paths.end());
+    paths.erase(std::unique(paths.begin(), paths.end()), paths.end());
     return paths;
 }
 
