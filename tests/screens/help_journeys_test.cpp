@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QDirIterator>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>

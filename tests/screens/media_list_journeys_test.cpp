@@ -6,6 +6,7 @@
 #include "windowing/list_model.h"
 
 #include <QHeaderView>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QSlider>
 #include <QStyleOptionSlider>

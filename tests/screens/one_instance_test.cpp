@@ -3,6 +3,7 @@
 #include "app/child_process.h"
 
 #include <QDir>
+#include <QImage>
 #include <QLockFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -27,6 +27,7 @@
 
 #include <QMenuBar>
 #include <QMimeData>
+#include <QStyleHints>
 #include <QTreeView>
 #include <QWindow>
 

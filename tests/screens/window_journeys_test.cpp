@@ -5,8 +5,12 @@
 #include "screens/screen_harness.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSlider>
+#include <QHeaderView>
+#include <QLabel>
 #include <QProgressBar>
+#include <QSizeGrip>
 
 namespace screens_test {
 namespace {
