@@ -92,6 +92,9 @@ TEST_F(FailingDiskTest, EveryCallThatFailsEndsTheSave)
 
 TEST_F(FailingDiskTest, NoDescriptorsLeft)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizers read the program's own map by a descriptor, and report false types without one";
+#endif
     const std::string input = folder / "clip.mp4";
     fs::copy_file(testmedia::mediaFolder() / "h264.mp4", input);
     ASSERT_EQ(render(input).status, 0);
