@@ -42,7 +42,7 @@ inline bool ClickCtrl = false;
 inline std::string WorkingFolder; // for new files and dialogues
 inline std::int16_t ProjectWidth = 320;
 inline std::int16_t ProjectHeight = 240;
-inline bool ProjectModified = false;
+inline bool ProjectModified = false; // true by `markModified` alone
 inline std::string ProjectFilePath;
 inline std::string AppSection = "Quillmont 1.1"; // under which all settings are stored
 
@@ -57,6 +57,11 @@ inline std::string NewRecentProject; // what `UpdateResentProjectMenu` puts on t
 inline bool InSelectionUpdate = false;
 inline bool BusyOpening = false;
 inline bool OpeningCancelled = false; // set by the person while files are being opened; asked between two files
+
+/// There is work now that is not in the project's file. The one place that says so: the question on closing and the
+/// title stand on the flag. Commands that change what would be saved call it; some do even when nothing changed, and
+/// their headers say so.
+inline void markModified() { ProjectModified = true; }
 
 /// Puts everything back to its start value; for tests, which run many programs in one process.
 void reset();

@@ -76,7 +76,7 @@ void closeSelectedRows(Closing& done)
 
 void showWhatClosingLeft(const Closing& done)
 {
-    state::ProjectModified = true; // meant: also when nothing was closed
+    state::markModified(); // meant: also when nothing was closed
     if (done.referencesRemoved) {
         moduleScaleRenderer::AdjustScroll();
         moduleScaleRenderer::RenderScale();

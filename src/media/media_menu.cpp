@@ -16,7 +16,7 @@ void mnuFileOpen_Click()
     }
     const media::OpeningSpan span;
     moduleTarnwick::OnFileOpenClick();
-    state::ProjectModified = true;
+    state::markModified();
     EnableOrDisableMenuItems();
 }
 
@@ -27,7 +27,7 @@ void mnuFileClose_Click()
     }
     const media::OpeningSpan span;
     moduleTarnwick::OnFileCloseClick();
-    state::ProjectModified = true;
+    state::markModified();
     EnableOrDisableMenuItems();
 }
 
@@ -42,7 +42,7 @@ void mnuFileRF_Click(std::size_t index)
     const std::int32_t rowsBefore = forms::frmMediaList.lvwMediaList.Count();
     moduleTarnwick::OpenResentFile(path);
     if (forms::frmMediaList.lvwMediaList.Count() > rowsBefore) {
-        state::ProjectModified = true;
+        state::markModified();
     }
     EnableOrDisableMenuItems();
 }

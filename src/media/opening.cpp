@@ -235,7 +235,7 @@ void OpenDroppedFiles(const std::vector<std::string>& paths)
         selectLastRow();
         sayDoneWhenCancelled();
     });
-    state::ProjectModified = true;
+    state::markModified();
     EnableOrDisableMenuItems();
 }
 

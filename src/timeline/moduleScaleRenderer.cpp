@@ -126,7 +126,7 @@ void ZoomOut()
             state::ZoomFactor = numbers::narrowed<std::int16_t>(zoom() * 2);
             showZoom();
         }
-        state::ProjectModified = true;
+        state::markModified();
     });
 }
 
@@ -137,7 +137,7 @@ void ZoomIn()
             state::ZoomFactor = numbers::rounded<std::int16_t>(zoom() / 2.0);
             showZoom();
         }
-        state::ProjectModified = true;
+        state::markModified();
     });
 }
 
