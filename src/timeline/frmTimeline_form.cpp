@@ -145,7 +145,7 @@ void TimelineForm::zoomAt(double notches, float x)
 void TimelineForm::makeRows()
 {
     for (RowParts& parts : makeRowParts()) {
-        auto* const row = new TrackRow(std::move(parts), base_);
+        auto* const row = new RowPane(std::move(parts), base_);
         connectPicture(row->picture());
         row->installEventFilter(this);
         rows_.push_back(row);
@@ -216,7 +216,7 @@ void TimelineForm::refreshIcons()
     selSliders_->setIcon(programIcon("SEL_SLIDERS", palette()));
     addBookmark_->setIcon(programIcon("ADD_MARKER", palette()));
     removeBookmark_->setIcon(programIcon("REMOVE_MARKER", palette()));
-    for (TrackRow* const row : rows_) {
+    for (RowPane* const row : rows_) {
         row->refreshIcons();
     }
 }
@@ -273,7 +273,7 @@ void TimelineForm::tellSizes()
     f.lblHighlight.Left = kHeaderWidth;
     f.picScale.ScaleWidth = scale_->width();
     f.picScale.ScaleHeight = scale_->height();
-    for (TrackRow* const row : rows_) {
+    for (RowPane* const row : rows_) {
         row->parts().picture->ScaleWidth = row->picture().width();
         row->parts().picture->ScaleHeight = row->picture().height();
         row->parts().picture->Left = kHeaderWidth;
@@ -425,7 +425,7 @@ void TimelineForm::showState()
         scrollBar_->setEnabled(f.hsb.Enabled);
     }
     scale_->showState();
-    for (TrackRow* const row : rows_) {
+    for (RowPane* const row : rows_) {
         row->showState();
     }
     showMarkers();

@@ -12,7 +12,7 @@
 class BookmarkFlag;
 class SliderHandle;
 class TimelineTree;
-class TrackRow;
+class RowPane;
 
 class TimelineForm final : public QWidget {
 public:
@@ -52,7 +52,7 @@ private:
     QWidget* base_ = nullptr; // the ground under the rows
     PictureWidget* scale_ = nullptr;
     QScrollBar* scrollBar_ = nullptr;
-    std::vector<TrackRow*> rows_;
+    std::vector<RowPane*> rows_;
     std::vector<SliderHandle*> handles_;
     std::vector<BookmarkFlag*> bookmarks_;
     std::vector<QWidget*> scaleLines_;

@@ -40,7 +40,7 @@ std::pair<std::string, bool> drawingOf(const std::string& picture, const std::st
 
 } // namespace
 
-TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(std::move(parts))
+RowPane::RowPane(RowParts parts, QWidget* parent) : QWidget(parent), parts_(std::move(parts))
 {
     name_ = new QLabel(parts_.name, this);
     name_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -77,7 +77,7 @@ TrackRow::TrackRow(RowParts parts, QWidget* parent) : QWidget(parent), parts_(st
     setMouseTracking(true);
 }
 
-void TrackRow::connectPicture()
+void RowPane::connectPicture()
 {
     picture_->pressed = [this](int button, int shift, float x, float y) { press(button, shift, x, y); };
     picture_->moved = [this](int button, int shift, float x, float y) { move(button, shift, x, y); };
@@ -96,7 +96,7 @@ void TrackRow::connectPicture()
     picture_->installEventFilter(this);
 }
 
-void TrackRow::press(int button, int shift, float x, float y)
+void RowPane::press(int button, int shift, float x, float y)
 {
     if (button == programButton(Qt::LeftButton)) {
         isHeld_ = true;
@@ -106,7 +106,7 @@ void TrackRow::press(int button, int shift, float x, float y)
     parts_.pressed(button, shift, x, y);
 }
 
-void TrackRow::move(int button, int shift, float x, float y)
+void RowPane::move(int button, int shift, float x, float y)
 {
     const bool isDown = button == programButton(Qt::LeftButton);
     if (isHeld_ && !isDown) {
@@ -121,7 +121,7 @@ void TrackRow::move(int button, int shift, float x, float y)
     parts_.moved(isHeld_ || !isDown ? button : 0, shift, x, y);
 }
 
-void TrackRow::release(int button, int shift, float x, float y)
+void RowPane::release(int button, int shift, float x, float y)
 {
     if (button == programButton(Qt::LeftButton)) {
         isHeld_ = false;
@@ -129,13 +129,13 @@ void TrackRow::release(int button, int shift, float x, float y)
     parts_.released(button, shift, x, y);
 }
 
-void TrackRow::loseRelease()
+void RowPane::loseRelease()
 {
     isHeld_ = false;
     frmTimeline::EndItemDrag();
 }
 
-bool TrackRow::eventFilter(QObject* watched, QEvent* event)
+bool RowPane::eventFilter(QObject* watched, QEvent* event)
 {
     if (isHeld_ && watched == picture_) {
         switch (event->type()) {
@@ -153,19 +153,19 @@ bool TrackRow::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-void TrackRow::setHeaderWidth(int width)
+void RowPane::setHeaderWidth(int width)
 {
     headerWidth_ = width;
     place();
 }
 
-void TrackRow::resizeEvent(QResizeEvent* event)
+void RowPane::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     place();
 }
 
-void TrackRow::place()
+void RowPane::place()
 {
     constexpr int kGap = 6;
     int x = headerWidth_ - kGap;
@@ -177,7 +177,7 @@ void TrackRow::place()
     picture_->setGeometry(headerWidth_, 0, std::max(1, width() - headerWidth_), height());
 }
 
-void TrackRow::paintEvent(QPaintEvent*)
+void RowPane::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(0, 0, headerWidth_, height(), palette().color(QPalette::Button));
@@ -185,7 +185,7 @@ void TrackRow::paintEvent(QPaintEvent*)
     painter.drawLine(headerWidth_ - 1, 0, headerWidth_ - 1, height());
 }
 
-void TrackRow::refreshIcons()
+void RowPane::refreshIcons()
 {
     for (Toggle& toggle : toggles_) {
         toggle.shownPicture.clear();
@@ -193,7 +193,7 @@ void TrackRow::refreshIcons()
     }
 }
 
-void TrackRow::showToggle(Toggle& toggle)
+void RowPane::showToggle(Toggle& toggle)
 {
     const ImageBox& image = *toggle.option->image;
     QToolButton& button = *toggle.button;
@@ -226,7 +226,7 @@ void TrackRow::showToggle(Toggle& toggle)
     button.setIcon(icon);
 }
 
-void TrackRow::showState()
+void RowPane::showState()
 {
     picture_->showState();
     for (Toggle& toggle : toggles_) {

@@ -31,9 +31,9 @@ struct RowParts {
     Option link;
 };
 
-class TrackRow final : public QWidget {
+class RowPane final : public QWidget {
 public:
-    TrackRow(RowParts parts, QWidget* parent);
+    RowPane(RowParts parts, QWidget* parent);
 
     PictureWidget& picture() { return *picture_; }
     const RowParts& parts() const { return parts_; }
