@@ -14,6 +14,7 @@
 #include "hand/pointer_turn.h"
 #include "hand/row_pointer.h"
 #include "hand/slider_drag.h"
+#include "items/track_rows.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"

@@ -1,4 +1,4 @@
-// What a press on a row selects.
+#include "timeline/selection.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"

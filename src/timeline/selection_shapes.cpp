@@ -1,11 +1,10 @@
-// The tinted shapes of the selection on the rows.
+#include "timeline/selection_shapes.h"
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
 #include "core/trap.h"
 #include "engine/engine_access.h"
 #include "items/row_items.h"
-#include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
 namespace moduleTimeline {

@@ -9,7 +9,11 @@
 #include "core/controls.h"
 #include "engine/types.h"
 
+#include <cstdint>
+
 namespace timeline {
+
+inline constexpr std::int32_t kHandleHalf = 5; // pixels from a handle's left to the time it marks
 
 /// The three controls of a slider, which stay in step.
 struct SliderControls {

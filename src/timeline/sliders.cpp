@@ -1,4 +1,4 @@
-// The position slider and those of the selection: placing, reading back, showing.
+#include "timeline/sliders.h"
 
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
@@ -13,103 +13,6 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
-namespace timeline {
-
-namespace {
-
-forms::FrmTimeline& form = forms::frmTimeline;
-
-constexpr std::int32_t kHandleHalf = 5; // pixels from a handle's left to the time it marks
-
-bool isInView(std::int32_t left) { return left >= 0 && left <= form.picScale.ScaleWidth; }
-
-void placeLinesAt(const SliderControls& slider, std::int32_t x)
-{
-    const std::int32_t onTracks = numbers::added(form.lblHighlight.Left.get(), x);
-    slider.scaleLine.Left = x;
-    slider.trackLine.Left = onTracks;
-}
-
-} // namespace
-
-SliderControls mainSlider() { return {form.imgSliderHandle, form.imgScaleSlider, form.picSlider}; }
-
-SliderControls startSlider() { return {form.imgStartSelHandle, form.imgStartSelSlider, form.picStartSelSlider}; }
-
-SliderControls endSlider() { return {form.imgEndSelHandle, form.imgEndSelSlider, form.picEndSelSlider}; }
-
-bool isSelectionShown() { return form.imgStartSelHandle.Visible && form.imgEndSelHandle.Visible; }
-
-bool isSelectionHidden() { return !form.imgStartSelHandle.Visible && !form.imgEndSelHandle.Visible; }
-
-std::int32_t viewLeft() { return moduleScaleRenderer::TicksToPixels(form.hsb.Value()); }
-
-void place(const SliderControls& slider, engine::Milliseconds pos)
-{
-    const std::int32_t x = numbers::subtracted(moduleScaleRenderer::MsToPixels(pos), viewLeft());
-    const std::int32_t left = numbers::subtracted(x, kHandleHalf);
-    placeLinesAt(slider, x); // raises before anything has moved
-    slider.handle.Left = left;
-}
-
-void placeLines(const SliderControls& slider)
-{
-    placeLinesAt(slider, numbers::added(slider.handle.Left.get(), kHandleHalf));
-}
-
-bool showMainInView()
-{
-    const SliderControls slider = mainSlider();
-    const bool isShown = isInView(slider.scaleLine.Left);
-    slider.handle.Visible = isShown;
-    slider.scaleLine.Visible = isShown;
-    slider.trackLine.Visible = isShown;
-    return isShown;
-}
-
-void showTrackLineInView(const SliderControls& slider)
-{
-    if (slider.handle.Visible) {
-        slider.trackLine.Visible = isInView(slider.handle.Left);
-    }
-}
-
-void placeAllAgain()
-{
-    if (!form.DraggingSlider) {
-        place(mainSlider(), state::SliderPosition);
-        showMainInView();
-    }
-    if (!form.DraggingStart) {
-        place(startSlider(), state::SelStartPosition);
-        showTrackLineInView(startSlider());
-    }
-    if (!form.DraggingEnd) {
-        place(endSlider(), state::SelEndPosition);
-        showTrackLineInView(endSlider());
-    }
-}
-
-namespace {
-
-void show(const SliderControls& slider, bool visible)
-{
-    slider.handle.Visible = visible;
-    slider.scaleLine.Visible = visible;
-    slider.trackLine.Visible = visible;
-    moduleTimeline::EnableLinkOption(visible);
-}
-
-void checkMenus()
-{
-    forms::mdiTarnwick.mnuViewSelectionSliders.Checked = isSelectionShown();
-    forms::mdiTarnwick.mnuEC_SelSliders.Checked = isSelectionShown();
-}
-
-} // namespace
-
-} // namespace timeline
-
 namespace moduleTimeline {
 
 using engine::Milliseconds;
@@ -118,6 +21,20 @@ using timeline::SliderControls;
 namespace {
 
 forms::FrmTimeline& form = forms::frmTimeline;
+
+void show(const SliderControls& slider, bool visible)
+{
+    slider.handle.Visible = visible;
+    slider.scaleLine.Visible = visible;
+    slider.trackLine.Visible = visible;
+    EnableLinkOption(visible);
+}
+
+void checkMenus()
+{
+    forms::mdiTarnwick.mnuViewSelectionSliders.Checked = timeline::isSelectionShown();
+    forms::mdiTarnwick.mnuEC_SelSliders.Checked = timeline::isSelectionShown();
+}
 
 SliderControls selSlider(bool isStart) { return isStart ? timeline::startSlider() : timeline::endSlider(); }
 
@@ -176,18 +93,18 @@ Milliseconds GetSelSliderPosition(bool isStart)
 void ShowStartSelSlider(bool visible)
 {
     Trapped("moduleTimeline", "ShowStartSelSlider", [&] {
-        timeline::show(timeline::startSlider(), visible);
+        show(timeline::startSlider(), visible);
         forms::frmPreview.sldSeekBar.SetMin(visible ? GetSelSliderPosition(true) : 0);
-        timeline::checkMenus();
+        checkMenus();
     });
 }
 
 void ShowEndSelSlider(bool visible)
 {
     Trapped("moduleTimeline", "ShowEndSelSlider", [&] {
-        timeline::show(timeline::endSlider(), visible);
+        show(timeline::endSlider(), visible);
         forms::frmPreview.sldSeekBar.SetMax(visible ? GetSelSliderPosition(false) : GetTimelineDuration());
-        timeline::checkMenus();
+        checkMenus();
     });
 }
 

@@ -5,8 +5,9 @@
 #include "core/upcalls.h"
 #include "engine/engine_access.h"
 #include "items/row_items.h"
+#include "items/track_rows.h"
 #include "timeline/moduleScaleRenderer.h"
-#include "timeline/moduleTimeline.h"
+#include "timeline/selection_shapes.h"
 
 namespace timeline {
 

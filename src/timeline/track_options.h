@@ -1,9 +1,11 @@
 #pragma once
 
-// What follows when an option of a row changes. The boxes' change handlers lead here; errors are trapped inside.
-// Interface thread only.
+// Link, lock and disable: what follows when an option of a row changes, and the options of all rows at once. The boxes'
+// change handlers lead here; errors are trapped inside. Interface thread only.
 
-#include "items/track_rows.h"
+namespace items {
+struct TrackRow;
+}
 
 namespace timeline {
 
@@ -16,3 +18,15 @@ void turnLock(const items::TrackRow& row);
 void turnDisable(const items::TrackRow& row);
 
 } // namespace timeline
+
+namespace moduleTimeline {
+
+/// Shows or hides the link boxes of all rows.
+void EnableLinkOption(bool visible);
+/// All options back to their start: enabled, unlocked, linked.
+void ReInitLinkLockDisable();
+/// After an addition: a row with exactly one item is enabled and linked. It only looks at the count, so it also undoes
+/// what the person chose on a row that is down to one item; that is meant.
+void UpdateTrackOptions();
+
+} // namespace moduleTimeline
