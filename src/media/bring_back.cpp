@@ -10,7 +10,8 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/media_files.h"
-#include "media/moduleTarnwick.h"
+#include "media/opening.h"
+#include "media/rows.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,3 +1,5 @@
+#include "media/closing.h"
+
 #include "core/file_text.h"
 #include "core/forms/frmMediaList.h"
 #include "core/platform.h"
@@ -11,8 +13,8 @@
 #include "media/file_preview.h"
 #include "media/frmMediaList_events.h"
 #include "media/media_files.h"
-#include "media/moduleTarnwick.h"
 #include "media/references.h"
+#include "media/rows.h"
 #include "timeline/moduleScaleRenderer.h"
 
 namespace moduleTarnwick {

@@ -5,7 +5,6 @@
 #include "engine/ITWFilePreview.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "media/frmMediaList_events.h"
 #include "volume/frmVolume.h"
 
 using engine::Bool16;

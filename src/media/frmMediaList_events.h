@@ -1,9 +1,12 @@
 #pragma once
 
-// What the media list's form does: the facts of the selected file, the small player beside the list, hints.
+// What the media list's form does: the facts of the selected file, keys, hints; and the small player beside the list,
+// whose header it includes.
 //
 // The form calls these as the person acts; state stands in `forms::frmMediaList`. Nothing is raised to the caller.
 // Interface thread only.
+
+#include "media/file_preview.h"
 
 #include <cstdint>
 
@@ -17,6 +20,8 @@ void Unload();
 void CloseFromWindowMenu();
 /// The panel has become the active one.
 void Form_Activate();
+/// Keys of the form: 13 (Enter) plays, 32 (Space) pauses.
+void Form_KeyDown(int key);
 
 // --- The list ------------------------------------------------------------------------------------------------------
 // Before these calls the form writes the rows' `Selected` and `SelectedItem`, the row with the focus.
@@ -52,22 +57,6 @@ void lvwMediaList_OLECompleteDrag();
 void SetFileInformationCaptions();
 /// Empties the captions, and what stood beside them.
 void ClearFileInformation();
-
-// --- The small player ----------------------------------------------------------------------------------------------
-
-/// Plays or stops.
-void cmdPlay_Click();
-/// Play, and pause, when the file can be played and is not in that state yet.
-void OnCmdPlayClick();
-void OnCmdPauseClick();
-/// Keys of the form: 13 (Enter) plays, 32 (Space) pauses.
-void Form_KeyDown(int key);
-/// Every 100 ms while it plays.
-void tmFilePreview_Timer();
-/// The person moved the slider; its value is set before. A value set by the program is no scroll.
-void sldFilePreview_Scroll();
-/// The form has written a new size in `picPreviewSmallWidth` and `picPreviewSmallHeight`.
-void picPreviewSmall_Resize();
 
 // --- Hints in the status bar ---------------------------------------------------------------------------------------
 

@@ -1,3 +1,5 @@
+#include "media/opening.h"
+
 #include "core/file_text.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/mdiTarnwick.h"
@@ -9,10 +11,11 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/waiting.h"
+#include "media/closing.h"
 #include "media/frmMediaList_events.h"
 #include "media/media_files.h"
-#include "media/moduleTarnwick.h"
 #include "media/open_dialogue.h"
+#include "media/rows.h"
 #include "settings/ModuleSettings.h"
 
 #include <cstdio>

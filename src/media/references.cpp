@@ -1,4 +1,5 @@
 #include "media/references.h"
+
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "editing/bare_tracks.h"
@@ -6,7 +7,6 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "media/moduleTarnwick.h"
 
 #include <algorithm>
 #include <vector>

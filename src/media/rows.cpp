@@ -1,3 +1,5 @@
+#include "media/rows.h"
+
 #include "core/file_text.h"
 #include "core/forms/frmMediaList.h"
 #include "core/numbers.h"
@@ -9,7 +11,6 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/media_files.h"
-#include "media/moduleTarnwick.h"
 
 #include <algorithm>
 #include <initializer_list>
