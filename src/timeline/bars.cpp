@@ -1,12 +1,4 @@
-// The bars: how sources, effects and overlays look on their row.
-//
-//     start                       stop - 12    stop
-//       +------------------------------\---------+ 0      outline
-//       |  ____________________________ \______  |        highlight: left and top inner edge
-//       | |                               \    : |
-//       | |  clip.avi                       \  : |        shadow: right and bottom inner edge
-//       |......................................: |
-//       +----------------------------------------+ H - 1
+#include "timeline/bars.h"
 
 #include "core/colours.h"
 #include "core/forms/frmTimeline.h"

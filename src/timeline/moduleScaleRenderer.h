@@ -1,14 +1,15 @@
 #pragma once
 
-// How time maps to pixels, the ruler over the tracks, zoom, the horizontal scroll bar, and the bars on the rows.
+// How time maps to pixels, the ruler over the tracks, zoom, the horizontal scroll bar; and the bars on the rows, whose
+// header it includes.
 //
 // Timeline pixels count from time 0; the view's left edge is `hsb.Value` x `TickSpacing` of them, and a view x is what
 // lies right of that edge. `state::ZoomFactor` is milliseconds a pixel. An emptied project leaves it at 0, which counts
 // as 10 here. Everything is painted into the pictures' draw lists, anew from the engine each time. Interface thread
 // only.
 
-#include "core/controls.h"
 #include "engine/types.h"
+#include "timeline/bars.h"
 
 #include <cstdint>
 
@@ -51,16 +52,5 @@ void ScrollTo(std::int32_t ticks);
 /// Moves the thin marker on the scale to x, a view pixel, and shows it.
 void DrawScaleLine(float x);
 void ClearScaleLine();
-
-// --- Bars ----------------------------------------------------------------------------------------------------------
-
-/// Paints all sources of a track that reach the view. Colours as `core/colours.h` says.
-void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
-/// The same for all its effects.
-void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
-/// All effect lanes.
-void RenderEffectBars();
-/// All rows.
-void RenderAllBars();
 
 } // namespace moduleScaleRenderer
