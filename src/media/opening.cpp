@@ -16,7 +16,7 @@
 #include "media/media_files.h"
 #include "media/open_dialogue.h"
 #include "media/rows.h"
-#include "settings/ModuleSettings.h"
+#include "settings/recent_lists.h"
 
 #include <cstdio>
 #include <functional>

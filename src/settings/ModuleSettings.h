@@ -3,8 +3,8 @@
 // The person's settings: what is kept from one run to the next, by section and key under `state::AppSection`.
 //
 // Values are texts, numbers in decimal. A value that is missing, empty, no number, or out of its type's range is taken
-// as its default. The bars' colours and the working folder stand in `state::`, and so do the recent lists, which the
-// main window's menus `mnuFileRF` and `mnuFileRP` show. Every routine has its trap. Interface thread only.
+// as its default. The bars' colours and the working folder stand in `state::`. The recent lists: `recent_lists.h`.
+// Every routine has its trap. Interface thread only.
 
 #include <cstdint>
 #include <string>
@@ -38,25 +38,5 @@ void GetSaveOptionsFromReg();
 void LoadRegistrySettings();
 /// Reads the colours again and draws the bars with them.
 void AddColorToBars();
-
-/// At start: fill the recent lists and their menus from the store. An empty list shows "Empty", disabled.
-/// Of the projects only the newest comes back; that is meant.
-void GetResentFilesFromReg();
-void GetResentProjectFilesFromReg();
-
-/// Puts the path of the last file of the media list on top of the recent files, and stores them. Repeats are kept out
-/// by the callers. With an empty media list the person is told, unless `state::FileNotFoundShown` says that it was.
-///
-///     read at start: A B C D (A the newest)   ->  array A B C D     menu A B C D
-///     E is opened                             ->  array A B C D E   menu E D C B
-///
-/// The menu is the array read backwards, also where it came from the store; that is meant.
-void UpdateResentFileMenu();
-/// The same with the path in `state::NewRecentProject`; an empty one changes nothing and is logged.
-void UpdateResentProjectMenu();
-
-/// Delete the section and write the menu's captions.
-void StoreResentFilesInReg();
-void StoreResentProjectsFilesinReg();
 
 } // namespace ModuleSettings

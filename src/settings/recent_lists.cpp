@@ -1,4 +1,4 @@
-// The recent files and the recent projects: two lists that are alike but for their names.
+#include "settings/recent_lists.h"
 
 #include "core/forms/mdiTarnwick.h"
 #include "core/platform.h"
@@ -7,7 +7,6 @@
 #include "core/upcalls.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "settings/ModuleSettings.h"
 
 namespace ModuleSettings {
 

@@ -9,6 +9,7 @@
 #include "engine/engine_access.h"
 #include "items/items.h"
 #include "settings/ModuleSettings.h"
+#include "settings/recent_lists.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"

@@ -4,7 +4,7 @@
 #include "core/shared_state.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
-#include "settings/ModuleSettings.h"
+#include "settings/recent_lists.h"
 #include "support/manifest.h"
 #include "support/scripted_platform.h"
 #include "twcore/tarnwick_timeline.h"
