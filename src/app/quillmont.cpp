@@ -14,6 +14,7 @@
 #include "shell/frmSplash_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/mdiTarnwick_form.h"
+#include "shell/tutorial.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "twcore/tarnwick_timeline.h"

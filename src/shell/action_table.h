@@ -36,3 +36,18 @@ void (*commandOfAction(std::string_view text))();
 void refreshActions(const CommandTests& tests);
 
 } // namespace shell
+
+/// The list is made aside and shown by `ActionsBuildCommon`, which ends every list: a list that comes out as it was
+/// leaves the tree alone. A node's key stands in `TreeNode::Image`.
+namespace frmTools {
+
+/// Begins an empty list.
+void ActionsClear();
+/// Adds one node to the list. One whose command is not built yet is left out.
+void AddNode(std::string_view key, std::string_view text);
+void ActionsBuildMediaList();
+void ActionsBuildPreview();
+void ActionsBuildTimeline();
+void ActionsBuildCommon();
+
+} // namespace frmTools

@@ -9,6 +9,7 @@
 #include "history/ModuleHistory.h"
 #include "shell/action_table.h"
 #include "shell/mdiTarnwick_events.h"
+#include "shell/panel_places.h"
 
 #include <algorithm>
 #include <array>

@@ -20,17 +20,8 @@ void CloseFromWindowMenu();
 void tbsTools_Click(std::int16_t tab);
 
 // --- Actions -------------------------------------------------------------------------------------------------------
-// The list is made aside and shown by `ActionsBuildCommon`, which ends every list: a list that comes out as it was
-// leaves the tree alone. A node's key stands in `TreeNode::Image`.
+// Which there are, and the making of their list: `action_table.h`.
 
-/// Begins an empty list.
-void ActionsClear();
-/// Adds one node to the list. One whose command is not built yet is left out.
-void AddNode(std::string_view key, std::string_view text);
-void ActionsBuildMediaList();
-void ActionsBuildPreview();
-void ActionsBuildTimeline();
-void ActionsBuildCommon();
 /// The whole list for the active panel.
 void RefreshActions();
 

@@ -2,6 +2,7 @@
 
 #include "core/forms/mdiTarnwick.h"
 #include "shell/mdiTarnwick_events.h"
+#include "shell/tutorial.h"
 #include "windowing/help_browser.h"
 #include "windowing/help_pages.h"
 #include "windowing/icons.h"

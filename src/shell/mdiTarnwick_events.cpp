@@ -14,6 +14,7 @@
 #include "shell/action_table.h"
 #include "shell/frmTools_events.h"
 #include "shell/menu_table.h"
+#include "shell/panel_places.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-// The main window: its commands, which of them are enabled, and where the panels stand.
+// The main window: its commands, and which of them are enabled.
 //
 // Every command comes here, from the menu bar, the toolbar, the pop-up menus or the tools panel; the tables in
-// `menu_table.h` say from where. Commands of media files stand in `media/media_menu.h`. Nothing is raised to the
-// caller. Interface thread only.
+// `menu_table.h` say from where. Commands of media files stand in `media/media_menu.h`, of panels in
+// `panel_places.h`, of the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface thread only.
 
 #include <cstdint>
 #include <functional>
@@ -77,45 +77,5 @@ void mnuHelpWhatsThis_Click();
 void mnuHelpReportBugs_Click();
 void mnuHelpNewFeatureRequest_Click();
 void mnuHelpAbout_Click();
-
-// --- Tutorial ------------------------------------------------------------------------------------------------------
-
-inline constexpr std::string_view kTutorialPage = "tutorial/index.html";
-/// Starts the tutorial's player where it lies below the program's folder, else shows the page of the help.
-void mnuHelpTutorial_Click();
-/// The last step of the start, when the window stands: the tutorial, unless the person has hidden it.
-void ShowTutorialAtStart();
-/// What the settings say of it.
-bool IsTutorialHidden();
-void HideTutorialAtStart(bool hide);
-
-// --- Panels --------------------------------------------------------------------------------------------------------
-// With W and H the inner size without the tools' column, and T the height of the timeline:
-//
-//     0            0.62 W      W
-//     +--------------+---------+------+
-//     |  media list  | preview |      |
-//     +--------------+---------+ tools|   top of the timeline: H - T
-//     |        timeline        |      |
-//     +------------------------+------+
-//
-// Results stand in `forms::mdiTarnwick` as `TimelinePlace` and so on; the place of a hidden panel is not touched. A
-// hidden timeline and hidden tools take no room.
-
-void ArrangeAllVisible();
-/// The preview has the whole width.
-void ArrangeMediaListNotVisible();
-/// The media list has the whole width.
-void ArrangePreviewNotVisible();
-/// One of the three, by what is visible. For the screen too, whenever a panel was hidden by itself.
-void ArrangeVisible();
-
-/// Turn a panel's visibility over.
-void mnuViewMediaList_Click();
-void mnuViewPreview_Click();
-void mnuViewTimeline_Click();
-void mnuViewTools_Click();
-/// Places the panels, lets events run, places them again.
-void mnuWindowArrangeAll_Click();
 
 } // namespace mdiTarnwick

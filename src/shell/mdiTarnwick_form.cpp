@@ -18,6 +18,7 @@
 #include "shell/help_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menus_form.h"
+#include "shell/panel_places.h"
 #include "timeline/frmTimeline_form.h"
 #include "volume/frmVolume_form.h"
 #include "windowing/cut_label.h"

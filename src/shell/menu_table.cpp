@@ -6,7 +6,9 @@
 #include "shell/edit_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
+#include "shell/panel_places.h"
 #include "shell/track_menu.h"
+#include "shell/tutorial.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 

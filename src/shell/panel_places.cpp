@@ -1,4 +1,4 @@
-// Where the panels stand in the main window.
+#include "shell/panel_places.h"
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
@@ -8,7 +8,6 @@
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/trap.h"
-#include "shell/mdiTarnwick_events.h"
 
 #include <algorithm>
 

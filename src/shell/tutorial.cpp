@@ -1,4 +1,4 @@
-// The tutorial: from the menu, and at the start of the program until the person wants it no more.
+#include "shell/tutorial.h"
 
 #include "core/platform.h"
 #include "core/shared_state.h"

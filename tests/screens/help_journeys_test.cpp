@@ -3,6 +3,7 @@
 #include "screens/screen_harness.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menu_table.h"
+#include "shell/tutorial.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>

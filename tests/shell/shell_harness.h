@@ -10,6 +10,8 @@
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menu_table.h"
+#include "shell/panel_places.h"
+#include "shell/tutorial.h"
 #include "timeline/timeline_harness.h"
 
 namespace shell_test {
