@@ -1,6 +1,5 @@
 #include "twcore/media/sound_reader.h"
 
-#include "twcore/media/midi_reader.h"
 #include "twcore/media/stamp_guard.h"
 
 extern "C" {
@@ -25,14 +24,6 @@ constexpr double kSilenceSeconds = 2;
 constexpr double kDecodeOnSeconds = 3;
 
 } // namespace
-
-std::unique_ptr<SoundSource> openSound(MediaFilePtr media, int rate, const Patience& patience)
-{
-    if (media->isMidi) {
-        return std::make_unique<MidiReader>(media->path, rate, patience);
-    }
-    return std::make_unique<SoundReader>(std::move(media), rate, patience);
-}
 
 SoundReader::SoundReader(MediaFilePtr media, int rate, Patience patience)
     : media_(std::move(media)), rate_(rate), patience_(patience), sourceRate_(media_->sound->rate)

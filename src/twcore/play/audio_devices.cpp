@@ -1,6 +1,4 @@
-// The system's sound device by way of SDL, and the one that plays to nobody.
-
-#include "twcore/play/audio_sink.h"
+#include "twcore/play/audio_devices.h"
 
 #include <SDL.h>
 

@@ -46,9 +46,6 @@ public:
 /// Opens a device for a source, which outlives it. Never null.
 using AudioMaker = std::function<std::unique_ptr<AudioSink>(AudioSource&)>;
 
-/// The system's sound device, or, where there is none, one that plays to nobody at a steady pace.
-std::unique_ptr<AudioSink> openAudio(AudioSource& source);
-
 /// What has been heard, by counting what was given: less the device's buffer, plus the time since it asked last.
 class DeliveryClock {
 public:

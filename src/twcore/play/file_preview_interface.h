@@ -4,6 +4,7 @@
 
 #include "engine/ITWFilePreview.h"
 #include "twcore/files/file_registry.h"
+#include "twcore/play/audio_devices.h"
 #include "twcore/play/player.h"
 
 #include <source_location>

@@ -5,6 +5,7 @@
 // Interface thread; every call returns at once. Play and stop may come twice; whatever happens, the position stays
 // where it is, or is clamped when the plan has become shorter.
 
+#include "twcore/play/audio_devices.h"
 #include "twcore/play/picture_player.h"
 #include "twcore/play/sound_player.h"
 

@@ -5,6 +5,7 @@
 #include "engine/ITWPreview.h"
 #include "twcore/files/file_registry.h"
 #include "twcore/model/timeline.h"
+#include "twcore/play/audio_devices.h"
 #include "twcore/play/player.h"
 
 #include <chrono>
