@@ -49,18 +49,6 @@ requires(sizeof(T) <= 4) constexpr T subtracted(T a, T b) { return narrowed<T>(s
 template <std::signed_integral T>
 requires(sizeof(T) <= 4) constexpr T multiplied(T a, T b) { return narrowed<T>(std::int64_t{a} * b); }
 
-/// The quotient as a real number. Raises error 11, or 6 for 0 / 0.
-inline double divided(double a, double b)
-{
-    if (b == 0) {
-        if (a == 0) {
-            raiseOverflow();
-        }
-        throw engine::RuntimeError(engine::error_number::kDivisionByZero, "Division by zero");
-    }
-    return a / b;
-}
-
 /// A text, blanks around it allowed, as a real number with a point. Raises error 13.
 inline double fromText(std::string_view text)
 {

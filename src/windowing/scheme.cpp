@@ -32,24 +32,6 @@ QColor trackColour(std::int32_t colour)
     }
 }
 
-QColor paletteColour(std::int32_t colour, const QPalette& palette)
-{
-    switch (colour) {
-    case colours::kWindow:
-        return palette.color(QPalette::Window);
-    case colours::kWindowText:
-        return palette.color(QPalette::WindowText);
-    case colours::kButtonFace:
-        return palette.color(QPalette::Button);
-    case colours::kButtonShadow:
-        return palette.color(QPalette::Dark);
-    case colours::kHighlight:
-        return palette.color(QPalette::Light);
-    default:
-        return plain(colour);
-    }
-}
-
 bool isDark(const QPalette& palette)
 {
     return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();

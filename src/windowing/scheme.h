@@ -8,12 +8,9 @@
 
 /// A colour of the track pictures: system colours come from a fixed light scheme, since bars are pale in every palette.
 QColor trackColour(std::int32_t colour);
-/// Any other colour: system colours are roles of the palette.
-QColor paletteColour(std::int32_t colour, const QPalette& palette);
 
 /// The paper behind the bars, and its shade where a row is empty or locked.
 inline constexpr QRgb kTrackPaper = 0xFFFAFAF7;
-inline constexpr QRgb kTrackInk = 0xFF30343A;
 
 /// Whether texts are light on dark.
 bool isDark(const QPalette& palette);

@@ -72,11 +72,7 @@ TEST(Numbers, ArithmeticThatOverflowsRaises6)
         {outcome([&] { return numbers::multiplied(kLeast, kLeast); }), "error 6"},
         {outcome([&] { return numbers::multiplied(46341, 46340); }), "2147441940"},
         {outcome([&] { return numbers::narrowed<std::int16_t>(32768); }), "error 6"},
-        {outcome([&] { return numbers::narrowed<std::int32_t>(std::int64_t{kLeast}); }), "-2147483648"},
-        {outcome([&] { return numbers::divided(1, 0); }), "error 11"},
-        {outcome([&] { return numbers::divided(-1, -0.0); }), "error 11"},
-        {outcome([&] { return numbers::divided(0, 0); }), "error 6"},
-        {outcome([&] { return numbers::divided(-3, 2); }), "-1.500000"}};
+        {outcome([&] { return numbers::narrowed<std::int32_t>(std::int64_t{kLeast}); }), "-2147483648"}};
     int number = 0;
     for (const auto& [got, expected] : cases) {
         EXPECT_EQ(got, expected) << "case " << number;
