@@ -3,6 +3,7 @@
 #include "twcore/media/stream_times.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace twcore {
 
@@ -16,6 +17,9 @@ struct Bound {
 constexpr Bound kBeginning{4000, 48 << 20};
 constexpr Bound kPlace{400, 2 << 20};
 constexpr int kPlaces = 16;
+
+/// A start that is not known: the stream begins later than the other one.
+constexpr double kLaterSeconds = std::numeric_limits<double>::infinity();
 
 void take(FirstFrames& frames, const AVPacket* packet)
 {

@@ -7,12 +7,8 @@
 #include "twcore/media/input_file.h"
 
 #include <array>
-#include <limits>
 
 namespace twcore {
-
-/// A start that is not known: the stream begins later than the other one.
-inline constexpr double kLaterSeconds = std::numeric_limits<double>::infinity();
 
 /// What decoding the beginning of one stream showed.
 struct FirstFrames {
@@ -34,7 +30,8 @@ FirstFrames openDecoder(const InputFile& file, int streamIndex);
 /// is looked up further behind: it may begin minutes later.
 void decodeBeginnings(InputFile& file, const std::array<FirstFrames*, 2>& streams);
 
-/// When the stream begins, in seconds of the file's own time.
+/// When the stream begins, in seconds of the file's own time; infinity where that is not known: later than the other
+/// one.
 double startOf(const InputFile& file, const FirstFrames& frames);
 
 } // namespace twcore

@@ -11,6 +11,8 @@ namespace {
 
 /// No item is shorter, so that a walk over a track always gets on.
 constexpr Ms kShortestMs = 1;
+/// How long an effect is that is added without a stop.
+constexpr Ms kDefaultEffectMs = 2000;
 
 Source makeSource(engine::Handle stream, Ms streamMs, TimeRange range)
 {

@@ -18,9 +18,6 @@
 
 namespace twcore {
 
-/// How long an effect is that is added without a stop.
-inline constexpr Ms kDefaultEffectMs = 2000;
-
 class Track {
 public:
     explicit Track(bool isVideo) noexcept : isVideo_(isVideo) {}
