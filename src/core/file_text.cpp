@@ -66,6 +66,16 @@ int fullYear(int year)
     return year < kFirstOfLastCentury ? 2000 + year : 1900 + year;
 }
 
+/// Renaming on a collision is on, all else off.
+void ResetFileOpFlags()
+{
+    FileOpRenameOnCollision = true;
+    FileOpNoConfirmation = false;
+    FileOpNoConfirmMkDir = false;
+    FileOpSilent = false;
+    FileOpSimpleProgress = false;
+}
+
 } // namespace
 
 std::string FileSizeUnitConversion(std::int64_t bytes)
@@ -144,15 +154,6 @@ DateTime GetDateLocalFormat(std::string_view date)
         day.day = dayOfMonth;
     });
     return day;
-}
-
-void ResetFileOpFlags()
-{
-    FileOpRenameOnCollision = true;
-    FileOpNoConfirmation = false;
-    FileOpNoConfirmMkDir = false;
-    FileOpSilent = false;
-    FileOpSimpleProgress = false;
 }
 
 void CopyFileWithShell(std::string_view from, std::string_view to)

@@ -43,7 +43,4 @@ DateTime GetDateLocalFormat(std::string_view date);
 /// Copies a file, showing its progress. Where `to` stands already, the copy gets a name of its own.
 void CopyFileWithShell(std::string_view from, std::string_view to);
 
-/// Renaming on a collision is on, all else off.
-void ResetFileOpFlags();
-
 } // namespace file_text

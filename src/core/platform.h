@@ -15,9 +15,6 @@ enum class MessageIcon : std::uint8_t { kNone, kInformation, kQuestion, kExclama
 enum class MessageButtons : std::uint8_t { kOk, kYesNo, kYesNoCancel };
 enum class MessageAnswer : std::uint8_t { kOk, kYes, kNo, kCancel };
 
-/// The title of nearly all message boxes.
-inline constexpr std::string_view kProductTitle = "Quillmont";
-
 class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;

@@ -43,6 +43,16 @@ std::string inCapitals(std::string text)
     return text;
 }
 
+void SetFileInformationCaptions()
+{
+    constexpr const char* kCaptions[] = {"Path", "Size", "Created On", "File type", "Streams"};
+    auto& form = forms::frmMediaList;
+    form.lblFile.Caption = "File name";
+    for (std::size_t i = 0; i < form.lblInfo.size(); ++i) {
+        form.lblInfo[i].Caption = kCaptions[i];
+    }
+}
+
 /// Raises the shell's errors: a file that has gone from the disk is noticed here.
 void showFacts(const std::string& path)
 {
@@ -278,16 +288,6 @@ void FilesWereLookedFor()
                        + " What lies of it on the timeline is black and silent.");
         }
     });
-}
-
-void SetFileInformationCaptions()
-{
-    constexpr const char* kCaptions[] = {"Path", "Size", "Created On", "File type", "Streams"};
-    auto& form = forms::frmMediaList;
-    form.lblFile.Caption = "File name";
-    for (std::size_t i = 0; i < form.lblInfo.size(); ++i) {
-        form.lblInfo[i].Caption = kCaptions[i];
-    }
 }
 
 void ClearFileInformation()

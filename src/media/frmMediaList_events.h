@@ -54,7 +54,6 @@ void lvwMediaList_OLECompleteDrag();
 
 // --- The information box -------------------------------------------------------------------------------------------
 
-void SetFileInformationCaptions();
 /// Empties the captions, and what stood beside them.
 void ClearFileInformation();
 

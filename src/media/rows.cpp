@@ -26,6 +26,9 @@ namespace {
 
 constexpr const char* kNothing = "     --"; // stands where a file has no picture, or no sound
 
+/// The row that later streams of the file being opened fill in; from 1, 0 none.
+std::int32_t CurrentListItem = 0;
+
 enum Column : std::size_t { kMediaType, kDuration, kVideoInfo, kAudioInfo };
 
 bool isOneOf(std::string_view word, std::initializer_list<std::string_view> words)

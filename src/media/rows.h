@@ -13,9 +13,6 @@
 
 namespace moduleTarnwick {
 
-/// The row that later streams of the file being opened fill in; from 1, 0 none.
-inline std::int32_t CurrentListItem = 0;
-
 /// Empties the three lists of handles; true unless that failed.
 bool Init();
 

@@ -92,6 +92,17 @@ void closePlayer(ITWPreview& player)
     check(player.ClosePreview());
 }
 
+/// Builds the player over the present timeline and fits the picture into the panel.
+void InitPreview()
+{
+    Trapped(kModule, "InitPreview", [] {
+        const auto player = EngineAs<ITWPreview>();
+        check(player->SetOwnerWindow(form.picDisplayHandle));
+        check(player->BuildPreview(PreviewBuilt));
+        frmPreview::Resize();
+    });
+}
+
 void refreshPlayer(ITWPreview& player)
 {
     Bool16 ok = kFalse;
@@ -160,16 +171,6 @@ void takeSelectionRange(ITWPreview& player)
 }
 
 } // namespace
-
-void InitPreview()
-{
-    Trapped(kModule, "InitPreview", [] {
-        const auto player = EngineAs<ITWPreview>();
-        check(player->SetOwnerWindow(form.picDisplayHandle));
-        check(player->BuildPreview(PreviewBuilt));
-        frmPreview::Resize();
-    });
-}
 
 void OnCmdPlayClick()
 {

@@ -18,9 +18,6 @@ inline std::int16_t& PreviewState = forms::frmPreview.PreviewState;
 /// The engine's player exists.
 inline engine::Bool16& PreviewBuilt = forms::frmPreview.PreviewBuilt;
 
-/// Builds the player over the present timeline and fits the picture into the panel.
-void InitPreview();
-
 // --- The transport -------------------------------------------------------------------------------------------------
 // Events run inside all but pause, since the timeline's slider moves.
 

@@ -14,6 +14,12 @@ error_record::ErrorFacts lastError;
 bool dialogueOpen = false;
 bool recordWritten = false; // of the error that the dialogue was opened for
 
+// The last error, as its trap told it.
+void SetErrDescription(std::string_view description) { lastError.description = description; }
+void SetErrNumber(std::string_view number) { lastError.number = number; }
+void SetErrModule(std::string_view module) { lastError.module = module; }
+void SetErrFunction(std::string_view function) { lastError.function = function; }
+
 void setLastError(std::string_view module, std::string_view function, const engine::RuntimeError& error)
 {
     SetErrDescription(error.what());
@@ -65,12 +71,18 @@ void close() noexcept
     }
 }
 
-} // namespace
+std::string ReportContentsText()
+{
+    return "This error report includes information regarding the condition of Quillmont when the problem "
+           "occured and the Operating System Version.\r\n"
+           "We do not collect your files, name, address and/or e-mail address or any other form of personally "
+           "identifiable information. The error report does not contain any Customer Specific Information whatsoever. "
+           "The data we collect will only be used to fix the problem. If more information is available we will "
+           "let you know. This error report will be considered confidential and will not be "
+           "used for any marketing purposes by Brindlecove.";
+}
 
-void SetErrDescription(std::string_view description) { lastError.description = description; }
-void SetErrNumber(std::string_view number) { lastError.number = number; }
-void SetErrModule(std::string_view module) { lastError.module = module; }
-void SetErrFunction(std::string_view function) { lastError.function = function; }
+} // namespace
 
 void WriteError() noexcept
 {
@@ -82,17 +94,6 @@ void WriteError() noexcept
 }
 
 void Load() noexcept { WriteError(); }
-
-std::string ReportContentsText()
-{
-    return "This error report includes information regarding the condition of Quillmont when the problem "
-           "occured and the Operating System Version.\r\n"
-           "We do not collect your files, name, address and/or e-mail address or any other form of personally "
-           "identifiable information. The error report does not contain any Customer Specific Information whatsoever. "
-           "The data we collect will only be used to fix the problem. If more information is available we will "
-           "let you know. This error report will be considered confidential and will not be "
-           "used for any marketing purposes by Brindlecove.";
-}
 
 void lblReportContents_Click() { tellUser(ReportContentsText(), MessageIcon::kNone); }
 

@@ -13,7 +13,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 namespace frmbug {
 
@@ -24,20 +23,13 @@ inline std::function<void()> showDialogue;
 /// Closes the dialogue. Set by the screens.
 inline std::function<void()> closeDialogue;
 
-// The last error, as its trap told it.
-void SetErrDescription(std::string_view description);
-void SetErrNumber(std::string_view number);
-void SetErrModule(std::string_view module);
-void SetErrFunction(std::string_view function);
-
 /// Appends one record of the last error to the log.
 void WriteError() noexcept;
 
 /// The dialogue's load: writes the record.
 void Load() noexcept;
 
-/// What the link "click here" tells.
-std::string ReportContentsText();
+/// The link "click here" tells what a report holds.
 void lblReportContents_Click();
 
 /// Writes the report page and opens it with the desktop, which sends it; then deletes the log and closes the

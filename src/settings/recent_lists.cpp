@@ -110,6 +110,17 @@ void store(const RecentList& list)
     }
 }
 
+// Delete the section and write the menu's captions.
+void StoreResentFilesInReg()
+{
+    Trapped(kModule, "StoreResentFilesInReg", [] { store(recentFiles()); });
+}
+
+void StoreResentProjectsFilesinReg()
+{
+    Trapped(kModule, "StoreResentProjectsFilesinReg", [] { store(recentProjects()); });
+}
+
 [[noreturn]] void raiseInvalidCall()
 {
     throw engine::RuntimeError(engine::error_number::kInvalidCall, "Invalid procedure call or argument");
@@ -172,16 +183,6 @@ void UpdateResentProjectMenu()
             },
             {{engine::error_number::kInvalidCall,
               [] { ReportError(kModule, "UpdateResentProjectMenu*", currentError()); }}});
-}
-
-void StoreResentFilesInReg()
-{
-    Trapped(kModule, "StoreResentFilesInReg", [] { store(recentFiles()); });
-}
-
-void StoreResentProjectsFilesinReg()
-{
-    Trapped(kModule, "StoreResentProjectsFilesinReg", [] { store(recentProjects()); });
 }
 
 } // namespace ModuleSettings

@@ -21,8 +21,4 @@ void UpdateResentFileMenu();
 /// The same with the path in `state::NewRecentProject`; an empty one changes nothing and is logged.
 void UpdateResentProjectMenu();
 
-/// Delete the section and write the menu's captions.
-void StoreResentFilesInReg();
-void StoreResentProjectsFilesinReg();
-
 } // namespace ModuleSettings

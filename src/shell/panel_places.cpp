@@ -41,15 +41,6 @@ Room placeFrame()
     return {width, height - timelineHeight};
 }
 
-void turn(Shown<bool>& visible, Menu& menu)
-{
-    visible = !visible;
-    menu.Checked = visible.get();
-    ArrangeVisible();
-}
-
-} // namespace
-
 void ArrangeAllVisible()
 {
     const Room room = placeFrame();
@@ -59,17 +50,28 @@ void ArrangeAllVisible()
     form.PreviewPlace = forms::Rectangle{listWidth, 0, room.width - listWidth, room.upperHeight};
 }
 
+/// The preview has the whole width.
 void ArrangeMediaListNotVisible()
 {
     const Room room = placeFrame();
     form.PreviewPlace = forms::Rectangle{0, 0, room.width, room.upperHeight};
 }
 
+/// The media list has the whole width.
 void ArrangePreviewNotVisible()
 {
     const Room room = placeFrame();
     form.MediaListPlace = forms::Rectangle{0, 0, room.width, room.upperHeight};
 }
+
+void turn(Shown<bool>& visible, Menu& menu)
+{
+    visible = !visible;
+    menu.Checked = visible.get();
+    ArrangeVisible();
+}
+
+} // namespace
 
 void ArrangeVisible()
 {

@@ -17,12 +17,8 @@
 
 namespace mdiTarnwick {
 
-void ArrangeAllVisible();
-/// The preview has the whole width.
-void ArrangeMediaListNotVisible();
-/// The media list has the whole width.
-void ArrangePreviewNotVisible();
-/// One of the three, by what is visible. For the screen too, whenever a panel was hidden by itself.
+/// Places what is visible: where media list or preview is hidden, the other has the whole width. For the screen too,
+/// whenever a panel was hidden by itself.
 void ArrangeVisible();
 
 /// Turn a panel's visibility over.

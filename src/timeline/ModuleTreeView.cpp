@@ -23,6 +23,8 @@ TreeView& tree = forms::frmTimeline.tvwTimeline;
 constexpr std::string_view kEffectsText = "Effects";
 constexpr std::string_view kItemImage = "SOURCE";
 
+std::int32_t NextNodeTag = 1;
+
 const std::vector<TreeNode>& tracks() { return TreeRoot().Children; }
 
 const char* imageOf(engine::Handle track)
@@ -84,6 +86,15 @@ void addItems(timeline::ItemNames& names, items::ItemKind kind, engine::Handle t
         AddSource(isSource ? names.ofSource(track, seq) : names.ofEffect(track, seq), kItemImage,
                   isSource ? track : kEffectLane);
     }
+}
+
+/// Clears the list down to the root and the nodes of the tracks.
+void EmptyTreeView()
+{
+    Trapped("ModuleTreeView", "EmptyTreeView", [] {
+        clear();
+        addTracks();
+    });
 }
 
 } // namespace
@@ -163,14 +174,6 @@ void UpdateTreeView()
         for (std::int32_t i = videoTracks + 1; i <= count; ++i) {
             addItems(names, items::ItemKind::kSource, state::TrackCollection.Item(i));
         }
-    });
-}
-
-void EmptyTreeView()
-{
-    Trapped("ModuleTreeView", "EmptyTreeView", [] {
-        clear();
-        addTracks();
     });
 }
 

@@ -32,8 +32,6 @@ inline engine::Handle Audio2TrackNode = 0;
 inline std::int32_t TreeTrackNode = -1;
 inline std::int32_t TreeItemNode = -1;
 
-inline std::int32_t NextNodeTag = 1;
-
 /// The root as it stands, with all below it.
 const TreeNode& TreeRoot();
 
@@ -54,7 +52,5 @@ void SearchSource(std::int32_t position);
 void SetSourceSelected(engine::Handle track, std::int32_t position);
 /// Empties the list and fills it from the engine.
 void UpdateTreeView();
-/// Clears the list down to the root and the nodes of the tracks.
-void EmptyTreeView();
 
 } // namespace ModuleTreeView

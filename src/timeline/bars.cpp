@@ -184,6 +184,22 @@ Colours coloursOf(const items::TrackRow& row)
     return {state::AudioBarFill, 0xC0C0};
 }
 
+/// Paints all sources of a track that reach the view. Colours as `core/colours.h` says.
+void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
+{
+    Trapped("moduleScaleRenderer", "RenderBar*", [&] {
+        BarPainter(pic, ItemKind::kSource, track, {fill, shadow, locked}).paint();
+    });
+}
+
+/// The same for all its effects.
+void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
+{
+    Trapped("moduleScaleRenderer", "RenderEffectBar*", [&] {
+        BarPainter(pic, ItemKind::kEffect, track, {fill, shadow, locked}).paint();
+    });
+}
+
 void renderRows(RowKind kind)
 {
     for (const items::TrackRow& row : items::rows()) {
@@ -196,20 +212,6 @@ void renderRows(RowKind kind)
 }
 
 } // namespace
-
-void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
-{
-    Trapped("moduleScaleRenderer", "RenderBar*", [&] {
-        BarPainter(pic, ItemKind::kSource, track, {fill, shadow, locked}).paint();
-    });
-}
-
-void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
-{
-    Trapped("moduleScaleRenderer", "RenderEffectBar*", [&] {
-        BarPainter(pic, ItemKind::kEffect, track, {fill, shadow, locked}).paint();
-    });
-}
 
 void RenderEffectBars()
 {

@@ -13,17 +13,8 @@
 // A row is painted into its picture's draw list, anew from the engine each time. Errors are trapped inside. Interface
 // thread only.
 
-#include "core/controls.h"
-#include "engine/types.h"
-
-#include <cstdint>
-
 namespace moduleScaleRenderer {
 
-/// Paints all sources of a track that reach the view. Colours as `core/colours.h` says.
-void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
-/// The same for all its effects.
-void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked);
 /// All effect lanes.
 void RenderEffectBars();
 /// All rows.

@@ -29,6 +29,20 @@ void setMarkerCount(std::size_t count)
     show::mark();
 }
 
+/// Places the marker that was loaded last, shows it, and records its time.
+void SetBookmarkPosition(engine::Milliseconds time, std::int16_t index)
+{
+    Trapped("moduleBookmarks", "SetBookmarkPosition", [&] {
+        ImageBox& image = marker(index);
+        place(image, time);
+        image.Picture = kPlain;
+        image.Visible = true;
+        form.BookmarkTimes.resize(static_cast<std::size_t>(form.BookmarkCount) + 1);
+        form.BookmarkTimes.at(static_cast<std::size_t>(index)) = time;
+        ++form.BookmarkCount;
+    });
+}
+
 } // namespace
 
 ImageBox& marker(std::int16_t index)
@@ -56,19 +70,6 @@ void RemoveBookmark()
             --form.SelectedBookmark;
             marker(form.SelectedBookmark).Picture = kSelectedLook;
         }
-    });
-}
-
-void SetBookmarkPosition(engine::Milliseconds time, std::int16_t index)
-{
-    Trapped("moduleBookmarks", "SetBookmarkPosition", [&] {
-        ImageBox& image = marker(index);
-        place(image, time);
-        image.Picture = kPlain;
-        image.Visible = true;
-        form.BookmarkTimes.resize(static_cast<std::size_t>(form.BookmarkCount) + 1);
-        form.BookmarkTimes.at(static_cast<std::size_t>(index)) = time;
-        ++form.BookmarkCount;
     });
 }
 

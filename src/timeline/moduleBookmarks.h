@@ -26,8 +26,6 @@ ImageBox& marker(std::int16_t index);
 void AddBookmark();
 /// Hides the selected marker; the one below it becomes the selected one. Does nothing when none is selected.
 void RemoveBookmark();
-/// Places the marker that was loaded last, shows it, and records its time.
-void SetBookmarkPosition(engine::Milliseconds time, std::int16_t index);
 /// Puts all markers to their times in the current view, but the one at `excluded` (-1: all). `show` makes them visible
 /// too, removed ones included.
 void UpdateBookmarks(std::int16_t excluded = -1, bool show = false);

@@ -35,12 +35,6 @@ std::int16_t levelOf(const std::string& text)
     }
 }
 
-void sldVolume_Change() { SetVolume(static_cast<std::int16_t>(form.sldVolume.Value())); }
-
-} // namespace
-
-void LoadVolume() { form.iVolume = RetrieveVolume(); }
-
 std::int16_t RetrieveVolume()
 {
     std::int16_t level = kFull;
@@ -54,6 +48,12 @@ std::int16_t RetrieveVolume()
     });
     return level;
 }
+
+void sldVolume_Change() { SetVolume(static_cast<std::int16_t>(form.sldVolume.Value())); }
+
+} // namespace
+
+void LoadVolume() { form.iVolume = RetrieveVolume(); }
 
 void SaveVolume(std::int16_t level)
 {

@@ -24,10 +24,9 @@ inline FrmVolume frmVolume;
 
 namespace frmVolume {
 
-/// Takes the volume of the last run. Called when the preview opens.
+/// Takes the volume of the last run; a blank one is stored as 100, what is no volume counts as 100. Called when the
+/// preview opens.
 void LoadVolume();
-/// The stored volume. A blank one is written back as 100; what is no volume counts as 100.
-std::int16_t RetrieveVolume();
 /// Stores a level from 0 to 100; any other is dropped. Called with `GetVolume` when the preview closes.
 void SaveVolume(std::int16_t level);
 std::int16_t GetVolume();
