@@ -4,12 +4,11 @@
 #include "hand/bookmark_events.h"
 #include "hand/frmTimeline_events.h"
 #include "hand/list_and_divider.h"
-#include "hand/slider_drag.h"
 #include "hand/tree_drop.h"
 #include "timeline/moduleScaleRenderer.h"
+#include "timeline/timeline_marks_form.h"
 #include "timeline/timeline_row_form.h"
 #include "timeline/timeline_row_parts_form.h"
-#include "timeline/timeline_sliders_form.h"
 #include "timeline/timeline_tree_form.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
@@ -48,12 +47,14 @@ TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
     base_->installEventFilter(this);
     makeScale();
     makeRows();
-    makeSliders();
+    marks_ = std::make_unique<TimelineMarks>(scale_, base_);
     makeButtons();
     refreshIcons();
     driveTimer(this, form().tmTimeline);
     showPass().add(this, [this] { showState(); });
 }
+
+TimelineForm::~TimelineForm() = default;
 
 void TimelineForm::makeList()
 {
@@ -108,7 +109,6 @@ void TimelineForm::makeScale()
     scrollBar_->setWhatsThis(tr("Moves the view along the timeline."));
     scrollBar_->setFocusPolicy(Qt::NoFocus);
     connect(scrollBar_, &QScrollBar::valueChanged, this, [](int value) { form().hsb.SetValue(value); });
-    scaleMarker_ = new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale_);
 }
 
 void TimelineForm::connectPicture(PictureWidget& widget)
@@ -150,40 +150,6 @@ void TimelineForm::makeRows()
         row->installEventFilter(this);
         rows_.push_back(row);
     }
-}
-
-void TimelineForm::makeSliders()
-{
-    auto& f = form();
-    const QColor mainInk = QColor::fromRgb(kMainInk);
-    const QColor selectionInk = QColor::fromRgb(kSelectionInk);
-    scaleLines_ = {new ThinLine(selectionInk, "imgStartSelSlider", scale_),
-                   new ThinLine(selectionInk, "imgEndSelSlider", scale_),
-                   new ThinLine(mainInk, "imgScaleSlider", scale_)};
-    trackLines_ = {new ThinLine(selectionInk, "picStartSelSlider", base_),
-                   new ThinLine(selectionInk, "picEndSelSlider", base_), new ThinLine(mainInk, "picSlider", base_)};
-    using Shape = SliderHandle::Shape;
-    handles_ = {new SliderHandle(f.imgStartSelHandle, Shape::kStart,
-                                 {frmTimeline::imgStartSelHandle_MouseDown, frmTimeline::imgStartSelHandle_MouseMove,
-                                  frmTimeline::imgStartSelHandle_MouseUp},
-                                 "imgStartSelHandle", scale_),
-                new SliderHandle(f.imgEndSelHandle, Shape::kEnd,
-                                 {frmTimeline::imgEndSelHandle_MouseDown, frmTimeline::imgEndSelHandle_MouseMove,
-                                  frmTimeline::imgEndSelHandle_MouseUp},
-                                 "imgEndSelHandle", scale_),
-                new SliderHandle(f.imgSliderHandle, Shape::kMain,
-                                 {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,
-                                  frmTimeline::imgSliderHandle_MouseUp},
-                                 "imgSliderHandle", scale_)};
-    handles_[0]->raise();
-    handles_[1]->raise();
-    handles_[0]->setAccessibleName(tr("Start of the selection"));
-    handles_[0]->setWhatsThis(tr("Where the range begins on which cut, copy, delete and crop work. Drag it."));
-    handles_[1]->setAccessibleName(tr("End of the selection"));
-    handles_[1]->setWhatsThis(tr("Where the range ends on which cut, copy, delete and crop work. Drag it."));
-    handles_[2]->setAccessibleName(tr("Position on the timeline"));
-    handles_[2]->setWhatsThis(
-        tr("The slider: the place that the preview shows, and at which you paste and split. Drag it."));
 }
 
 void TimelineForm::makeButtons()
@@ -365,46 +331,6 @@ void TimelineForm::showList()
     isShowing_ = false;
 }
 
-void TimelineForm::showMarkers()
-{
-    const auto& f = form();
-    const auto showLine = [](QWidget& line, const Marker& state, int top, int bottom) {
-        line.setGeometry(state.Left, top, 1, bottom - top);
-        line.setVisible(state.Visible);
-    };
-    const int bottom = height() - kScrollHeight;
-    showLine(*scaleLines_[0], f.imgStartSelSlider, 0, kScaleHeight);
-    showLine(*scaleLines_[1], f.imgEndSelSlider, 0, kScaleHeight);
-    showLine(*scaleLines_[2], f.imgScaleSlider, 0, kScaleHeight);
-    showLine(*trackLines_[0], f.picStartSelSlider, kScaleHeight, bottom);
-    showLine(*trackLines_[1], f.picEndSelSlider, kScaleHeight, bottom);
-    showLine(*trackLines_[2], f.picSlider, kScaleHeight, bottom);
-    scaleMarker_->setGeometry(f.imgScaleMarker.Left, kScaleHeight - 8, 1, 8);
-    scaleMarker_->setVisible(f.imgScaleMarker.Visible);
-    for (SliderHandle* const handle : handles_) {
-        handle->showState();
-    }
-}
-
-void TimelineForm::showBookmarks()
-{
-    const auto& f = form();
-    while (bookmarks_.size() < f.imgBookmark.size()) {
-        const auto index = static_cast<std::int16_t>(bookmarks_.size());
-        auto* const flag = new BookmarkFlag(index, scale_);
-        flag->lower();
-        bookmarks_.push_back(flag);
-    }
-    for (std::size_t i = 0; i < bookmarks_.size(); ++i) {
-        const bool isThere = i < f.imgBookmark.size() && f.imgBookmark[i].Visible;
-        bookmarks_[i]->setVisible(isThere);
-        if (isThere) {
-            bookmarks_[i]->move(f.imgBookmark[i].Left, kScaleHeight - BookmarkFlag::kHeight);
-            bookmarks_[i]->setSelected(f.SelectedBookmark == static_cast<std::int16_t>(i) && i > 0);
-        }
-    }
-}
-
 void TimelineForm::showState()
 {
     const auto& f = form();
@@ -428,8 +354,7 @@ void TimelineForm::showState()
     for (RowPane* const row : rows_) {
         row->showState();
     }
-    showMarkers();
-    showBookmarks();
+    marks_->showState(kScaleHeight, height() - kScrollHeight);
     showList();
     for (const auto& [button, told] : {std::pair{zoomIn_, &f.cmdZoomIn},
                                        {zoomOut_, &f.cmdZoomOut},

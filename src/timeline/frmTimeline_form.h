@@ -7,16 +7,17 @@
 
 #include <QScrollBar>
 #include <QToolButton>
-#include <array>
+#include <memory>
+#include <vector>
 
-class BookmarkFlag;
-class SliderHandle;
-class TimelineTree;
 class RowPane;
+class TimelineMarks;
+class TimelineTree;
 
 class TimelineForm final : public QWidget {
 public:
     explicit TimelineForm(QWidget* parent);
+    ~TimelineForm() override;
 
     QSize sizeHint() const override { return {1000, 290}; }
 
@@ -31,7 +32,6 @@ private:
     void makeList();
     void makeScale();
     void makeRows();
-    void makeSliders();
     void makeButtons();
     int listWidth() const;
     void place();
@@ -39,8 +39,6 @@ private:
     void tellSizes();
     void showState();
     void showList();
-    void showMarkers();
-    void showBookmarks();
     void refreshIcons();
     void zoomAt(double notches, float x);
     void scrollBy(double notches);
@@ -53,11 +51,7 @@ private:
     PictureWidget* scale_ = nullptr;
     QScrollBar* scrollBar_ = nullptr;
     std::vector<RowPane*> rows_;
-    std::vector<SliderHandle*> handles_;
-    std::vector<BookmarkFlag*> bookmarks_;
-    std::vector<QWidget*> scaleLines_;
-    std::vector<QWidget*> trackLines_;
-    QWidget* scaleMarker_ = nullptr;
+    std::unique_ptr<TimelineMarks> marks_;
     QToolButton* zoomIn_ = nullptr;
     QToolButton* zoomOut_ = nullptr;
     QToolButton* selSliders_ = nullptr;
