@@ -4,6 +4,7 @@
 #include "core/shared_state.h"
 #include "engine/file_presence.h"
 #include "media/frmMediaList_events.h"
+#include "media/media_side_form.h"
 #include "windowing/icons.h"
 #include "windowing/picture_widget.h"
 #include "windowing/scheme.h"
@@ -12,21 +13,17 @@
 
 #include <QDrag>
 #include <QEvent>
-#include <QGridLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <algorithm>
 
 namespace {
 
 forms::FrmMediaList& form() { return forms::frmMediaList; }
-
-constexpr std::size_t kDate = 3; // of the facts: it has blanks to wrap at
 
 /// Delete, Crop, Cut, Copy and Crop Source(s), on the number pad too.
 bool isEditKey(const QKeyEvent& event)
@@ -75,13 +72,8 @@ MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
     setObjectName("frmMediaList");
     setMouseTracking(true);
     makeList();
-    side_ = new QWidget(this);
-    side_->setMouseTracking(true);
-    makePlayer();
-    makeFacts();
+    side_ = new MediaSide(this);
     refreshIcons();
-    form().picPreviewSmallHandle = picture_->number();
-    form().picPreviewSmallCleared.changed = [this] { picture_->clearPicture(); };
     driveTimer(this, form().tmFilePreview);
     engine::filePresence().listen([this] { // on a thread of the engine's
         if (!isNewsPending_.exchange(true)) {
@@ -147,68 +139,6 @@ void MediaListForm::watchView(QAbstractItemView* view)
     connect(view, &QAbstractItemView::doubleClicked, this, [] { frmMediaList::OnLvwMediaListDblClick(); });
 }
 
-void MediaListForm::makePlayer()
-{
-    picture_ = new FrameView("picPreviewSmall", side_);
-    picture_->setMouseTracking(true);
-    picture_->installEventFilter(this);
-    picture_->setAccessibleName(tr("Picture of the selected file"));
-    picture_->setWhatsThis(tr("The selected file as it is, not as the timeline shows it."));
-    play_ = new QToolButton(side_);
-    play_->setObjectName("cmdPlay");
-    play_->setIconSize({16, 16});
-    play_->setWhatsThis(tr("Plays the selected file, or stops it."));
-    connect(play_, &QToolButton::clicked, this, [] { frmMediaList::cmdPlay_Click(); });
-    position_ = new QSlider(Qt::Horizontal, side_);
-    position_->setObjectName("sldFilePreview");
-    position_->setAccessibleName(tr("Position in the selected file"));
-    position_->setWhatsThis(tr("Drag to see another place of the selected file."));
-    connect(position_, &QSlider::valueChanged, this, [this](int value) {
-        if (!isShowing_) {
-            form().sldFilePreview.SetValue(value);
-            frmMediaList::sldFilePreview_Scroll();
-        }
-    });
-}
-
-void MediaListForm::makeFacts()
-{
-    factBox_ = new QWidget(side_);
-    factBox_->setMouseTracking(true);
-    factBox_->setWhatsThis(tr("Facts of the selected file."));
-    factBox_->installEventFilter(this);
-    auto* const grid = new QGridLayout(factBox_);
-    grid->setContentsMargins(10, 6, 10, 6);
-    grid->setHorizontalSpacing(12);
-    grid->setVerticalSpacing(2);
-    grid->setColumnStretch(1, 1);
-    for (std::size_t i = 0; i < facts_.size(); ++i) {
-        const int row = static_cast<int>(i);
-        factNames_[i] = new QLabel(factBox_);
-        facts_[i] = new QLabel(factBox_);
-        facts_[i]->setObjectName(i == 0 ? QString("lblFileDisplay") : QString("lblInfoDisplay%1").arg(i - 1));
-        facts_[i]->setTextFormat(Qt::PlainText);
-        facts_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        facts_[i]->setMinimumWidth(10);
-        facts_[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        grid->addWidget(factNames_[i], row, 0, Qt::AlignLeft | Qt::AlignTop);
-        grid->addWidget(facts_[i], row, 1);
-        for (QLabel* const label : {factNames_[i], facts_[i]}) {
-            label->setMouseTracking(true);
-            label->installEventFilter(this);
-        }
-    }
-    facts_[kDate]->setWordWrap(true);
-    grid->setRowStretch(static_cast<int>(facts_.size()), 1);
-    factRoom_ = new QScrollArea(side_);
-    factRoom_->setObjectName("fmeMediaInfo");
-    factRoom_->setAccessibleName(tr("Facts of the selected file"));
-    factRoom_->setFrameShape(QFrame::NoFrame);
-    factRoom_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    factRoom_->setWidgetResizable(true);
-    factRoom_->setWidget(factBox_);
-}
-
 /// Progress of an opening is not written over.
 void MediaListForm::takeNews()
 {
@@ -228,12 +158,9 @@ void MediaListForm::refreshIcons()
     model_->setIcons(
         {programIcon("AUDIO", palette()), programIcon("VIDEO", palette()), programIcon("IMAGE", palette())},
         programIcon("MISSING", palette()));
-    playPicture_.clear();
     QPalette quiet = palette();
     quiet.setColor(QPalette::WindowText, quietText(palette()));
-    for (QLabel* const name : factNames_) {
-        name->setPalette(quiet);
-    }
+    side_->refreshIcons(quiet);
     emptyHint_->setPalette(quiet);
 }
 
@@ -244,27 +171,8 @@ void MediaListForm::resizeEvent(QResizeEvent*)
     views_->setGeometry(0, 0, listWidth, height());
     emptyHint_->setGeometry(0, 20, listWidth, std::max(10, height() - 40));
     side_->setGeometry(listWidth + 1, 0, sideWidth, height());
-    placeSide();
+    side_->place();
     fitNames();
-}
-
-int MediaListForm::factsHeight() const
-{
-    constexpr int kBelowFacts = 8;
-    return std::min(factBox_->layout()->heightForWidth(side_->width()) + kBelowFacts, height() / 2);
-}
-
-/// The picture has what the facts leave.
-void MediaListForm::placeSide()
-{
-    constexpr int kControls = 30;
-    const int sideWidth = side_->width();
-    const int pictureHeight = std::max(10, height() - kControls - factsHeight());
-    picture_->setGeometry(0, 0, sideWidth, pictureHeight);
-    play_->setGeometry(6, pictureHeight + 2, 26, 26);
-    position_->setGeometry(38, pictureHeight + 2, sideWidth - 46, 26);
-    factRoom_->setGeometry(0, pictureHeight + kControls, sideWidth, factsHeight());
-    tellPlayerSize();
 }
 
 /// As wide as their usual texts. Later the columns are as wide as the person made them.
@@ -298,15 +206,6 @@ void MediaListForm::fitNames()
     }
 }
 
-void MediaListForm::tellPlayerSize()
-{
-    if (form().picPreviewSmallWidth != picture_->width() || form().picPreviewSmallHeight != picture_->height()) {
-        form().picPreviewSmallWidth = picture_->width();
-        form().picPreviewSmallHeight = picture_->height();
-        frmMediaList::picPreviewSmall_Resize();
-    }
-}
-
 bool MediaListForm::event(QEvent* event)
 {
     const bool isTaken = QWidget::event(event);
@@ -322,7 +221,7 @@ void MediaListForm::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange && details_ != nullptr) {
         fitColumns();
     }
-    if (event->type() == QEvent::PaletteChange && emptyHint_ != nullptr && factNames_[0] != nullptr) {
+    if (event->type() == QEvent::PaletteChange && emptyHint_ != nullptr && side_ != nullptr) {
         refreshIcons();
         show::mark();
     }
@@ -351,9 +250,9 @@ bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
     const bool isList = watched == details_->viewport() || watched == icons_->viewport();
     switch (event->type()) {
     case QEvent::MouseMove:
-        return hintAt(watched);
-    case QEvent::Resize:
-        show::mark(); // a fact is cut to its room
+        if (isList) {
+            frmMediaList::lvwMediaList_MouseMove();
+        }
         return false;
     case QEvent::ShortcutOverride:
         return (watched == details_ || watched == icons_) && editKey(static_cast<QKeyEvent&>(*event));
@@ -372,21 +271,6 @@ bool MediaListForm::eventFilter(QObject* watched, QEvent* event)
     default:
         return QWidget::eventFilter(watched, event);
     }
-}
-
-/// True when the move ends here; else it would go on to the form, which has a hint of its own.
-bool MediaListForm::hintAt(QObject* watched)
-{
-    if (watched == details_->viewport() || watched == icons_->viewport()) {
-        frmMediaList::lvwMediaList_MouseMove();
-        return false;
-    }
-    if (watched == picture_) {
-        frmMediaList::picPreviewSmall_MouseMove();
-        return true;
-    }
-    frmMediaList::fmeMediaInfo_MouseMove();
-    return watched == factBox_; // a label selects its text by moves
 }
 
 /// The keys that edit the timeline are asked about ahead of the menu, which would run them. True when the list keeps
@@ -481,27 +365,6 @@ void MediaListForm::showSelection()
     }
 }
 
-void MediaListForm::showFacts()
-{
-    const auto& f = form();
-    const auto showFact = [&](std::size_t i, const Label& name, const Label& fact) {
-        factNames_[i]->setText(fromProgram(name.Caption.get()));
-        // A long path keeps its end, which tells more than its beginning.
-        const QString whole = fromProgram(fact.Caption.get());
-        const QString cut = facts_[i]->fontMetrics().elidedText(whole, Qt::ElideMiddle, facts_[i]->width());
-        facts_[i]->setText(i == kDate ? whole : cut);
-        facts_[i]->setToolTip(whole);
-        facts_[i]->setAccessibleName(whole);
-    };
-    showFact(0, f.lblFile, f.lblFileDisplay);
-    for (std::size_t i = 0; i < f.lblInfo.size(); ++i) {
-        showFact(i + 1, f.lblInfo[i], f.lblInfoDisplay[i]);
-    }
-    if (!facts_[kDate]->text().isEmpty() && factRoom_->height() != factsHeight()) {
-        placeSide(); // the date takes more lines or less than the one before
-    }
-}
-
 void MediaListForm::showState()
 {
     isShowing_ = true;
@@ -518,21 +381,6 @@ void MediaListForm::showState()
     icons_->setWordWrap(view == 0);
     emptyHint_->setVisible(f.lvwMediaList.Count() == 0);
     emptyHint_->raise();
-    position_->setVisible(f.sldFilePreview.Visible);
-    position_->setRange(f.sldFilePreview.Min(), f.sldFilePreview.Max());
-    const int length = f.sldFilePreview.Max() - f.sldFilePreview.Min();
-    position_->setPageStep(std::max(1, length / 10));
-    position_->setSingleStep(std::max(1, length / 100));
-    position_->setValue(f.sldFilePreview.Value());
-    play_->setVisible(f.cmdPlay.Visible);
-    play_->setEnabled(f.cmdPlay.Enabled && f.lvwMediaList.Count() > 0);
-    position_->setEnabled(play_->isEnabled());
-    if (playPicture_ != f.cmdPlay.Picture.get()) {
-        playPicture_ = f.cmdPlay.Picture.get();
-        play_->setIcon(programIcon(playPicture_, palette()));
-        play_->setToolTip(playPicture_ == "PLAY" ? tr("Play") : tr("Stop"));
-        play_->setAccessibleName(play_->toolTip());
-    }
-    showFacts();
+    side_->showState();
     isShowing_ = false;
 }

@@ -1,19 +1,16 @@
 #pragma once
 
-// The media list's form: the list of files, the facts of the selected one, and the small player.
+// The media list's form: the list of files, and beside it what the selected one is.
 
-#include "windowing/frame_view.h"
 #include "windowing/list_model.h"
 
 #include <QLabel>
 #include <QListView>
-#include <QScrollArea>
-#include <QSlider>
 #include <QStackedWidget>
-#include <QToolButton>
 #include <QTreeView>
-#include <array>
 #include <atomic>
+
+class MediaSide;
 
 class MediaListForm final : public QWidget {
 public:
@@ -34,10 +31,7 @@ protected:
 
 private:
     void makeList();
-    void makePlayer();
-    void makeFacts();
     void watchView(QAbstractItemView* view);
-    bool hintAt(QObject* watched);
     bool keyInList(const QKeyEvent& event);
     static bool editKey(QKeyEvent& event);
     void pressedInList(const QMouseEvent& event);
@@ -47,28 +41,16 @@ private:
     void takeNews();
     void showState();
     void showSelection();
-    void showFacts();
     void refreshIcons();
     void fitColumns();
     void fitNames();
-    int factsHeight() const;
-    void placeSide();
-    void tellPlayerSize();
 
     QStackedWidget* views_ = nullptr;
     QTreeView* details_ = nullptr;
     QListView* icons_ = nullptr;
     QLabel* emptyHint_ = nullptr;
     ListModel* model_ = nullptr;
-    QWidget* side_ = nullptr; // player and facts
-    FrameView* picture_ = nullptr;
-    QSlider* position_ = nullptr;
-    QToolButton* play_ = nullptr;
-    QScrollArea* factRoom_ = nullptr; // scrolls what a low panel has no room for
-    QWidget* factBox_ = nullptr;
-    std::array<QLabel*, 6> factNames_{};
-    std::array<QLabel*, 6> facts_{};
-    std::string playPicture_;
+    MediaSide* side_ = nullptr;
     std::atomic<bool> isNewsPending_{false};
     bool isPressed_ = false; // a press on the list is answered when the button comes up,
     bool isKeyed_ = false;   // an arrow key when the focus has moved
