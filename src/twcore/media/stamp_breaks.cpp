@@ -1,6 +1,6 @@
 #include "twcore/media/stamp_breaks.h"
 
-#include "twcore/media/stamp_guard.h"
+#include "twcore/media/stamp_jumps.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -11,36 +11,19 @@ namespace twcore {
 
 namespace {
 
-// Stamps wander by less than this where nothing is wrong.
-constexpr double kBackSeconds = 0.3;
-// A clock that was set forward, or a hole, is more than this.
-constexpr double kAheadSeconds = 10;
-// Both streams meet a new clock within this time of each other.
-constexpr double kApartSeconds = 10;
-// A stamp is damaged, and not the first of a new clock, when one of so many behind it goes on from the one before it.
-constexpr int kWitnesses = 10;
 // The sound of the part before that reaches further than this over its picture is kept, and the picture waits for it.
 constexpr double kOverlapSeconds = 0.5;
 // Packets at the beginning of a part that are looked at for its first picture.
 constexpr std::size_t kFirstPictures = 32;
 // Jumps on either side among which the one of the other stream is looked for.
 constexpr std::ptrdiff_t kPartners = 8;
-// Picture and sound of one moment are stored within this time of each other.
-constexpr double kInterleaveSeconds = 2.5;
 // In one part, a step from packet to packet is no longer than this.
 constexpr double kStepSeconds = 1;
 constexpr double kBetweenPlacesSeconds = 0.25;
 
-/// Where the stamps of one stream jump, still with every jump in them.
-struct Part {
-    std::size_t first;   // packet behind the jump
-    std::int64_t before; // stamp of the packet ahead of it
-    std::int64_t after;  // and of its own
-};
-
 /// A new clock: the jump that tells it in both streams, or in one.
 struct Joint {
-    std::array<const Part*, 2> parts;
+    std::array<const StampJump*, 2> parts;
     std::int64_t position;
 };
 
@@ -50,93 +33,56 @@ struct Move {
     std::int64_t shift;
 };
 
-/// Packets of one stream.
-struct Range {
-    std::size_t first;
-    std::size_t end;
-};
-
 class BreakFinder {
 public:
-    BreakFinder(StampedStreams& streams, std::int64_t ticksPerSecond, int counterBits)
-        : streams_(streams), second_(ticksPerSecond), counter_(std::int64_t{1} << counterBits)
+    BreakFinder(StampedStreams& streams, StampClock clock)
+        : streams_(streams), clock_(clock), jumps_(countOn(streams, clock))
     {}
 
     std::shared_ptr<const StampBreaks> find();
 
 private:
-    std::int64_t ticks(double seconds) const
-    {
-        return static_cast<std::int64_t>(seconds * static_cast<double>(second_));
-    }
-    /// The way from one stored stamp to another, round the counter's end where that is shorter.
-    std::int64_t way(std::int64_t from, std::int64_t to) const
-    {
-        const std::int64_t ahead = ((to - from) % counter_ + counter_) % counter_;
-        return ahead < counter_ / 2 ? ahead : ahead - counter_;
-    }
-    bool goesOn(std::int64_t from, std::int64_t to) const
-    {
-        return way(from, to) >= -ticks(kBackSeconds) && way(from, to) <= ticks(kAheadSeconds);
-    }
-    bool isDamaged(std::size_t stream, std::size_t index, std::int64_t lastStored) const;
-    std::int64_t leadOf(std::size_t stream, std::size_t index, std::int64_t before) const;
-    void unroll(std::size_t stream, std::int64_t origin);
-    std::int64_t positionOf(std::size_t stream, const Part& part) const
+    std::int64_t ticks(double seconds) const { return clock_.ticks(seconds); }
+    std::int64_t positionOf(std::size_t stream, const StampJump& part) const
     {
         return streams_[stream][part.first].position;
     }
-    Range between(std::size_t stream, std::int64_t from, std::int64_t to) const;
-    std::int64_t extent(std::size_t stream, const Range& range) const;
-    bool areTogether(const Part& one, const Part& other) const;
-    const Part* nearest(std::size_t stream, const Part& part) const;
-    bool tellOneTime(const Part& picture, const Part& sound) const;
+    PacketRange between(std::size_t stream, std::int64_t from, std::int64_t to) const
+    {
+        return packetsBetween(streams_[stream], from, to);
+    }
+    std::int64_t extent(std::size_t stream, const PacketRange& range) const;
+    bool areTogether(const StampJump& one, const StampJump& other) const;
+    const StampJump* nearest(std::size_t stream, const StampJump& part) const;
+    bool tellOneTime(const StampJump& picture, const StampJump& sound) const;
     bool isAloneIn(std::size_t stream, std::int64_t from, std::int64_t to) const;
-    bool isClockAlone(std::size_t stream, const Part& part) const;
+    bool isClockAlone(std::size_t stream, const StampJump& part) const;
     void join();
-    std::size_t firstBehind(std::size_t stream, const Part& jumpOfOther) const;
+    std::size_t firstBehind(std::size_t stream, const StampJump& jumpOfOther) const;
     void moveFrom(const Joint& joint);
     std::int64_t shiftAt(std::size_t stream, std::size_t index) const;
     void move();
     std::int64_t endAhead(std::size_t stream, std::size_t first) const;
-    std::int64_t startOf(std::size_t stream, const Part& part) const;
+    std::int64_t startOf(std::size_t stream, const StampJump& part) const;
     std::int64_t lead(std::size_t stream, std::size_t first) const;
 
     StampedStreams& streams_;
-    std::int64_t second_;
-    std::int64_t counter_;
-    std::array<std::vector<std::int64_t>, 2> stored_; // the stamps of decoding before anything was changed
-    std::array<std::vector<Part>, 2> parts_;          // behind the first
-    std::array<std::size_t, 2> partStarts_{};         // of the part that runs ahead of the join in hand
+    StampClock clock_;
+    StampJumps jumps_;
+    std::array<std::size_t, 2> partStarts_{}; // of the part that runs ahead of the join in hand
     std::array<std::vector<Move>, 2> moves_;
-    bool hasDamage_ = false;
 };
 
 std::shared_ptr<const StampBreaks> BreakFinder::find()
 {
-    for (std::size_t i = 0; i < streams_.size(); ++i) {
-        std::int64_t position = 0;
-        std::erase_if(streams_[i], [](const auto& packet) { return packet.decode == AV_NOPTS_VALUE; });
-        for (auto& packet : streams_[i]) {
-            position = packet.position = packet.position >= 0 ? packet.position : position;
-            stored_[i].push_back(packet.decode);
-        }
-    }
-    std::int64_t origin = AV_NOPTS_VALUE;
-    for (std::size_t i = 0; i < streams_.size(); ++i) {
-        if (!stored_[i].empty()) {
-            origin = origin == AV_NOPTS_VALUE ? stored_[i].front() : origin;
-            unroll(i, origin + way(origin, stored_[i].front()));
-        }
-    }
     join();
     move();
     auto breaks = std::make_shared<StampBreaks>();
-    breaks->hasDamage = hasDamage_;
+    breaks->hasDamage = jumps_.hasDamage;
     bool anyShift = false;
     for (std::size_t i = 0; i < streams_.size(); ++i) {
         for (std::size_t k = 0; k < streams_[i].size(); ++k) {
-            const std::int64_t shift = streams_[i][k].decode - stored_[i][k];
+            const std::int64_t shift = streams_[i][k].decode - jumps_.stored[i][k];
             if (breaks->shifts[i].empty() || breaks->shifts[i].back().ticks != shift) {
                 breaks->shifts[i].push_back({streams_[i][k].position, shift});
                 anyShift = anyShift || shift != 0;
@@ -157,74 +103,8 @@ std::shared_ptr<const StampBreaks> BreakFinder::find()
     return breaks;
 }
 
-bool BreakFinder::isDamaged(std::size_t stream, std::size_t index, std::int64_t lastStored) const
-{
-    const auto& stored = stored_[stream];
-    const std::size_t end = std::min(stored.size(), index + 1 + kWitnesses);
-    if (index + 1 >= end) { // the last one, behind a still: the other stream alone can deny it
-        const std::int64_t position = streams_[stream][index].position;
-        const std::size_t behind = between(1 - stream, position, position).first;
-        const auto& others = stored_[1 - stream];
-        const bool goOn = // and are not just what was left over at the end of the file
-            behind < others.size() && way(others[behind], others.back()) > ticks(kInterleaveSeconds);
-        return goOn ? std::abs(way(others[behind], stored[index])) > ticks(kApartSeconds)
-                    : way(lastStored, stored[index]) < 0;
-    }
-    return std::any_of(stored.begin() + static_cast<std::ptrdiff_t>(index) + 1,
-                       stored.begin() + static_cast<std::ptrdiff_t>(end),
-                       [&](std::int64_t stamp) { return goesOn(lastStored, stamp); });
-}
-
-/// From the stored stamp of decoding to that of showing, or as with the packet before, where it cannot be.
-std::int64_t BreakFinder::leadOf(std::size_t stream, std::size_t index, std::int64_t before) const
-{
-    const auto& stored = stored_[stream];
-    const std::int64_t show = streams_[stream][index].show;
-    const std::int64_t lead = show != AV_NOPTS_VALUE ? way(stored[index], show) : before;
-    const auto untilDecoded = [&](std::size_t i) { return way(stored[index], stored[i]); };
-    return isLeadDamaged(lead, second_, index, stored.size(), untilDecoded) ? before : lead;
-}
-
-/// Counts the stamps of a stream on over the counter's end and lists where they jump.
-void BreakFinder::unroll(std::size_t stream, std::int64_t origin)
-{
-    auto& packets = streams_[stream];
-    std::int64_t lastStored = stored_[stream].front();
-    std::int64_t running = origin;
-    std::int64_t shownLater = 0;
-    for (std::size_t i = 0; i < packets.size(); ++i) {
-        auto& packet = packets[i];
-        const std::int64_t stored = stored_[stream][i];
-        shownLater = leadOf(stream, i, shownLater);
-        if (!goesOn(lastStored, stored)) {
-            if (isDamaged(stream, i, lastStored)) {
-                hasDamage_ = true;
-                packet.decode = running + std::max<std::int64_t>(packet.length, 0);
-                packet.show = packet.show != AV_NOPTS_VALUE ? packet.decode + shownLater : packet.show;
-                continue;
-            }
-            parts_[stream].push_back({i, running, running + way(lastStored, stored)});
-        }
-        running += way(lastStored, stored);
-        lastStored = stored;
-        packet.decode = running;
-        packet.show = packet.show != AV_NOPTS_VALUE ? running + shownLater : packet.show;
-    }
-}
-
-/// Those that begin at bytes from `from` up to `to`.
-Range BreakFinder::between(std::size_t stream, std::int64_t from, std::int64_t to) const
-{
-    const auto& packets = streams_[stream];
-    const auto indexOf = [&](std::int64_t position) {
-        return static_cast<std::size_t>(std::ranges::lower_bound(packets, position, {}, &StampedPacket::position)
-                                        - packets.begin());
-    };
-    return {indexOf(from), indexOf(to)};
-}
-
 /// How long a stream is there, without the jumps.
-std::int64_t BreakFinder::extent(std::size_t stream, const Range& range) const
+std::int64_t BreakFinder::extent(std::size_t stream, const PacketRange& range) const
 {
     std::int64_t sum = 0;
     for (std::size_t i = range.first + 1; i < range.end; ++i) {
@@ -234,21 +114,21 @@ std::int64_t BreakFinder::extent(std::size_t stream, const Range& range) const
     return sum;
 }
 
-bool BreakFinder::areTogether(const Part& one, const Part& other) const
+bool BreakFinder::areTogether(const StampJump& one, const StampJump& other) const
 {
     return std::abs(one.before - other.before) < ticks(kApartSeconds)
            && std::abs(one.after - other.after) < ticks(kApartSeconds);
 }
 
 /// Of the other stream's jumps of the same kind the one next to this jump in the file; nullptr if there is none.
-const Part* BreakFinder::nearest(std::size_t stream, const Part& part) const
+const StampJump* BreakFinder::nearest(std::size_t stream, const StampJump& part) const
 {
-    const auto& others = parts_[1 - stream];
+    const auto& others = jumps_.parts[1 - stream];
     const std::int64_t position = positionOf(stream, part);
-    const auto away = [&](const Part& other) { return std::abs(positionOf(1 - stream, other) - position); };
+    const auto away = [&](const StampJump& other) { return std::abs(positionOf(1 - stream, other) - position); };
     const auto at = std::ranges::lower_bound(others, position, {},
-                                             [&](const Part& other) { return positionOf(1 - stream, other); });
-    const Part* best = nullptr;
+                                             [&](const StampJump& other) { return positionOf(1 - stream, other); });
+    const StampJump* best = nullptr;
     for (auto other = at - std::min(at - others.begin(), kPartners);
          other != at + std::min(others.end() - at, kPartners); ++other) {
         if (areTogether(part, *other) && (best == nullptr || away(*other) < away(*best))) {
@@ -259,7 +139,7 @@ const Part* BreakFinder::nearest(std::size_t stream, const Part& part) const
 }
 
 /// Whether, where the later one of two jumps stands, the stream that has jumped already tells the same time.
-bool BreakFinder::tellOneTime(const Part& picture, const Part& sound) const
+bool BreakFinder::tellOneTime(const StampJump& picture, const StampJump& sound) const
 {
     const bool pictureFirst = positionOf(0, picture) < positionOf(1, sound);
     const std::size_t early = pictureFirst ? 0 : 1;
@@ -278,9 +158,9 @@ bool BreakFinder::isAloneIn(std::size_t stream, std::int64_t from, std::int64_t 
 }
 
 /// A jump back that the other stream cannot make, as it is missing in the part ahead or in the one behind.
-bool BreakFinder::isClockAlone(std::size_t stream, const Part& part) const
+bool BreakFinder::isClockAlone(std::size_t stream, const StampJump& part) const
 {
-    const auto& all = parts_[stream];
+    const auto& all = jumps_.parts[stream];
     const auto index = &part - all.data();
     const std::int64_t here = positionOf(stream, part);
     const std::int64_t from = index > 0 ? positionOf(stream, *(&part - 1)) : 0;
@@ -293,19 +173,19 @@ bool BreakFinder::isClockAlone(std::size_t stream, const Part& part) const
 void BreakFinder::join()
 {
     std::vector<Joint> joints;
-    std::vector<bool> isTaken(parts_[1].size());
-    for (const Part& picture : parts_[0]) {
-        const Part* const sound = nearest(0, picture);
+    std::vector<bool> isTaken(jumps_.parts[1].size());
+    for (const StampJump& picture : jumps_.parts[0]) {
+        const StampJump* const sound = nearest(0, picture);
         if (sound != nullptr && nearest(1, *sound) == &picture && tellOneTime(picture, *sound)) {
-            isTaken[static_cast<std::size_t>(sound - parts_[1].data())] = true;
+            isTaken[static_cast<std::size_t>(sound - jumps_.parts[1].data())] = true;
             joints.push_back({{&picture, sound}, std::min(positionOf(0, picture), positionOf(1, *sound))});
         } else if (isClockAlone(0, picture)) {
             joints.push_back({{&picture, nullptr}, positionOf(0, picture)});
         }
     }
-    for (std::size_t i = 0; i < parts_[1].size(); ++i) {
-        if (!isTaken[i] && isClockAlone(1, parts_[1][i])) {
-            joints.push_back({{nullptr, &parts_[1][i]}, positionOf(1, parts_[1][i])});
+    for (std::size_t i = 0; i < jumps_.parts[1].size(); ++i) {
+        if (!isTaken[i] && isClockAlone(1, jumps_.parts[1][i])) {
+            joints.push_back({{nullptr, &jumps_.parts[1][i]}, positionOf(1, jumps_.parts[1][i])});
         }
     }
     std::ranges::stable_sort(joints, {}, &Joint::position);
@@ -340,13 +220,13 @@ std::int64_t BreakFinder::endAhead(std::size_t stream, std::size_t first) const
            + lead(stream, partStarts_[stream]);
 }
 
-std::int64_t BreakFinder::startOf(std::size_t stream, const Part& part) const
+std::int64_t BreakFinder::startOf(std::size_t stream, const StampJump& part) const
 {
     return streams_[stream][part.first].decode + lead(stream, part.first);
 }
 
 /// The first packet by the new clock of a stream in which it makes no jump: some are stored on the other side of it.
-std::size_t BreakFinder::firstBehind(std::size_t stream, const Part& jumpOfOther) const
+std::size_t BreakFinder::firstBehind(std::size_t stream, const StampJump& jumpOfOther) const
 {
     const auto& packets = streams_[stream];
     const auto isNew = [&](std::size_t i) {
@@ -359,7 +239,7 @@ std::size_t BreakFinder::firstBehind(std::size_t stream, const Part& jumpOfOther
         --first;
     }
     while (first < packets.size() && !isNew(first)
-           && (first == 0 || goesOn(packets[first - 1].decode, packets[first].decode))) {
+           && (first == 0 || clock_.goesOn(packets[first - 1].decode, packets[first].decode))) {
         ++first;
     }
     return first;
@@ -407,7 +287,7 @@ void BreakFinder::move()
 
 std::shared_ptr<const StampBreaks> findBreaks(StampedStreams& streams, std::int64_t ticksPerSecond, int counterBits)
 {
-    return BreakFinder(streams, ticksPerSecond, counterBits).find();
+    return BreakFinder(streams, {ticksPerSecond, std::int64_t{1} << counterBits}).find();
 }
 
 bool RunningStamps::apply(AVPacket& packet)
