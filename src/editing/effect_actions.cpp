@@ -37,7 +37,7 @@ bool takeOut(EffectEdit& edit, Handle track, std::int16_t& seq, const ItemTimes&
     if (part.isHead || part.isTail) {
         return effects.setTimes(seq, part.isHead ? behind : ahead);
     }
-    return edit.split(effect, ahead, behind);
+    return edit.split(ahead, behind);
 }
 
 /// Cut, copy or delete.

@@ -43,14 +43,14 @@ bool takeOut(SourceEdit& edit, std::int16_t& seq, const SourceTimes& source, con
     const SourceTimes ahead{source.start, times.start, source.mediaStart, times.mediaStart};
     const SourceTimes behind{times.stop, source.stop, times.mediaStop, source.mediaStop};
     if (part.isWhole()) {
-        const bool ok = edit.remove(source);
+        const bool ok = edit.remove();
         seq = static_cast<std::int16_t>(seq - (ok ? 1 : 0));
         return ok;
     }
     if (part.isHead || part.isTail) {
-        return edit.trim(source, part.isHead ? behind : ahead);
+        return edit.trim(part.isHead ? behind : ahead);
     }
-    return edit.split(source, ahead, behind);
+    return edit.split(ahead, behind);
 }
 
 bool logAllGaps(const Action& action, Handle track, std::int16_t seq, const SourceTimes& source,
@@ -63,9 +63,10 @@ bool logAllGaps(const Action& action, Handle track, std::int16_t seq, const Sour
 void record(const Action& action, const SourceEdit& edit, Handle track, const SourceTimes& part)
 {
     const Milliseconds length = part.stop - part.start;
-    AddSourceClip({track, edit.stream(), part.mediaStart, part.mediaStop, ClipSeq++, length, edit.mode()});
+    AddSourceClip(
+        {track, edit.source().stream, part.mediaStart, part.mediaStop, ClipSeq++, length, edit.source().mode});
     if (action.isOverlay) {
-        const items::OverlayKey key = edit.key().value_or(items::OverlayKey{});
+        const items::OverlayKey key = edit.source().key.value_or(items::OverlayKey{});
         AddTransitionClip({track, key.name, length, key.red, key.green, key.blue, TransitionClipSeq++});
     }
 }
@@ -102,7 +103,7 @@ Answer crop(const Action& action, Handle track, std::int16_t seq, const SourceTi
     return runAction(action, isReached, [&](Answer&) {
         const Part part = editing::partOf(source.onTimeline(), selection);
         const SourceTimes times = withMedia(part, source);
-        return part.isWhole() || SourceEdit(track, seq, action.nameBytes).trim(source, times);
+        return part.isWhole() || SourceEdit(track, seq, action.nameBytes).trim(times);
     });
 }
 

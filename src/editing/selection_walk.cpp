@@ -74,8 +74,11 @@ void walkRow(ITWTimeline& engine, const TrackRow& row, const Actions& actions, c
         const Items effects = items::rowItems(engine, row).items;
         walk([&](std::int16_t seq) { return effects.times(seq); }, actions.ofEffect, track, selection, result);
     } else {
-        walk([&](std::int16_t seq) { return items::readSource(engine, track, seq); },
-             isOverlay ? actions.ofOverlay : actions.ofSource, track, selection, result);
+        walk(
+            [&](std::int16_t seq) {
+                return items::readTimes({engine, track, seq});
+            },
+            isOverlay ? actions.ofOverlay : actions.ofSource, track, selection, result);
     }
 }
 
@@ -126,7 +129,7 @@ void dropOutside(ITWTimeline& engine, const SelectionEdges& selection)
         }
         const items::RowItems lane = items::rowItems(engine, row);
         const auto remove = [&](std::int16_t seq) {
-            return lane.isOverlay() ? items::removeOverlay(engine, seq) : lane.items.remove(seq);
+            return lane.isOverlay() ? items::removeOverlay(seq) : lane.items.remove(seq);
         };
         if (items::isMediaRow(row.kind)) {
             dropOutside(lane.items, selection, liesIn, remove);

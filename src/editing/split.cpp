@@ -27,7 +27,7 @@ bool isInside(const items::ItemTimes& times, Milliseconds position)
 void splitSource(Handle track, std::int16_t seq, Milliseconds position)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    const auto now = items::readSource(*engine, track, seq);
+    const auto now = items::readTimes({*engine, track, seq});
     if (!now || !isInside(now->onTimeline(), position)) {
         return;
     }
@@ -39,7 +39,7 @@ void splitSource(Handle track, std::int16_t seq, Milliseconds position)
         numbers::rounded<std::int32_t>((now->mediaStop - (static_cast<double>(now->stop) - position)) / rate);
     left.mediaStop =
         numbers::rounded<std::int32_t>(((static_cast<double>(position) - now->start) + now->mediaStart) / rate);
-    items::SourceEdit(track, seq, kTransitionNameBytes).split(*now, left, right);
+    items::SourceEdit(track, seq, kTransitionNameBytes).split(left, right);
 }
 
 // On the overlay track a source takes its transition along.
@@ -50,7 +50,7 @@ void splitEffect(Handle track, std::int16_t seq, Milliseconds position, std::siz
     const auto engine = EngineAs<ITWTimeline>();
     const auto now = items::Items(*engine, items::ItemKind::kEffect, track).times(seq);
     if (now && isInside(*now, position)) {
-        items::EffectEdit(track, seq, nameBytes).split(*now, {now->start, position}, {position, now->stop});
+        items::EffectEdit(track, seq, nameBytes).split({now->start, position}, {position, now->stop});
     }
 }
 

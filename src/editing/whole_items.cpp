@@ -12,7 +12,6 @@ using engine::Handle;
 using engine::ITWTimeline;
 using items::RowItems;
 using items::RowKind;
-using items::SourceTimes;
 
 namespace {
 
@@ -27,22 +26,22 @@ struct WholeEdit {
 constexpr bool isEffect(RowKind row) { return row == RowKind::kEffect; }
 constexpr bool isOverlay(RowKind row) { return row == RowKind::kOverlay; }
 
-void recordEffect(const RowItems& row, std::int16_t seq, std::int16_t place)
+void recordEffect(ITWTimeline& engine, const RowItems& row, std::int16_t seq, std::int16_t place)
 {
     constexpr std::size_t kNameBytes = 10;
-    const auto times = row.items.times(seq).value_or(items::ItemTimes{});
-    AddEffectClip({row.track, items::EffectEdit(row.track, seq, kNameBytes).name(), times.stop - times.start, place});
+    const auto [name, times] = items::readEffect({engine, row.track, seq}, kNameBytes).value_or(items::WholeEffect{});
+    AddEffectClip({row.track, name, times.stop - times.start, place});
 }
 
 void recordSource(ITWTimeline& engine, const RowItems& row, std::int16_t seq, std::int16_t place)
 {
     constexpr std::size_t kNameBytes = 20;
-    const items::SourceEdit edit(row.track, seq, kNameBytes);
-    const SourceTimes times = items::readSource(engine, row.track, seq).value_or(SourceTimes{});
+    const auto source = items::readWhole({engine, row.track, seq}, kNameBytes).value_or(items::WholeSource{});
+    const items::SourceTimes& times = source.times;
     const engine::Milliseconds length = times.stop - times.start;
-    AddSourceClip({row.track, edit.stream(), times.mediaStart, times.mediaStop, place, length, edit.mode()});
+    AddSourceClip({row.track, source.stream, times.mediaStart, times.mediaStop, place, length, source.mode});
     if (row.isOverlay()) {
-        const items::OverlayKey key = edit.key().value_or(items::OverlayKey{});
+        const items::OverlayKey key = source.key.value_or(items::OverlayKey{});
         AddTransitionClip({row.track, key.name, length, key.red, key.green, key.blue, place});
     }
 }
@@ -62,10 +61,10 @@ void editRow(ITWTimeline& engine, const WholeEdit& edit, const RowItems& row)
             return;
         }
         if (edit.isRecorded) {
-            isEffect(row.kind) ? recordEffect(row, seq, place) : recordSource(engine, row, seq, place);
+            isEffect(row.kind) ? recordEffect(engine, row, seq, place) : recordSource(engine, row, seq, place);
             ++place;
         }
-        if (edit.isRemoved && (row.isOverlay() ? items::removeOverlay(engine, seq) : row.items.remove(seq))) {
+        if (edit.isRemoved && (row.isOverlay() ? items::removeOverlay(seq) : row.items.remove(seq))) {
             --seq;
             --count;
         }

@@ -12,16 +12,4 @@ double SourceTimes::rate() const
     return (static_cast<double>(stop) - start) / (static_cast<double>(mediaStop) - mediaStart);
 }
 
-std::optional<SourceTimes> readSource(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq)
-{
-    SourceTimes times;
-    engine::Bool16 ok = engine::kFalse;
-    engine::check(engine.GetSourceTimes(track, seq, times.start, times.stop, ok));
-    if (ok == engine::kFalse) {
-        return {};
-    }
-    engine::check(engine.GetSourceMediaTimes(track, seq, times.mediaStart, times.mediaStop, ok));
-    return times;
-}
-
 } // namespace items

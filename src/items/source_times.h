@@ -2,10 +2,7 @@
 
 // Where a source stands, and which media times lie under a place in it.
 
-#include "engine/ITWTimeline.h"
 #include "items/items.h"
-
-#include <optional>
 
 namespace items {
 
@@ -20,8 +17,5 @@ struct SourceTimes {
     /// Timeline milliseconds for one of the medium. Raises error 11 for a media length of 0 or less.
     double rate() const;
 };
-
-/// Nothing when there is no such source. Raises what the engine's calls raise. Interface thread only.
-std::optional<SourceTimes> readSource(engine::ITWTimeline& engine, engine::Handle track, std::int16_t seq);
 
 } // namespace items
