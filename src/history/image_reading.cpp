@@ -4,11 +4,9 @@
 #include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
-#include "engine/ITWKeyTransition.h"
-#include "engine/ITWTimeline.h"
-#include "engine/engine_access.h"
 #include "history/steady_calls.h"
 #include "history/timeline_images.h"
+#include "items/whole_item.h"
 
 #include <algorithm>
 
@@ -37,7 +35,6 @@ void raise(std::int16_t& count) { count = numbers::added(count, std::int16_t{1})
 
 class ImageReader {
 public:
-    /// The buffer of a transition's name may be 20 bytes long at most.
     ImageReader(TimelineImage& image, std::size_t transitionNameBytes)
         : image_(image), transitionNameBytes_(transitionNameBytes), timeline_(engine::EngineAs<ITWTimeline>()),
           keys_(engine::EngineAs<ITWKeyTransition>())
@@ -79,11 +76,9 @@ private:
         std::int16_t count = 0;
         calls_.needed([&] { return timeline_->GetEffectCount(track, count); });
         for (std::int16_t seq = 0; seq < count; ++seq) {
-            EffectImage& effect = freshAt(image_.Effects, image_.EffectCount);
-            Bool16 ok = kFalse;
-            effect.Track = track;
-            calls_.needed([&] { return timeline_->GetEffectTimes(track, seq, effect.Start, effect.Stop, ok); });
-            effect.Name = name(kNameBytes, [&](auto buffer) { return timeline_->GetEffectName(track, seq, buffer); });
+            const auto [name, times] =
+                items::readEffect({*timeline_, track, seq}, kNameBytes, calls_).value_or(items::WholeEffect{});
+            freshAt(image_.Effects, image_.EffectCount) = {track, times.start, times.stop, ShortName(name)};
             raise(image_.EffectCount);
         }
     }
@@ -106,38 +101,30 @@ private:
         return count;
     }
 
-    void readSource(Handle track, std::int16_t seq, SourceImage& source)
+    void readSource(Handle track, std::int16_t seq, SourceImage& image)
     {
-        Bool16 ok = kFalse;
-        source.Track = track;
-        source.Seq = seq;
-        calls_.needed(
-            [&] { return timeline_->GetSourceMediaTimes(track, seq, source.MediaStart, source.MediaStop, ok); });
-        calls_.needed([&] { return timeline_->GetSourceTimes(track, seq, source.Start, source.Stop, ok); });
-        calls_.needed([&] { return timeline_->GetSourceStream(track, seq, source.Stream); });
-        calls_.needed([&] { return timeline_->GetSourceStretchMode(track, seq, source.StretchMode); });
+        const auto source = items::readSource({*timeline_, track, seq}, calls_).value_or(items::BareSource{});
+        const items::SourceTimes& times = source.times;
+        image = {.Start = times.start,
+                 .Stop = times.stop,
+                 .MediaStart = times.mediaStart,
+                 .MediaStop = times.mediaStop,
+                 .Stream = source.stream,
+                 .Track = track,
+                 .Seq = seq,
+                 .StretchMode = source.mode};
     }
 
-    void readTransition(Handle track, std::int16_t seq, TransitionImage& transition)
+    void readTransition(Handle track, std::int16_t seq, TransitionImage& image)
     {
         Bool16 ok = kFalse;
-        transition.Track = track;
-        calls_.needed([&] { return timeline_->GetTransitionTimes(track, seq, transition.Start, transition.Stop, ok); });
-        transition.Name =
-            name(transitionNameBytes_, [&](auto buffer) { return timeline_->GetTransitionName(track, seq, buffer); });
-        calls_.needed([&] { return keys_->GetKeyRed(track, seq, transition.KeyRed); });
-        calls_.needed([&] { return keys_->GetKeyGreen(track, seq, transition.KeyGreen); });
-        calls_.needed([&] { return keys_->GetKeyBlue(track, seq, transition.KeyBlue); });
-    }
-
-    template <class Call>
-    ShortName name(std::size_t bytes, Call call)
-    {
-        std::array<char, 20> buffer;
-        buffer.fill(' ');
-        const engine::TextBuffer shown(buffer.data(), std::min(bytes, buffer.size()));
-        calls_.needed([&] { return call(shown); });
-        return ShortName({shown.data(), shown.size()});
+        image.Track = track;
+        calls_.needed([&] { return timeline_->GetTransitionTimes(track, seq, image.Start, image.Stop, ok); });
+        const auto key = items::readKey({*timeline_, track, seq}, *keys_, transitionNameBytes_, calls_);
+        image.KeyRed = key.red;
+        image.KeyGreen = key.green;
+        image.KeyBlue = key.blue;
+        image.Name = ShortName(key.name);
     }
 
     TimelineImage& image_;

@@ -12,6 +12,7 @@
 #include "history/ModuleHistory.h"
 #include "history/steady_calls.h"
 #include "items/transition_key.h"
+#include "items/whole_item.h"
 #include "timeline/moduleScaleRenderer.h"
 
 namespace ModuleHistory {
@@ -80,13 +81,8 @@ private:
         if (!isAdded) {
             return false;
         }
-        calls_.tried([&] { return timeline_->SetSourceTimes(image.Track, seq, image.Start, image.Stop, ok); });
-        calls_.tried(
-            [&] { return timeline_->SetSourceMediaTimes(image.Track, seq, image.MediaStart, image.MediaStop, ok); });
-        // A new source has mode 0. Setting it would have a player take in the timeline half rebuilt.
-        if (image.StretchMode != 0) {
-            calls_.tried([&] { return timeline_->SetSourceStretchMode(image.Track, seq, image.StretchMode); });
-        }
+        items::setWhole({*timeline_, image.Track, seq}, {image.Start, image.Stop, image.MediaStart, image.MediaStop},
+                        image.StretchMode, calls_);
         return true;
     }
 
