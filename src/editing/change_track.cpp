@@ -10,6 +10,7 @@
 #include "history/command.h"
 #include "items/items.h"
 #include "items/track_locks.h"
+#include "items/whole_item.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 
@@ -43,11 +44,8 @@ bool putInto(ITWTimeline& engine, Handle track, std::int32_t place)
         return false;
     }
     // It goes to its place by its start.
-    items.setTimes(last, {start, numbers::added(start, ShuffleStop - ShuffleStart)});
-    check(engine.SetSourceMediaTimes(track, last, ShuffleMediaStart, ShuffleMediaStop, ok));
-    if (ShuffleStretch != 0) {
-        check(engine.SetSourceStretchMode(track, last, ShuffleStretch));
-    }
+    const Milliseconds stop = numbers::added(start, ShuffleStop - ShuffleStart);
+    items::setWhole({engine, track, last}, {start, stop, ShuffleMediaStart, ShuffleMediaStop}, ShuffleStretch);
     if (const Milliseconds media = numbers::subtracted(ShuffleMediaStop, ShuffleMediaStart); media > 0) {
         items.shift(place, media);
     }

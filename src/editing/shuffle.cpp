@@ -11,6 +11,7 @@
 #include "history/command.h"
 #include "items/items.h"
 #include "items/transition_key.h"
+#include "items/whole_item.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 
@@ -126,11 +127,8 @@ private:
         if (shiftsRest) { // the one that it was dropped on gives way by itself
             items_.shift(place + 1, length);
         }
-        items_.setTimes(seq, times);
-        check(engine_->SetSourceMediaTimes(track_, seq, ShuffleMediaStart, ShuffleMediaStop, ok));
-        if (ShuffleStretch != 0) { // what is new has mode 0, and setting it would have a player look
-            check(engine_->SetSourceStretchMode(track_, seq, ShuffleStretch));
-        }
+        items::setWhole({*engine_, track_, seq}, {times.start, times.stop, ShuffleMediaStart, ShuffleMediaStop},
+                        ShuffleStretch);
     }
 
     void insertTransition(std::int32_t place, const ItemTimes& times, bool shiftsRest) const
