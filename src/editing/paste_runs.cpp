@@ -2,9 +2,8 @@
 
 #include "core/numbers.h"
 #include "editing/clipboard.h"
-#include "items/items.h"
 #include "items/put_back.h"
-#include "items/transition_key.h"
+#include "items/whole_item.h"
 
 #include <memory>
 
@@ -21,13 +20,6 @@ using moduleEdit::SourceClip;
 using moduleEdit::TransitionClip;
 
 namespace {
-
-/// Where the pieces of a run go: each to the same place, ahead of those that came before it.
-struct Spot {
-    Handle track;
-    std::int16_t seq;
-    Milliseconds position;
-};
 
 /// Walks the run that ends at index last backwards. insert(piece, its number in the walk) is false when the piece was
 /// left out; finish(piece) comes when all is in its place.
@@ -67,52 +59,7 @@ PastedPieces pasteRun(const std::vector<Clip>& clips, std::int32_t last, const i
     return pasted;
 }
 
-bool insertSource(ITWTimeline& engine, const Spot& at, const SourceClip& clip, items::PutBack& putBack)
-{
-    Bool16 ok = kFalse;
-    const Milliseconds stop = numbers::added(at.position, clip.Length);
-    check(engine.InsertSource(at.track, clip.Stream, at.seq, at.position, 0, ok));
-    if (ok == kFalse) {
-        return false;
-    }
-    putBack.onFailure([&engine, at] {
-        Bool16 removed = kFalse;
-        (void)engine.RemoveSource(at.track, at.seq, removed);
-    });
-    check(engine.SetSourceTimes(at.track, at.seq, at.position, stop, ok));
-    check(engine.SetSourceMediaTimes(at.track, at.seq, clip.MediaStart, clip.MediaStop, ok));
-    return true;
-}
-
-bool insertEffect(ITWTimeline& engine, const Spot& at, const EffectClip& clip, items::PutBack& putBack)
-{
-    Bool16 ok = kFalse;
-    const Milliseconds stop = numbers::added(at.position, clip.Length);
-    check(engine.InsertEffect(at.track, clip.Name, at.seq, at.position, stop, 0, ok));
-    if (ok != kFalse) {
-        putBack.onFailure([&engine, at] {
-            Bool16 removed = kFalse;
-            (void)engine.RemoveEffect(at.track, at.seq, removed);
-        });
-    }
-    return ok != kFalse;
-}
-
-bool insertTransition(ITWTimeline& engine, const Spot& at, const TransitionClip& clip, items::PutBack& putBack)
-{
-    Bool16 ok = kFalse;
-    const Milliseconds stop = numbers::added(at.position, clip.Length);
-    check(engine.InsertTransition(at.track, clip.Name, at.seq, at.position, stop, 0, ok));
-    if (ok == kFalse) {
-        return false;
-    }
-    putBack.onFailure([&engine, at] {
-        Bool16 removed = kFalse;
-        (void)engine.RemoveTransition(at.track, at.seq, removed);
-    });
-    moduleEdit::ApplyTransitionKey(at.track, at.seq, clip.KeyRed, clip.KeyGreen, clip.KeyBlue);
-    return true;
-}
+items::ItemTimes timesAt(Milliseconds start, Milliseconds length) { return {start, numbers::added(start, length)}; }
 
 bool isVideoTrack(ITWTimeline& engine, Handle track)
 {
@@ -126,28 +73,24 @@ bool isVideoTrack(ITWTimeline& engine, Handle track)
 PastedPieces pasteSources(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position,
                           items::PutBack& putBack)
 {
+    const items::ItemPlace at{engine, track, seq};
     const auto insert = [&](const SourceClip& clip, std::size_t) {
-        return insertSource(engine, {track, seq, position}, clip, putBack);
-    };
-    const auto setMode = [&](const SourceClip& clip) {
-        if (clip.StretchMode != 0) { // a new source has mode 0; setting it may have a player take in the track
-            check(engine.SetSourceStretchMode(track, seq, clip.StretchMode));
-        }
+        const auto [start, stop] = timesAt(position, clip.Length);
+        return items::insertSource(at, clip.Stream, {start, stop, clip.MediaStart, clip.MediaStop}, putBack);
     };
     return pasteRun(moduleEdit::SourceClips, moduleEdit::LastSourceClip(track),
-                    items::Items(engine, items::ItemKind::kSource, track), seq, putBack, insert, setMode);
+                    items::Items(engine, items::ItemKind::kSource, track), seq, putBack, insert,
+                    [&](const SourceClip& clip) { items::setMode(at, clip.StretchMode); });
 }
 
 void pasteEffects(ITWTimeline& engine, Handle track, std::int16_t seq, Milliseconds position, items::PutBack& putBack)
 {
     if (isVideoTrack(engine, track)) {
-        pasteRun(
-            moduleEdit::EffectClips, moduleEdit::LastEffectClip(track),
-            items::Items(engine, items::ItemKind::kEffect, track), seq, putBack,
-            [&](const EffectClip& clip, std::size_t) {
-                return insertEffect(engine, {track, seq, position}, clip, putBack);
-            },
-            [](const EffectClip&) {});
+        const auto insert = [&](const EffectClip& clip, std::size_t) {
+            return items::insertEffect({engine, track, seq}, clip.Name, timesAt(position, clip.Length), putBack);
+        };
+        pasteRun(moduleEdit::EffectClips, moduleEdit::LastEffectClip(track),
+                 items::Items(engine, items::ItemKind::kEffect, track), seq, putBack, insert, [](const EffectClip&) {});
     }
 }
 
@@ -162,7 +105,9 @@ void pasteTransitions(ITWTimeline& engine, Handle track, std::int16_t seq, Milli
         const bool isWanted = piece >= overlays.size() || overlays[piece];
         // One that never was is only put where it keeps those behind it in step with their overlays.
         const bool wasNone = clip.Name.empty() && seq >= transitions.count();
-        return isWanted && !wasNone && insertTransition(engine, {track, seq, position}, clip, putBack);
+        return isWanted && !wasNone
+               && items::insertKey({engine, track, seq}, {clip.Name, clip.KeyRed, clip.KeyGreen, clip.KeyBlue},
+                                   timesAt(position, clip.Length), putBack);
     };
     pasteRun(moduleEdit::TransitionClips, moduleEdit::LastTransitionClip(track), transitions, seq, putBack, insert,
              [](const TransitionClip&) {});
