@@ -7,6 +7,7 @@
 #include "editing/selection_edges.h"
 #include "engine/engine_access.h"
 #include "items/row_items.h"
+#include "items/whole_item.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
@@ -102,14 +103,8 @@ bool isReachedBySelection(ITWTimeline& engine, const TrackRow& row)
 
 bool isStretched(ITWTimeline& engine, Handle track, std::int16_t seq)
 {
-    engine::Milliseconds start = 0;
-    engine::Milliseconds stop = 0;
-    engine::Milliseconds mediaStart = 0;
-    engine::Milliseconds mediaStop = 0;
-    engine::Bool16 ok = engine::kFalse;
-    check(engine.GetSourceTimes(track, seq, start, stop, ok));
-    check(engine.GetSourceMediaTimes(track, seq, mediaStart, mediaStop, ok));
-    return std::int64_t{stop} - start != std::int64_t{mediaStop} - mediaStart;
+    const auto times = items::readTimes({engine, track, seq}).value_or(items::SourceTimes{});
+    return std::int64_t{times.stop} - times.start != std::int64_t{times.mediaStop} - times.mediaStart;
 }
 
 } // namespace

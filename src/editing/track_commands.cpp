@@ -10,6 +10,7 @@
 #include "engine/engine_access.h"
 #include "history/command.h"
 #include "items/row_items.h"
+#include "items/whole_item.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 
@@ -25,6 +26,7 @@ using engine::ITWTimeline;
 using engine::kFalse;
 using engine::Milliseconds;
 using history::Outcome;
+using items::BareSource;
 using items::forEachRow;
 using items::ItemKind;
 using items::Items;
@@ -60,13 +62,9 @@ void packRow(const RowItems& row)
 
 void restoreSource(ITWTimeline& engine, const RowItems& row, std::int16_t seq)
 {
-    const ItemTimes item = row.items.times(seq).value_or(ItemTimes{});
-    Milliseconds mediaStart = 0;
-    Milliseconds mediaStop = 0;
-    Bool16 ok = kFalse;
-    check(engine.GetSourceMediaTimes(row.track, seq, mediaStart, mediaStop, ok));
-    const auto stop = numbers::narrowed<Milliseconds>(std::int64_t{item.start} + mediaStop - mediaStart);
-    row.setTimes(seq, {item.start, stop});
+    const auto times = items::readTimes({engine, row.track, seq}).value_or(items::SourceTimes{});
+    const auto stop = numbers::narrowed<Milliseconds>(std::int64_t{times.start} + times.mediaStop - times.mediaStart);
+    row.setTimes(seq, {times.start, stop});
 }
 
 void restoreRow(ITWTimeline& engine, const RowItems& row)
@@ -82,39 +80,26 @@ void restoreRow(ITWTimeline& engine, const RowItems& row)
 
 // --- Repeat --------------------------------------------------------------------------------------------------------
 
-/// A source that is repeated. Times in ms.
-struct Repeated {
-    Handle stream = 0;
-    Milliseconds stop = 0;
-    Milliseconds mediaStart = 0;
-    Milliseconds mediaStop = 0;
-};
-
-Repeated lastOf(ITWTimeline& engine, Handle track, std::int16_t seq)
+BareSource lastOf(ITWTimeline& engine, Handle track, std::int16_t seq)
 {
-    Repeated last;
-    Milliseconds start = 0;
-    Bool16 ok = kFalse;
-    check(engine.GetSourceTimes(track, seq, start, last.stop, ok));
-    check(engine.GetSourceMediaTimes(track, seq, last.mediaStart, last.mediaStop, ok));
-    check(engine.GetSourceStream(track, seq, last.stream));
-    return last;
+    return items::readSource({engine, track, seq}).value_or(BareSource{});
 }
 
 /// Adds one more behind the last, as source seq. False when the track is full.
-bool repeatOnce(ITWTimeline& engine, Handle track, std::int16_t seq, const Repeated& last, Milliseconds videoEnd)
+bool repeatOnce(ITWTimeline& engine, Handle track, std::int16_t seq, const BareSource& last, Milliseconds videoEnd)
 {
-    const Milliseconds length = numbers::subtracted(last.mediaStop, last.mediaStart);
-    const Milliseconds remaining = videoEnd - last.stop;
+    const items::SourceTimes& now = last.times;
+    const Milliseconds length = numbers::subtracted(now.mediaStop, now.mediaStart);
+    const Milliseconds remaining = videoEnd - now.stop;
     Bool16 ok = kFalse;
-    check(engine.AppendSource(track, last.stream, last.stop, ok));
+    check(engine.AppendSource(track, last.stream, now.stop, ok));
     if (ok == kFalse) {
         return false;
     }
     const bool isWhole = remaining >= length;
-    check(engine.SetSourceTimes(track, seq, last.stop, isWhole ? last.stop + length : videoEnd, ok));
-    // The length that is left, not counted from the media start: that is meant.
-    check(engine.SetSourceMediaTimes(track, seq, last.mediaStart, isWhole ? last.mediaStop : remaining, ok));
+    // The length that is left, not counted from the media start: that is meant. The mode does not come along.
+    items::setTimes({engine, track, seq}, {now.stop, isWhole ? now.stop + length : videoEnd, now.mediaStart,
+                                           isWhole ? now.mediaStop : remaining});
     return true;
 }
 
@@ -132,10 +117,10 @@ bool repeatUntil(ITWTimeline& engine, Handle track, Milliseconds videoEnd)
 {
     int room = roomInImages(engine);
     std::int16_t count = Items(engine, ItemKind::kSource, track).count();
-    Repeated last = lastOf(engine, track, static_cast<std::int16_t>(count - 1));
+    BareSource last = lastOf(engine, track, static_cast<std::int16_t>(count - 1));
     bool isChanged = false;
     // Without length it would repeat for ever.
-    while (room-- > 0 && last.stop < videoEnd && last.mediaStop > last.mediaStart
+    while (room-- > 0 && last.times.stop < videoEnd && last.times.mediaStop > last.times.mediaStart
            && repeatOnce(engine, track, count, last, videoEnd)) {
         isChanged = true;
         last = lastOf(engine, track, count);
