@@ -1,18 +1,13 @@
 #include "app/edit_dump.h"
 
 #include "core/forms/frmTools.h"
-#include "engine/ITWTimeline.h"
-#include "engine/check.h"
-#include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
+#include "items/whole_item.h"
 
 namespace app {
 
-using engine::Bool16;
-using engine::check;
 using engine::Handle;
 using engine::ITWTimeline;
-using engine::kFalse;
 using items::ItemKind;
 using items::Items;
 
@@ -20,24 +15,18 @@ namespace {
 
 constexpr std::size_t kNameBytes = 128;
 
-std::string trimmed(std::string text)
-{
-    text.erase(text.find_last_not_of(std::string_view(" \0", 2)) + 1);
-    return text;
-}
-
 std::vector<LaidItem> readSources(const EditSession& session, ITWTimeline& engine, Handle track)
 {
     const Items items(engine, ItemKind::kSource, track);
     std::vector<LaidItem> read;
     std::int16_t seq = 0;
-    for (auto times = items.times(seq); times; times = items.times(++seq)) {
-        LaidItem item{*times, {}, {}, 0, items.isSelected(seq)};
-        Bool16 ok = kFalse;
-        check(engine.GetSourceMediaTimes(track, seq, item.media.start, item.media.stop, ok));
-        check(engine.GetSourceStream(track, seq, item.stream));
-        item.name = session.nameOfStream(item.stream);
-        read.push_back(std::move(item));
+    for (auto source = items::readSource({engine, track, seq}); source;
+         source = items::readSource({engine, track, ++seq})) {
+        read.push_back({source->times.onTimeline(),
+                        {source->times.mediaStart, source->times.mediaStop},
+                        std::string(session.nameOfStream(source->stream)),
+                        source->stream,
+                        items.isSelected(seq)});
     }
     return read;
 }
@@ -47,29 +36,23 @@ std::vector<LaidItem> readEffects(ITWTimeline& engine, Handle track)
     const Items items(engine, ItemKind::kEffect, track);
     std::vector<LaidItem> read;
     std::int16_t seq = 0;
-    for (auto times = items.times(seq); times; times = items.times(++seq)) {
-        std::string name(kNameBytes, ' ');
-        check(engine.GetEffectName(track, seq, name));
-        read.push_back({*times, {}, trimmed(std::move(name)), 0, items.isSelected(seq)});
+    for (auto effect = items::readEffect({engine, track, seq}, kNameBytes); effect;
+         effect = items::readEffect({engine, track, ++seq}, kNameBytes)) {
+        read.push_back({effect->times, {}, std::move(effect->name), 0, items.isSelected(seq)});
     }
     return read;
 }
 
 std::vector<LaidItem> readTransitions(ITWTimeline& engine, Handle track)
 {
+    const Items items(engine, ItemKind::kTransition, track);
     std::vector<LaidItem> read;
-    Bool16 ok = kFalse;
-    for (std::int16_t seq = 0;; ++seq) {
-        LaidItem item;
-        check(engine.GetTransitionTimes(track, seq, item.times.start, item.times.stop, ok));
-        if (ok == kFalse) {
-            return read;
-        }
-        std::string name(kNameBytes, ' ');
-        check(engine.GetTransitionName(track, seq, name));
-        item.name = trimmed(std::move(name));
-        read.push_back(std::move(item));
+    std::int16_t seq = 0;
+    for (auto times = items.times(seq); times; times = items.times(++seq)) {
+        const auto nameInto = [&](auto buffer) { return engine.GetTransitionName(track, seq, buffer); };
+        read.push_back({*times, {}, items::readName(kNameBytes, nameInto), 0, false});
     }
+    return read;
 }
 
 void append(std::string& text, std::string_view track, std::size_t seq, const LaidItem& item, bool withMedia)
