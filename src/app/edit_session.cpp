@@ -12,7 +12,7 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "items/transition_key.h"
-#include "media/media_menu.h"
+#include "shell/file_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "timeline/ModuleTreeView.h"

@@ -42,20 +42,20 @@ void cmdAddBookmark_Click()
 {
     const editing::CutPlace place(editing::CutPlace::kAtSlider);
     moduleBookmarks::AddBookmark();
-    state::ProjectModified = true;
+    state::markModified();
     place.follow();
 }
 
 void cmdRemoveBookmark_Click()
 {
     moduleBookmarks::RemoveBookmark();
-    state::ProjectModified = true;
+    state::markModified();
 }
 
 void mnueditclearmarkers_Click()
 {
     moduleBookmarks::RemoveBookmarks();
-    state::ProjectModified = true;
+    state::markModified();
 }
 
 void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y)
@@ -85,7 +85,7 @@ void imgBookmark_MouseMove(std::int16_t index, int button, float x, float y)
         image.Left = std::clamp(static_cast<std::int32_t>(std::lround(left)), -kHalf,
                                 std::max(form.picScale.ScaleWidth.get(), 0) - kHalf);
         takePlace(index);
-        state::ProjectModified = true;
+        state::markModified();
     });
 }
 

@@ -214,7 +214,7 @@ void cmdZoomOut_Click() { moduleScaleRenderer::ZoomOut(); }
 void cmdSelSliders_Click()
 {
     moduleTimeline::ToggleSelSliders();
-    state::ProjectModified = true;
+    state::markModified();
 }
 
 // --- The rows ------------------------------------------------------------------------------------------------------

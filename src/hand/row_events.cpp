@@ -118,7 +118,7 @@ void onReleased(const RowEvent& event)
 void nudge(engine::Milliseconds delta)
 {
     if (moduleTimeline::ShiftSelSources(delta)) {
-        state::ProjectModified = true;
+        state::markModified();
         RenderAllBars();
         moduleScaleRenderer::AdjustScroll();
         UpdatePreview();

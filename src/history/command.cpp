@@ -37,7 +37,7 @@ void Command::bringIntoForce()
     if (isMade_) {
         entry_ = ++HistoryIndex;
         ModuleHistory::RearrangeHistoryCollection();
-        state::ProjectModified = true;
+        state::markModified();
     }
 }
 
@@ -52,7 +52,9 @@ bool Command::end(Outcome outcome)
     if (rules_.keepsImage) {
         ModuleHistory::StoreCurrentTLImage();
     }
-    state::ProjectModified = state::ProjectModified || rules_.alwaysModifies;
+    if (rules_.alwaysModifies) {
+        state::markModified();
+    }
     return entry_ != 0;
 }
 
@@ -93,7 +95,7 @@ void Command::takeBack()
 void keepNewestState()
 {
     ModuleHistory::StoreCurrentTLImage();
-    state::ProjectModified = true;
+    state::markModified();
 }
 
 } // namespace history

@@ -135,7 +135,7 @@ void OnEditUndoClick()
         if (Undo()) {
             forms::mdiTarnwick.mnuEditRedo.Enabled = true;
             showUndoneRow();
-            state::ProjectModified = true;
+            state::markModified();
         }
     });
 }
@@ -144,7 +144,7 @@ void OnEditRedoClick()
 {
     guardedStep("OnEditRedoClick", [] {
         if (Redo()) {
-            state::ProjectModified = true;
+            state::markModified();
         }
     });
 }
@@ -174,7 +174,7 @@ void OnUndoHistoryListClick()
         setInForce(row, rowCount(), false);
         HistoryIndex = static_cast<std::int16_t>(row);
         Undo();
-        state::ProjectModified = true;
+        state::markModified();
     });
 }
 
@@ -189,7 +189,7 @@ void OnRedoHistoryClick()
         setInForce(1, row, true);
         HistoryIndex = static_cast<std::int16_t>(row - 1);
         Redo();
-        state::ProjectModified = true;
+        state::markModified();
     });
 }
 

@@ -3,8 +3,9 @@
 // The main window: its commands, and which of them are enabled.
 //
 // Every command comes here, from the menu bar, the toolbar, the pop-up menus or the tools panel; the tables in
-// `menu_table.h` say from where. Commands of media files stand in `media/media_menu.h`, of panels in
-// `panel_places.h`, of the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface thread only.
+// `menu_table.h` say from where. All handlers of the window stand in this room: those of media files in
+// `file_commands.h`, edits in `edit_commands.h`, commands over tracks in `track_menu.h`, panels in `panel_places.h`,
+// the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface thread only.
 
 #include <cstdint>
 #include <functional>

@@ -2,8 +2,8 @@
 
 #include "hand/bookmark_events.h"
 #include "history/ModuleHistory.h"
-#include "media/media_menu.h"
 #include "shell/edit_commands.h"
+#include "shell/file_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/panel_places.h"

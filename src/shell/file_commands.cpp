@@ -1,4 +1,4 @@
-#include "media/media_menu.h"
+#include "shell/file_commands.h"
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/mdiTarnwick.h"
