@@ -31,8 +31,8 @@ bool OnEditAddEffectToTimelineClick();
 /// what the engine raises.
 void AddNewKeyTransition(engine::Handle track, std::int16_t red, std::int16_t green, std::int16_t blue);
 
-/// Brings a transition of the overlay track to its source where both its start and its stop differ; where only one of
-/// them does, it stays. That is meant.
+/// Brings a transition of the overlay track to its source where both its start and its stop differ. Where only one of
+/// them does, it stays: a project may hold one that covers its overlay from one end on.
 void SyncOverlayTransitions();
 
 /// The whole command of the tools panel's button: lock, effect, history. True when an effect was added.

@@ -79,7 +79,7 @@ bool addEffect()
     }
     const Handle track = state::TrackCollection.Item(1);
     const auto engine = EngineAs<ITWTimeline>();
-    // Room ahead of the last effect does not count; that is meant.
+    // The ends alone are compared, as the message says: room ahead of the last effect counts once that is moved there.
     if (lastStop({*engine, ItemKind::kEffect, track}) == lastStop({*engine, ItemKind::kSource, track})) {
         return refuse("Unable to add effect.\r\n\r\nThe duration of the effect track cannot be more than the duration "
                       "of the video track. You may have to shift one or more effects or clear the effect track to make "

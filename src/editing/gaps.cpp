@@ -100,7 +100,8 @@ bool LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, 
     return logGap("LogGapsTransition", ItemKind::kTransition, track, seq, source, selection, before,
                   [&](Milliseconds length, bool isLast) {
                       AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
-                      // Behind the last one the count of the sources is raised instead; that is meant.
+                      // Behind the last one the count of the sources is raised instead. It comes to the same:
+                      // no record follows on this track, as each overlay has its transition.
                       ++(isLast ? ClipSeq : TransitionClipSeq);
                   });
 }

@@ -8,8 +8,9 @@
 //
 // Called for each item twice: before it is cut or copied for the gap ahead of it, and after it for the gap behind it,
 // seq then being that of the item, or of the one ahead when it has gone. `PrevStop` is the stop of the item visited
-// before. Between effects that both lie in the selection, and between transitions, no gap is kept; that is meant. Every
-// routine traps its own errors, and is false then. Interface thread only.
+// before. Between effects that both lie in the selection, and between transitions, no gap is kept, so that a paste puts
+// them close together: kept, scripts count on where they lie then. Every routine traps its own errors, and is false
+// then. Interface thread only.
 
 #include "editing/selection_edges.h"
 #include "items/items.h"

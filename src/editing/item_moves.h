@@ -9,7 +9,8 @@
 //     move by -1       [AAA][B*][CC]   [D]
 //     resize by 2      [AAA] [B**][CC]   [D]     B plays slower, its media times stay
 //
-// Locked rows do not move, but they do resize; that is meant. Nothing is raised to the caller. Interface thread only.
+// Locked rows do not move, but they do resize: kept, so that picture and sound that are selected together stay of one
+// length. Nothing is raised to the caller. Interface thread only.
 
 #include "engine/types.h"
 

@@ -109,7 +109,8 @@ bool edit(const Command& command)
 Outcome paste()
 {
     moduleTimeline::ClearMFSTSubSelections();
-    // One slider is enough here, unlike for all other commands; that is meant.
+    // One slider is enough here, where all other commands want both. They come and go together, so that it matters only
+    // when an error has left one: then what was marked is still what the paste replaces.
     const bool isOverSelection = !timeline::isSelectionHidden();
     if (isOverSelection) {
         EditSelection(EditMode::kDelete);

@@ -82,7 +82,7 @@ std::int16_t itemAt(const Items& lane, Milliseconds position)
 void pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Milliseconds position, bool shift)
 {
     const Items lane(engine, kind.items, track);
-    if (lane.count() == 0) { // whether locked or not; that is meant
+    if (lane.count() == 0) { // whether locked or not: there is nothing to guard
         kind.pasteBefore(track, 0, position);
         return;
     }

@@ -6,8 +6,8 @@
 //                           p                                              p
 //
 // An item that the position falls into is split, if there is a record for its track. An empty track takes its records
-// even when it is locked; that is meant. Positions and lengths are ms on the timeline. Every routine traps its own
-// errors. Interface thread only.
+// even when it is locked: a lock guards what lies on a row, and there is nothing to guard. Positions and lengths are ms
+// on the timeline. Every routine traps its own errors. Interface thread only.
 
 #include "engine/types.h"
 

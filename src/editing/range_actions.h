@@ -9,9 +9,9 @@
 //     inside         [         A         ]     cut and delete   two pieces, up to a and from b on
 //
 // Crop keeps what lies between a and b where it is. Cut and copy put the piece between a and b on the clipboard, with
-// the gaps around it. What lies outside the selection is left alone, but: a delete or crop of sources also acts on a
-// source behind the selection, unless it begins exactly at b; that is meant. The engine keeps such a source from
-// covering the one ahead of it.
+// the gaps around it. What lies outside the selection is left alone, but: a delete also draws out the start of each
+// source behind the selection into the gap ahead of it, as far as its media and b allow, unless it begins exactly at b.
+// Kept: scripts count on the times that come of it. The engine keeps such a source from covering the one ahead of it.
 //
 // seq names the item; it is lowered when the item goes, so that seq + 1 is the next one. An item is changed whole or
 // not at all. Every action traps its own errors (error 11: a source with a media length of 0 or less, which then stays

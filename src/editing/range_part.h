@@ -16,7 +16,9 @@ struct Action {
     const char* routine;
     bool isRecorded; // it goes on the clipboard
     bool isRemoved;  // it goes from the track
-    /// Of the buffer for the name of an effect or a transition. They differ, which is meant.
+    /// Of the buffer for the name of an effect or a transition. The names that the program gives fit the smallest one;
+    /// a longer one, which a project may hold, is cut to it. The sizes are kept: scripts count on the names after a
+    /// paste.
     std::size_t nameBytes;
     bool isOverlay = false; // the transition goes along
 };
@@ -42,8 +44,9 @@ inline bool isReached(const items::ItemTimes& item, const SelectionEdges& select
     return item.stop > selection.start && item.start < selection.stop;
 }
 
-/// For delete and crop of sources: also what lies behind the selection, but for what begins where it ends. That is
-/// meant.
+/// For delete and crop of sources: also what lies behind the selection, but for what begins where it ends. A delete
+/// draws such a source out into the gap ahead of it (`range_actions.h`); a crop asks for a stop ahead of its start,
+/// which the engine does not take.
 inline bool isReachedLoosely(const items::ItemTimes& item, const SelectionEdges& selection)
 {
     return item.stop > selection.start && item.start != selection.stop;

@@ -26,9 +26,9 @@ inline bool CropSourcesOnly = false;
 /// Edits the range and hides the sliders, which a copy does too. The flag is the last action's. Traps its own errors.
 editing::Answer EditSelection(EditMode mode);
 
-/// Ahead of a plain crop: removes what no edge of the selection lies in, and what does not lie in the selection. An
-/// effect or an overlay that shares an edge with the selection goes, where a source stays; that is meant. False when an
-/// error was trapped.
+/// Ahead of a plain crop: removes what no edge of the selection lies in and what does not lie in the selection either.
+/// An effect or an overlay that shares an edge with the selection goes, where a source stays: kept, scripts count on
+/// what a crop leaves. False when an error was trapped.
 bool DropOutsideSelection();
 
 } // namespace moduleEdit

@@ -97,7 +97,8 @@ bool repeatOnce(ITWTimeline& engine, Handle track, std::int16_t seq, const BareS
         return false;
     }
     const bool isWhole = remaining >= length;
-    // The length that is left, not counted from the media start: that is meant. The mode does not come along.
+    // The media stop is the length that is left, not counted from the media start: kept, scripts count on where the
+    // last repeat ends. The mode does not come along.
     items::setTimes({engine, track, seq}, {now.stop, isWhole ? now.stop + length : videoEnd, now.mediaStart,
                                            isWhole ? now.mediaStop : remaining});
     return true;

@@ -25,8 +25,9 @@ bool RestoreSize();
 ///     Video    [AAAAAAAAAAA]               Video    [AAAAAAAAAAA]
 ///     Audio 1  [B***]             ->       Audio 1  [B***][B][B]
 ///
-/// The last one is cut short; its media then end at the length that was left, counted from 0: that is meant. Without
-/// anything to repeat, or nowhere to, the entry stays out of force. Stops at the 32,767 sources that a track can hold.
+/// The last one is cut short; its media then end at the length that was left, counted from 0: kept, scripts count on
+/// it. Without anything to repeat, or nowhere to, the entry stays out of force. Stops at the 32,767 sources that a
+/// track can hold.
 bool RepeateAudio();
 
 /// Splits what lies under the main slider on every unlocked row. A source and an overlay only where both pieces are

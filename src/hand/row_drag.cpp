@@ -225,7 +225,9 @@ void endDrag(bool keepsSelection)
         UpdatePreview();
     } else {
         if (hasNewestEntry(*drag)) {
-            ModuleHistory::DeleteLastEntry(); // what was undone before the press is gone; that is meant
+            // What was undone before the press is gone: kept, a press on a row ends the way forward, whether anything
+            // moves or not. Only Esc ahead of the release brings it back.
+            ModuleHistory::DeleteLastEntry();
         }
         if (!keepsSelection) {
             selectAlone(*drag);

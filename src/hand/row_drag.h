@@ -1,7 +1,8 @@
 #pragma once
 
 // The drag of items on a track picture: from the press, which makes the history entry, to the release, which keeps it
-// or takes it back. What the told state of the form does not hold stands here. Interface thread only.
+// or takes it back. What the screen may see of a drag stands in `forms::frmTimeline` (`DragActive` and its kin), the
+// rest here. Interface thread only.
 
 #include "items/track_rows.h"
 

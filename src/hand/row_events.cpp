@@ -114,7 +114,8 @@ void onReleased(const RowEvent& event)
     });
 }
 
-/// A nudge has no entry in the history; that is meant.
+/// A nudge has no entry in the history: a held key would push all other steps out of the list. The other arrow takes
+/// it back.
 void nudge(engine::Milliseconds delta)
 {
     if (moduleTimeline::ShiftSelSources(delta)) {

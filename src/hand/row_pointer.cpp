@@ -42,7 +42,7 @@ forms::RowPointer& pointerOf(RowKind kind, std::int16_t index)
     return form.ptrAudio.at(static_cast<std::size_t>(index));
 }
 
-/// The audio rows say "Video Track" too; that is meant.
+/// The audio rows say "Video Track" too: kept, whoever drives the screen by its texts finds them so.
 const char* defaultToolTip(RowKind kind)
 {
     return kind == RowKind::kEffect ? "Effect Track" : kind == RowKind::kOverlay ? "Overlay Track" : "Video Track";

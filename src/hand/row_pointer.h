@@ -1,7 +1,7 @@
 #pragma once
 
 // What the pointer meets on the track pictures: tool tips, the pointer's shape, the pop-up menu, and files dropped from
-// the media list. Presses, moves and keys: `item_drag.h`.
+// the media list. Presses, moves and keys: `row_events.h`.
 //
 // x and y are logical pixels from the picture's corner; index is the row of its kind, from 0. Nothing is raised to the
 // caller. Interface thread only.

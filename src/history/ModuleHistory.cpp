@@ -94,7 +94,9 @@ void RemoveDisabledEntries()
         }
         while (isUndone(rowCount())) {
             removeRow(rowCount());
-            HistoryCollection.Remove(rowCount()); // the one below the row that went; that is meant
+            // The one below the row that went, so that the way back is shorter than the list was: kept, scripts count
+            // the steps that they can still undo.
+            HistoryCollection.Remove(rowCount());
         }
     });
 }

@@ -31,7 +31,8 @@ void showRebuilt(std::int32_t scrollValue)
 }
 
 /// The row of the operation that a redo has brought back: an undone one is in force again, a removed one is added.
-/// Answers where the view was: with a row that had stayed in the list it goes to the start, which is meant.
+/// Answers where the view was. With a row that had stayed in the list it goes to the start: kept, after a click that
+/// went many steps back people look for them from there.
 std::int32_t showRedoneRow()
 {
     const std::int32_t row = HistoryIndex + 1;

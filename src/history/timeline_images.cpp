@@ -167,7 +167,8 @@ const cHistoryData* EntryToRestore()
     std::int32_t place = UndoInProgress ? HistoryIndex : 0;
     if (RedoInProgress) {
         // The image before the operation that follows is the one after this. With no row left it is the first entry:
-        // the first redo after undoing everything shows nothing new, and the next one brings both; that is meant.
+        // the first redo after undoing everything shows nothing new, and the next one brings both. Kept: scripts count
+        // their redos by it.
         place = forms::frmTools.lvwHistory.get().empty() ? 1 : HistoryIndex + 2;
     }
     if (place < 1 || place > HistoryCollection.Count() || !HistoryCollection.Item(place).IsWhole()) {
