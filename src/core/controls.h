@@ -2,9 +2,10 @@
 
 // The controls of the screens, as plain state.
 //
-// Each stands under its own name in a form's struct (`core/forms/`). Assigning a told value clamps it and, when it
-// differs, runs the control's change handler at once; drawing waits for the show pass. Places and sizes are logical
-// pixels. A form copies this state into its widgets and writes back what the person did, through the same assignments.
+// Each stands under its own name in a form's struct (`core/forms/`). Setting a value clamps it where the control has a
+// range and, when it differs, runs the control's change handler at once; drawing waits for the show pass. Places and
+// sizes are logical pixels. A form copies this state into its widgets and writes back what the person did, through the
+// same assignments.
 
 #include "core/draw_list.h"
 #include "core/show.h"

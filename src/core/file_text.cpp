@@ -91,7 +91,7 @@ std::string FileSizeUnitConversion(std::int64_t bytes)
             text = inUnits(bytes, kKilo) + " KB";
         } else if (bytes < kGiga) {
             text = inUnits(bytes, kMega) + " MB";
-        } // From a gigabyte on there is no text; that is meant.
+        } // From a gigabyte on there is no text: kept, the facts beside the media list leave it out.
     });
     return text;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// Numbers that may not fit: told conversions and told arithmetic of 16 and 32 bits.
+// Numbers that may not fit: conversions to 16 and 32 bits, and arithmetic in them.
 //
 // A result is worked out wider and narrowed once; what does not fit raises error 6, a division by 0 error 11, a text
 // that is no number error 13. A fraction goes to the nearest whole number, ties to the even one.

@@ -68,7 +68,7 @@ std::string MilliSecondsToTimetypeAsString(std::int32_t ms)
                 text += '.';
                 append(text, time.Millisecond, 3);
             },
-            // The last colon is meant, unlike the point of the normal form.
+            // The last colon, where others have a point, tells a time that did not fit from time 0.
             {{engine::error_number::kOverflow, [&] { text = "0:00:00:000"; }}});
     return text;
 }

@@ -78,7 +78,7 @@ void closeSelectedRows(Closing& done)
 
 void showWhatClosingLeft(const Closing& done)
 {
-    state::markModified(); // meant: also when nothing was closed
+    state::markModified(); // also when all was kept: rather one question too many ahead of a loss
     if (done.referencesRemoved) {
         moduleScaleRenderer::AdjustScroll();
         moduleScaleRenderer::RenderScale();

@@ -195,7 +195,7 @@ void OnCmdPlayClick()
 
 void OnCmdPauseClick()
 {
-    Trapped(kModule, "InitPreview", [] { // the log shows it under this name; that is meant
+    Trapped(kModule, "InitPreview", [] { // kept: logs are searched for a pause that failed under this name
         if (PreviewState != kPaused) {
             form.tm.Enabled = false;
             PreviewState = kPaused;

@@ -27,7 +27,7 @@ void OnCmdPlayClick();
 void OnCmdPauseClick();
 /// Ends playing, and goes to the start, or to that of the selection.
 void OnCmdStopClick();
-/// A twentieth of the length back. The player is asked for a time below 0 near the start; that is meant.
+/// A twentieth of the length back. Near the start the player is asked for a time below 0, which it takes as 0.
 void OnCmdRewindClick();
 /// A twentieth of the length ahead, at most to the end.
 void OnCmdForwardClick();

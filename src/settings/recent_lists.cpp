@@ -37,8 +37,8 @@ RecentList recentFiles()
 
 RecentList recentProjects()
 {
-    // The section of the rest lacks its last letter and holds nothing: only the newest project comes back at start.
-    // That is meant.
+    // The section of the rest lacks its last letter and holds nothing, so that only the newest project comes back at
+    // start. Kept: people know the menu so.
     return {forms::mdiTarnwick.mnuFileRP,
             state::RecentProjectPaths,
             state::RecentProjectCount,
@@ -71,7 +71,8 @@ void load(RecentList list)
     setItemCount(list, 1);
     list.count = 0;
     if (newest.empty()) {
-        ports.settings->save(state::AppSection, list.section, list.key, ""); // without a number; that is meant
+        // Without a number: it is no path, but makes the section, which `store` deletes.
+        ports.settings->save(state::AppSection, list.section, list.key, "");
         list.menu[0].Caption = "Empty";
         list.menu[0].Enabled = false;
         list.paths.resize(1);

@@ -6,7 +6,7 @@
 namespace ModuleSettings {
 
 /// At start: fill the recent lists and their menus from the store. An empty list shows "Empty", disabled.
-/// Of the projects only the newest comes back; that is meant.
+/// Of the projects only the newest comes back.
 void GetResentFilesFromReg();
 void GetResentProjectFilesFromReg();
 
@@ -16,7 +16,8 @@ void GetResentProjectFilesFromReg();
 ///     read at start: A B C D (A the newest)   ->  array A B C D     menu A B C D
 ///     E is opened                             ->  array A B C D E   menu E D C B
 ///
-/// The menu is the array read backwards, also where it came from the store; that is meant.
+/// The menu is the array read backwards, also where it came from the store: kept, older versions share the store, and
+/// all of them read and write it in this order.
 void UpdateResentFileMenu();
 /// The same with the path in `state::NewRecentProject`; an empty one changes nothing and is logged.
 void UpdateResentProjectMenu();

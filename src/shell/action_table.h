@@ -14,7 +14,8 @@
 
 namespace shell {
 
-enum class ActionContext : std::uint8_t { kMediaList, kPreview, kTimeline, kCommon }; // the first three as told active
+/// The first three are the values of `forms::frmTools.ActiveContext`.
+enum class ActionContext : std::uint8_t { kMediaList, kPreview, kTimeline, kCommon };
 
 struct Action {
     ActionContext context;

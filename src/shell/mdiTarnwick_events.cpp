@@ -47,7 +47,7 @@ void enableMenus(const shell::CommandTests& tests)
 {
     forEachMenu([&](const shell::MenuRow& row) {
         const bool isOn = row.hasCommand() && holds(row.test, tests);
-        // A project can be closed once there were files, also when they are gone; that is meant.
+        // Once there were files there is a project to close, also when they are gone.
         if (isOn || row.state != &form.mnuFileCloseProject) {
             row.state->Enabled = isOn;
         }

@@ -119,7 +119,8 @@ private:
     {
         constexpr std::int32_t kCorner = 12;
         const std::int32_t spare = view_.x(item.stop) - kCorner - view_.x(item.start);
-        // An effect of exactly that width has none, a source has one; that is meant.
+        // On a bar of exactly that width it would reach from edge to edge: a source has it, an effect is left plain.
+        // Kept: people know the bars so.
         if (spare > 0 || (spare == 0 && kind_ == ItemKind::kSource)) {
             canvas_.line(view_.x(item.stop) - kCorner, 0, view_.x(item.stop), kCorner, kOutline);
         }

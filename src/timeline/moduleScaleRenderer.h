@@ -41,7 +41,9 @@ void RenderScale();
 /// bar reaches as far as it does, until `AdjustScroll` fits it to the film again. Both mark the project modified, also
 /// at the end of the range (1 to 20480).
 ///
-///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10; that is meant
+///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10
+///
+/// Kept: projects hold zooms of both rows of numbers.
 void ZoomIn();
 void ZoomOut();
 /// Fits the scroll bar to the length of the timeline, whatever that is.

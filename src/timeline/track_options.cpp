@@ -29,7 +29,7 @@ void onLinkChanged(const TrackRow& row)
             check(EngineAs<ITWTimeline>()->SetTrackLink(trackOf(row), engine::toBool16(row.chkLink.Value == 1)));
         }
         moduleTimeline::ShowOrHideTrackSelections();
-        if (!isEffect && row.kind != RowKind::kOverlay) { // nor are overlays redrawn; that is meant
+        if (!isEffect && row.kind != RowKind::kOverlay) { // bars do not show a link: these two rows go without
             moduleScaleRenderer::RenderAllBars();
         }
         moduleTimeline::RenderAllSelections();

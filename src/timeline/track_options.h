@@ -25,8 +25,8 @@ namespace moduleTimeline {
 void EnableLinkOption(bool visible);
 /// All options back to their start: enabled, unlocked, linked.
 void ReInitLinkLockDisable();
-/// After an addition: a row with exactly one item is enabled and linked. It only looks at the count, so it also undoes
-/// what the person chose on a row that is down to one item; that is meant.
+/// After an addition: a row with exactly one item is enabled and linked. It is not said what was added and looks at the
+/// count alone, so that it also undoes what the person chose on a row that is down to one item.
 void UpdateTrackOptions();
 
 } // namespace moduleTimeline

@@ -87,7 +87,7 @@ void Form_Load()
     form.Visible = true;
 }
 
-// The arrow keys were to be kept for the slider, but they close the popup as well; that is meant.
+// Any key puts the popup away, the arrow keys too, though they could move the slider: kept, people close it so.
 void Form_KeyDown() { form.Visible = false; }
 
 void Form_Deactivate() { form.Visible = false; }
