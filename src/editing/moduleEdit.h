@@ -2,6 +2,12 @@
 
 // The commands of the edit menu: cut, copy, delete, crop and paste.
 //
+// This room holds the commands that change the items on the tracks: these, those over whole tracks
+// (`track_commands.h`), adding, shuffling, and the moving and resizing that a drag asks for. It owns the clipboard
+// (`clipboard.h`); whatever else it holds means nothing behind a command. Commands run by way of `history/command.h`,
+// and show in the end what they have changed. None knows by which menu, key or drag it was called, and none decides
+// what becomes of its entry but by its outcome.
+//
 // While both selection sliders are shown they work on the range between them, on every linked row (`selection_walk.h`),
 // else on the selected items (`whole_items.h`). Nothing that survives moves in time; only a paste over a selection
 // closes the gap that it made.

@@ -2,6 +2,11 @@
 
 // What happens on the timeline's form: the screen calls these as the person acts.
 //
+// This room turns what the hand does on the timeline into commands: presses, drags and keys on rows (`row_events.h`),
+// sliders, markers, list and divider. It owns the drag in progress and the deeds that wait for their turn
+// (`pointer_turn.h`). It selects and scrolls by itself; what becomes of the items is worked out in `editing/`. It never
+// looks at a widget: it knows the numbers of the event and the state of the forms.
+//
 // State stands in `forms::frmTimeline`. Before a call the screen has written there what the control shows now. x is
 // logical pixels from the control's left edge; buttons are 1 left, 2 right; shift is the sum of 1 Shift, 2 Ctrl,
 // 4 Alt; index is the row of its kind, from 0. Nothing is raised to the caller. Interface thread only.

@@ -11,6 +11,10 @@
 // `colours::kWindowText` in force, `colours::kButtonFace` undone and to be redone. Commands make their entries by way
 // of `history/command.h` alone.
 //
+// This room owns the entries and the images, which are not saved with the project. It never knows what a command does:
+// how its entry is called, and what becomes of it when the command fails, stands in a table by the command's word
+// (`operation_words.h`). An image holds no media: a file that was closed is the engine's to open again.
+//
 // A step for which there is no whole image does nothing at all: the timeline is never emptied for it. Every routine
 // traps its own errors and raises nothing. Interface thread only.
 

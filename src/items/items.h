@@ -2,6 +2,11 @@
 
 // The items of one kind on one track: its sources, its effects or its transitions, which edits treat alike.
 //
+// This room is the ground that the other rooms of the timeline stand on: the rows (`track_rows.h`), what lies on them
+// (`row_items.h`), a whole item as a value (`whole_item.h`) and the change of one item that is made whole or not at all
+// (`item_edit.h`). It owns nothing: items are the engine's and are read anew at each call, locks are the check boxes'.
+// It never draws, never makes a step of the history and never tells the player.
+//
 // Sequence numbers count from 0. All raise what the engine's calls raise. Interface thread only.
 
 #include "engine/ITWTimeline.h"

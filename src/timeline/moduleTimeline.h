@@ -3,6 +3,10 @@
 // The timeline's fixed tracks; and, by the headers that it includes, what a press on them selects, their options, and
 // the three sliders over them.
 //
+// This room is the view of the timeline: scale and zoom, bars, sliders, markers, the tint of the selection, the list,
+// the options of the rows. It owns where all that stands (`forms::frmTimeline`), and makes the tracks. It marks items
+// as selected, but never adds, changes or removes one and makes no step of the history: that is for `editing/`.
+//
 // What lies on the tracks is the engine's and is read anew by each routine. The options are the check boxes of
 // `forms::frmTimeline`; the engine holds copies of link and disable, lock stands in its box alone. Sequence numbers
 // count from 0 and hold until the next insertion or removal on their track. Every routine traps its own errors and

@@ -99,7 +99,7 @@ struct Command {
     const Timeline& before;
     const Timeline& now;
     std::array<Clip, kRows.size()>& clips;
-    Timeline t{before}; // as told
+    Timeline t{before}; // as the command asks for it
 
     bool is(std::string_view word) const { return words.front() == word; }
     Ms number(std::size_t at) const { return std::stoi(words.at(at)); }
