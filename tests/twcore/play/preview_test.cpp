@@ -303,15 +303,20 @@ TEST_F(PreviewTest, DamagedFilesPlayWhatTheyHave)
 TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
 {
     // Large, with a hole in front of the film's last pictures.
+#ifdef __SANITIZE_THREAD__
+    constexpr std::size_t kHole = std::size_t{32} << 20; // it reads many times slower
+#else
+    constexpr std::size_t kHole = std::size_t{160} << 20;
+#endif
     const std::string slow = testing::TempDir() + "listed-" + std::to_string(::getpid()) + ".mpg";
     {
         std::ifstream film(path("mpeg2-open-gop.mpg"), std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(film), {}};
-        std::ofstream(slow, std::ios::binary)
-            << bytes.substr(0, bytes.size() * 9 / 10) << std::string(std::size_t{160} << 20, '\0')
-            << bytes.substr(bytes.size() * 9 / 10);
+        std::ofstream(slow, std::ios::binary) << bytes.substr(0, bytes.size() * 9 / 10) << std::string(kHole, '\0')
+                                              << bytes.substr(bytes.size() * 9 / 10);
     }
     const Handle picture = files.streamOfKind(files.openFile(slow), true);
+    ASSERT_NE(picture, 0);
     lay(video, picture, 0, 1000, 3000);
     lay(video, stream("h264.mp4", true), 1000, 2000, 1000);
     build();
