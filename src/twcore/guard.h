@@ -18,20 +18,26 @@ namespace twcore {
 /// instead of the body.
 using OperationWatch = std::optional<engine::Status> (*)(const char* signature) noexcept;
 /// For tests, which count calls and let them fail; the program sets none.
-inline std::atomic<OperationWatch> operationWatch = nullptr;
+inline constinit std::atomic<OperationWatch> operationWatch = nullptr;
+
+/// What a watching test answers; out of the operations' way.
+[[gnu::noinline, gnu::cold]] inline std::optional<engine::Status> answerOfWatch(const char* signature) noexcept
+{
+    const OperationWatch watch = operationWatch.load(std::memory_order_relaxed);
+    return watch != nullptr ? watch(signature) : std::nullopt;
+}
 
 /// Runs the body of an operation, which may return a status or nothing. A helper between the operation and this hands
 /// the operation's place on.
 template <class Body>
 engine::Status guarded(Body&& body, std::source_location operation = std::source_location::current()) noexcept
 {
-    try {
-        if (const OperationWatch watch = operationWatch.load(std::memory_order_relaxed); watch != nullptr)
-            [[unlikely]] {
-            if (std::optional<engine::Status> answer = watch(operation.function_name())) {
-                return *std::move(answer);
-            }
+    if (operationWatch.load(std::memory_order_relaxed) != nullptr) [[unlikely]] {
+        if (auto answer = answerOfWatch(operation.function_name())) {
+            return *std::move(answer);
         }
+    }
+    try {
         if constexpr (std::is_void_v<decltype(body())>) {
             body();
             return engine::kDone;
