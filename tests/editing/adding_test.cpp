@@ -1,6 +1,6 @@
 // Files, overlays and effects on the timeline, with the history of each; and what is refused.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmTools.h"
@@ -10,9 +10,8 @@
 #include "history/ModuleHistory.h"
 #include "media/moduleTarnwick.h"
 #include "shell/frmTools_events.h"
-#include "timeline/item_names.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace moduleTimeline;
@@ -20,27 +19,20 @@ using namespace moduleTimeline;
 // Rows of the media list, all of five seconds.
 enum Row { kMovie = 1, kSound, kStill };
 
-class AddingTest : public TimelineTest {
+class AddingTest : public LogicTest {
 protected:
     void SetUp() override
     {
-        TimelineTest::SetUp();
-        ModuleHistory::EmptyHistory();
+        LogicTest::SetUp();
         frmTools::Form_Load();
-        std::vector<std::string> paths;
-        for (const char* const name : {"mpeg4.avi", "stereo-48k.wav", "still.bmp"}) {
-            paths.push_back((testmedia::mediaFolder() / name).string());
-        }
-        moduleTarnwick::OpenDroppedFiles(paths);
+        open({"mpeg4.avi", "stereo-48k.wav", "still.bmp"});
+        laid.streams = {{'m', state::StreamCollection.Item(1)}, // the film's picture and sound
+                        {'n', state::StreamCollection.Item(2)},
+                        {'s', state::StreamCollection.Item(3)},
+                        {'a', state::StreamCollection.Item(4)}};
         selectRows({});
         state::ProjectModified = false;
     }
-    void TearDown() override
-    {
-        ModuleHistory::EmptyHistory();
-        TimelineTest::TearDown();
-    }
-
     static void selectRows(std::set<int> rows)
     {
         for (int place = 1; place <= 3; ++place) {
@@ -58,49 +50,6 @@ protected:
         OnEditAddToOverlayClick();
     }
 
-    /// Everything on the tracks in tenths of a second: "V mpeg4.avi 0-50|E |O |A mpeg4.avi 0-50|B ". An overlay has its
-    /// key behind it.
-    std::string layout() const
-    {
-        timeline::ItemNames names;
-        const auto span = [](Milliseconds start, Milliseconds stop) {
-            return " " + std::to_string(start / 100) + "-" + std::to_string(stop / 100);
-        };
-        const auto sources = [&](Handle track) {
-            std::string all;
-            Milliseconds start = 0;
-            Milliseconds stop = 0;
-            engine::Bool16 ok = engine::kFalse;
-            for (std::int16_t seq = 0; check(timelineCalls->GetSourceTimes(track, seq, start, stop, ok)), ok != 0;
-                 ++seq) {
-                all += " " + std::string(names.ofSource(track, seq)) + span(start, stop);
-                if (check(timelineCalls->GetTransitionTimes(track, seq, start, stop, ok)), ok != 0) {
-                    all += " key" + span(start, stop);
-                }
-            }
-            return all;
-        };
-        std::string effects;
-        Milliseconds start = 0;
-        Milliseconds stop = 0;
-        engine::Bool16 ok = engine::kFalse;
-        for (std::int16_t seq = 0; check(timelineCalls->GetEffectTimes(video(), seq, start, stop, ok)), ok != 0;
-             ++seq) {
-            effects += " " + std::string(names.ofEffect(video(), seq)) + span(start, stop);
-        }
-        return "V" + sources(video()) + "|E" + effects + "|O" + sources(state::OverlayTrack) + "|A" + sources(audio(1))
-               + "|B" + sources(audio(2));
-    }
-    /// "2 of 3: Cut, Overlay*", undone rows with a star.
-    static std::string history()
-    {
-        std::string all = std::to_string(ModuleHistory::HistoryIndex) + " of "
-                          + std::to_string(ModuleHistory::HistoryCollection.Count()) + ":";
-        for (const forms::HistoryRow& row : forms::frmTools.lvwHistory.get()) {
-            all += " " + row.Text + (row.ForeColor == static_cast<std::int32_t>(0x8000000F) ? "*" : "") + ",";
-        }
-        return all;
-    }
     std::string items(const char* trackText) const
     {
         std::string all;
@@ -124,26 +73,26 @@ protected:
     /// All steps back give the empty timeline, all steps forward the present one.
     void expectUndoAndRedo()
     {
-        const std::string newest = layout();
+        const std::string newest = text();
         const int steps = ModuleHistory::HistoryIndex;
         for (int i = 0; i < steps; ++i) {
             ModuleHistory::Undo();
         }
-        EXPECT_EQ(layout(), "V|E|O|A|B");
+        EXPECT_EQ(text(), "");
         for (int i = 0; i < steps; ++i) {
             ModuleHistory::Redo();
         }
-        EXPECT_EQ(layout(), newest);
+        EXPECT_EQ(text(), newest);
     }
 };
 
 TEST_F(AddingTest, FilesGoBehindTheLongestTrackAndStayLevel)
 {
     add({kSound});
-    EXPECT_EQ(layout(), "V|E|O|A stereo-48k.wav 0-50|B");
+    EXPECT_EQ(text(), "A 0-5000");
     add({kMovie, kStill});
-    EXPECT_EQ(layout(), "V mpeg4.avi 50-100 still.bmp 100-150|E|O|A stereo-48k.wav 0-50 mpeg4.avi 50-100|B");
-    EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add to Timeline, Add to Timeline,");
+    EXPECT_EQ(text(), "V m5000-10000 10040-15040 A 0-5000 n5000-10040");
+    EXPECT_EQ(history(), "Add to Timeline Add to Timeline Add to Timeline | 3/3");
     EXPECT_EQ(items("Video"), "mpeg4.avi still.bmp ");
     EXPECT_EQ(items("Audio 1"), "stereo-48k.wav mpeg4.avi ");
     EXPECT_EQ(forms::frmPreview.sldSeekBar.Max(), GetTimelineDuration());
@@ -162,23 +111,23 @@ TEST_F(AddingTest, NothingSelected)
     state::ProjectModified = false;
     add({}); // what was undone can still be redone
     addOverlay({});
-    EXPECT_EQ(history(), "0 of 1:");
+    EXPECT_EQ(history(), " | 0/1");
     EXPECT_FALSE(state::ProjectModified);
     ModuleHistory::OnEditRedoClick();
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O|A mpeg4.avi 0-50|B");
+    EXPECT_EQ(text(), "V m0-5000 A n0-5040");
 }
 
 TEST_F(AddingTest, OverlaysFollowEachOtherWithTheirKeys)
 {
     addOverlay({kStill});
     EXPECT_EQ(takeMessage(), "Unable to add to overlay as the video track is empty.");
-    EXPECT_EQ(history(), "0 of 0:");
+    EXPECT_EQ(history(), " | 0/0");
     add({kMovie});
     SetSliderPosition(2000, false);
     addOverlay({kMovie, kSound});
     addOverlay({kStill});
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O mpeg4.avi 0-50 key 0-50 still.bmp 50-100 key 50-100|A mpeg4.avi 0-50|B");
-    EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add to Overlay, Add to Overlay,");
+    EXPECT_EQ(text(), "V m0-5000 O m0-5000#0,0,0 5000-10000#0,0,0 A n0-5040");
+    EXPECT_EQ(history(), "Add to Timeline Add to Overlay Add to Overlay | 3/3");
     EXPECT_EQ(items("Overlays"), "mpeg4.avi still.bmp ");
     std::string name(10, ' ');
     check(timelineCalls->GetTransitionName(state::OverlayTrack, 1, name));
@@ -190,18 +139,17 @@ TEST_F(AddingTest, OverlaysFollowEachOtherWithTheirKeys)
 
 TEST_F(AddingTest, KeysFollowTheirOverlaysWhenBothEndsMoved)
 {
-    put(video(), 0, 5000);
-    put(state::OverlayTrack, 0, 1000);
+    put("V 0-5000 O 0-1000#0");
     const struct {
         Milliseconds start, stop;
-        const char* key;
-    } cases[] = {{0, 2000, " key 0-10"}, {500, 1000, " key 0-10"}, {600, 1700, " key 6-17"}};
-    for (const auto& [start, stop, key] : cases) {
+        const char* after;
+    } cases[] = {{0, 2000, "#0!0-1000"}, {500, 1000, "#0!0-1000"}, {600, 1700, "600-1700=0-1000#0"}};
+    for (const auto& [start, stop, after] : cases) {
         engine::Bool16 ok = engine::kFalse;
         check(timelineCalls->SetTransitionTimes(state::OverlayTrack, 0, 0, 1000, ok));
         check(timelineCalls->SetSourceTimes(state::OverlayTrack, 0, start, stop, ok));
         SyncOverlayTransitions();
-        EXPECT_NE(layout().find(key), std::string::npos) << start << " " << layout();
+        EXPECT_TRUE(text().ends_with(after)) << start << " " << text();
     }
 }
 
@@ -216,20 +164,20 @@ TEST_F(AddingTest, Effects)
     SetSliderPosition(2500, false);
     frmTools::SelectEffect("Wave");
     frmTools::OnAddClick();
-    showSelection(15, 95); // 200 to 1000 ms
+    showSelection(200, 1000); // 200 to 1000 ms
     frmTools::SelectEffect("Blur");
     frmTimeline::picEffect_OLEDragDrop(0);
     ShowSelSliders(false);
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E Blur 2-10 Wave 25-45|O|A mpeg4.avi 0-50|B");
+    EXPECT_EQ(text(), "V m0-5000 E 200-1000 Wave2500-4500 A n0-5040");
     EXPECT_EQ(items("Effects"), "Blur Wave "); // in the order of the lane
-    EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add Effect to Timeline, Add Effect to Timeline,");
+    EXPECT_EQ(history(), "Add to Timeline Add Effect to Timeline Add Effect to Timeline | 3/3");
     frmTools::OnAddClick(); // the engine has no room under the slider
     EXPECT_EQ(takeMessage(), "Unable to add effect to timeline. The timeline may be empty.");
     form.chkLockEffect[0].Value = std::int16_t{1};
     frmTools::OnAddClick();
     EXPECT_EQ(takeMessage(), "Please unlock the Effect Track before adding an effect to it.");
     form.chkLockEffect[0].Value = std::int16_t{0};
-    putEffect(4600, 5000);
+    put("E 4600-5000");
     SetSliderPosition(1500, false);
     frmTools::OnAddClick(); // there is room here, but the last effect ends with the video
     EXPECT_EQ(takeMessage(), kFull);
@@ -238,8 +186,17 @@ TEST_F(AddingTest, Effects)
     forms::frmTools.lvwEffects.SelectedItem = 0;
     frmTools::OnAddClick();
     EXPECT_EQ(takeMessage(), "Unable to add effect to timeline. The timeline may be empty.");
-    EXPECT_EQ(history(), "3 of 3: Add to Timeline, Add Effect to Timeline, Add Effect to Timeline,");
+    EXPECT_EQ(history(), "Add to Timeline Add Effect to Timeline Add Effect to Timeline | 3/3");
     expectUndoAndRedo();
+}
+
+TEST_F(AddingTest, AnEffectGoesIntoALaneThatIsLongerThanTheVideo)
+{
+    lay("V m0-5000 E 4600-5200");
+    SetSliderPosition(1500, false);
+    frmTools::SelectEffect("Wave");
+    frmTools::OnAddClick();
+    expectStep("V m0-5000 E 4600-5200", "V m0-5000 E Wave1500-3500 4600-5200");
 }
 
 TEST_F(AddingTest, OneHandleOfTheSelectionAddsNoEffect)
@@ -247,7 +204,7 @@ TEST_F(AddingTest, OneHandleOfTheSelectionAddsNoEffect)
     add({kMovie});
     ShowStartSelSlider(true);
     EXPECT_TRUE(OnEditAddEffectToTimelineClick());
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O|A mpeg4.avi 0-50|B");
+    EXPECT_EQ(text(), "V m0-5000 A n0-5040");
 }
 
 TEST_F(AddingTest, FailuresLeaveHistoryAndTimelineAsTheyWere)
@@ -256,7 +213,7 @@ TEST_F(AddingTest, FailuresLeaveHistoryAndTimelineAsTheyWere)
     add({kMovie});
     addOverlay({kStill});
     ModuleHistory::Undo(); // an entry is undone, which a new operation would drop
-    const std::string layoutBefore = layout();
+    const std::string layoutBefore = text();
     const std::string historyBefore = history();
     const struct {
         const char* operation;
@@ -267,15 +224,15 @@ TEST_F(AddingTest, FailuresLeaveHistoryAndTimelineAsTheyWere)
         {"AddTransitionAt", 1, [&] { addOverlay({kStill}); }}, {"SetKeyColor", 1, [&] { addOverlay({kStill}); }},
         {"AddEffectAt", 1, [] { AddSelectedEffect(); }},
     };
-    for (const auto& [operation, nth, command] : cases) {
+    for (const auto& [operation, nth, add] : cases) {
         engineCalls.failCall({operation}, nth);
-        command();
+        add();
         EXPECT_FALSE(engineCalls.failsLater()) << operation;
-        EXPECT_EQ(layout(), layoutBefore) << operation;
+        EXPECT_EQ(text(), layoutBefore) << operation;
         EXPECT_EQ(history(), historyBefore) << operation;
     }
     ModuleHistory::Redo();
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O still.bmp 0-50 key 0-50|A mpeg4.avi 0-50|B");
+    EXPECT_EQ(text(), "V m0-5000 O 0-5000#0,0,0 A n0-5040");
 }
 
 TEST_F(AddingTest, FailureInTheMiddleOfAFileLeavesItsFirstStream)
@@ -283,8 +240,8 @@ TEST_F(AddingTest, FailureInTheMiddleOfAFileLeavesItsFirstStream)
     expectsErrors = true;
     engineCalls.failCall({"AppendSource"}, 2);
     add({kMovie, kStill});
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O|A|B");
-    EXPECT_EQ(history(), "1 of 1: Add to Timeline,");
+    EXPECT_EQ(text(), "V m0-5000");
+    EXPECT_EQ(history(), "Add to Timeline | 1/1");
     EXPECT_EQ(takeMessage(), "");
     expectUndoAndRedo();
     const std::pair<std::int32_t, const char*> known[] = {{91, "Unable to add to timeline. The media list is empty."},
@@ -302,23 +259,22 @@ TEST_F(AddingTest, DropsFromTheMediaList)
     const char* const kBoth =
         "Please unlock the audio and / or video track(s) before attempting to add this file to the "
         "timeline.";
-    const std::string movie = "V mpeg4.avi 0-50|E|O|A mpeg4.avi 0-50|B";
-    const std::string empty = "V|E|O|A|B";
+    const char* const movie = "V m0-5000 A n0-5040";
     const struct {
         void (*drop)(std::int16_t);
         std::int16_t index;
         CheckBox* locked;
-        std::string layout;
+        const char* after;
         const char* message;
     } cases[] = {
-        {picVideo_OLEDragDrop, 0, &form.chkLockAudio[1], empty, kBoth},
-        {picAudio_OLEDragDrop, 1, &form.chkLockVideo[0], empty, "Track is locked"},
-        {picAudio_OLEDragDrop, 1, nullptr, empty, ""},
-        {picOverlay_OLEDragDrop, 0, &form.chkLockOverlay[0], empty, "Track is locked"},
-        {picOverlay_OLEDragDrop, 0, &form.chkLockVideo[0], empty, ""},
+        {picVideo_OLEDragDrop, 0, &form.chkLockAudio[1], "", kBoth},
+        {picAudio_OLEDragDrop, 1, &form.chkLockVideo[0], "", "Track is locked"},
+        {picAudio_OLEDragDrop, 1, nullptr, "", ""},
+        {picOverlay_OLEDragDrop, 0, &form.chkLockOverlay[0], "", "Track is locked"},
+        {picOverlay_OLEDragDrop, 0, &form.chkLockVideo[0], "", ""},
         {picVideo_OLEDragDrop, 0, &form.chkLockOverlay[0], movie, ""},
         {picAudio_OLEDragDrop, 0, nullptr, movie, ""},
-        {picOverlay_OLEDragDrop, 0, nullptr, "V|E|O|A|B", ""},
+        {picOverlay_OLEDragDrop, 0, nullptr, "", ""},
     };
     selectRows({kMovie});
     for (const auto& [drop, index, locked, after, message] : cases) {
@@ -326,7 +282,7 @@ TEST_F(AddingTest, DropsFromTheMediaList)
             locked->Value = std::int16_t{1};
         }
         drop(index);
-        EXPECT_EQ(layout(), after);
+        EXPECT_EQ(text(), after);
         EXPECT_EQ(takeMessage(), message);
         if (locked != nullptr) {
             locked->Value = std::int16_t{0};
@@ -336,9 +292,9 @@ TEST_F(AddingTest, DropsFromTheMediaList)
     }
     picVideo_OLEDragDrop(0);
     picOverlay_OLEDragDrop(0);
-    EXPECT_EQ(layout(), "V mpeg4.avi 0-50|E|O mpeg4.avi 0-50 key 0-50|A mpeg4.avi 0-50|B");
+    EXPECT_EQ(text(), "V m0-5000 O m0-5000#0,0,0 A n0-5040");
     expectUndoAndRedo();
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

@@ -1,26 +1,17 @@
 // The frame of the edit commands: history, menus, re-entry, and engine calls that fail anywhere on the way.
 
-#include "editing/edit_harness.h"
+#include "support/logic_harness.h"
 
+#include "editing/moduleEdit.h"
 #include "editing/moduleTWState.h"
+#include "shell/edit_commands.h"
 
-namespace editing_test {
+namespace logic_test {
 namespace {
 
 using namespace mdiTarnwick;
 
-class EditCommandsTest : public EditTest {
-protected:
-    static std::string rows()
-    {
-        std::string all;
-        for (const forms::HistoryRow& row : forms::frmTools.lvwHistory.get()) {
-            all += (all.empty() ? "" : ", ") + row.Text;
-        }
-        return all + " | " + std::to_string(ModuleHistory::HistoryIndex) + "/"
-               + std::to_string(ModuleHistory::HistoryCollection.Count());
-    }
-};
+using EditCommandsTest = LogicTest;
 
 TEST_F(EditCommandsTest, HistoryAndState)
 {
@@ -32,12 +23,12 @@ TEST_F(EditCommandsTest, HistoryAndState)
                  {mnuEditPaste_Click, "Paste", true}, {mnuEditClear_Click, "Delete", true},
                  {mnuEditCrop_Click, "Crop", true},   {mnuEditCropSources_Click, "Crop Sources", true}};
     for (const auto& [command, row, updatesList] : cases) {
-        lay("V A0-1000! B1000-2000");
+        lay("V 0-1000* b1000-2000");
         UpdateTreeView();
         form.tvwTimeline.Change().Children.clear();
         state::ProjectModified = false;
         command();
-        EXPECT_EQ(rows(), std::string(row) + " | 1/1");
+        EXPECT_EQ(history(), std::string(row) + " | 1/1");
         EXPECT_TRUE(state::ProjectModified);
         EXPECT_EQ(!form.tvwTimeline.Root().Children.empty(), updatesList) << row;
         EXPECT_FALSE(state::InSelectionUpdate);
@@ -48,35 +39,35 @@ TEST_F(EditCommandsTest, HistoryAndState)
 
 TEST_F(EditCommandsTest, PasteIsEnabledByTheClipboardAlone)
 {
-    for (const char* const clips : {"V/0 C500", "E/0 Blur10", "K/0 10#1"}) {
+    for (const char* const clips : {"V c500", "E 10", "K 10#1"}) {
         fill(clips);
         EXPECT_TRUE(moduleTWState::IsClipboardFilled());
         EnableOrDisableMenuItems();
         EXPECT_TRUE(forms::mdiTarnwick.mnuEditPaste.Enabled && forms::mdiTarnwick.mnuEC_Paste.Enabled);
         EXPECT_FALSE(forms::mdiTarnwick.mnuEditCut.Enabled);
     }
-    clear();
+    fill("");
     EnableOrDisableMenuItems();
     EXPECT_FALSE(forms::mdiTarnwick.mnuEditPaste.Enabled);
 }
 
 TEST_F(EditCommandsTest, OnAnEmptyTimelineOnlyAPasteRuns)
 {
-    fill("V/0 C500");
+    fill("V c500");
     for (const auto command : {mnuEditCut_Click, mnuEditCopy_Click, mnuEditClear_Click, mnuEditCrop_Click}) {
         command();
     }
-    EXPECT_EQ(clipboard(), "V/0 C500");
-    EXPECT_EQ(rows(), " | 0/0");
+    EXPECT_EQ(clipboard(), "V c500");
+    EXPECT_EQ(history(), " | 0/0");
     EXPECT_FALSE(state::ProjectModified);
     mnuEditPaste_Click();
-    expectStep("", "V C0-500");
+    expectStep("", "V c0-500");
 }
 
 TEST_F(EditCommandsTest, NothingRunsInsideAnother)
 {
-    lay("V A0-1000!");
-    fill("V/0 C500");
+    lay("V 0-1000*");
+    fill("V c500");
     state::InSelectionUpdate = true;
     for (const auto command : {mnuEditCut_Click, mnuEditClear_Click, mnuEditPaste_Click}) {
         command();
@@ -84,7 +75,7 @@ TEST_F(EditCommandsTest, NothingRunsInsideAnother)
     EXPECT_FALSE(moduleEdit::EditCopy());
     EXPECT_FALSE(moduleEdit::EditPaste());
     state::InSelectionUpdate = false;
-    EXPECT_EQ(text() + rows() + clipboard(), "V A0-1000! | 0/0V/0 C500");
+    EXPECT_EQ(text() + history() + clipboard(), "V 0-1000* | 0/0V c500");
 }
 
 struct Failing {
@@ -100,10 +91,10 @@ protected:
     {
         SCOPED_TRACE(std::string(it.name) + ", call " + std::to_string(nth));
         lay(layout);
-        fill("V/0 C500, V/1 ~100, V/2 D300x1, 1/0 ~50, 1/1 T500, O/0 D400x2, O/1 ~50, O/2 C300, "
-             "E/0 Blur200, E/1 ~50, E/2 Wave70, K/0 400#4, K/1 300#5");
+        fill("V c500 ~100 d300m1 A ~50 t500 O d400m2 ~50 c300 "
+             "E 200 ~50 Wave70 K 400#4 300#5");
         if (it.isOverSelection) {
-            select(2000, 5000);
+            showSelection(2000, 5000);
         } else {
             moduleTimeline::ShowSelSliders(false);
             moduleTimeline::SetSliderPosition(1000, false);
@@ -128,15 +119,14 @@ protected:
         check(timelineCalls->GetSourceCount(state::OverlayTrack, overlays));
         check(timelineCalls->GetTransitionCount(state::OverlayTrack, keys));
         EXPECT_EQ(overlays, keys) << text();
-        if (bare(text()) != bare(layout)) {
+        if (unselected(text()) != unselected(layout)) {
             ModuleHistory::OnEditUndoClick();
-            EXPECT_EQ(text(), bare(layout));
+            EXPECT_EQ(text(), unselected(layout));
         }
     }
 
-    const std::string layout =
-        "V A0-3000x3 B4000-8000[0-2000] C8000-9000! | E Blur0-3000 Wave3500-4000! Fade4500-9000 | "
-        "O A0-2500#1! B2500-4000#2 C4500-9000[0-2250]x1#3! | 1 S0-9000! T9000-9500";
+    const std::string layout = "V 0-3000m3 b4000-8000=0-2000 c8000-9000* E 0-3000 Wave3500-4000* Fade4500-9000 "
+                               "O 0-2500#1* b2500-4000#2 c4500-9000=0-2250m1#3* A 0-9000* t9000-9500";
 };
 
 TEST_F(FailureTest, WhateverCallFailsNothingIsLost)
@@ -172,4 +162,4 @@ TEST_F(FailureTest, WhateverCallFailsNothingIsLost)
 }
 
 } // namespace
-} // namespace editing_test
+} // namespace logic_test

@@ -1,6 +1,6 @@
 // What is valid on small layouts.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
 #include "core/forms/frmMediaList.h"
 #include "editing/moduleTWState.h"
@@ -8,49 +8,32 @@
 
 #include <sstream>
 
-namespace editing_test {
+namespace logic_test {
 namespace {
 
 using namespace moduleTWState;
 using engine::Handle;
 
-class ValidityTest : public timeline_test::TimelineTest {
+class ValidityTest : public LogicTest {
 protected:
-    /// video  0-1000 (of a still of 5000) 1000-6000     effects  500-1500     overlay  2000-3000     Audio 1  0-500
-    void fill()
-    {
-        put(video(), 0, 1000);
-        put(video(), 1000, 6000);
-        putEffect(500, 1500);
-        put(state::OverlayTrack, 2000, 3000);
-        put(audio(1), 0, 500);
-    }
-    /// Words: v0 v1 e o a select; Lv Le Lo La lock; -v -e -o -a unlink.
+    /// The second still is as long as its medium.
+    void fillRows() { put("V 0-1000=0-5000 1000-6000 E 500-1500 O 2000-3000=0-5000#0 A 0-500=0-5000"); }
+    /// Words: v0 v1 e o a select; locks and links as in setRows.
     void apply(const std::string& words)
     {
         moduleTimeline::ClearMFSTSubSelections();
-        moduleTimeline::ReInitLinkLockDisable();
         std::istringstream all(words);
+        std::string rows;
         for (std::string word; all >> word;) {
-            if (word[0] == 'L') {
-                boxOf(word[1], form.chkLockVideo[0], form.chkLockEffect[0], form.chkLockOverlay[0],
-                      form.chkLockAudio[0])
-                    .Value = std::int16_t{1};
-            } else if (word[0] == '-') {
-                boxOf(word[1], form.chkLinkVideo[0], form.chkLinkEffect[0], form.chkLinkOverlay[0],
-                      form.chkLinkAudio[0])
-                    .Value = std::int16_t{0};
+            if (std::islower(static_cast<unsigned char>(word[0])) == 0) {
+                rows += word + " ";
             } else if (word[0] == 'e') {
                 engine::check(timelineCalls->SetEffectSelected(video(), 0, engine::kTrue));
             } else {
-                const Handle track = word[0] == 'v' ? video() : word[0] == 'o' ? state::OverlayTrack : audio(1);
-                select(track, word == "v1" ? 1 : 0);
+                select(laid.trackOf(static_cast<char>(std::toupper(word[0]))), word == "v1" ? 1 : 0);
             }
         }
-    }
-    static CheckBox& boxOf(char row, CheckBox& v, CheckBox& e, CheckBox& o, CheckBox& a)
-    {
-        return row == 'v' ? v : row == 'e' ? e : row == 'o' ? o : a;
+        setRows(rows);
     }
     /// The questions that are answered with yes.
     static std::string answers()
@@ -79,21 +62,21 @@ protected:
 TEST_F(ValidityTest, EmptyTimeline)
 {
     EXPECT_EQ(answers(), "noVideo noEffect noOverlay");
-    showSelection(10, 90);
+    showSelection(150, 950);
     EXPECT_EQ(answers(), "noVideo noEffect noOverlay");
-    putEffect(0, 100); // effects alone are no timeline
+    put("E 0-100"); // effects alone are no timeline
     apply("e");
     EXPECT_EQ(answers(), "noVideo noOverlay");
     EXPECT_FALSE(IsAnyEffectSelected(video()));
     moduleTimeline::ShowSelSliders(false);
-    put(audio(2), 0, 100);
+    put("B 0-100=0-5000");
     select(audio(2), 0);
     EXPECT_EQ(answers(), "noVideo noOverlay audio audio2 edit restore");
 }
 
 TEST_F(ValidityTest, SelectedItems)
 {
-    fill();
+    fillRows();
     const std::pair<const char*, const char*> cases[] = {
         {"", ""},
         {"v0", "video edit restore"},
@@ -117,7 +100,7 @@ TEST_F(ValidityTest, SelectedItems)
 
 TEST_F(ValidityTest, WithTheSelectionShown)
 {
-    fill();
+    fillRows();
     struct Case {
         const char* words;
         std::int32_t startLeft; // pixels at 10 ms each; a time is 5 pixels further
@@ -137,7 +120,7 @@ TEST_F(ValidityTest, WithTheSelectionShown)
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.words) + " " + std::to_string(c.startLeft));
         apply(c.words);
-        showSelection(c.startLeft, c.endLeft);
+        showSelection((c.startLeft + 5) * 10, (c.endLeft + 5) * 10);
         EXPECT_EQ(answers(), c.answers);
     }
     apply("o -v -e -o -a");
@@ -147,9 +130,9 @@ TEST_F(ValidityTest, WithTheSelectionShown)
 
 TEST_F(ValidityTest, EdgesOfTheSelection)
 {
-    put(video(), 0, 60'000);
+    put("V 0-60000");
     moduleScaleRenderer::AdjustScroll();
-    showSelection(45, 145);
+    showSelection(500, 1500);
     const auto edges = [] {
         const editing::SelectionEdges found = editing::selectionEdges();
         return std::to_string(found.start) + "-" + std::to_string(found.stop);
@@ -165,7 +148,7 @@ TEST_F(ValidityTest, EdgesOfTheSelection)
 
 TEST_F(ValidityTest, OneTrack)
 {
-    fill();
+    fillRows();
     const Handle tracks[] = {video(), state::OverlayTrack, audio(1), audio(2), 4711};
     const auto ask = [&](bool (*question)(Handle)) {
         std::string all;
@@ -205,4 +188,4 @@ TEST_F(ValidityTest, RowsOfTheMediaList)
 }
 
 } // namespace
-} // namespace editing_test
+} // namespace logic_test

@@ -1,20 +1,23 @@
 // Cut, copy, delete and crop of selected items, and of none.
 
-#include "editing/edit_harness.h"
+#include "support/logic_harness.h"
 
-namespace editing_test {
+#include "editing/moduleEdit.h"
+#include "shell/edit_commands.h"
+
+namespace logic_test {
 namespace {
 
 using namespace mdiTarnwick;
 
-using WholeItemsTest = EditTest;
+using WholeItemsTest = LogicTest;
 
 TEST_F(WholeItemsTest, OnEveryRow)
 {
-    const std::string layout = "V A0-1000! B1000-2000 C3000-4000[500-2500]x2! | E Blur0-500! Wave600-900 | "
-                               "O D0-1000#5! A1500-2500#6 | 1 S0-700! T700-900 | 2 S0-800 T800-900";
-    const std::string cut = "V B1000-2000 | E Wave600-900 | O A1500-2500#6 | 1 T700-900 | 2 S0-800 T800-900";
-    const std::string clips = "V/0 A1000, V/1 C1000[500-2500]x2, 1/0 S700, O/0 D1000, E/0 Blur500, K/0 1000#5";
+    const std::string layout = "V 0-1000* b1000-2000 c3000-4000=500-2500m2* E 0-500* Wave600-900 "
+                               "O d0-1000#5* 1500-2500#6 A 0-700* t700-900 B 0-800 t800-900";
+    const std::string cut = "V b1000-2000 E Wave600-900 O 1500-2500#6 A t700-900 B 0-800 t800-900";
+    const std::string clips = "V 1000 c1000=500-2500m2 A 700 O d1000 E 500 K 1000#5";
     const struct {
         const char* name;
         void (*command)();
@@ -26,22 +29,22 @@ TEST_F(WholeItemsTest, OnEveryRow)
         {"delete", mnuEditClear_Click, "", cut, ""},
         {"cut", mnuEditCut_Click, "", cut, clips},
         {"crop, but where nothing is selected", mnuEditCrop_Click, "",
-         "V A0-1000! C3000-4000[500-2500]x2! | E Blur0-500! | O D0-1000#5! | 1 S0-700! | 2 S0-800 T800-900", ""},
+         "V 0-1000* c3000-4000=500-2500m2* E 0-500* O d0-1000#5* A 0-700* B 0-800 t800-900", ""},
         {"crop of sources is the same", mnuEditCropSources_Click, "",
-         "V A0-1000! C3000-4000[500-2500]x2! | E Blur0-500! | O D0-1000#5! | 1 S0-700! | 2 S0-800 T800-900", ""},
+         "V 0-1000* c3000-4000=500-2500m2* E 0-500* O d0-1000#5* A 0-700* B 0-800 t800-900", ""},
         {"locks are per row", mnuEditCut_Click, "Lv Lo",
-         "V A0-1000! B1000-2000 C3000-4000[500-2500]x2! | E Wave600-900 | O D0-1000#5! A1500-2500#6 | 1 T700-900 | "
-         "2 S0-800 T800-900",
-         "1/0 S700, E/0 Blur500"},
-        {"of a crop too", mnuEditCrop_Click, "Le L1 Lv",
-         "V A0-1000! B1000-2000 C3000-4000[500-2500]x2! | E Blur0-500! Wave600-900 | O D0-1000#5! | "
-         "1 S0-700! T700-900 | 2 S0-800 T800-900",
+         "V 0-1000* b1000-2000 c3000-4000=500-2500m2* E Wave600-900 O d0-1000#5* 1500-2500#6 A t700-900 "
+         "B 0-800 t800-900",
+         "A 700 E 500"},
+        {"of a crop too", mnuEditCrop_Click, "Le La Lv",
+         "V 0-1000* b1000-2000 c3000-4000=500-2500m2* E 0-500* Wave600-900 O d0-1000#5* "
+         "A 0-700* t700-900 B 0-800 t800-900",
          ""},
-        {"links do not matter", mnuEditCut_Click, "-v -e -o -1 -2", cut, clips},
+        {"links do not matter", mnuEditCut_Click, "-v -e -o -a -b", cut, clips},
     };
     for (const auto& [name, command, rows, after, expected] : cases) {
         SCOPED_TRACE(name);
-        clear();
+        fill("");
         lay(layout);
         setRows(rows);
         command();
@@ -52,24 +55,24 @@ TEST_F(WholeItemsTest, OnEveryRow)
 
 TEST_F(WholeItemsTest, TheLastVideoTakesTheEffectsAlong)
 {
-    lay("V A0-1000! | E Blur0-500 | 2 T0-500");
+    lay("V 0-1000* E 0-500 B t0-500");
     mnuEditClear_Click();
-    expectStep("V A0-1000! | E Blur0-500 | 2 T0-500", "2 T0-500");
+    expectStep("V 0-1000* E 0-500 B t0-500", "B t0-500");
 }
 
 TEST_F(WholeItemsTest, NothingSelected)
 {
-    lay("V A0-1000 | O B0-500#1");
-    fill("V/0 C500");
+    lay("V 0-1000 O b0-500#1");
+    fill("V c500");
     mnuEditClear_Click();
     mnuEditCrop_Click();
-    EXPECT_EQ(text(), "V A0-1000 | O B0-500#1");
-    EXPECT_EQ(clipboard(), "V/0 C500");
+    EXPECT_EQ(text(), "V 0-1000 O b0-500#1");
+    EXPECT_EQ(clipboard(), "V c500");
     mnuEditCut_Click(); // empties the clipboard all the same
-    EXPECT_EQ(text(), "V A0-1000 | O B0-500#1");
+    EXPECT_EQ(text(), "V 0-1000 O b0-500#1");
     EXPECT_EQ(clipboard(), "");
     EXPECT_EQ(ModuleHistory::HistoryIndex, 3);
 }
 
 } // namespace
-} // namespace editing_test
+} // namespace logic_test

@@ -1,14 +1,14 @@
 // Markers on the scale: setting, removing, dragging, following the view.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
 #include "hand/bookmark_events.h"
 #include "timeline/moduleBookmarks.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
-class BookmarksTest : public TimelineTest {
+class BookmarksTest : public LogicTest {
 protected:
     void addAt(Milliseconds pos)
     {
@@ -62,7 +62,7 @@ TEST_F(BookmarksTest, SetAndRemoved)
 
 TEST_F(BookmarksTest, FollowZoomAndScroll)
 {
-    put(video(), 0, 60000);
+    put("V 0-60000");
     moduleScaleRenderer::AdjustScroll();
     addAt(1000);
     addAt(2000);
@@ -103,4 +103,4 @@ TEST_F(BookmarksTest, DragStaysOnTheScale)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

@@ -1,11 +1,11 @@
 // Moving, resizing and nudging items on the rows. At 10 ms a pixel.
 
-#include "timeline/edit_harness.h"
+#include "support/logic_harness.h"
 
 #include "hand/row_drag.h"
 #include "hand/row_events.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace frmTimeline;
@@ -39,89 +39,82 @@ std::function<void()> drag(const Row& row, float y, std::vector<float> xs, int k
     };
 }
 
-class ItemDragTest : public EditTest {};
+class RowDragTest : public LogicTest {};
 
-TEST_F(ItemDragTest, Moves)
+TEST_F(RowDragTest, Moves)
 {
-    const Case cases[] = {
-        {"with all behind it", "V 0-1000 1000-2000 3000-4000 E O A 0-500 B", drag(kVideo, kBody, {150, 170, 200}),
-         "V 0-1000 1500-2500* 3500-4500 E O A 0-500 B"},
-        {"left to its neighbour", "V 0-1000 2000-3000 3500-4000 E O A B", drag(kVideo, kBody, {250, 200, 10}),
-         "V 0-1000 1000-2000* 2500-3000 E O A B"},
-        {"left to 0", "V 400-1000 E O A B", drag(kVideo, kBody, {50, -90}), "V 0-600* E O A B"},
-        {"the first selected of each row", "V 500-1000* 1000-1100* E 600-700* O 800-900#30* A 300-500 600-700* B",
-         drag(kVideo, kBody, {105, 155}),
-         "V 1000-1500* 1500-1600* E 1100-1200* O 1300-1400#30* A 300-500 1100-1200* B"},
-        {"left by the least room of all", "V 500-1000* E O 450-900#30* A 200-400 500-700* B",
-         drag(kVideo, kBody, {60, 0}), "V 400-900* E O 350-800#30* A 200-400 400-600* B"},
-        {"from a gap", "V 0-1000 2000-3000* E O A B", drag(kVideo, kBody, {150, 160}), "V 0-1000 2100-3100* E O A B"},
-        {"there and back", "V 0-1000 2000-3000* E O A B", drag(kVideo, kBody, {250, 270, 250}),
-         "V 0-1000 2000-3000* E O A B"},
-        {"an empty row", "V 0-1000* E O A B", drag(kAudio2, kBody, {50, 70}, kCtrl), "V 0-1000* E O A B"},
-        {"what was deselected stays", "V 0-1000* E O A 0-500* B", drag(kVideo, kBody, {50, 60}, kCtrl),
-         "V 0-1000 E O A 100-600* B"},
-        {"effects", "V 0-2000 E 500-900 1000-1200 O A B", drag(kEffect, kBody, {60, 70}),
-         "V 0-2000 E 600-1000* 1100-1300 O A B"},
-        {"fractions of a pixel", "V 0-1000 E O A B", drag(kVideo, kBody, {50, 50.4F, 50.8F, 51.2F, 51.6F, 52}),
-         "V 20-1020* E O A B"},
+    const Edit cases[] = {
+        {"with all behind it", "V 0-1000 1000-2000 3000-4000 A 0-500", drag(kVideo, kBody, {150, 170, 200}),
+         "V 0-1000 1500-2500* 3500-4500 A 0-500"},
+        {"left to its neighbour", "V 0-1000 2000-3000 3500-4000", drag(kVideo, kBody, {250, 200, 10}),
+         "V 0-1000 1000-2000* 2500-3000"},
+        {"left to 0", "V 400-1000", drag(kVideo, kBody, {50, -90}), "V 0-600*"},
+        {"the first selected of each row", "V 500-1000* 1000-1100* E 600-700* O 800-900#30* A 300-500 600-700*",
+         drag(kVideo, kBody, {105, 155}), "V 1000-1500* 1500-1600* E 1100-1200* O 1300-1400#30* A 300-500 1100-1200*"},
+        {"left by the least room of all", "V 500-1000* O 450-900#30* A 200-400 500-700*", drag(kVideo, kBody, {60, 0}),
+         "V 400-900* O 350-800#30* A 200-400 400-600*"},
+        {"from a gap", "V 0-1000 2000-3000*", drag(kVideo, kBody, {150, 160}), "V 0-1000 2100-3100*"},
+        {"there and back", "V 0-1000 2000-3000*", drag(kVideo, kBody, {250, 270, 250}), "V 0-1000 2000-3000*"},
+        {"an empty row", "V 0-1000*", drag(kAudio2, kBody, {50, 70}, kCtrl), "V 0-1000*"},
+        {"what was deselected stays", "V 0-1000* A 0-500*", drag(kVideo, kBody, {50, 60}, kCtrl),
+         "V 0-1000 A 100-600*"},
+        {"effects", "V 0-2000 E 500-900 1000-1200", drag(kEffect, kBody, {60, 70}), "V 0-2000 E 600-1000* 1100-1300"},
+        {"fractions of a pixel", "V 0-1000", drag(kVideo, kBody, {50, 50.4F, 50.8F, 51.2F, 51.6F, 52}), "V 20-1020*"},
     };
-    for (const Case& c : cases) {
+    for (const Edit& c : cases) {
         run(c);
     }
     EXPECT_EQ(panel(""), "Represents video sources over time");
 }
 
-TEST_F(ItemDragTest, Resizes)
+TEST_F(RowDragTest, Resizes)
 {
-    const Case cases[] = {
-        {"what follows moves along", "V 0-1000 1000-2000 3000-3500 E O A B", drag(kVideo, kEdge, {195, 205, 245}),
-         "V 0-1000 1000-2500=0-1000* 3500-4000 E O A B"},
-        {"all selected ones", "V 0-1000* 1000-2000* E 0-1000* 1500-1600 O 0-1000#30* 1000-1500#31 A B",
+    const Edit cases[] = {
+        {"what follows moves along", "V 0-1000 1000-2000 3000-3500", drag(kVideo, kEdge, {195, 205, 245}),
+         "V 0-1000 1000-2500=0-1000* 3500-4000"},
+        {"all selected ones", "V 0-1000* 1000-2000* E 0-1000* 1500-1600 O 0-1000#30* 1000-1500#31",
          drag(kVideo, kEdge, {95, 45}),
-         "V 0-500=0-1000* 500-1000=0-1000* E 0-500* 1000-1100 O 0-500=0-1000#30* 500-1000#31 A B"},
-        {"to 10 ms: not at all", "V 0-1000* 1000-2000 E O A B", drag(kVideo, kEdge, {99, 0}),
-         "V 0-1000* 1000-2000 E O A B"},
-        {"to 20 ms", "V 0-1000 1000-2000 E O A B", drag(kVideo, kEdge, {99, 1}), "V 0-20=0-1000* 20-1020 E O A B"},
-        {"a short one stays, the long one not", "V 0-50* 50-2050* E O A B", drag(kVideo, kEdge, {200, 190}),
-         "V 0-50* 50-1950=0-2000* E O A B"},
-        {"there and back, but for the short one", "V 0-50* 50-2050* E O A B", drag(kVideo, kEdge, {200, 190, 200}),
-         "V 0-150=0-50* 150-2150* E O A B"},
+         "V 0-500=0-1000* 500-1000=0-1000* E 0-500* 1000-1100 O 0-500=0-1000#30* 500-1000#31"},
+        {"to 10 ms: not at all", "V 0-1000* 1000-2000", drag(kVideo, kEdge, {99, 0}), "V 0-1000* 1000-2000"},
+        {"to 20 ms", "V 0-1000 1000-2000", drag(kVideo, kEdge, {99, 1}), "V 0-20=0-1000* 20-1020"},
+        {"a short one stays, the long one not", "V 0-50* 50-2050*", drag(kVideo, kEdge, {200, 190}),
+         "V 0-50* 50-1950=0-2000*"},
+        {"there and back, but for the short one", "V 0-50* 50-2050*", drag(kVideo, kEdge, {200, 190, 200}),
+         "V 0-150=0-50* 150-2150*"},
     };
-    for (const Case& c : cases) {
+    for (const Edit& c : cases) {
         run(c);
     }
 }
 
-TEST_F(ItemDragTest, Locks)
+TEST_F(RowDragTest, Locks)
 {
-    lock(form.chkLockAudio[0]);
-    run({"a locked row does not move", "V 500-1000* E O A 500-900* B", drag(kVideo, kBody, {60, 70}),
-         "V 600-1100* E O A 500-900* B"});
-    run({"its room counts", "V 500-1000* E O A 100-900* B", drag(kVideo, kBody, {60, 0}),
-         "V 400-900* E O A 100-900* B"});
-    run({"it resizes", "V 500-1000* E O A 100-900* B", drag(kVideo, kEdge, {95, 105}),
-         "V 500-1100=0-500* E O A 100-1000=0-800* B"});
-    lay("V 500-1000* E O A 100-900 B");
+    setRows("La");
+    run({"a locked row does not move", "V 500-1000* A 500-900*", drag(kVideo, kBody, {60, 70}),
+         "V 600-1100* A 500-900*"});
+    run({"its room counts", "V 500-1000* A 100-900*", drag(kVideo, kBody, {60, 0}), "V 400-900* A 100-900*"});
+    run({"it resizes", "V 500-1000* A 100-900*", drag(kVideo, kEdge, {95, 105}),
+         "V 500-1100=0-500* A 100-1000=0-800*"});
+    lay("V 500-1000* A 100-900");
     drag(kAudio1, kBody, {60, 0})();
-    EXPECT_EQ(text(), "V 500-1000 E O A 100-900* B") << "selected, and not dragged";
+    EXPECT_EQ(text(), "V 500-1000 A 100-900*") << "selected, and not dragged";
     EXPECT_EQ(history(), " | 0/0");
 }
 
-TEST_F(ItemDragTest, Clicks)
+TEST_F(RowDragTest, Clicks)
 {
-    const Case cases[] = {
-        {"one of several", "V 0-1000* 1000-2000* E O 0-900#30* A 0-500* B", drag(kVideo, kBody, {150}),
-         "V 0-1000 1000-2000* E O 0-900#30 A 0-500 B"},
-        {"an unselected one", "V 0-1000* 1000-2000 E O A 0-500* B", drag(kVideo, kBody, {150}),
-         "V 0-1000 1000-2000* E O A 0-500 B"},
-        {"an overlay", "V 0-1000* E O 0-900#30* A B", drag(kOverlay, kBody, {50}), "V 0-1000 E O 0-900#30* A B"},
-        {"Ctrl on a selected one", "V 0-1000* 1000-2000* E O A B", drag(kVideo, kBody, {150}, kCtrl),
-         "V 0-1000* 1000-2000 E O A B"},
-        {"Shift on an unselected one", "V 0-1000* 1000-2000 E O A B", drag(kVideo, kBody, {150}, kShift),
-         "V 0-1000* 1000-2000* E O A B"},
-        {"a gap", "V 0-1000* E O A B", drag(kVideo, kBody, {250}), "V 0-1000 E O A B"},
+    const Edit cases[] = {
+        {"one of several", "V 0-1000* 1000-2000* O 0-900#30* A 0-500*", drag(kVideo, kBody, {150}),
+         "V 0-1000 1000-2000* O 0-900#30 A 0-500"},
+        {"an unselected one", "V 0-1000* 1000-2000 A 0-500*", drag(kVideo, kBody, {150}),
+         "V 0-1000 1000-2000* A 0-500"},
+        {"an overlay", "V 0-1000* O 0-900#30*", drag(kOverlay, kBody, {50}), "V 0-1000 O 0-900#30*"},
+        {"Ctrl on a selected one", "V 0-1000* 1000-2000*", drag(kVideo, kBody, {150}, kCtrl), "V 0-1000* 1000-2000"},
+        {"Shift on an unselected one", "V 0-1000* 1000-2000", drag(kVideo, kBody, {150}, kShift),
+         "V 0-1000* 1000-2000*"},
+        {"a gap", "V 0-1000*", drag(kVideo, kBody, {250}), "V 0-1000"},
     };
-    for (const Case& c : cases) {
+    for (const Edit& c : cases) {
         SCOPED_TRACE(c.what);
         lay(c.before);
         c.operation();
@@ -131,9 +124,9 @@ TEST_F(ItemDragTest, Clicks)
     }
 }
 
-TEST_F(ItemDragTest, AClickTakesItsEntryBackAndWhatWasUndoneIsGone)
+TEST_F(RowDragTest, AClickTakesItsEntryBackAndWhatWasUndoneIsGone)
 {
-    lay("V 0-1000 1000-2000 E O A B");
+    lay("V 0-1000 1000-2000");
     drag(kVideo, kBody, {150, 160})();
     drag(kVideo, kBody, {160, 170})();
     drag(kVideo, kEdge, {215, 225})();
@@ -153,9 +146,9 @@ TEST_F(ItemDragTest, AClickTakesItsEntryBackAndWhatWasUndoneIsGone)
     EXPECT_EQ(history(), "Move | 1/1");
 }
 
-TEST_F(ItemDragTest, EscapeAndALostRelease)
+TEST_F(RowDragTest, EscapeAndALostRelease)
 {
-    const char* const layout = "V 0-50* 50-2050* E 100-200 O 0-900#30* A 0-500* B";
+    const char* const layout = "V 0-50* 50-2050* E 100-200 O 0-900#30* A 0-500*";
     for (const float y : {kBody, kEdge}) {
         lay(layout);
         picVideo_MouseDown(0, 1, kNone, 200, y);
@@ -172,17 +165,17 @@ TEST_F(ItemDragTest, EscapeAndALostRelease)
         picVideo_MouseUp(0, 1, kNone, 270, y);
         EXPECT_EQ(text(), layout);
     }
-    run({"a lost release keeps what was done", "V 0-1000* E O A 0-500* B",
+    run({"a lost release keeps what was done", "V 0-1000* A 0-500*",
          [] {
              picVideo_MouseDown(0, 1, kNone, 50, kBody);
              picVideo_MouseMove(0, 1, kNone, 60, kBody);
              EndItemDrag();
              picVideo_MouseMove(0, 1, kNone, 90, kBody);
          },
-         "V 100-1100* E O A 100-600* B"});
+         "V 100-1100* A 100-600*"});
 }
 
-TEST_F(ItemDragTest, WhatArrivesWhileAPressIsWorkedOnWaitsForIt)
+TEST_F(RowDragTest, WhatArrivesWhileAPressIsWorkedOnWaitsForIt)
 {
     const auto release = [] { picVideo_MouseUp(0, 1, kNone, 150, kBody); };
     const struct {
@@ -191,25 +184,25 @@ TEST_F(ItemDragTest, WhatArrivesWhileAPressIsWorkedOnWaitsForIt)
         const char* after;
         const char* history;
     } cases[] = {
-        {"a release", release, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
-        {"a lost release", EndItemDrag, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
-        {"Escape", [] { picVideo_KeyDown(0, 27, kNone); }, "V 0-1000 1000-2000* E O A B", "Cut | 1/1"},
+        {"a release", release, "V 0-1000 1000-2000*", "Cut | 1/1"},
+        {"a lost release", EndItemDrag, "V 0-1000 1000-2000*", "Cut | 1/1"},
+        {"Escape", [] { picVideo_KeyDown(0, 27, kNone); }, "V 0-1000 1000-2000*", "Cut | 1/1"},
         {"a move and a release",
          [] {
              picVideo_MouseMove(0, 1, kNone, 170, kBody);
              picVideo_MouseUp(0, 1, kNone, 170, kBody);
          },
-         "V 0-1000 1200-2200* E O A B", "Cut Move | 2/2"},
+         "V 0-1000 1200-2200*", "Cut Move | 2/2"},
         {"a release and a click on the other one",
          [&] {
              release();
              drag(kVideo, kBody, {50})();
          },
-         "V 0-1000* 1000-2000 E O A B", "Cut | 1/1"},
+         "V 0-1000* 1000-2000", "Cut | 1/1"},
     };
     for (const auto& [what, meanwhile, after, left] : cases) {
         SCOPED_TRACE(what);
-        lay("V 0-1000 1000-2000 E O A B");
+        lay("V 0-1000 1000-2000");
         command("Cut", [] {});
         moduleTimeline::SetSliderPosition(0, false);
         platform.whileEventsRun = [once = true, &meanwhile = meanwhile]() mutable {
@@ -225,11 +218,11 @@ TEST_F(ItemDragTest, WhatArrivesWhileAPressIsWorkedOnWaitsForIt)
     }
 }
 
-TEST_F(ItemDragTest, ADragTakesBackItsOwnEntryOnly)
+TEST_F(RowDragTest, ADragTakesBackItsOwnEntryOnly)
 {
     for (void (*const end)() :
          {EndItemDrag, +[] { picVideo_KeyDown(0, 27, kNone); }, +[] { picVideo_MouseDown(0, 1, kNone, 50, kBody); }}) {
-        lay("V 0-1000 1000-2000 E O A B");
+        lay("V 0-1000 1000-2000");
         picVideo_MouseDown(0, 1, kNone, 150, kBody);
         command("Cut", [] {}); // a step in the middle of it
         end();
@@ -239,7 +232,7 @@ TEST_F(ItemDragTest, ADragTakesBackItsOwnEntryOnly)
     }
 }
 
-TEST_F(ItemDragTest, Nudges)
+TEST_F(RowDragTest, Nudges)
 {
     const char* const fine = "Ready";
     const char* const coarse = "Use the 'Shift' key to nudge source(s) with the direction keys";
@@ -250,12 +243,12 @@ TEST_F(ItemDragTest, Nudges)
         const char* after;
         const char* hint;
     } cases[] = {
-        {"V 0-1000 2000-3000* 3000-3500 E O A B", 39, kNone, "V 0-1000 2050-3050* 3050-3550 E O A B", coarse},
-        {"V 0-1000 2000-3000* E O A 500-600* B", 37, kShift, "V 0-1000 1990-2990* E O A 490-590* B", fine},
-        {"V 0-1000 1020-2000* E O A B", 37, kNone, "V 0-1000 1000-1980* E O A B", coarse},
-        {"V 0-1000* E O A B", 37, kNone, "V 0-1000* E O A B", coarse},
-        {"V 0-1000 E O A B", 39, kNone, "V 0-1000 E O A B", coarse},
-        {"V 0-1000* E O A B", 16, kShift, "V 0-1000* E O A B", fine},
+        {"V 0-1000 2000-3000* 3000-3500", 39, kNone, "V 0-1000 2050-3050* 3050-3550", coarse},
+        {"V 0-1000 2000-3000* A 500-600*", 37, kShift, "V 0-1000 1990-2990* A 490-590*", fine},
+        {"V 0-1000 1020-2000*", 37, kNone, "V 0-1000 1000-1980*", coarse},
+        {"V 0-1000*", 37, kNone, "V 0-1000*", coarse},
+        {"V 0-1000", 39, kNone, "V 0-1000", coarse},
+        {"V 0-1000*", 16, kShift, "V 0-1000*", fine},
     };
     for (const auto& [before, key, keys, after, hint] : cases) {
         SCOPED_TRACE(before);
@@ -271,12 +264,12 @@ TEST_F(ItemDragTest, Nudges)
     }
 }
 
-TEST_F(ItemDragTest, AStepAsksNoMoreThanAFewTimesForEachItem)
+TEST_F(RowDragTest, AStepAsksNoMoreThanAFewTimesForEachItem)
 {
     constexpr std::int16_t kItems = 2000;
     for (std::int16_t i = 0; i < kItems; ++i) {
         engine::Bool16 ok = engine::kFalse;
-        check(timelineCalls->InsertSource(video(), still, i, i * 1000, i * 1000 + 1000, ok));
+        check(timelineCalls->InsertSource(video(), laid.stream('a'), i, i * 1000, i * 1000 + 1000, ok));
     }
     form.hsb.SetValue(0);
     moduleScaleRenderer::AdjustScroll();
@@ -295,4 +288,4 @@ TEST_F(ItemDragTest, AStepAsksNoMoreThanAFewTimesForEachItem)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

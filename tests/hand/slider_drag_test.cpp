@@ -1,26 +1,26 @@
 // Dragging the handles and the divider.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
 #include "hand/list_and_divider.h"
 #include "hand/slider_drag.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
-class DragTest : public TimelineTest {
+class SliderDragTest : public LogicTest {
 protected:
     void SetUp() override
     {
-        TimelineTest::SetUp();
-        put(video(), 0, 30000);
+        LogicTest::SetUp();
+        put("V 0-30000");
         frmTimeline::Form_Resize();
         forms::frmPreview.sldSeekBar.SetMax(30000);
     }
     std::string timer() const { return !form.tmTimeline.Enabled ? "off" : form.ScrollingRight ? "right" : "left"; }
 };
 
-struct Case {
+struct Drag {
     std::int32_t left;  // of the handle that is dragged
     std::int32_t other; // of the other handle
     float move;         // pixels the pointer goes
@@ -30,14 +30,14 @@ struct Case {
 
 // The view is 400 wide: 395 is the right edge, -6 the left one.
 
-TEST_F(DragTest, MainHandle)
+TEST_F(SliderDragTest, MainHandle)
 {
-    const Case cases[] = {
+    const Drag cases[] = {
         {100, 0, 50, 150, "off"},    {100, 0, -50, 50, "off"},     {100, 0, 0, 100, "off"},
         {100, 0, 294, 394, "off"},   {100, 0, 295, 100, "right"},  {100, 0, -106, -6, "off"},
         {100, 0, -107, 100, "left"}, {100, 0, 9000, 100, "right"},
     };
-    for (const Case& c : cases) {
+    for (const Drag& c : cases) {
         SCOPED_TRACE(c.move);
         moduleTimeline::SetSliderPosition((c.left + 5) * 10 + 3, false);
         frmTimeline::imgSliderHandle_MouseDown(1, 4);
@@ -62,17 +62,17 @@ TEST_F(DragTest, MainHandle)
     EXPECT_EQ(form.imgSliderHandle.Left, 100) << "only the left button drags";
 }
 
-TEST_F(DragTest, StartHandle)
+TEST_F(SliderDragTest, StartHandle)
 {
-    const Case cases[] = {
+    const Drag cases[] = {
         {100, 200, 50, 150, "off"},  {100, 200, 93, 193, "off"},    {100, 200, 94, 100, "off"},
         {100, 200, 300, 100, "off"}, {100, 900, 294, 394, "off"},   {100, 900, 295, 100, "right"},
         {100, 415, 295, 100, "off"}, {100, 416, 295, 100, "right"}, {100, 401, 295, 100, "off"},
         {100, 200, -106, -6, "off"}, {100, 200, -107, 100, "left"},
     };
-    for (const Case& c : cases) {
+    for (const Drag& c : cases) {
         SCOPED_TRACE(std::to_string(c.other) + " " + std::to_string(c.move));
-        showSelection(c.left, c.other);
+        showSelection((c.left + 5) * 10, (c.other + 5) * 10);
         frmTimeline::imgStartSelHandle_MouseDown(1, 4);
         frmTimeline::imgStartSelHandle_MouseMove(1, 4 + c.move);
         EXPECT_EQ(form.imgStartSelHandle.Left, c.expected);
@@ -86,17 +86,17 @@ TEST_F(DragTest, StartHandle)
     }
 }
 
-TEST_F(DragTest, EndHandle)
+TEST_F(SliderDragTest, EndHandle)
 {
-    const Case cases[] = {
+    const Drag cases[] = {
         {200, 100, 50, 250, "off"},   {200, 100, -93, 107, "off"},    {200, 100, -94, 200, "off"},
         {200, 100, -300, 200, "off"}, {200, 100, 194, 394, "off"},    {200, 100, 195, 200, "right"},
         {200, -500, -206, -6, "off"}, {200, -500, -207, 200, "left"}, {200, -26, -206, -6, "off"},
         {200, -27, -207, 200, "off"}, {200, -28, -207, 200, "left"},  {200, -13, -207, 200, "off"},
     };
-    for (const Case& c : cases) {
+    for (const Drag& c : cases) {
         SCOPED_TRACE(std::to_string(c.other) + " " + std::to_string(c.move));
-        showSelection(c.other, c.left);
+        showSelection((c.other + 5) * 10, (c.left + 5) * 10);
         frmTimeline::imgEndSelHandle_MouseDown(1, 4);
         frmTimeline::imgEndSelHandle_MouseMove(1, 4 + c.move);
         EXPECT_EQ(form.imgEndSelHandle.Left, c.expected);
@@ -110,9 +110,9 @@ TEST_F(DragTest, EndHandle)
     }
 }
 
-TEST_F(DragTest, ScrollingAtTheEdge)
+TEST_F(SliderDragTest, ScrollingAtTheEdge)
 {
-    showSelection(300, 425);
+    showSelection(3050, 4300);
     moduleTimeline::SetSliderPosition(1000, false);
     frmTimeline::imgStartSelHandle_MouseDown(1, 0);
     frmTimeline::imgStartSelHandle_MouseMove(1, 90);
@@ -145,7 +145,7 @@ TEST_F(DragTest, ScrollingAtTheEdge)
     EXPECT_EQ(state::SliderPosition, 900);
 }
 
-TEST_F(DragTest, Divider)
+TEST_F(SliderDragTest, Divider)
 {
     form.Width = 1000; // so that the rows keep 734 pixels
     form.picVerticalResizeLeft = 200;
@@ -168,4 +168,4 @@ TEST_F(DragTest, Divider)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

@@ -1,15 +1,15 @@
 // The history: entries, rows, steps.
 
-#include "history/history_harness.h"
+#include "support/logic_harness.h"
 
 #include <random>
 
-namespace history_test {
+namespace logic_test {
 namespace {
 
 using namespace ModuleHistory;
 
-class StepsTest : public HistoryTest {
+class StepsTest : public LogicTest {
 protected:
     /// Three commands that each add a second to the video track.
     void fill()
@@ -20,7 +20,7 @@ protected:
         UpdateTreeView();
         state::ProjectModified = false;
     }
-    void addSecond() { add(video(), seconds() * 1000, seconds() * 1000 + 1000); }
+    void addSecond() { put("V " + std::to_string(seconds() * 1000) + "-" + std::to_string(seconds() * 1000 + 1000)); }
     int seconds()
     {
         std::int16_t count = 0;
@@ -162,13 +162,10 @@ TEST_F(StepsTest, WordsThatChangeOnRedo)
 
 TEST_F(StepsTest, ARedoScrollsNoFilmThatNeedsNoBar)
 {
-    add(video(), 0, 20'000);
+    put("V 0-20000");
     moduleScaleRenderer::AdjustScroll();
     form.hsb.SetValue(60);
-    command("Delete", [this] {
-        engine::Bool16 ok = engine::kFalse;
-        check(timelineCalls->RemoveSource(video(), 0, ok));
-    });
+    command("Delete", [this] { remove(video(), 0); });
     OnEditUndoClick();
     EXPECT_EQ(form.hsb.Value(), 60);
     OnEditRedoClick();
@@ -178,7 +175,7 @@ TEST_F(StepsTest, ARedoScrollsNoFilmThatNeedsNoBar)
 
 TEST_F(StepsTest, TheViewGoesBackToo)
 {
-    add(video(), 0, 20'000);
+    put("V 0-20000");
     const auto scrolled = [this](int ticks) {
         form.hsb.SetValue(ticks);
         command("Copy", [] {});
@@ -200,15 +197,15 @@ TEST_F(StepsTest, TheViewGoesBackToo)
     EXPECT_EQ(form.hsb.Value(), 0) << "through a row that stayed";
 }
 
-class WalkTest : public HistoryTest {
+class WalkTest : public LogicTest {
 protected:
     /// Some change of the timeline, done to the engine.
     void change()
     {
         engine::Bool16 ok = engine::kFalse;
         const int at = static_cast<int>(random() % 20);
-        const Handle tracks[] = {video(), state::OverlayTrack, audio(1), audio(2)};
-        const Handle track = tracks[random() % 4];
+        const char row = "VOAB"[random() % 4];
+        const Handle track = laid.trackOf(row);
         Milliseconds end = 0;
         check(timelineCalls->GetTrackDuration(track, end));
         switch (random() % 5) {
@@ -223,7 +220,8 @@ protected:
             check(timelineCalls->ShiftSources(track, 0, at, ok));
             break;
         default:
-            add(track, end + at, end + at + 200, at, at % 3);
+            put(row + (" " + std::to_string(end + at)) + "-" + std::to_string(end + at + 200) + "=" + std::to_string(at)
+                + "-700m" + std::to_string(at % 3) + (row == 'O' ? "#7" : ""));
         }
     }
     unsigned random() { return static_cast<unsigned>(generator_() >> 4); }
@@ -232,26 +230,27 @@ protected:
 
 TEST_F(WalkTest, ThirtyCommandsBackAndForth)
 {
-    std::vector<std::string> states{timeline()};
+    std::vector<std::string> states{text()};
     for (int i = 0; i < 30; ++i) {
-        command("Move", [this] { change(); });
-        states.push_back(timeline());
+        command(i < 4 ? "Cut" : "Move", [this] { change(); });
+        states.push_back(text());
     }
     EXPECT_EQ(HistoryCollection.Count(), 26);
     EXPECT_EQ(forms::frmTools.lvwHistory.get().size(), 26U);
+    EXPECT_EQ(history().find("Cut"), std::string::npos) << "the oldest row is the one that leaves";
     for (std::size_t i = 29; i >= 4; --i) {
         OnEditUndoClick();
-        ASSERT_EQ(timeline(), states[i]);
+        ASSERT_EQ(text(), states[i]);
     }
     EXPECT_FALSE(CanUndo());
     OnEditRedoClick(); // without rows it stays at the first image
-    EXPECT_EQ(timeline(), states[4]);
+    EXPECT_EQ(text(), states[4]);
     for (std::size_t i = 6; i <= 30; ++i) {
         OnEditRedoClick();
-        ASSERT_EQ(timeline(), states[i]);
+        ASSERT_EQ(text(), states[i]);
     }
     EXPECT_FALSE(CanRedo());
 }
 
 } // namespace
-} // namespace history_test
+} // namespace logic_test

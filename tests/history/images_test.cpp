@@ -1,6 +1,6 @@
 // Images of the timeline: there and back, through failing calls, with files that were closed meanwhile.
 
-#include "history/history_harness.h"
+#include "support/logic_harness.h"
 
 #include "core/forms/frmMediaList.h"
 #include "media/moduleTarnwick.h"
@@ -9,7 +9,7 @@
 #include <iostream>
 #include <malloc.h>
 
-namespace history_test {
+namespace logic_test {
 namespace {
 
 using namespace ModuleHistory;
@@ -23,81 +23,64 @@ const std::set<std::string> kCalls = {
     "AddEffectAt",      "AddTransitionAt", "ClearKeyParameters",   "SetKeyParameter",     "SetKeyColor",
 };
 
-class ImagesTest : public HistoryTest {
+class ImagesTest : public LogicTest {
 protected:
     /// All kinds of items, with gaps, stretched, trimmed, with modes, out of their medium.
-    void fill()
-    {
-        add(video(), 0, 1000, 0, 2);
-        add(video(), 1000, 4500, 300);
-        add(video(), 6000, 6011, -500, 3);
-        putEffect(500, 1500, "Blur");
-        putEffect(1500, 2500, "Wave");
-        putEffect(4000, 5000, "ElevenChars");
-        add(state::OverlayTrack, 200, 900, 100, 1);
-        add(state::OverlayTrack, 2000, 2300);
-        add(audio(1), 0, 500, 4000);
-        add(audio(1), 700, 9000);
-        add(audio(2), 100, 800, 10);
-    }
+    void fill() { put(kFull); }
     static inline const std::string kFull =
-        "V 0-1000=0-700p2 1000-4500=300-1000p0 6000-6011=-500-200p3"
-        " E 500-1500Blur 1500-2500Wave 4000-5000ElevenChar O 200-900=100-800p1 2000-2300=0-700p0"
-        " K 200-900DxtKey#10,20,30 2000-2300DxtKey#10,20,31 A 0-500=4000-4700s0 700-9000=0-700s0 B 100-800=10-710s0";
+        "V 0-1000=0-700m2 1000-4500=300-1000 b6000-6011=-500-200m3 E 500-1500 Wave1500-2500 TenLetters4000-5000"
+        " O 200-900=100-800m1#30 2000-2300=0-700#31 A 0-500=4000-4700 t700-9000=0-700 B 100-800=10-710";
 };
 
 TEST_F(ImagesTest, ThereAndBack)
 {
     StoreCurrentTLImage();
     fill();
-    ASSERT_EQ(timeline(), kFull);
+    ASSERT_EQ(text(), kFull);
     check(timelineCalls->SetSourceSelected(video(), 1, engine::kTrue));
     form.chkLockAudio[1].Value = std::int16_t{1};
     RestoreLastTLImage();
-    EXPECT_EQ(timeline().find('*'), timeline().rfind('*')) << "an image of nothing adds nothing";
+    EXPECT_EQ(text().find('*'), text().rfind('*')) << "an image of nothing adds nothing";
 
     StoreCurrentTLImage();
     EXPECT_EQ(LastImage.SourceCount, 6);
     EXPECT_EQ(LastImage.EffectCount, 3);
     EXPECT_EQ(LastImage.TransitionCount, 2);
     EmptyTimeline();
-    EXPECT_EQ(timeline(), "V E O K A B");
+    EXPECT_EQ(text(), "");
     RestoreLastTLImage();
-    EXPECT_EQ(timeline(), kFull) << "and no selected flag";
+    EXPECT_EQ(text(), kFull) << "and no selected flag";
     EXPECT_EQ(form.chkLockAudio[1].Value, 1);
 
     command("Clear", [] { EmptyTimeline(); });
     Undo();
-    EXPECT_EQ(timeline(), kFull);
+    EXPECT_EQ(text(), kFull);
     Redo();
-    EXPECT_EQ(timeline(), "V E O K A B");
+    EXPECT_EQ(text(), "");
 }
 
 TEST_F(ImagesTest, OverlayWithoutTransition)
 {
-    add(state::OverlayTrack, 0, 100);
-    add(state::OverlayTrack, 100, 200);
-    engine::Bool16 ok = engine::kFalse;
-    check(timelineCalls->RemoveTransition(state::OverlayTrack, 1, ok));
-    const std::string before = timeline();
+    put("O 0-100#1 100-200");
+    const std::string before = text();
     command("Clear", [] { EmptyTimeline(); });
     Undo();
-    EXPECT_EQ(timeline(), before);
+    EXPECT_EQ(text(), before);
 }
 
 TEST_F(ImagesTest, ACallThatFailsOnceLosesNothing)
 {
     expectsErrors = true;
     fill();
-    command("Paste", [this] { add(audio(2), 1000, 2000); });
-    const std::string after = timeline();
+    command("Paste", [this] { put("B 1000-2000"); });
+    const std::string after = text();
     for (const bool isUndo : {true, false}) {
         for (int nth = 1;; ++nth) {
             engineCalls.failCall(kCalls, nth);
             (isUndo ? OnEditUndoClick : OnEditRedoClick)();
             const bool hasFailed = !engineCalls.failsLater();
             engineCalls.failCall({}, 0);
-            ASSERT_EQ(timeline(), isUndo ? kFull : after) << "call " << nth;
+            ASSERT_EQ(text(), isUndo ? kFull : after) << "call " << nth;
             if (!hasFailed) {
                 EXPECT_GT(nth, 100);
                 break;
@@ -117,9 +100,9 @@ TEST_F(ImagesTest, ACallThatFailsOnceLosesNothing)
         }
         EmptyTimeline();
         Undo();
-        ASSERT_EQ(timeline(), kFull) << "call " << nth;
+        ASSERT_EQ(text(), kFull) << "call " << nth;
         Redo();
-        ASSERT_EQ(timeline(), kFull) << "call " << nth;
+        ASSERT_EQ(text(), kFull) << "call " << nth;
         Undo();
     }
 }
@@ -128,15 +111,15 @@ TEST_F(ImagesTest, WithoutAWholeImageNothingHappens)
 {
     fill();
     command("Cut", [] {});
-    command("Paste", [this] { add(audio(2), 1000, 2000); });
-    const std::string full = timeline();
+    command("Paste", [this] { put("B 1000-2000"); });
+    const std::string full = text();
     HistoryCollection.Item(2).SetWhole(false);
     OnEditUndoClick();
     click(2);
-    EXPECT_EQ(timeline(), full);
+    EXPECT_EQ(text(), full);
     EXPECT_EQ(history(), "Cut Paste | 2/2");
     click(1); // leads past it
-    EXPECT_EQ(timeline(), kFull);
+    EXPECT_EQ(text(), kFull);
     EXPECT_EQ(history(), "(Cut) (Paste) | 0/2");
     OnEditRedoClick();
     click(1);
@@ -147,15 +130,14 @@ TEST_F(ImagesTest, WithoutAWholeImageNothingHappens)
     HistoryIndex = 7; // entries are missing
     OnEditUndoClick();
     OnEditRedoClick();
-    EXPECT_EQ(timeline(), kFull);
+    EXPECT_EQ(text(), kFull);
 }
 
 /// A file of the media list with both streams, on the timeline by its picture alone.
 TEST_F(ImagesTest, FilesComeBackToTheMediaList)
 {
     ListView& list = forms::frmMediaList.lvwMediaList;
-    const auto path = [](const char* name) { return (testmedia::mediaFolder() / name).string(); };
-    moduleTarnwick::OpenDroppedFiles({path("mpeg4.avi"), path("h264.mp4")});
+    open({"mpeg4.avi", "h264.mp4"});
     const Handle file = state::FileCollection.Item(1);
     const Handle picture = state::StreamCollection.Item(1);
     const auto rowText = [&](std::int32_t place) {
@@ -165,7 +147,7 @@ TEST_F(ImagesTest, FilesComeBackToTheMediaList)
     const std::string row = rowText(1);
     engine::Bool16 ok = engine::kFalse;
     command("AddToTimeline", [&] { check(timelineCalls->AppendSource(video(), picture, 0, ok)); });
-    const std::string before = timeline();
+    const std::string before = text();
     command("Delete", [&] { check(timelineCalls->RemoveSource(video(), 0, ok)); });
     list.Change(1).Selected = true;
     list.Change(2).Selected = false;
@@ -173,7 +155,7 @@ TEST_F(ImagesTest, FilesComeBackToTheMediaList)
     ASSERT_EQ(list.Count(), 1);
 
     OnEditUndoClick();
-    EXPECT_EQ(timeline(), before);
+    EXPECT_EQ(text(), before);
     ASSERT_EQ(list.Count(), 2);
     EXPECT_EQ(rowText(2), row);
     EXPECT_EQ(state::FileCollection.Item(2), file);
@@ -191,13 +173,11 @@ TEST_F(ImagesTest, TwoThousandItems)
     using Clock = std::chrono::steady_clock;
     const auto bytesInUse = [] { return mallinfo2().uordblks; };
     for (int i = 0; i < 500; ++i) {
-        add(video(), i * 100, i * 100 + 90, i, i % 3);
-        add(audio(1), i * 100, i * 100 + 90);
-        putEffect(i * 100, i * 100 + 50, "Pixelate");
-        add(state::OverlayTrack, i * 100, i * 100 + 90);
+        const std::string item = std::to_string(i * 100) + "-" + std::to_string(i * 100 + 90);
+        put("V " + item + "=5-95m" + std::to_string(i % 3) + " E Pixelate" + item + " O " + item + "#1 A " + item);
     }
     form.hsb.SetValue(3);
-    const std::string full = timeline();
+    const std::string full = text();
     const std::size_t before = bytesInUse();
     const auto started = Clock::now();
     constexpr int kEntries = 26;
@@ -210,7 +190,7 @@ TEST_F(ImagesTest, TwoThousandItems)
     const auto undone = Clock::now();
     OnEditRedoClick();
     const auto redone = Clock::now();
-    EXPECT_TRUE(timeline() == full); // too long to be printed
+    EXPECT_TRUE(text() == full); // too long to be printed
     const auto ms = [](Clock::duration time) { return std::chrono::duration<double, std::milli>(time).count(); };
     std::cout << "2,000 items: " << ms(stored - started) / kEntries << " ms a command's two images, undo "
               << ms(undone - stored) << " ms, redo " << ms(redone - undone) << " ms; " << kEntries << " entries take "
@@ -219,4 +199,4 @@ TEST_F(ImagesTest, TwoThousandItems)
 }
 
 } // namespace
-} // namespace history_test
+} // namespace logic_test

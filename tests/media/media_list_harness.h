@@ -3,75 +3,36 @@
 // The media list over the real engine with generated media and a scripted platform; what stands on the screen and on
 // the tracks as text. The small player is the real one, whose clock goes on only when the test says so.
 
-#include "core/forms/frmMediaList.h"
-#include "core/forms/mdiTarnwick.h"
-#include "core/shared_state.h"
 #include "engine/ITWFilePreview.h"
-#include "engine/ITWTimeline.h"
-#include "engine/check.h"
-#include "engine/engine_access.h"
-#include "engine/factory.h"
 #include "media/frmMediaList_events.h"
 #include "media/moduleTarnwick.h"
-#include "report/error_log.h"
 #include "shell/file_commands.h"
-#include "support/engine_calls.h"
-#include "support/manifest.h"
-#include "support/scripted_platform.h"
-#include "twcore/tarnwick_timeline.h"
+#include "support/logic_harness.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
 
-namespace media_list_test {
+namespace logic_test {
 
 namespace fs = std::filesystem;
 
-inline std::string media(const std::string& name) { return (testmedia::mediaFolder() / name).string(); }
-
-class MediaListTest : public testing::Test {
+class MediaListTest : public LogicTest {
 protected:
     void SetUp() override
     {
-        twcore::registerTarnwickTimeline();
-        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
-        timelineCalls = engine::EngineAs<engine::ITWTimeline>().get();
+        ASSERT_TRUE(moduleTarnwick::Init());
+        LogicTest::SetUp();
         smallPlayer = engine::EngineAs<engine::ITWFilePreview>().get();
         engineCalls.answer = std::ref(heldPlayer);
-        ASSERT_TRUE(moduleTarnwick::Init());
-        for (const bool isVideo : {true, false, false}) {
-            state::TrackCollection.Add(track(isVideo));
-        }
-        state::OverlayTrack = track(true);
         frmMediaList::Load();
         platform.whileEventsRun = [this] { seen.push_back(statusText()); };
-    }
-    void TearDown() override
-    {
-        if (!expectsErrors) {
-            EXPECT_EQ(error_log::read(), "");
-        }
-        engine::Engine.reset();
-    }
-
-    engine::Handle track(bool isVideo)
-    {
-        engine::Handle made = 0;
-        engine::check(timelineCalls->CreateTrack(engine::toBool16(isVideo), made));
-        return made;
     }
 
     static std::string statusText() { return forms::mdiTarnwick.sbr.Panel(1); }
     static ListView& list() { return forms::frmMediaList.lvwMediaList; }
 
-    /// As the file manager hands them over, without a word in between.
     void open(std::initializer_list<const char*> names)
     {
-        std::vector<std::string> paths;
-        for (const char* const name : names) {
-            paths.push_back(media(name));
-        }
-        moduleTarnwick::OpenDroppedFiles(paths);
+        LogicTest::open(names);
         seen.clear();
     }
     /// A copy of a test medium in the platform's folder; its whole path.
@@ -151,12 +112,8 @@ protected:
     }
 
     std::vector<std::string> seen; // status texts while events ran
-    bool expectsErrors = false;
-    testsupport::ScriptedPlatform platform;
-    testsupport::EngineCalls engineCalls;
-    engine::ITWTimeline* timelineCalls = nullptr; // the engine's
     engine::ITWFilePreview* smallPlayer = nullptr;
     testsupport::HeldPlayer heldPlayer{"FilePreviewInterface"};
 };
 
-} // namespace media_list_test
+} // namespace logic_test

@@ -4,7 +4,7 @@
 
 #include "core/platform.h"
 
-namespace media_list_test {
+namespace logic_test {
 namespace {
 
 using namespace std::string_literals;
@@ -164,7 +164,7 @@ TEST_F(OpeningTest, DropsFromManyFoldersInAnyNumber)
         paths.push_back(copied("still.gif", "folder" + std::to_string(i) + "/" + std::string(90, 'x') + ".gif"));
         length += paths.back().size();
     }
-    paths.push_back(media(testmedia::readManifest().back().name)); // a path longer than any told buffer
+    paths.push_back(media(testmedia::readManifest().back().name)); // a path longer than any fixed buffer
     ASSERT_GT(paths.back().size(), 260u);
     state::ProjectModified = false;
     moduleTarnwick::OpenDroppedFiles(paths);
@@ -232,4 +232,4 @@ TEST_F(OpeningTest, AnEngineThatFailsLeavesRowsAndFilesInStep)
 }
 
 } // namespace
-} // namespace media_list_test
+} // namespace logic_test

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <thread>
 
-namespace media_list_test {
+namespace logic_test {
 namespace {
 
 /// Keeps the newest picture.
@@ -250,4 +250,4 @@ TEST_F(PanelTest, FailuresOfThePlayerAreReported)
 }
 
 } // namespace
-} // namespace media_list_test
+} // namespace logic_test

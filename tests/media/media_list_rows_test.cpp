@@ -1,10 +1,10 @@
-// The rows of real media, the classes of extensions, and what the engine's verdicts are told as.
+// The rows of real media, the classes of extensions, and how the engine's verdicts read.
 
 #include "media/media_list_harness.h"
 
 #include <fstream>
 
-namespace media_list_test {
+namespace logic_test {
 namespace {
 
 class RowsTest : public MediaListTest {};
@@ -99,4 +99,4 @@ TEST_F(RowsTest, WhatTheEngineSaysOfAFile)
 }
 
 } // namespace
-} // namespace media_list_test
+} // namespace logic_test

@@ -8,14 +8,14 @@
 #include "history/ModuleHistory.h"
 #include "preview/frmPreview_events.h"
 #include "preview/moduleTWPreview.h"
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 #include "volume/frmVolume.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <thread>
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace moduleTWPreview;
@@ -48,27 +48,26 @@ bool soon(const std::function<bool()>& holds)
     return holds();
 }
 
-class PreviewTest : public TimelineTest {
+class PreviewTest : public LogicTest {
 protected:
     void SetUp() override
     {
         ::setenv("SDL_AUDIODRIVER", "dummy", 1);
-        TimelineTest::SetUp();
+        LogicTest::SetUp();
         player = engine::EngineAs<engine::ITWPreview>().get();
         engineCalls.answer = std::ref(held);
         preview.picDisplayHandle = 77; // names no surface
         frmPreview::Load();
-        ModuleHistory::EmptyHistory();
     }
     void TearDown() override
     {
         frmPreview::Unload();
-        TimelineTest::TearDown();
+        LogicTest::TearDown();
     }
 
     void fill()
     {
-        put(video(), 0, 5000);
+        put("V 0-5000");
         UpdatePreview();
     }
     /// The player's clock goes on to a place.
@@ -110,22 +109,20 @@ TEST_F(PreviewTest, FollowsEveryChangeOfTheTimeline)
     EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
     OnCmdPlayClick(); // there is nothing to play
     EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
-    put(video(), 0, 5000);
+    put("V 0-5000");
     UpdatePreview();
     EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: at 0");
     EXPECT_EQ(panel("DURATION"), "0:00:05.000");
     EXPECT_EQ(preview.lblDuration.Caption.get(), "0:00:05.000");
     OnCmdPlayClick();
-    put(video(), 5000, 6000);
+    put("V 5000-6000");
     UpdatePreview();
     EXPECT_EQ(now(), "playing ticking 0 of 0-6000, slider 0: plays at 0");
     OnCmdPauseClick();
     UpdatePreview();
     EXPECT_EQ(now(), "paused 0 of 0-6000, slider 0: at 0");
 
-    for (engine::Bool16 ok = engine::kTrue; ok != engine::kFalse;) {
-        check(timelineCalls->RemoveSource(video(), 0, ok));
-    }
+    lay("");
     preview.sldSeekBar.SetValue(3000);
     UpdatePreview(); // emptied: the player goes, and what was paused stops
     EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
@@ -184,7 +181,7 @@ TEST_F(PreviewTest, Transport)
 TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
 {
     fill();
-    showSelection(95, 195); // 1000 to 2000 ms
+    showSelection(1000, 2000); // 1000 to 2000 ms
     for (const bool isRepeated : {false, true}) {
         preview.cmdRepeat.Value = isRepeated;
         playFrom(1500);
@@ -200,7 +197,7 @@ TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
 TEST_F(PreviewTest, PlayGoesToTheRangeFromOutsideIt)
 {
     fill();
-    showSelection(95, 195); // 1000 to 2000 ms
+    showSelection(1000, 2000); // 1000 to 2000 ms
     const std::pair<Milliseconds, const char*> places[] = {{0, "plays at 1000"},    {999, "plays at 1000"},
                                                            {1000, "plays at 1000"}, {1999, "plays at 1999"},
                                                            {2000, "plays at 1000"}, {4000, "plays at 1000"}};
@@ -259,7 +256,7 @@ TEST_F(PreviewTest, WhatThePersonDoes)
          "paused 2650 of 0-5000, slider 2650: at 2650"},
         {"press on another item",
          [&] {
-             put(video(), 5000, 6000);
+             put("V 5000-6000");
              state::SliderPosition = 5500;
              state::ClickX = 20;
              moduleTimeline::OnPicMediaClick(0, true);
@@ -358,7 +355,8 @@ TEST_F(PreviewTest, PicturesComeWhileItPlays)
     preview.picDisplayHandle = number;
     check(timelineCalls->SetFrameSize(320, 240));
     engine::Bool16 ok = engine::kFalse;
-    check(timelineCalls->AppendSource(video(), stream("mpeg4.avi"), 0, ok));
+    open({"mpeg4.avi"});
+    check(timelineCalls->AppendSource(video(), state::StreamCollection.Item(1), 0, ok));
     UpdatePreview();
     EXPECT_TRUE(soon([&] { return sink.brightness > 128; }));
     const int before = sink.pictures;
@@ -377,4 +375,4 @@ TEST_F(PreviewTest, PicturesComeWhileItPlays)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

@@ -8,7 +8,7 @@
 #include "report/web_host.h"
 #include "shell/action_table.h"
 
-namespace shell_test {
+namespace logic_test {
 namespace {
 
 using shell::CommandTests;
@@ -59,15 +59,14 @@ protected:
 TEST_F(CommandsTest, TestsOverLayouts)
 {
     EXPECT_EQ(tests(), "");
-    put(audio(2), 0, 1000);
+    put("B 0-1000=0-5000");
     EXPECT_EQ(tests(), "timeline");
     select(audio(2), 0);
     EXPECT_EQ(tests(), "timeline audio2 edit restore");
-    put(video(), 0, 5000);
+    put("V 0-5000");
     EXPECT_EQ(tests(), "timeline video repeat audio2 edit restore");
     moduleTimeline::ClearMFSTSubSelections();
-    putEffect(0, 500);
-    put(state::OverlayTrack, 0, 2500);
+    put("E 0-500 O 0-2500=0-5000#0");
     EXPECT_EQ(tests(), "timeline video effects overlays");
     select(state::OverlayTrack, 0);
     EXPECT_EQ(tests(), "timeline video effects overlays edit key stretch restore");
@@ -75,7 +74,7 @@ TEST_F(CommandsTest, TestsOverLayouts)
     EXPECT_EQ(tests(), "timeline video effects overlays");
     select(video(), 0);
     EXPECT_EQ(tests(), "timeline video effects overlays edit stretch");
-    showSelection(95, 195);
+    showSelection(1000, 2000);
     EXPECT_EQ(tests(), "timeline video effects overlays edit cropSources stretch");
     open({"still.bmp"});
     EXPECT_EQ(tests(), "rows row timeline video effects overlays edit cropSources stretch");
@@ -116,7 +115,7 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
 
 TEST_F(CommandsTest, PressesAndReleasesUpdateTheMenus)
 {
-    put(video(), 0, 1000);
+    put("V 0-1000");
     const auto undone = [&] { window.mnuEditAddToOverlay.Enabled = false; };
     const std::pair<const char*, std::function<void()>> events[] = {
         {"press on an item", [] { frmTimeline::picVideo_MouseDown(0, 1, 0, 10, 12); }},
@@ -243,4 +242,4 @@ TEST_F(CommandsTest, HelpAndClosing)
 }
 
 } // namespace
-} // namespace shell_test
+} // namespace logic_test

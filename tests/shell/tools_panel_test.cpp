@@ -6,7 +6,7 @@
 
 #include <set>
 
-namespace shell_test {
+namespace logic_test {
 namespace {
 
 using shell::ActionContext;
@@ -103,4 +103,4 @@ TEST_F(ToolsPanelTest, EffectsTabsHistory)
 }
 
 } // namespace
-} // namespace shell_test
+} // namespace logic_test

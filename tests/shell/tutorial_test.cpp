@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace shell_test {
+namespace logic_test {
 namespace {
 
 class TutorialTest : public ShellTest {
@@ -64,4 +64,4 @@ TEST_F(TutorialTest, AtTheStartByTheSetting)
 }
 
 } // namespace
-} // namespace shell_test
+} // namespace logic_test

@@ -1,14 +1,14 @@
 // The bars and the scale, stroke by stroke.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
 #include <cstring>
 #include <sstream>
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
-class BarsTest : public TimelineTest {
+class BarsTest : public LogicTest {
 protected:
     /// The kinds of strokes alone: "filled box box box box box text line".
     static std::string kinds(const PictureBox& picture)
@@ -24,10 +24,7 @@ protected:
 
 TEST_F(BarsTest, WholeBar)
 {
-    put(video(), 1000, 3000);
-    putEffect(1000, 3000);
-    put(state::OverlayTrack, 0, 500);
-    put(audio(2), 0, 1000);
+    put("V 1000-3000 E 1000-3000 O 0-500#0 B 0-1000");
     moduleScaleRenderer::RenderAllBars();
     EXPECT_EQ(form.picVideo[0].drawing.inWords(), "filled 100 0 300 23 FFFF80\n"
                                                   "box 100 0 300 23 000000\n"
@@ -51,9 +48,9 @@ TEST_F(BarsTest, WholeBar)
 
 TEST_F(BarsTest, CutAtBothEdgesOfTheView)
 {
-    put(video(), 0, 900);    // ends ahead of the view
-    put(video(), 900, 6000); // from 90 to 600 pixels, in a view from 100 to 500
-    put(video(), 6000, 7000);
+    put("V 0-900");    // ends ahead of the view
+    put("V 900-6000"); // from 90 to 600 pixels, in a view from 100 to 500
+    put("V 6000-7000");
     moduleScaleRenderer::AdjustScroll();
     form.hsb.SetValue(10);
     EXPECT_EQ(form.picVideo[0].drawing.inWords(),
@@ -87,13 +84,13 @@ TEST_F(BarsTest, WhatFits)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.widthPx);
         engine::Bool16 ok = 0;
-        put(video(), 0, c.widthPx * 10);
-        putEffect(0, c.widthPx * 10);
+        const std::string item = "0-" + std::to_string(c.widthPx * 10);
+        put("V " + item + " E " + item);
         moduleScaleRenderer::RenderAllBars();
         EXPECT_EQ(kinds(form.picVideo[0]), c.source);
         EXPECT_EQ(kinds(form.picEffect[0]), c.effect);
         check(timelineCalls->RemoveEffect(video(), 0, ok));
-        check(timelineCalls->RemoveSource(video(), 0, ok));
+        remove(video(), 0);
     }
 }
 
@@ -104,9 +101,7 @@ TEST_F(BarsTest, SelectedAndLocked)
         const std::string all = form.picVideo[0].drawing.inWords();
         return all.substr(0, all.find('\n')) + all.substr(all.rfind('\n', all.size() - 2));
     };
-    put(video(), 0, 1000);
-    put(video(), 1000, 3000);
-    put(audio(1), 250, 1500);
+    put("V 0-1000 1000-3000 A 250-1500");
     select(video(), 1);
     EXPECT_EQ(strokes(), "filled 0 0 100 23 FFFF80\ndotted 101 1 299 22 000000\n");
     EXPECT_EQ(panel("SELECTION"), "0:00:01.000 - 0:00:03.000");
@@ -129,7 +124,7 @@ TEST_F(BarsTest, SelectedAndLocked)
 
 TEST_F(BarsTest, AsksForTheNameOfAStreamOnce)
 {
-    const Handle still = stream("still.bmp");
+    const Handle still = laid.stream('a');
     engine::Bool16 ok = 0;
     for (std::int16_t seq = 0; seq < 20; ++seq) {
         check(timelineCalls->InsertSource(video(), still, seq, seq * 1000, seq * 1000 + 1000, ok));
@@ -143,7 +138,7 @@ TEST_F(BarsTest, AsksForTheNameOfAStreamOnce)
 TEST_F(BarsTest, Scale)
 {
     form.picScale.ScaleWidth = 120;
-    put(video(), 0, 20000);
+    put("V 0-20000");
     frmTimeline::Form_Resize();
     form.hsb.SetValue(9); // the view begins at 90 pixels
     EXPECT_EQ(form.picScale.drawing.inWords(), "line 0 0 0 4 80000008\n"
@@ -162,10 +157,10 @@ TEST_F(BarsTest, Scale)
                                                "text 71.5 10 0:00:02.000 80000008\n"
                                                "line 120 0 120 4 80000008\n");
     form.picScale.ScaleWidth = 5;
-    showSelection(86, 130); // less the view's 90
+    showSelection(910, 1350); // less the view's 90
     EXPECT_EQ(form.picScale.drawing.inWords(), "filled 1 0 45 24 FFBBBB\n"
                                                "line 0 0 0 4 80000008\n");
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

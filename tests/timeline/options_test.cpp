@@ -1,13 +1,13 @@
 // Link, lock and disable.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace frmTimeline;
 
-class OptionsTest : public TimelineTest {
+class OptionsTest : public LogicTest {
 protected:
     /// A row's boxes and pictures: "110 LINK LOCK DISABLE".
     static std::string row(const CheckBox& link, const CheckBox& lock, const CheckBox& disable, const ImageBox& imgLink,
@@ -97,10 +97,7 @@ TEST_F(OptionsTest, ARowDownToOneItem)
         form.chkLinkAudio[1].Value = std::int16_t{0};
     };
     disableAll();
-    put(video(), 0, 1000);
-    put(video(), 1000, 2000);
-    putEffect(0, 500);
-    put(audio(2), 0, 1000);
+    put("V 0-1000 1000-2000 E 0-500 B 0-1000");
     moduleTimeline::UpdateTrackOptions();
     EXPECT_EQ(videoRow().substr(0, 3), "101") << "two items";
     EXPECT_EQ(effectRow(), "100 LINK BLANK DISABLE");
@@ -109,11 +106,11 @@ TEST_F(OptionsTest, ARowDownToOneItem)
     engine::Bool16 ok = 0;
     disableAll();
     check(timelineCalls->RemoveSource(video(), 1, ok));
-    put(audio(2), 1000, 2000);
+    put("B 1000-2000");
     moduleTimeline::UpdateTrackOptions();
     EXPECT_EQ(videoRow().substr(0, 3), "100") << "the choice of the person is undone";
     EXPECT_EQ(audioRow().substr(0, 3), "001");
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

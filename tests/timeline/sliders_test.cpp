@@ -1,18 +1,18 @@
 // The sliders: placing and reading back, the selection's shapes, keys, events that come in between.
 
-#include "timeline/timeline_harness.h"
+#include "support/logic_harness.h"
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace moduleTimeline;
 
-class SlidersTest : public TimelineTest {
+class SlidersTest : public LogicTest {
 protected:
     void SetUp() override
     {
-        TimelineTest::SetUp();
-        put(video(), 0, 30000); // the bar goes from 0 to 270
+        LogicTest::SetUp();
+        put("V 0-30000"); // the bar goes from 0 to 270
         frmTimeline::Form_Resize();
     }
     /// "15 20 120 shown": handle, line on the scale, line over the tracks.
@@ -117,12 +117,10 @@ TEST_F(SlidersTest, ShapesOfTheSelection)
         }
         return all;
     };
-    putEffect(0, 1000);
-    put(state::OverlayTrack, 0, 1000);
-    put(audio(2), 0, 1000);
-    showSelection(50, 100);
+    put("E 0-1000 O 0-1000#0 B 0-1000");
+    showSelection(550, 1050);
     EXPECT_EQ(shapes(), "V56+49 E56+49 O56+49 B56+49 ") << "Audio 1 is empty";
-    put(audio(1), 0, 1000);
+    put("A 0-1000");
     EXPECT_EQ(shapes(), "V56+49 E56+49 O56+49 B56+49 ");
     ShowOrHideTrackSelections();
     EXPECT_EQ(shapes(), "V56+49 E56+49 O56+49 A56+49 B56+49 ");
@@ -130,7 +128,7 @@ TEST_F(SlidersTest, ShapesOfTheSelection)
     frmTimeline::imgLockEffect_Click(0);
     frmTimeline::imgLinkOverlay_Click(0);
     EXPECT_EQ(shapes(), "V56+49 B56+49 ");
-    showSelection(60, 120);
+    showSelection(650, 1250);
     frmTimeline::imgLockAudio_Click(0);
     frmTimeline::imgLinkEffect_Click(0);
     frmTimeline::imgLockEffect_Click(0);
@@ -208,4 +206,4 @@ TEST_F(SlidersTest, ScrollingWhileEventsRun)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test

@@ -3,21 +3,21 @@
 #include "core/upcalls.h"
 #include "hand/bookmark_events.h"
 #include "hand/list_and_divider.h"
+#include "support/logic_harness.h"
 #include "timeline/moduleBookmarks.h"
-#include "timeline/timeline_harness.h"
 
 #include <cmath>
 
-namespace timeline_test {
+namespace logic_test {
 namespace {
 
 using namespace moduleScaleRenderer;
 
-class ZoomTest : public TimelineTest {
+class ZoomTest : public LogicTest {
 protected:
     void SetUp() override
     {
-        TimelineTest::SetUp();
+        LogicTest::SetUp();
         state::ProjectModified = false;
     }
     /// The factors that repeated steps lead to.
@@ -70,10 +70,10 @@ TEST_F(ZoomTest, Steps)
 
 TEST_F(ZoomTest, TimesOfSlidersStay)
 {
-    put(video(), 0, 60000);
+    put("V 0-60000");
     AdjustScroll();
     moduleTimeline::SetSliderPosition(2000, false);
-    showSelection(95, 245); // 1,000 to 2,500 ms
+    showSelection(1000, 2500); // 1,000 to 2,500 ms
     ZoomIn();
     EXPECT_EQ(form.imgScaleSlider.Left, 400);
     EXPECT_EQ(form.imgStartSelHandle.Left, 195);
@@ -91,24 +91,21 @@ TEST_F(ZoomTest, TimesOfSlidersStay)
 TEST_F(ZoomTest, ScrollBarFollowsTheLength)
 {
     EXPECT_EQ(bar(), "0 of 100 idle");
-    put(audio(2), 0, 12340);
+    put("B 0-12340");
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 93") << "123.4 ticks, less 40 in view, and a margin of ten";
-    put(state::OverlayTrack, 0, 30050);
-    putEffect(0, 500000);
+    put("O 0-30050#0 E 0-500000");
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 270") << "270.5 goes to the even number; effects do not count";
     form.hsb.SetValue(250);
-
-    engine::Bool16 ok = 0;
-    check(timelineCalls->RemoveSource(state::OverlayTrack, 0, ok));
+    remove(state::OverlayTrack, 0);
     AdjustScroll();
     EXPECT_EQ(bar(), "93 of 93");
-    check(timelineCalls->RemoveSource(audio(2), 0, ok));
+    remove(audio(2), 0);
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 100 idle") << "an idle bar leaves no view scrolled away";
 
-    put(video(), 0, 600000);
+    put("V 0-600000");
     SetZoomFactor(1);
     AdjustScroll();
     EXPECT_EQ(bar(), "0 of 59970");
@@ -118,9 +115,8 @@ TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
 {
     for (const Milliseconds length : {12000, 70 * 60000 + 7, 3 * 3600000}) {
         SetZoomFactor(10);
-        engine::Bool16 ok = 0;
-        check(timelineCalls->RemoveSource(video(), 0, ok));
-        put(video(), 0, length);
+        remove(video(), 0);
+        put("V 0-" + std::to_string(length));
         for (const Milliseconds pos : {0, length * 5 / 12 - 3, length - 1, length}) {
             moduleTimeline::SetSliderPosition(pos, true);
             for (int step = 0; step < 32; ++step) { // 10 to 1, to 16384, and to 1 again
@@ -146,7 +142,7 @@ TEST_F(ZoomTest, TheSliderIsReachedInFilmsOfAnyLengthAtEveryFactor)
 
 TEST_F(ZoomTest, TheSliderIsReachedBehindTheFilm)
 {
-    put(video(), 0, 5000);
+    put("V 0-5000");
     moduleTimeline::SetSliderPosition(8000, false);
     for (void (*const step)() : {ZoomIn, ZoomIn, ZoomIn, ZoomOut, ZoomOut, ZoomOut, ZoomOut, ZoomOut, ZoomIn}) {
         step();
@@ -161,8 +157,7 @@ TEST_F(ZoomTest, TheSliderIsReachedBehindTheFilm)
 
 TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)
 {
-    put(video(), 0, 1000);
-    putEffect(8000, 9000); // effects do not count
+    put("V 0-1000 E 8000-9000"); // effects do not count
     AdjustScroll();
     UpdateTreeView();
     ASSERT_EQ(bar(), "0 of 100 idle");
@@ -181,7 +176,7 @@ TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)
 
 TEST_F(ZoomTest, AResizeAtTheEndOfTheFilmLetsNoEventsRun)
 {
-    put(video(), 0, 60000);
+    put("V 0-60000");
     AdjustScroll();
     form.hsb.SetValue(form.hsb.Max());
     moduleTimeline::SetSliderPosition(58000, false);
@@ -199,4 +194,4 @@ TEST_F(ZoomTest, AResizeAtTheEndOfTheFilmLetsNoEventsRun)
 }
 
 } // namespace
-} // namespace timeline_test
+} // namespace logic_test
