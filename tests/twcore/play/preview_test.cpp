@@ -304,7 +304,7 @@ TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
 {
     // Large, with a hole in front of the film's last pictures.
 #ifdef __SANITIZE_THREAD__
-    constexpr std::size_t kHole = std::size_t{32} << 20; // it reads many times slower
+    constexpr std::size_t kHole = std::size_t{80} << 20; // it reads many times slower
 #else
     constexpr std::size_t kHole = std::size_t{160} << 20;
 #endif
