@@ -95,8 +95,13 @@ void nameLastSource(ITWTimeline& engine, Handle track)
 template <class Add>
 bool addWithHistory(std::string_view word, const Add& add)
 {
-    return history::run(
-        word, [&] { return add() ? history::Outcome::kChanged : history::Outcome::kNothing; }, [] {});
+    bool isAdded = false; // also where no entry could be made
+    const auto operation = [&] {
+        isAdded = add();
+        return isAdded ? history::Outcome::kChanged : history::Outcome::kNothing;
+    };
+    history::run(word, operation, [] {});
+    return isAdded;
 }
 
 /// What an adding of files has done so far.

@@ -117,10 +117,11 @@ bool AddSelectedEffect()
             return;
         }
         const editing::CutPlace start;
-        const auto add = [] {
-            return OnEditAddEffectToTimelineClick() ? history::Outcome::kChanged : history::Outcome::kNothing;
+        const auto add = [&] {
+            isAdded = OnEditAddEffectToTimelineClick();
+            return isAdded ? history::Outcome::kChanged : history::Outcome::kNothing;
         };
-        isAdded = history::run("Effect", add, [] {});
+        history::run("Effect", add, [] {});
         if (isAdded) {
             start.follow();
         }

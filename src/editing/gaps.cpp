@@ -100,8 +100,8 @@ bool LogGapsTransition(Handle track, std::int16_t seq, const ItemTimes& source, 
     return logGap("LogGapsTransition", ItemKind::kTransition, track, seq, source, selection, before,
                   [&](Milliseconds length, bool isLast) {
                       AddTransitionClip({track, "0", length, 0, 0, 0, TransitionClipSeq});
-                      // Behind the last one the count of the sources is raised instead. It comes to the same:
-                      // no record follows on this track, as each overlay has its transition.
+                      // Kept: behind the last one the count of the sources is raised instead, which only matters
+                      // where an overlay without a transition follows.
                       ++(isLast ? ClipSeq : TransitionClipSeq);
                   });
 }

@@ -43,6 +43,9 @@ void Command::bringIntoForce()
 
 bool Command::end(Outcome outcome)
 {
+    if (outcome == Outcome::kChanged) {
+        state::markModified(); // also where no entry could be made
+    }
     if (outcome == Outcome::kChanged || (outcome == Outcome::kCutShort && rules_.onFailure == OnFailure::kCounts)) {
         bringIntoForce();
     } else if (rules_.keepsUndone) {

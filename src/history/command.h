@@ -32,7 +32,8 @@ enum class Outcome : std::uint8_t {
     kCutShort // an error was trapped on the way, and the timeline may be changed half way
 };
 
-/// A command from its entry to its end. One is open at a time.
+/// A command from its entry to its end. While its operation runs, no other is; a drag stays open from the press to the
+/// release, and other commands may come in between (`isNewest`).
 class Command {
 public:
     /// Drops what was undone and makes the entry. Raises nothing.
@@ -78,10 +79,12 @@ private:
 void keepNewestState();
 
 /// A whole command: `operation` answers an `Outcome`, and `show` draws what it has changed, when the history stands.
-/// True when the entry is in force. Raises what the operation raises, when the history is in order again.
+/// isInForce: the entry is, also when drawing raises. Raises what the operation raises, when the history is in order
+/// again.
 template <class Operation, class Show>
-bool run(std::string_view word, const Operation& operation, const Show& show)
+void run(std::string_view word, const Operation& operation, const Show& show, bool& isInForce)
 {
+    isInForce = false;
     Command command(word);
     Outcome outcome = Outcome::kNothing;
     try {
@@ -90,10 +93,18 @@ bool run(std::string_view word, const Operation& operation, const Show& show)
         command.fail();
         throw;
     }
-    const bool isInForce = command.end(outcome);
+    isInForce = command.end(outcome);
     if (outcome == Outcome::kChanged) {
         show();
     }
+}
+
+/// The same without a trap of its own. True when the entry is in force.
+template <class Operation, class Show>
+bool run(std::string_view word, const Operation& operation, const Show& show)
+{
+    bool isInForce = false;
+    run(word, operation, show, isInForce);
     return isInForce;
 }
 
@@ -103,7 +114,7 @@ bool runTrapped(const char* module, const char* routine, std::string_view word, 
                 const Show& show)
 {
     bool isInForce = false;
-    Trapped(module, routine, [&] { isInForce = run(word, operation, show); });
+    Trapped(module, routine, [&] { run(word, operation, show, isInForce); });
     return isInForce;
 }
 

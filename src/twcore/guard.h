@@ -1,6 +1,6 @@
 #pragma once
 
-// The engine's boundary: every operation of the contract runs in here, and no exception leaves one.
+// The engine's boundary: every operation of the contract that can raise runs in here, and no exception leaves one.
 
 #include "engine/status.h"
 
@@ -13,7 +13,7 @@
 
 namespace twcore {
 
-/// Is told each operation ahead of its body, by its signature ("virtual engine::Status
+/// Is told each of these operations ahead of its body, by its signature ("virtual engine::Status
 /// twcore::CoreRoot::OpenFile(..."), on the thread that calls it, which is the interface thread; what it answers stands
 /// instead of the body.
 using OperationWatch = std::optional<engine::Status> (*)(const char* signature) noexcept;
@@ -30,7 +30,8 @@ inline constinit std::atomic<OperationWatch> operationWatch = nullptr;
 /// Runs the body of an operation, which may return a status or nothing. A helper between the operation and this hands
 /// the operation's place on.
 template <class Body>
-engine::Status guarded(Body&& body, std::source_location operation = std::source_location::current()) noexcept
+[[gnu::always_inline]] inline engine::Status
+guarded(Body&& body, std::source_location operation = std::source_location::current()) noexcept
 {
     if (operationWatch.load(std::memory_order_relaxed) != nullptr) [[unlikely]] {
         if (auto answer = answerOfWatch(operation.function_name())) {

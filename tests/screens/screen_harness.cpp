@@ -21,8 +21,8 @@
 #include "support/manifest.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "volume/frmVolume.h"
 #include "twcore/tarnwick_timeline.h"
+#include "volume/frmVolume.h"
 #include "windowing/scheme.h"
 
 #include <QMenuBar>
