@@ -88,7 +88,7 @@ void onPressed(const RowEvent& event, const Click& click)
 }
 
 template <class Hover>
-void onMoved(const RowEvent& event, const char* hint, const Hover& hover)
+void onMoved(const RowEvent& event, const char* hint, Hover hover)
 {
     hand::inTurn([=] {
         Trapped("frmTimeline", event.trace("*"), [&] {

@@ -8,10 +8,24 @@
 #include <exception>
 #include <new>
 #include <optional>
-#include <source_location>
 #include <utility>
+#include <version>
+#ifdef __cpp_lib_source_location
+#include <source_location>
+#endif
 
 namespace twcore {
+
+#ifdef __cpp_lib_source_location
+using OperationPlace = std::source_location;
+#else
+/// For compilers without one, which only read the sources: the bare name stands for the signature.
+struct OperationPlace {
+    static constexpr OperationPlace current(const char* name = __builtin_FUNCTION()) { return {name}; }
+    const char* function_name() const { return name; }
+    const char* name;
+};
+#endif
 
 /// Is told each of these operations ahead of its body, by its signature ("virtual engine::Status
 /// twcore::CoreRoot::OpenFile(..."), on the thread that calls it, which is the interface thread; what it answers stands
@@ -30,8 +44,8 @@ inline constinit std::atomic<OperationWatch> operationWatch = nullptr;
 /// Runs the body of an operation, which may return a status or nothing. A helper between the operation and this hands
 /// the operation's place on.
 template <class Body>
-[[gnu::always_inline]] inline engine::Status
-guarded(Body&& body, std::source_location operation = std::source_location::current()) noexcept
+[[gnu::always_inline]] inline engine::Status guarded(Body&& body,
+                                                     OperationPlace operation = OperationPlace::current()) noexcept
 {
     if (operationWatch.load(std::memory_order_relaxed) != nullptr) [[unlikely]] {
         if (auto answer = answerOfWatch(operation.function_name())) {

@@ -12,10 +12,10 @@
 
 #include "engine/ITWKeyTransition.h"
 #include "engine/ITWTimeline.h"
+#include "twcore/guard.h"
 #include "twcore/model/timeline.h"
 
 #include <functional>
-#include <source_location>
 #include <utility>
 
 namespace twcore {
@@ -93,9 +93,8 @@ private:
     /// The track of an operation, and with it which operation it is: a helper takes it from the operation itself.
     struct OnTrack {
         Handle track;
-        std::source_location operation;
-        OnTrack(Handle of, std::source_location calling = std::source_location::current()) noexcept
-            : track(of), operation(calling)
+        OperationPlace operation;
+        OnTrack(Handle of, OperationPlace calling = OperationPlace::current()) noexcept : track(of), operation(calling)
         {}
     };
 

@@ -39,7 +39,7 @@ PlanPtr planOfFile(const MediaFilePtr& media)
 }
 
 template <class Step>
-engine::Status FilePreviewInterface::whenLoaded(Bool16& ok, Step&& step, std::source_location operation)
+engine::Status FilePreviewInterface::whenLoaded(Bool16& ok, Step&& step, OperationPlace operation)
 {
     ok = kFalse;
     const auto run = [&] {

@@ -4,10 +4,9 @@
 
 #include "engine/ITWFilePreview.h"
 #include "twcore/files/file_registry.h"
+#include "twcore/guard.h"
 #include "twcore/play/audio_devices.h"
 #include "twcore/play/player.h"
-
-#include <source_location>
 
 namespace twcore {
 
@@ -41,7 +40,7 @@ public:
 
 private:
     template <class Step>
-    Status whenLoaded(Bool16& ok, Step&& step, std::source_location operation = std::source_location::current());
+    Status whenLoaded(Bool16& ok, Step&& step, OperationPlace operation = OperationPlace::current());
 
     FileRegistry& files_;
     Player player_;

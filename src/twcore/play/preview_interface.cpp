@@ -42,7 +42,7 @@ void PreviewInterface::takeLook() noexcept
 }
 
 template <class Step>
-engine::Status PreviewInterface::whenBuilt(Bool16& ok, Step&& step, std::source_location operation)
+engine::Status PreviewInterface::whenBuilt(Bool16& ok, Step&& step, OperationPlace operation)
 {
     ok = kFalse;
     const auto run = [&] {

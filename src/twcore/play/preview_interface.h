@@ -4,12 +4,12 @@
 
 #include "engine/ITWPreview.h"
 #include "twcore/files/file_registry.h"
+#include "twcore/guard.h"
 #include "twcore/model/timeline.h"
 #include "twcore/play/audio_devices.h"
 #include "twcore/play/player.h"
 
 #include <chrono>
-#include <source_location>
 
 namespace twcore {
 
@@ -57,7 +57,7 @@ private:
     void takeLook() noexcept;
     /// Runs a step of the player when there is one.
     template <class Step>
-    Status whenBuilt(Bool16& ok, Step&& step, std::source_location operation = std::source_location::current());
+    Status whenBuilt(Bool16& ok, Step&& step, OperationPlace operation = OperationPlace::current());
 
     Timeline& timeline_;
     FileRegistry& files_;
