@@ -61,12 +61,12 @@ bool Command::end(Outcome outcome)
     return entry_ != 0;
 }
 
-void Command::fail()
+bool Command::fail()
 {
     if (rules_.onFailure == OnFailure::kTakenBack) {
         takeBack();
     }
-    end(Outcome::kCutShort);
+    return end(Outcome::kCutShort);
 }
 
 void Command::leaveNoTrace()

@@ -49,8 +49,8 @@ public:
     /// The end of an operation. True when the entry is in force.
     bool end(Outcome outcome);
     /// The end of an operation that raised. The timeline is as the rules say; selected flags are lost when it was taken
-    /// back.
-    void fail();
+    /// back. True when the entry is in force.
+    bool fail();
     /// The history, undone entries and rows too, and the project's state are what they were before the command. Only
     /// where the rules keep what was undone.
     void leaveNoTrace();
@@ -79,8 +79,8 @@ private:
 void keepNewestState();
 
 /// A whole command: `operation` answers an `Outcome`, and `show` draws what it has changed, when the history stands.
-/// isInForce: the entry is, also when drawing raises. Raises what the operation raises, when the history is in order
-/// again.
+/// isInForce: the entry is, also when the operation or its drawing raises. Raises what the operation raises, when the
+/// history is in order again.
 template <class Operation, class Show>
 void run(std::string_view word, const Operation& operation, const Show& show, bool& isInForce)
 {
@@ -90,7 +90,7 @@ void run(std::string_view word, const Operation& operation, const Show& show, bo
     try {
         outcome = operation();
     } catch (...) {
-        command.fail();
+        isInForce = command.fail();
         throw;
     }
     isInForce = command.end(outcome);
