@@ -11,35 +11,25 @@ namespace {
 constexpr double kNever = -std::numeric_limits<double>::infinity();
 // Between the last frame's own end and the end that the header tells, as long as that is no damage.
 constexpr double kHoldSeconds = 0.25;
-// How far ahead a packet is looked for that makes another one needless: longer than any group of reordered pictures.
-constexpr std::size_t kLookAhead = 24;
 // Packets that are decoded on the way rather than jumped over: a jump costs about as much.
 constexpr int kWorthDecoding = 6;
 
 } // namespace
 
 PictureReader::PictureReader(MediaFilePtr media, int threads, Patience patience)
-    : media_(std::move(media)), threads_(threads), patience_(patience)
+    : media_(std::move(media)), threads_(threads), patience_(patience), packets_(media_)
 {}
 
 bool PictureReader::openFile()
 {
-    std::uint32_t error = 0;
     decoder_.reset();
-    file_ = InputFile::open(media_->path, patience_, error);
-    const int stream = media_->picture->streamIndex;
-    // The header was tried before; a file that has changed since may offer less.
-    if (!file_ || !file_->readStreamInfo() || stream >= static_cast<int>(file_->context()->nb_streams)) {
+    if (!packets_.open(patience_)) {
         return false;
     }
-    file_->keepOnly(stream);
-    decoder_ = Decoder::open(*file_->stream(stream), threads_);
-    running_ = RunningStamps(media_->breaks, 0);
+    decoder_ = Decoder::open(packets_.stream(), threads_);
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
-    ahead_.clear();
     inside_.clear();
-    fileEnded_ = false;
     drained_ = false;
     stoppedBehind_.reset();
     dropBefore_ = kNever;
@@ -59,8 +49,7 @@ bool PictureReader::prepare()
         return false;
     }
     // Stamps of whole milliseconds are rounded ones.
-    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    tolerance_ = tick >= 0.0009 && !media_->listing ? 0.0005 : 0.00001;
+    tolerance_ = packets_.tick() >= 0.0009 && !media_->listing ? 0.0005 : 0.00001;
     if (media_->formatName == "flv") {
         tolerance_ = 0.0005;
     }
@@ -192,15 +181,11 @@ bool PictureReader::needsJump(double time) const
     if ((next_ && time < next_->start) || drained_) {
         return false;
     }
-    // Formats list their key frames by the time of decoding, which is ahead of the time at which they are shown.
-    auto* const stream = const_cast<AVStream*>(file_->stream(media_->picture->streamIndex));
-    const double tick = av_q2d(stream->time_base);
-    const auto stamp = static_cast<std::int64_t>(std::floor(time / tick)) - longestLead_;
-    const auto* const key = avformat_index_get_entry_from_timestamp(stream, stamp, AVSEEK_FLAG_BACKWARD);
+    const auto key = packets_.keyStampFor(time);
     const AVRational rate = media_->picture->frameRate;
     const double frame = rate.num > 0 ? 1 / av_q2d(rate) : 0.04;
-    return key != nullptr && lastPacketTime_ != AV_NOPTS_VALUE
-           && static_cast<double>(key->timestamp - lastPacketTime_) * tick > kWorthDecoding * frame;
+    return key && lastPacketTime_ != AV_NOPTS_VALUE
+           && static_cast<double>(*key - lastPacketTime_) * packets_.tick() > kWorthDecoding * frame;
 }
 
 void PictureReader::jumpTo(double time)
@@ -222,26 +207,18 @@ void PictureReader::restart()
 
 void PictureReader::jumpByTime(double time)
 {
-    const int streamIndex = media_->picture->streamIndex;
-    const double tick = av_q2d(file_->stream(streamIndex)->time_base);
+    const double tick = packets_.tick();
     auto stamp = static_cast<std::int64_t>(std::floor(time / tick));
     for (int attempt = 0; attempt < 6; ++attempt) {
         forget();
         lastPacketTime_ = AV_NOPTS_VALUE;
-        if (av_seek_frame(file_->context(), streamIndex, stamp, AVSEEK_FLAG_BACKWARD) < 0) {
+        if (!packets_.jumpByTime(stamp)) {
             break;
         }
-        while (fetchPacket() && (ahead_.front()->flags & AV_PKT_FLAG_KEY) == 0) {
-            ahead_.clear();
-        }
-        if (ahead_.empty()) {
-            break;
-        }
-        const AVPacket& key = *ahead_.front();
+        const AVPacket& key = packets_.front();
         const auto keyTime = key.pts != AV_NOPTS_VALUE ? key.pts : key.dts;
-        const auto storedTime = key.dts != AV_NOPTS_VALUE ? key.dts : key.pts;
-        const auto* const entry = avformat_index_get_entry(const_cast<AVStream*>(file_->stream(streamIndex)), 0);
-        const bool isFirst = entry != nullptr && storedTime <= entry->timestamp;
+        const auto storedTime = stampOf(key);
+        const bool isFirst = packets_.isFirstKey(storedTime);
         dropBefore_ = static_cast<double>(keyTime) * tick;
         if (isFirst || dropBefore_ <= time) {
             next_ = decodeNext();
@@ -265,7 +242,9 @@ void PictureReader::jumpByIndex(double time)
     }
     std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
     for (int attempt = 0; attempt < 3; ++attempt) {
-        if (positionAt(key)) {
+        forget();
+        if (packets_.jumpByIndex(*index_, key)) {
+            nextOrdinal_ = key;
             dropBefore_ = index_->startOfSlot(index_->slotOf(key)) - tolerance_;
             return;
         }
@@ -280,63 +259,13 @@ void PictureReader::jumpByIndex(double time)
     restart(); // and decode from the beginning, which always finds it
 }
 
-bool PictureReader::positionAt(std::size_t keyOrdinal)
-{
-    const int streamIndex = media_->picture->streamIndex;
-    const auto& key = index_->packet(keyOrdinal);
-    const bool byBytes =
-        key.position >= 0 && (media_->formatName == "mpeg" || media_->breaks || key.storedTime == AV_NOPTS_VALUE);
-    forget();
-    running_.startAt(key.position);
-    const int result = byBytes ? av_seek_frame(file_->context(), streamIndex, key.position, AVSEEK_FLAG_BYTE)
-                               : av_seek_frame(file_->context(), streamIndex, key.storedTime, AVSEEK_FLAG_BACKWARD);
-    if (result < 0) {
-        return false;
-    }
-    // The first packets behind a jump by bytes may be pieces that no number fits.
-    constexpr int kPieces = 64;
-    for (int unknown = 0; unknown < kPieces && fetchPacket(); ahead_.clear()) {
-        const AVPacket& packet = *ahead_.front();
-        const auto stored = packet.dts != AV_NOPTS_VALUE ? packet.dts : packet.pts;
-        const auto ordinal = index_->identify(packet.pos, stored, packet.size);
-        if (!ordinal) {
-            ++unknown;
-        } else if (*ordinal == keyOrdinal) {
-            nextOrdinal_ = keyOrdinal;
-            return !index_->isFromFile() || (packet.flags & AV_PKT_FLAG_KEY) != 0;
-        } else if (*ordinal > keyOrdinal) {
-            return false;
-        }
-    }
-    return false;
-}
-
 void PictureReader::forget()
 {
     fromStart_ = false;
     decoder_->flush();
     drained_ = false;
     stoppedBehind_.reset();
-    fileEnded_ = false;
-    ahead_.clear();
     inside_.clear();
-}
-
-bool PictureReader::fetchPacket()
-{
-    auto packet = makePacket();
-    while (!fileEnded_) {
-        fileEnded_ = !file_->read(*packet);
-        if (!fileEnded_ && packet->stream_index == media_->picture->streamIndex) {
-            if (packet->pts != AV_NOPTS_VALUE && packet->dts != AV_NOPTS_VALUE) {
-                longestLead_ = std::max(longestLead_, packet->pts - packet->dts);
-            }
-            running_.apply(*packet);
-            ahead_.push_back(std::move(packet));
-            return true;
-        }
-    }
-    return false;
 }
 
 bool PictureReader::isPassedOver(const AVPacket& packet)
@@ -344,28 +273,8 @@ bool PictureReader::isPassedOver(const AVPacket& packet)
     if (index_) {
         return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_);
     }
-    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    return packet.pts != AV_NOPTS_VALUE && static_cast<double>(packet.pts) * tick < wanted_
-           && anyBetween(static_cast<double>(packet.pts) * tick, wanted_);
-}
-
-/// Whether a packet that is still to be decoded holds a picture that begins in (start, time].
-bool PictureReader::anyBetween(double start, double time)
-{
-    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    const auto comesBetween = [&](const PacketPtr& other) {
-        const double begin = static_cast<double>(other->pts) * tick;
-        return other->pts != AV_NOPTS_VALUE && begin > start && begin <= time;
-    };
-    if (std::ranges::any_of(ahead_, comesBetween)) {
-        return true;
-    }
-    while (ahead_.size() < kLookAhead && fetchPacket()) {
-        if (comesBetween(ahead_.back())) {
-            return true;
-        }
-    }
-    return false;
+    const double start = static_cast<double>(packet.pts) * packets_.tick();
+    return packet.pts != AV_NOPTS_VALUE && start < wanted_ && packets_.anyBetween(start, wanted_);
 }
 
 /// Whether no later picture begins by that time, as far as that is known without decoding on.
@@ -376,7 +285,8 @@ bool PictureReader::isLastUpTo(const Shown& shown, double time)
         return slot == index_->slotAt(time) && slot + 1 < index_->count();
     }
     const auto inside = inside_.upper_bound(shown.start);
-    return !fileEnded_ && (inside == inside_.end() || *inside > time) && !anyBetween(shown.start, time) && !fileEnded_;
+    return !packets_.hasEnded() && (inside == inside_.end() || *inside > time)
+           && !packets_.anyBetween(shown.start, time) && !packets_.hasEnded();
 }
 
 /// Whether every picture up to the expected end has gone into the decoder, as far as the packets ahead tell.
@@ -394,8 +304,7 @@ bool PictureReader::nothingWantedAhead()
         }
         return nextOrdinal_ < index_->count();
     }
-    const auto hasTime = [](const PacketPtr& packet) { return packet->pts != AV_NOPTS_VALUE; };
-    return !anyBetween(kNever, expectedEnd_) && std::ranges::all_of(ahead_, hasTime);
+    return !packets_.anyBetween(kNever, expectedEnd_) && packets_.tellTimes();
 }
 
 /// The file's own list is held against every packet that is read, and against the end.
@@ -414,7 +323,7 @@ void PictureReader::checkList(const AVPacket* packet) const
 
 bool PictureReader::sendPacket()
 {
-    if (ahead_.empty() && !fetchPacket()) {
+    if (!packets_.any()) {
         checkList(nullptr);
         drained_ = true;
         decoder_->send(nullptr);
@@ -425,9 +334,8 @@ bool PictureReader::sendPacket()
         decoder_->send(nullptr);
         return false;
     }
-    const PacketPtr packet = std::move(ahead_.front());
-    ahead_.pop_front();
-    const auto stored = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
+    const PacketPtr packet = packets_.take();
+    const auto stored = stampOf(*packet);
     lastPacketTime_ = stored != AV_NOPTS_VALUE ? stored : lastPacketTime_;
     // What is not shown, and nothing refers to, need not be decoded.
     decoder_->context().skip_frame = isPassedOver(*packet) ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
@@ -436,8 +344,7 @@ bool PictureReader::sendPacket()
         packet->pts = static_cast<std::int64_t>(nextOrdinal_++);
         packet->dts = AV_NOPTS_VALUE;
     } else if (packet->pts != AV_NOPTS_VALUE && decoder_->context().skip_frame == AVDISCARD_DEFAULT) {
-        const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-        inside_.insert(static_cast<double>(packet->pts) * tick);
+        inside_.insert(static_cast<double>(packet->pts) * packets_.tick());
     }
     decoder_->send(packet.get());
     return true;
@@ -457,8 +364,7 @@ std::optional<PictureReader::Shown> PictureReader::timed(FramePtr frame) const
     if (stamp == AV_NOPTS_VALUE && !media_->picture->isStill) {
         return std::nullopt;
     }
-    const double tick = av_q2d(file_->stream(media_->picture->streamIndex)->time_base);
-    const double start = media_->picture->isStill ? 0 : static_cast<double>(stamp) * tick;
+    const double start = media_->picture->isStill ? 0 : static_cast<double>(stamp) * packets_.tick();
     return Shown{shareFrame(std::move(frame)), start};
 }
 

@@ -6,13 +6,11 @@
 // frame, seeks. Not thread safe: one reader serves one thread; several readers of a file share its list of pictures.
 
 #include "twcore/media/decoder.h"
-#include "twcore/media/input_file.h"
 #include "twcore/media/media_file.h"
 #include "twcore/media/near_pictures.h"
 #include "twcore/media/picture_listing.h"
-#include "twcore/media/stamp_breaks.h"
+#include "twcore/media/picture_packets.h"
 
-#include <deque>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -43,7 +41,7 @@ public:
     const MediaFile& media() const noexcept { return *media_; }
 
     /// The file could not be opened, or its disk failed: frames may be missing for no better cause.
-    bool isBroken() const noexcept { return broken_ || (file_ && file_->hasFailed()); }
+    bool isBroken() const noexcept { return broken_ || packets_.hasFailed(); }
 
 private:
     struct Shown {
@@ -62,16 +60,13 @@ private:
     void jumpTo(double time);
     void jumpByTime(double time);
     void jumpByIndex(double time);
-    bool positionAt(std::size_t keyOrdinal);
     void restart();
     void forget();
     std::optional<Shown> decodeNext();
     std::optional<Shown> timed(FramePtr frame) const;
     void checkList(const AVPacket* packet) const;
     bool sendPacket();
-    bool fetchPacket();
     bool isPassedOver(const AVPacket& packet);
-    bool anyBetween(double start, double time);
     bool isLastUpTo(const Shown& shown, double time);
     bool nothingWantedAhead();
     double endOfLast(double start) const;
@@ -81,15 +76,12 @@ private:
     Patience patience_;
     bool broken_ = false;
 
-    std::unique_ptr<InputFile> file_;
+    PicturePackets packets_;
     std::unique_ptr<Decoder> decoder_;
     PictureListing::Index index_; // of kIndexed files: knows the picture that is asked for
     std::unique_ptr<NearPictures> nearPictures_;
     bool isNear_ = false;
-    RunningStamps running_;
-    std::deque<PacketPtr> ahead_;  // read and not yet decoded
     std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
-    bool fileEnded_ = false;
     bool drained_ = false;
     double expectedEnd_ = std::numeric_limits<double>::infinity(); // in the file's own time
     std::optional<double> stoppedBehind_; // the decoder was drained here, since nothing behind it was expected
@@ -97,8 +89,7 @@ private:
     double tolerance_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
-    std::int64_t longestLead_ = 0; // of decoding ahead of showing, in ticks of the stream, as far as it was read
-    bool fromStart_ = false;       // nothing but reading from the beginning was left to find a picture
+    bool fromStart_ = false; // nothing but reading from the beginning was left to find a picture
     double lostFrom_ = std::numeric_limits<double>::infinity(); // the file has shrunk: from here on it gives nothing
     double wanted_ = 0;     // the time that was asked for last, in the file's own time
     double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole
