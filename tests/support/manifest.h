@@ -33,6 +33,8 @@ std::string manifestLine(const MediaEntry& entry);
 
 // Where the test run keeps its media: the environment's TEST_MEDIA_DIR, or the build's own folder.
 std::filesystem::path mediaFolder();
+// The path of one of them.
+inline std::string medium(const std::string& name) { return (mediaFolder() / name).string(); }
 
 // Throws std::runtime_error when the media have not been made.
 std::vector<MediaEntry> readManifest(const std::filesystem::path& folder = mediaFolder());

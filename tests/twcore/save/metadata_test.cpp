@@ -6,9 +6,6 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <sys/stat.h>
@@ -20,12 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Fields = std::map<std::string, std::string>; // by the names that players have for them
-
-std::string bytesOf(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 using FormatPtr = std::unique_ptr<AVFormatContext, void (*)(AVFormatContext*)>;
 
@@ -66,29 +57,18 @@ std::string packetsFromTheMiddle(const fs::path& path)
 /// Writes fields as the end of a save does; false when the file cannot carry them.
 bool describe(const fs::path& path, const Fields& fields)
 {
-    using Set = engine::Status (engine::ITWSave::*)(engine::Text);
-    const std::map<std::string, Set> setters{{"title", &engine::ITWSave::SetTitle},
-                                             {"artist", &engine::ITWSave::SetAuthor},
-                                             {"rating", &engine::ITWSave::SetRating},
-                                             {"copyright", &engine::ITWSave::SetCopyright},
-                                             {"comment", &engine::ITWSave::SetDescription}};
-    const auto save = EngineAs<engine::ITWSave>();
-    engine::Bool16 ok = engine::kFalse;
-    check(save->OpenMetadata(path.string(), ok));
+    using Set = engine::Status (ITWSave::*)(engine::Text);
+    const std::map<std::string, Set> setters{{"title", &ITWSave::SetTitle},
+                                             {"artist", &ITWSave::SetAuthor},
+                                             {"rating", &ITWSave::SetRating},
+                                             {"copyright", &ITWSave::SetCopyright},
+                                             {"comment", &ITWSave::SetDescription}};
+    const bool isOpen = did(&ITWSave::OpenMetadata, path.string());
     for (const auto& [name, text] : fields) {
-        check((save.get()->*setters.at(name))(text));
+        check((EngineAs<ITWSave>().get()->*setters.at(name))(text));
     }
-    check(save->SaveMetadata());
-    return ok != engine::kFalse;
-}
-
-std::string repeated(const std::string& text, int count)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i) {
-        all += text;
-    }
-    return all;
+    check(EngineAs<ITWSave>()->SaveMetadata());
+    return isOpen;
 }
 
 class MetadataTest : public SaveTest {
@@ -97,17 +77,8 @@ protected:
     fs::path made(const std::string& name)
     {
         layBoth("mjpeg.avi", {0, 1000, 0, 1000});
-        const auto save = EngineAs<engine::ITWSave>();
-        const fs::path path = folder / name;
-        engine::Bool16 ok = engine::kFalse;
-        check(save->AddSaveTrack(video, ok));
-        check(save->AddSaveTrack(audio1, ok));
-        check(path.extension() == ".avi" ? save->PrepareAviFile(path.string(), ok)
-                                         : save->PrepareWindowsMediaFile(path.string(), ok));
-        EXPECT_EQ(ok, engine::kTrue);
-        check(save->RunSaveToEnd());
-        check(save->CloseSave());
-        return path;
+        saved(name.ends_with(".avi") ? SaveWords{} : SaveWords{.profile = "Video for broadband PAL (384 Kbps)"}, name);
+        return folder / name;
     }
 };
 
@@ -148,7 +119,10 @@ TEST_F(MetadataTest, StandInTheHeaderAndPlayersShowThem)
 
 TEST_F(MetadataTest, TakeAsMuchRoomAsLongTextsNeed)
 {
-    const std::string text = repeated("Grüße, 世界 😀. ", 1500);
+    std::string text;
+    for (int i = 0; i < 1500; ++i) {
+        text += "Grüße, 世界 😀. ";
+    }
     for (const char* name : {"movie.avi", "movie.wmv"}) {
         SCOPED_TRACE(name);
         SetUp();
@@ -164,7 +138,7 @@ TEST_F(MetadataTest, TakeAsMuchRoomAsLongTextsNeed)
         EXPECT_GT(fs::file_size(path), size);
         EXPECT_TRUE(fs::is_symlink(folder / ("link-" + std::string(name))));
         EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
-        EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), name[6] == 'a' ? 2 : 4) << "no copy is left";
+        EXPECT_EQ(folder.names().size(), name[6] == 'a' ? 2u : 4u) << "no copy is left";
         EXPECT_EQ(packetsFromTheMiddle(path), packets) << "by the index";
         const Movie after = testmedia::readMovie(path);
         EXPECT_EQ(after.numbers(), before.numbers());
@@ -183,7 +157,7 @@ TEST_F(MetadataTest, GoIntoFilesOfOtherPrograms)
     for (const char* name : {"mpeg4-b.avi", "h264-b.avi", "uncompressed.avi", "wmv2.wmv", "msmpeg4.asf"}) {
         SCOPED_TRACE(name);
         const fs::path path = folder / name;
-        fs::copy_file(testmedia::mediaFolder() / name, path);
+        fs::copy_file(medium(name), path);
         const std::string packets = packetsFromTheMiddle(path);
         Fields expected = shownBy(path);
         for (const auto& [field, text] : kAll) {
@@ -198,13 +172,12 @@ TEST_F(MetadataTest, GoIntoFilesOfOtherPrograms)
 TEST_F(MetadataTest, AreRefusedByFilesThatCannotCarryThem)
 {
     const std::string avi = bytesOf(made("movie.avi"));
-    const std::map<std::string, std::string> files{{"empty.avi", ""},
-                                                   {"text.wmv", "no movie"},
-                                                   {"cut.avi", avi.substr(0, 300)},
-                                                   {"image.png", bytesOf(testmedia::mediaFolder() / "still.png")},
-                                                   {"movie.mp4", bytesOf(testmedia::mediaFolder() / "h264.mp4")}};
-    for (const auto& [name, bytes] : files) {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
+    for (const auto& [name, bytes] : Fields{{"empty.avi", ""},
+                                            {"text.wmv", "no movie"},
+                                            {"cut.avi", avi.substr(0, 300)},
+                                            {"image.png", bytesOf(medium("still.png"))},
+                                            {"movie.mp4", bytesOf(medium("h264.mp4"))}}) {
+        testmedia::writeBytes(folder / name, bytes);
         EXPECT_FALSE(describe(folder / name, kAll)) << name;
         EXPECT_TRUE(bytesOf(folder / name) == bytes) << name;
     }
@@ -218,16 +191,8 @@ TEST_F(MetadataTest, AreRefusedByFilesThatCannotCarryThem)
 //     RIFF AVI [ LIST hdrl [ LIST strl [ indx -> ix00 ] ] | no room | LIST movi [ 00dc, ix00 -> movi ] idx1 ]
 TEST_F(MetadataTest, MoveWhatLargeMoviesPointTo)
 {
-    const auto number = [](std::uint64_t value, int count) {
-        std::string bytes;
-        for (int i = 0; i < count; ++i) {
-            bytes += static_cast<char>(value >> (8 * i));
-        }
-        return bytes;
-    };
-    const auto chunk = [&](const std::string& name, const std::string& body) {
-        return name + number(body.size(), 4) + body;
-    };
+    const auto number = [](std::uint64_t value, int count) { return testmedia::littleEndian(value, count); };
+    using testmedia::chunk;
     const auto file = [&](std::uint64_t ix, std::uint64_t base, std::uint64_t old, const std::string& room) {
         const std::string super = number(4, 2) + number(0, 1) + number(0, 1) + number(1, 4) + "00dc"
                                   + std::string(12, '\0') + number(ix, 8) + number(24, 4) + number(1, 4);
@@ -241,7 +206,7 @@ TEST_F(MetadataTest, MoveWhatLargeMoviesPointTo)
     const fs::path path = folder / "large.avi";
     for (const bool isAbsolute : {true, false}) {
         const std::uint64_t old = isAbsolute ? movi + 12 : 4;
-        std::ofstream(path, std::ios::binary) << file(movi + 24, movi, old, "");
+        testmedia::writeBytes(path, file(movi + 24, movi, old, ""));
         ASSERT_TRUE(describe(path, {{"title", "Abc"}}));
         const std::string found = bytesOf(path);
         const std::string room = chunk("LIST", "INFO" + chunk("INAM", std::string("Abc\0", 4)));
