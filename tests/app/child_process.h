@@ -12,7 +12,6 @@
 #include <linux/seccomp.h>
 #include <optional>
 #include <poll.h>
-#include <set>
 #include <string>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -192,39 +191,6 @@ private:
     pid_t pid_ = -1;
     int watch_ = -1;
     bool ended_ = false;
-};
-
-/// A folder of a test's own, open to everybody, gone with it.
-class TempFolder {
-public:
-    TempFolder()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "quillmont-test-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-        std::filesystem::permissions(path_, std::filesystem::perms::all);
-    }
-    ~TempFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-    const std::filesystem::path& path() const { return path_; }
-
-    std::set<std::string> names() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-            names.insert(entry.path().filename().string());
-        }
-        return names;
-    }
-
-private:
-    std::filesystem::path path_;
 };
 
 } // namespace app_test

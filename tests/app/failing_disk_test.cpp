@@ -1,30 +1,25 @@
 // Renders from disks that fail: the movie is whole to the byte, or there is none and the cause is told.
 
 #include "app/child_process.h"
+#include "support/files.h"
 #include "support/manifest.h"
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 namespace app_test {
 namespace {
 
 namespace fs = std::filesystem;
+using testmedia::bytesOf;
+using testmedia::medium;
 
 class FailingDiskTest : public testing::Test {
 protected:
     Outcome render(const std::string& input, const Limits& limits = {}) const
     {
         return Child({QUILLMONT_RENDER, input, "-o", movie.string(), "--size", "160x120"}, folder.path(), limits).end();
-    }
-
-    std::string movieBytes() const
-    {
-        std::ifstream file(movie, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     /// Renders with one step after the other, until nothing fails. Says how many failed while saving.
@@ -37,7 +32,7 @@ protected:
             const Outcome outcome = render(input, limitsOf(step));
             SCOPED_TRACE("step " + std::to_string(step) + ": " + outcome.err);
             if (outcome.status == 0) {
-                EXPECT_TRUE(movieBytes() == whole) << "a movie that is not whole";
+                EXPECT_TRUE(bytesOf(movie) == whole) << "a movie that is not whole";
                 return whileSaving;
             }
             EXPECT_EQ(outcome.status, 1) << "signal " << outcome.signal;
@@ -54,7 +49,7 @@ protected:
         return whileSaving;
     }
 
-    TempFolder folder;
+    testmedia::TempFolder folder;
     fs::path movie = folder / "movie.avi";
 };
 
@@ -77,9 +72,9 @@ TEST_F(FailingDiskTest, EveryCallThatFailsEndsTheSave)
                           {"stereo-48k.wav", false}, {"still.png", false}, {"tune.mid", false}};
     for (const auto& [name, seeks] : cases) {
         const std::string input = folder / name;
-        fs::copy_file(testmedia::mediaFolder() / name, input);
+        fs::copy_file(medium(name), input);
         ASSERT_EQ(render(input).status, 0) << name;
-        const std::string whole = movieBytes();
+        const std::string whole = bytesOf(movie);
         for (const auto& [call, cause] : {std::pair{"read", EIO}, {"lseek", EIO}, {"open", ESTALE}}) {
             SCOPED_TRACE(std::string(name) + " " + call);
             const int count = sweep(input, whole, std::strerror(cause), [&, call = call, cause = cause](int step) {
@@ -96,9 +91,9 @@ TEST_F(FailingDiskTest, NoDescriptorsLeft)
     GTEST_SKIP() << "the sanitizers read the program's own map by a descriptor, and report false types without one";
 #endif
     const std::string input = folder / "clip.mp4";
-    fs::copy_file(testmedia::mediaFolder() / "h264.mp4", input);
+    fs::copy_file(medium("h264.mp4"), input);
     ASSERT_EQ(render(input).status, 0);
-    const std::string whole = movieBytes();
+    const std::string whole = bytesOf(movie);
     const int count = sweep(input, whole, std::strerror(EMFILE),
                             [](int step) { return Limits{.openFiles = static_cast<rlim_t>(7 + step)}; });
     EXPECT_GT(count, 0) << "nothing failed while it was saved";
