@@ -1,67 +1,42 @@
 // Windows Media profiles as the screens list them, and the user's own files, good and damaged.
 
 #include "engine/ITWProfiles.h"
-#include "engine/check.h"
-#include "engine/engine_access.h"
-#include "engine/factory.h"
+#include "support/engine_test.h"
 #include "twcore/profiles/system_profiles.h"
 #include "twcore/profiles/user_profiles.h"
-#include "twcore/tarnwick_timeline.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <set>
-#include <unistd.h>
 
-using engine::check;
-using engine::EngineAs;
 using engine::ITWProfiles;
+using namespace testsupport;
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// As the callers read a text: trimmed, its last character dropped.
-std::string trimmed(std::string text)
-{
-    text.erase(text.find_last_not_of(' ') + 1);
-    if (!text.empty()) {
-        EXPECT_EQ(text.back(), '\0');
-        text.pop_back();
-    }
-    return text;
-}
-
-class ProfilesTest : public testing::Test {
+class ProfilesTest : public EngineTest {
 protected:
     void SetUp() override
     {
-        folder = fs::temp_directory_path() / ("quillmont-profiles-" + std::to_string(::getpid()));
-        fs::create_directories(folder);
-        ::setenv("QUILLMONT_PROFILES", folder.c_str(), 1);
-        twcore::registerTarnwickTimeline();
-        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+        EngineTest::SetUp();
+        ::setenv("QUILLMONT_PROFILES", folder.path().c_str(), 1);
     }
     void TearDown() override
     {
-        engine::Engine.reset();
         ::unsetenv("QUILLMONT_PROFILES");
-        fs::remove_all(folder);
+        EngineTest::TearDown();
     }
 
-    void write(const std::string& name, const std::string& text) const { std::ofstream(folder / name) << text; }
+    void write(const std::string& name, const std::string& text) const { testmedia::writeBytes(folder / name, text); }
 
-    std::vector<std::string> customNames() const
+    static std::vector<std::string> customNames()
     {
         std::vector<std::string> names;
         std::string buffer(260, 'x');
-        engine::Bool16 found = engine::kFalse;
-        check(EngineAs<ITWProfiles>()->GetFirstCustomProfile(buffer, found));
-        EXPECT_EQ(found != engine::kFalse, !trimmed(buffer).empty());
+        const bool isFound = did(&ITWProfiles::GetFirstCustomProfile, buffer);
+        EXPECT_EQ(isFound, !trimmed(buffer).empty());
         while (!trimmed(buffer).empty()) {
             names.push_back(trimmed(buffer));
             check(EngineAs<ITWProfiles>()->GetNextCustomProfile(buffer));
@@ -69,8 +44,6 @@ protected:
         check(EngineAs<ITWProfiles>()->CloseCustomProfileList());
         return names;
     }
-
-    fs::path folder;
 };
 
 std::string profileXml(const std::string& name, const std::string& streams)
@@ -88,17 +61,16 @@ const std::string kAudio = "<audio rate=\"44100\" channels=\"1\" bitrate=\"48000
 TEST_F(ProfilesTest, TheSystemHasTheExpectedNamesAndALadderOfRates)
 {
     const auto& list = twcore::systemProfiles();
-    const auto find = [&](const std::string& name) { return std::ranges::find(list, name, &twcore::Profile::name); };
-    for (const char* name :
-         {"Video for dial-up modems or single channel ISDN (28.8 to 56 Kbps)",
-          "Video for dial-up modems or LAN (28.8 to 100 Kbps)", "Video for e-mail and dual-channel ISDN (128 Kbps)"}) {
-        ASSERT_NE(find(name), list.end()) << name;
-        EXPECT_TRUE(find(name)->picture && find(name)->sound) << name;
-    }
-    for (const char* name : {"Audio for near-CD quality (64 Kbps stereo)", "Audio for CD-quality (96 Kbps stereo)",
-                             "Audio for CD-quality transparency (128 Kbps stereo)"}) {
-        ASSERT_NE(find(name), list.end()) << name;
-        EXPECT_FALSE(find(name)->picture) << name;
+    for (const auto& [name, hasPicture] :
+         {std::pair{"Video for dial-up modems or single channel ISDN (28.8 to 56 Kbps)", true},
+          {"Video for dial-up modems or LAN (28.8 to 100 Kbps)", true},
+          {"Video for e-mail and dual-channel ISDN (128 Kbps)", true},
+          {"Audio for near-CD quality (64 Kbps stereo)", false},
+          {"Audio for CD-quality (96 Kbps stereo)", false},
+          {"Audio for CD-quality transparency (128 Kbps stereo)", false}}) {
+        const auto found = std::ranges::find(list, name, &twcore::Profile::name);
+        ASSERT_NE(found, list.end()) << name;
+        EXPECT_TRUE(found->sound && found->picture.has_value() == hasPicture) << name;
     }
     std::set<std::string> names;
     int lowest = INT32_MAX;
@@ -127,69 +99,40 @@ TEST_F(ProfilesTest, TheSystemHasTheExpectedNamesAndALadderOfRates)
 TEST_F(ProfilesTest, OneProfileIsOpenAndInItOneStream)
 {
     write("own.xml", profileXml("Own ü", kAudio + kVideo));
-    const auto profiles = EngineAs<ITWProfiles>();
-    engine::Bool16 ok = engine::kFalse;
-    check(profiles->InitProfileManager(ok));
-    EXPECT_EQ(ok, engine::kTrue);
-    std::int16_t small = -1;
-    std::int32_t large = -1;
-    check(profiles->GetStreamCount(small));
-    EXPECT_EQ(small, 0) << "none is open";
-
-    check(profiles->OpenProfile("Own ü", ok));
-    ASSERT_EQ(ok, engine::kTrue);
-    check(profiles->GetStreamCount(small));
-    EXPECT_EQ(small, 2);
+    EXPECT_TRUE(did(&ITWProfiles::InitProfileManager));
+    const auto count = [] { return told<std::int16_t>(&ITWProfiles::GetStreamCount); };
+    using Numbers = std::vector<int>;
+    const auto numbers = [] {
+        return Numbers{
+            told<std::int16_t>(&ITWProfiles::GetVideoWidth),    told<std::int16_t>(&ITWProfiles::GetVideoHeight),
+            told<std::int16_t>(&ITWProfiles::GetVideoFps),      told<std::int32_t>(&ITWProfiles::GetKeyFrameInterval),
+            told<std::int32_t>(&ITWProfiles::GetVideoQuality),  told<std::int32_t>(&ITWProfiles::GetAudioSampleRate),
+            told<std::int16_t>(&ITWProfiles::GetAudioChannels), told<std::int32_t>(&ITWProfiles::GetStreamBitRate)};
+    };
+    const auto isSound = [] { return told<std::int16_t>(&ITWProfiles::GetStreamType) != 0; };
+    const auto select = [](std::int16_t index) { return did(&ITWProfiles::SelectStream, index); };
+    EXPECT_EQ(count(), 0) << "none is open";
+    ASSERT_TRUE(did(&ITWProfiles::OpenProfile, "Own ü"));
+    EXPECT_EQ(count(), 2);
     std::string text(5000, 'x');
-    check(profiles->GetProfileDescription(text));
+    check(EngineAs<ITWProfiles>()->GetProfileDescription(text));
     EXPECT_EQ(trimmed(text), "About");
-    check(profiles->GetVideoWidth(small));
-    EXPECT_EQ(small, 0) << "no stream is selected";
+    EXPECT_EQ(numbers(), Numbers(8, 0)) << "no stream is selected";
+    EXPECT_TRUE(select(0));
+    EXPECT_FALSE(isSound());
+    EXPECT_EQ(numbers(), (Numbers{320, 240, 30, 5, 80, 0, 0, 250000}));
+    EXPECT_TRUE(select(1));
+    EXPECT_TRUE(isSound());
+    EXPECT_EQ(numbers(), (Numbers{0, 0, 0, 0, 0, 44100, 1, 48000}));
 
-    check(profiles->SelectStream(0, ok));
-    check(profiles->GetStreamType(small));
-    EXPECT_EQ(small, 0);
-    check(profiles->GetVideoWidth(small));
-    EXPECT_EQ(small, 320);
-    check(profiles->GetVideoHeight(small));
-    EXPECT_EQ(small, 240);
-    check(profiles->GetVideoFps(small));
-    EXPECT_EQ(small, 30);
-    check(profiles->GetKeyFrameInterval(large));
-    EXPECT_EQ(large, 5);
-    check(profiles->GetVideoQuality(large));
-    EXPECT_EQ(large, 80);
-    check(profiles->GetStreamBitRate(large));
-    EXPECT_EQ(large, 250000);
-    check(profiles->GetAudioSampleRate(large));
-    EXPECT_EQ(large, 0) << "of another stream";
-
-    check(profiles->SelectStream(1, ok));
-    check(profiles->GetStreamType(small));
-    EXPECT_NE(small, 0);
-    check(profiles->GetAudioSampleRate(large));
-    EXPECT_EQ(large, 44100);
-    check(profiles->GetAudioChannels(small));
-    EXPECT_EQ(small, 1);
-    check(profiles->GetStreamBitRate(large));
-    EXPECT_EQ(large, 48000);
-
-    for (const std::int16_t index : {std::int16_t{-1}, std::int16_t{2}}) {
-        check(profiles->SelectStream(index, ok));
-        EXPECT_EQ(ok, engine::kFalse);
-    }
-    check(profiles->OpenSystemProfile(static_cast<std::int16_t>(twcore::systemProfiles().size()), ok));
-    EXPECT_EQ(ok, engine::kFalse);
-    check(profiles->OpenProfile("No such profile", ok));
-    EXPECT_EQ(ok, engine::kFalse);
-    check(profiles->GetStreamCount(small));
-    EXPECT_EQ(small, 0) << "what failed to open is not the one before";
-    check(profiles->OpenProfile("Audio for CD-quality (96 Kbps stereo)", ok));
-    EXPECT_EQ(ok, engine::kTrue) << "a system profile by name";
-    check(profiles->SelectStream(0, ok));
-    check(profiles->GetStreamType(small));
-    EXPECT_NE(small, 0);
-    check(profiles->ReleaseProfileManager());
+    EXPECT_FALSE(select(-1) || select(2));
+    EXPECT_FALSE(did(&ITWProfiles::OpenSystemProfile, static_cast<std::int16_t>(twcore::systemProfiles().size())));
+    EXPECT_FALSE(did(&ITWProfiles::OpenProfile, "No such profile"));
+    EXPECT_EQ(count(), 0) << "what failed to open is not the one before";
+    EXPECT_TRUE(did(&ITWProfiles::OpenProfile, "Audio for CD-quality (96 Kbps stereo)")) << "a system profile by name";
+    EXPECT_TRUE(select(0));
+    EXPECT_TRUE(isSound());
+    check(EngineAs<ITWProfiles>()->ReleaseProfileManager());
 }
 
 TEST_F(ProfilesTest, TheUsersFilesCountAndDamagedOnesAreSkipped)
@@ -220,17 +163,17 @@ TEST_F(ProfilesTest, TheUsersFilesCountAndDamagedOnesAreSkipped)
         "<other version=\"1\" name=\"Root\">" + kAudio + "</other>",
         "<quillmont-profile version=\"2\" name=\"Later\">" + kAudio + "</quillmont-profile>",
     };
-    int number = 0;
-    for (const auto& text : damaged) {
-        write("damaged" + std::to_string(number) + ".xml", text);
-        EXPECT_FALSE(twcore::readProfile(folder / ("damaged" + std::to_string(number++) + ".xml"))) << text;
+    for (std::size_t i = 0; i < std::size(damaged); ++i) {
+        const std::string name = "damaged" + std::to_string(i) + ".xml";
+        write(name, damaged[i]);
+        EXPECT_FALSE(twcore::readProfile(folder / name)) << damaged[i];
     }
     fs::create_directory(folder / "folder.xml");
     EXPECT_EQ(customNames(), (std::vector<std::string>{"First", "Second", "First"})) << "in the order of the files";
     EXPECT_FALSE(twcore::findProfile("First")->picture) << "the first of a name";
 
     ::unsetenv("QUILLMONT_PROFILES");
-    ::setenv("XDG_DATA_HOME", folder.c_str(), 1);
+    ::setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
     EXPECT_EQ(twcore::profileFolder(), folder / "quillmont/profiles");
     ::unsetenv("XDG_DATA_HOME");
     ::setenv("HOME", "/home/somebody", 1);

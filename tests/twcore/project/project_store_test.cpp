@@ -1,24 +1,13 @@
 // Projects through the contract: what is saved reads back the same, and what cannot be read or written changes nothing.
 
 #include "engine/ITWKeyTransition.h"
-#include "engine/ITWMediaFiles.h"
 #include "engine/ITWProjectStore.h"
-#include "engine/ITWTimeline.h"
-#include "engine/check.h"
-#include "engine/engine_access.h"
-#include "engine/factory.h"
-#include "support/manifest.h"
-#include "twcore/tarnwick_timeline.h"
+#include "support/engine_test.h"
 
 #include <algorithm>
 #include <array>
-#include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
-#include <set>
+#include <map>
 #include <sstream>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,71 +15,28 @@ namespace project_test {
 namespace {
 
 namespace fs = std::filesystem;
-using engine::Bool16;
-using engine::check;
-using engine::EngineAs;
-using engine::Handle;
+using engine::ITWKeyTransition;
+using engine::ITWMediaFiles;
 using engine::ITWTimeline;
 using engine::kTrue;
+using testmedia::bytesOf;
+using testmedia::writeBytes;
+using namespace testsupport;
 
-std::string read(const fs::path& path)
-{
-    std::stringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-void write(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
-
-/// Calls one operation of the timeline that answers ok last.
-template <class... Parameters, class... Arguments>
-void did(engine::Status (ITWTimeline::*operation)(Parameters...), Arguments&&... arguments)
-{
-    Bool16 ok = engine::kFalse;
-    check((EngineAs<ITWTimeline>().get()->*operation)(std::forward<Arguments>(arguments)..., ok));
-    EXPECT_EQ(ok, kTrue);
-}
-
-class ProjectStoreTest : public testing::Test {
+class ProjectStoreTest : public EngineTest {
 protected:
-    static void SetUpTestSuite() { twcore::registerTarnwickTimeline(); }
-
+    /// Each time with the editor's tracks and two open files, in the order of the media list.
     void SetUp() override
     {
-        std::string name = (fs::temp_directory_path() / "quillmont-store-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-        path = folder / "my & \"project\".qpj";
-        start();
-    }
-    void TearDown() override
-    {
-        engine::Engine.reset();
-        fs::remove_all(folder);
-    }
-
-    /// A new engine with the editor's tracks and two open files, in the order of the media list.
-    void start()
-    {
-        engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
-        files.clear();
+        EngineTest::SetUp();
         for (std::size_t i = 0; i < tracks.size(); ++i) {
-            check(EngineAs<ITWTimeline>()->CreateTrack(engine::toBool16(i < 2), tracks[i]));
+            tracks[i] = newTrack(i < 2);
         }
-        for (const char* name : {"no-sound.mp4", "h264.mp4"}) {
-            Handle file = 0;
-            check(engine::Engine->OpenFile((testmedia::mediaFolder() / name).string(), file));
-            ASSERT_NE(file, 0) << "the media have not been made";
-            files.push_back(file);
-        }
+        files = {openFile(medium("no-sound.mp4")), openFile(medium("h264.mp4"))};
+        ASSERT_TRUE(files[0] != 0 && files[1] != 0) << "the media have not been made";
     }
 
-    Handle stream(std::size_t file, std::int16_t index)
-    {
-        Handle stream = 0;
-        check(EngineAs<engine::ITWMediaFiles>()->OpenStream(files[file], index, stream));
-        EXPECT_NE(stream, 0);
-        return stream;
-    }
+    Handle stream(std::size_t file, std::int16_t index) { return openStream(files[file], index); }
 
     //  video    A 0-2000 (mode 2)   B 3000-4000 of 500-2500        effect 100-600, 2500-2600
     //  overlay      C 500-5500                                     transition 500-900, key 1,2,255; disabled
@@ -98,67 +44,55 @@ protected:
     //  audio 2  (empty)                                            linked
     void layEverything()
     {
-        did(&ITWTimeline::AppendSource, tracks[0], stream(0, 0), -1);
-        did(&ITWTimeline::AppendSource, tracks[0], stream(1, 0), 3000);
-        did(&ITWTimeline::SetSourceTimes, tracks[0], std::int16_t{1}, 3000, 4000);
-        did(&ITWTimeline::SetSourceMediaTimes, tracks[0], std::int16_t{1}, 500, 2500);
-        did(&ITWTimeline::AddEffectAt, tracks[0], "Blur & <", 100, 600);
-        did(&ITWTimeline::AddEffectAt, tracks[0], "Каюк", 2500, 2600);
-        did(&ITWTimeline::AppendSource, tracks[1], stream(1, 0), 500);
-        did(&ITWTimeline::AddTransitionAt, tracks[1], "DxtKey", 500, 900);
-        did(&ITWTimeline::AppendSource, tracks[2], stream(1, 1), -1);
+        const std::int16_t first = 0, second = 1;
+        EXPECT_TRUE(did(&ITWTimeline::AppendSource, tracks[0], stream(0, 0), -1)
+                    && did(&ITWTimeline::AppendSource, tracks[0], stream(1, 0), 3000)
+                    && did(&ITWTimeline::SetSourceTimes, tracks[0], second, 3000, 4000)
+                    && did(&ITWTimeline::SetSourceMediaTimes, tracks[0], second, 500, 2500)
+                    && did(&ITWTimeline::AddEffectAt, tracks[0], "Blur & <", 100, 600)
+                    && did(&ITWTimeline::AddEffectAt, tracks[0], "Каюк", 2500, 2600)
+                    && did(&ITWTimeline::AppendSource, tracks[1], stream(1, 0), 500)
+                    && did(&ITWTimeline::AddTransitionAt, tracks[1], "DxtKey", 500, 900)
+                    && did(&ITWTimeline::AppendSource, tracks[2], stream(1, 1), -1)
+                    && did(&ITWKeyTransition::SetKeyParameter, tracks[1], first, "KeyType", 0)
+                    && did(&ITWKeyTransition::SetKeyParameter, tracks[1], first, "Invert \"", -7)
+                    && did(&ITWKeyTransition::SetKeyColor, tracks[1], first, std::int16_t{1}, std::int16_t{2},
+                           std::int16_t{255}));
         check(EngineAs<ITWTimeline>()->SetSourceStretchMode(tracks[0], 0, 2));
         check(EngineAs<ITWTimeline>()->SetTrackDisabled(tracks[1], kTrue));
         for (std::size_t i = 0; i < tracks.size(); ++i) {
             check(EngineAs<ITWTimeline>()->SetTrackLink(tracks[i], engine::toBool16(i != 2)));
         }
         check(EngineAs<ITWTimeline>()->SetFrameSize(720, 576));
-        const auto keys = EngineAs<engine::ITWKeyTransition>();
-        Bool16 ok = engine::kFalse;
-        check(keys->SetKeyParameter(tracks[1], 0, "KeyType", 0, ok));
-        check(keys->SetKeyParameter(tracks[1], 0, "Invert \"", -7, ok));
-        check(keys->SetKeyColor(tracks[1], 0, 1, 2, 255, ok));
-        EXPECT_EQ(ok, kTrue);
     }
 
     /// Everything that the contract tells of the timeline.
     std::string timelineText()
     {
-        const auto timeline = EngineAs<ITWTimeline>();
-        const auto keys = EngineAs<engine::ITWKeyTransition>();
         std::ostringstream text;
         for (const Handle track : tracks) {
-            Bool16 ok = kTrue;
             std::int32_t start = 0, stop = 0, mediaStart = 0, mediaStop = 0;
-            Bool16 linked = 0;
             std::string name(10, ' ');
-            check(timeline->GetTrackLink(track, linked));
-            text << "\ntrack, linked " << linked << ":";
-            for (std::int16_t i = 0; check(timeline->GetSourceTimes(track, i, start, stop, ok)), ok != 0; ++i) {
-                Handle played = 0;
-                Handle file = 0;
-                Bool16 isVideo = 0;
-                std::int16_t mode = 0;
-                check(timeline->GetSourceStream(track, i, played));
-                check(timeline->GetSourceMediaTimes(track, i, mediaStart, mediaStop, ok));
-                check(timeline->GetSourceStretchMode(track, i, mode));
-                check(EngineAs<engine::ITWMediaFiles>()->GetStreamFile(played, file));
-                check(EngineAs<engine::ITWMediaFiles>()->IsVideoStream(played, isVideo));
+            text << "\ntrack, linked " << did(&ITWTimeline::GetTrackLink, track) << ":";
+            for (std::int16_t i = 0; did(&ITWTimeline::GetSourceTimes, track, i, start, stop); ++i) {
+                const auto played = told<Handle>(&ITWTimeline::GetSourceStream, track, i);
+                const auto file = told<Handle>(&ITWMediaFiles::GetStreamFile, played);
+                EXPECT_TRUE(did(&ITWTimeline::GetSourceMediaTimes, track, i, mediaStart, mediaStop));
                 text << " file " << std::ranges::find(files, file) - files.begin()
-                     << (isVideo != 0 ? " picture " : " sound ") << start << "-" << stop << "[" << mediaStart << "-"
-                     << mediaStop << "]*" << mode;
+                     << (did(&ITWMediaFiles::IsVideoStream, played) ? " picture " : " sound ") << start << "-" << stop
+                     << "[" << mediaStart << "-" << mediaStop << "]*"
+                     << told<std::int16_t>(&ITWTimeline::GetSourceStretchMode, track, i);
             }
-            for (std::int16_t i = 0; check(timeline->GetEffectTimes(track, i, start, stop, ok)), ok != 0; ++i) {
-                check(timeline->GetEffectName(track, i, name));
+            for (std::int16_t i = 0; did(&ITWTimeline::GetEffectTimes, track, i, start, stop); ++i) {
+                check(EngineAs<ITWTimeline>()->GetEffectName(track, i, name));
                 text << " effect " << name << start << "-" << stop;
             }
-            for (std::int16_t i = 0; check(timeline->GetTransitionTimes(track, i, start, stop, ok)), ok != 0; ++i) {
-                std::int16_t red = 0, green = 0, blue = 0;
-                check(timeline->GetTransitionName(track, i, name));
-                check(keys->GetKeyRed(track, i, red));
-                check(keys->GetKeyGreen(track, i, green));
-                check(keys->GetKeyBlue(track, i, blue));
-                text << " transition " << name << start << "-" << stop << "#" << red << "," << green << "," << blue;
+            for (std::int16_t i = 0; did(&ITWTimeline::GetTransitionTimes, track, i, start, stop); ++i) {
+                check(EngineAs<ITWTimeline>()->GetTransitionName(track, i, name));
+                text << " transition " << name << start << "-" << stop << "#"
+                     << told<std::int16_t>(&ITWKeyTransition::GetKeyRed, track, i) << ","
+                     << told<std::int16_t>(&ITWKeyTransition::GetKeyGreen, track, i) << ","
+                     << told<std::int16_t>(&ITWKeyTransition::GetKeyBlue, track, i);
             }
         }
         return text.str();
@@ -187,23 +121,18 @@ protected:
         EXPECT_EQ(listing(), before);
     }
 
-    std::string listing() const
+    std::map<fs::path, std::string> listing() const
     {
-        std::set<std::string> lines;
+        std::map<fs::path, std::string> found;
         for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-            lines.insert(entry.path().string() + "=" + (entry.is_regular_file() ? read(entry.path()) : "") + "\n");
+            found[entry.path()] = entry.is_regular_file() ? bytesOf(entry.path()) : "";
         }
-        std::string all;
-        for (const auto& line : lines) {
-            all += line;
-        }
-        return all;
+        return found;
     }
 
     std::array<Handle, 4> tracks{};
-    std::vector<Handle> files;
-    fs::path folder;
-    fs::path path;
+    std::array<Handle, 2> files{};
+    fs::path path = folder / "my & \"project\".qpj";
 };
 
 TEST_F(ProjectStoreTest, WhatIsSavedReadsBack)
@@ -211,35 +140,34 @@ TEST_F(ProjectStoreTest, WhatIsSavedReadsBack)
     layEverything();
     const std::string laid = timelineText();
     ASSERT_EQ(saveTo(path), engine::kDone);
-    const std::string bytes = read(path);
+    const std::string bytes = bytesOf(path);
     EXPECT_TRUE(bytes.starts_with("<QuillmontProject")) << bytes.substr(0, 60);
     EXPECT_EQ(fs::status(path).permissions() & fs::perms::others_write, fs::perms::none);
 
-    start();
-    check(EngineAs<engine::ITWProjectStore>()->LoadProject(path.string()));
+    SetUp();
+    check(loadFrom(path));
     EXPECT_EQ(timelineText(), laid);
     // What the contract cannot ask for, disabled tracks, parameters and the frame size, shows in the second file.
     ASSERT_EQ(saveTo(folder / "again.qpj"), engine::kDone);
-    EXPECT_EQ(read(folder / "again.qpj"), bytes);
+    EXPECT_EQ(bytesOf(folder / "again.qpj"), bytes);
     for (const char* part : {"Disabled=\"1\"", "Invert &quot;", "\"-7\"", "\"720\"", "\"576\""}) {
         EXPECT_NE(bytes.find(part), std::string::npos) << part;
     }
     // Loading replaces; saving over an old file keeps its mode.
-    did(&ITWTimeline::AppendSource, tracks[3], stream(1, 1), -1);
-    check(EngineAs<engine::ITWProjectStore>()->LoadProject(path.string()));
+    EXPECT_TRUE(did(&ITWTimeline::AppendSource, tracks[3], stream(1, 1), -1));
+    check(loadFrom(path));
     EXPECT_EQ(timelineText(), laid);
     fs::permissions(path, fs::perms(0640));
     ASSERT_EQ(saveTo(path), engine::kDone);
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
-    EXPECT_EQ(read(path), bytes);
+    EXPECT_EQ(bytesOf(path), bytes);
 }
 
 TEST_F(ProjectStoreTest, SourcesOfAClosedFileAreKept)
 {
     layEverything();
     const std::string laid = timelineText();
-    Bool16 ok = engine::kFalse;
-    check(engine::Engine->CloseFile(files[0], ok)); // its streams are still open, and on the tracks
+    did(&engine::ITWCoreRoot::CloseFile, files[0]); // its streams are still open, and on the tracks
     ASSERT_EQ(saveTo(path), engine::kDone);
     EXPECT_EQ(loadFrom(path), engine::kDone) << loadFrom(path).text();
     EXPECT_EQ(timelineText(), laid);
@@ -249,11 +177,11 @@ TEST_F(ProjectStoreTest, OtherPartsOfTheFileAreLeftAlone)
 {
     layEverything();
     ASSERT_EQ(saveTo(path), engine::kDone);
-    std::string text = read(path);
+    std::string text = bytesOf(path);
     text.insert(text.rfind("</"), "<MediaList><a b=\"c\"/></MediaList><Odd>text</Odd>");
-    write(path, "\xEF\xBB\xBF<?xml version=\"1.0\"?><!-- by hand -->\n" + text);
+    writeBytes(path, "\xEF\xBB\xBF<?xml version=\"1.0\"?><!-- by hand -->\n" + text);
     const std::string laid = timelineText();
-    start();
+    SetUp();
     EXPECT_EQ(loadFrom(path), engine::kDone);
     EXPECT_EQ(timelineText(), laid);
 }
@@ -263,7 +191,7 @@ TEST_F(ProjectStoreTest, DamagedProjectsChangeNothing)
     layEverything();
     const std::string laid = timelineText();
     ASSERT_EQ(saveTo(path), engine::kDone);
-    const std::string whole = read(path);
+    const std::string whole = bytesOf(path);
     const auto with = [&](const std::string& part, const std::string& instead) {
         std::string changed = whole;
         const auto at = changed.find(part);
@@ -301,7 +229,7 @@ TEST_F(ProjectStoreTest, DamagedProjectsChangeNothing)
                                  with("FrameWidth=\"720\"", "FrameWidth=\"65536\"")};
     for (const std::string& text : cases) {
         SCOPED_TRACE(text.substr(0, 900));
-        write(path, text);
+        writeBytes(path, text);
         const auto status = loadFrom(path);
         EXPECT_TRUE(status.failed());
         EXPECT_NE(status.text().find(path.string()), std::string::npos) << status.text();
@@ -310,7 +238,7 @@ TEST_F(ProjectStoreTest, DamagedProjectsChangeNothing)
     ASSERT_EQ(::mkfifo((folder / "pipe.qpj").c_str(), 0666), 0);
     ::alarm(60); // a pipe that nobody writes to must not hold the program
     for (const fs::path& other :
-         {folder / "missing.qpj", folder, fs::path("/dev/zero"), fs::path(), folder / "pipe.qpj"}) {
+         {folder / "missing.qpj", folder.path(), fs::path("/dev/zero"), fs::path(), folder / "pipe.qpj"}) {
         EXPECT_TRUE(loadFrom(other).failed()) << other;
         EXPECT_EQ(timelineText(), laid);
     }
@@ -328,12 +256,12 @@ TEST_F(ProjectStoreTest, OddButReadableProjects)
         {item + "MediaStart=\"-2147483648\" MediaStop=\"2147483647\"/>", "0-400[-2147483648-2147483647]*0"},
         {"<Unknown/>" + item + "Odd=\"1\"><Deep/></Source>", "0-400[0-400]*0"}};
     for (const auto& [source, expected] : cases) {
-        write(path, head + source + tail);
+        writeBytes(path, head + source + tail);
         EXPECT_EQ(loadFrom(path), engine::kDone) << source << loadFrom(path).text();
         EXPECT_NE(timelineText().find(expected), std::string::npos) << timelineText();
     }
     // A media range that would end behind the last number is refused or cut, not wrapped.
-    write(path, head + item + "MediaStart=\"2147483647\"/>" + tail);
+    writeBytes(path, head + item + "MediaStart=\"2147483647\"/>" + tail);
     if (!loadFrom(path).failed()) {
         EXPECT_EQ(timelineText().find("[2147483647--"), std::string::npos) << timelineText();
     }
@@ -343,14 +271,14 @@ TEST_F(ProjectStoreTest, OddButReadableProjects)
         many += "<Source File=\"0\" Stream=\"Video\" Start=\"" + std::to_string(i) + "\" Stop=\""
                 + std::to_string(i + 1) + "\"/>";
     }
-    write(path, many + tail);
+    writeBytes(path, many + tail);
     EXPECT_TRUE(loadFrom(path).failed()) << "sources were dropped in silence";
 }
 
 TEST_F(ProjectStoreTest, FilesThatCannotBeWrittenStay)
 {
     layEverything();
-    write(path, "the old project");
+    writeBytes(path, "the old project");
     fs::permissions(path, fs::perms(0444));
     expectNotSaved(path, 0x80070005); // also for those whom permissions do not bind
     fs::permissions(path, fs::perms(0644));
@@ -359,12 +287,6 @@ TEST_F(ProjectStoreTest, FilesThatCannotBeWrittenStay)
     expectNotSaved(folder / "in", 0x800A004B);
     expectNotSaved(folder / "none" / "p.qpj", 0x800A004B);
     expectNotSaved(path / "p.qpj", 0x800A004B);
-    try {
-        check(saveTo(folder / "none" / "p.qpj"));
-        ADD_FAILURE() << "no error was raised";
-    } catch (const engine::RuntimeError& error) {
-        EXPECT_EQ(error.number(), 75);
-    }
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0666), 0);
     expectNotSaved(folder / "pipe", 0x800A004B);
 
@@ -376,29 +298,24 @@ TEST_F(ProjectStoreTest, FilesThatCannotBeWrittenStay)
     }
     fs::permissions(folder, fs::perms(0755));
 
-    // A disk that is full, as far as this process can tell.
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{100, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    expectNotSaved(path, 0x80070070);
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, oldHandler);
+    {
+        const testmedia::FullDisk full(100);
+        expectNotSaved(path, 0x80070070);
+    }
     EXPECT_EQ(saveTo(path), engine::kDone);
 }
 
 TEST_F(ProjectStoreTest, LinksAndLongNames)
 {
     layEverything();
-    write(path, "the old project");
+    writeBytes(path, "the old project");
     fs::create_symlink(path.filename(), folder / "link.qpj");
     fs::create_symlink("new.qpj", folder / "dangling.qpj");
     for (const auto& [link, target] :
          {std::pair{folder / "link.qpj", path}, {folder / "dangling.qpj", folder / "new.qpj"}}) {
         EXPECT_EQ(saveTo(link), engine::kDone);
         EXPECT_TRUE(fs::is_symlink(link)) << link;
-        EXPECT_TRUE(read(target).starts_with("<QuillmontProject")) << target;
+        EXPECT_TRUE(bytesOf(target).starts_with("<QuillmontProject")) << target;
     }
     fs::path deep = folder;
     for (int i = 0; i < 7; ++i) {
