@@ -7,6 +7,7 @@
 #include "media_recipes.h"
 #include "odd_files.h"
 #include "patterns.h"
+#include "support/files.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -18,7 +19,6 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <map>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -76,10 +76,7 @@ void drawSound(const fs::path& file, int rateHz, int channels, int seconds)
     for (int i = 0; i < rateHz * seconds; ++i)
         for (int channel = 0; channel < channels; ++channel)
             sound.push_back(soundAt(i, rateHz, channel));
-    std::ofstream out(file, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(sound.data()), static_cast<std::streamsize>(sound.size() * sizeof(float)));
-    if (!out.flush())
-        throw std::runtime_error("cannot be written: " + file.string());
+    writeBytes(file, {reinterpret_cast<const char*>(sound.data()), sound.size() * sizeof(float)});
 }
 
 void addWords(std::vector<std::string>& command, const std::string& words)
@@ -151,10 +148,7 @@ std::set<std::string> make(const fs::path& folder, const std::vector<Recipe>& re
             const fs::path output = recipe.muxer.empty() ? fs::path("/dev/null") : folder / recipe.entry.name;
             failed[i] = !run(commandOf(folder, recipe), output, complaints);
             if (failed[i] != 0) {
-                std::ifstream in(complaints);
-                std::ostringstream why;
-                why << recipe.entry.name << " could not be made: " << in.rdbuf();
-                std::cerr << why.str() << std::endl;
+                std::cerr << recipe.entry.name + " could not be made: " + bytesOf(complaints) << std::endl;
                 fs::remove(folder / recipe.entry.name);
             }
         }
@@ -181,11 +175,12 @@ void makeAll(const fs::path& folder)
         recipes.insert(recipes.end(), more.begin(), more.end());
     std::vector<Recipe> derived = derivedRecipes();
 
-    std::map<std::string, std::jthread> drawing;
-    drawing.emplace(
-        "a", [&] { drawPictures(folder / pictureFile(Pictures::progressive), Pictures::progressive, kBaseFrames); });
-    drawing.emplace("b", [&] { drawPictures(folder / pictureFile(Pictures::interlaced), Pictures::interlaced, 75); });
-    drawing.emplace("c", [&] { drawPictures(folder / pictureFile(Pictures::patches), Pictures::patches, 50); });
+    std::vector<std::jthread> drawing;
+    for (const auto& [pictures, count] :
+         {std::pair{Pictures::progressive, kBaseFrames}, {Pictures::interlaced, 75}, {Pictures::patches, 50}})
+        drawing.emplace_back([&folder, pictures = pictures, count = count] {
+            drawPictures(folder / pictureFile(pictures), pictures, count);
+        });
     std::set<std::pair<int, int>> sounds;
     for (const Recipe& recipe : recipes)
         if (recipe.entry.rateHz > 0 && sounds.emplace(recipe.entry.rateHz, recipe.entry.channels).second)
@@ -211,13 +206,7 @@ void makeAll(const fs::path& folder)
         throw std::runtime_error("the manifest cannot be written");
 }
 
-bool upToDate(const fs::path& folder)
-{
-    std::ifstream in(folder / "stamp");
-    std::ostringstream stamp;
-    stamp << in.rdbuf();
-    return stamp.str() == kVersion;
-}
+bool upToDate(const fs::path& folder) { return fs::exists(folder / "stamp") && bytesOf(folder / "stamp") == kVersion; }
 
 } // namespace
 

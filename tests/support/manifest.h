@@ -20,7 +20,7 @@ struct MediaEntry {
     double durationSeconds = 0;
     int rateHz = 0; // 0 without sound
     int channels = 0;
-    std::string notes; // words apart by blanks, some as key=value; see note()
+    std::string notes = {}; // words apart by blanks, some as key=value; see note()
 
     double framesPerSecond() const;
     bool has(const std::string& word) const;

@@ -10,7 +10,7 @@ const std::string kAac = "-c:a aac -b:a 128k ";
 Recipe movie(const std::string& name, const std::string& fps, int frames, const std::string& arguments,
              const std::string& notes = {}, Pictures pictures = Pictures::progressive, int rateHz = 48000)
 {
-    Recipe recipe{{name, "movie", fps, frames, 0, 0, rateHz, 2, notes}, pictures, arguments, {}, {}, {}, {}};
+    Recipe recipe{{name, "movie", fps, frames, 0, 0, rateHz, 2, notes}, pictures, arguments};
     recipe.entry.durationSeconds = frames / recipe.entry.framesPerSecond();
     return recipe;
 }
@@ -27,7 +27,7 @@ Recipe silent(const std::string& name, const std::string& fps, int frames, const
 Recipe sound(const std::string& name, int rateHz, int channels, const std::string& arguments,
              const std::string& notes = {})
 {
-    return {{name, "sound", "0", 0, 0, 5, rateHz, channels, notes}, Pictures::none, arguments, {}, {}, {}, {}};
+    return {{name, "sound", "0", 0, 0, 5, rateHz, channels, notes}, Pictures::none, arguments};
 }
 
 Recipe colours(const std::string& name, const std::string& space, const std::string& tag, bool full)
@@ -184,11 +184,7 @@ std::vector<Recipe> stillRecipes()
             "trim=start_frame=" + std::to_string(number) + ":end_frame=" + std::to_string(number + 1) + ",setpts=0";
         all.push_back({{name, "still", "25", 1, number, 0, 0, 0, notes},
                        Pictures::progressive,
-                       "-vf " + only + (filter.empty() ? "" : ",") + filter + " -frames:v 1 " + arguments,
-                       {},
-                       {},
-                       {},
-                       {}});
+                       "-vf " + only + (filter.empty() ? "" : ",") + filter + " -frames:v 1 " + arguments});
         ++number;
     };
     add("still.bmp", {}, "-c:v bmp -f image2 -update 1");
@@ -203,13 +199,7 @@ std::vector<Recipe> stillRecipes()
         "2)\\,0\\,128)\\,255)",
         "-c:v png -pix_fmt rgba -f image2 -update 1", "alpha");
     add("still.webp", {}, "-c:v libwebp -lossless 1 -f webp");
-    Recipe animation{{"animated.gif", "animation", "10", 30, 0, 3, 0, 0, {}},
-                     Pictures::progressive,
-                     "-c:v gif -f gif",
-                     {},
-                     {},
-                     {},
-                     {}};
+    Recipe animation{{"animated.gif", "animation", "10", 30, 0, 3, 0, 0, {}}, Pictures::progressive, "-c:v gif -f gif"};
     all.push_back(animation);
     return all;
 }
@@ -223,7 +213,7 @@ std::vector<Recipe> derivedRecipes()
     fast.entry.kind = "work";
     // Each known to one test alone: the walks over the manifest pass them by.
     const auto odd = [](const std::string& name, const std::string& arguments) {
-        return derived("h264.mp4", {{name, "odd", "0", 0, 0, 0, 0, 0, {}}, Pictures::none, arguments, {}, {}, {}, {}});
+        return derived("h264.mp4", {{name, "odd", "0", 0, 0, 0, 0, 0, {}}, Pictures::none, arguments});
     };
     return {derived("h264.mp4", fast),
             derived("h264.mp4", edited),

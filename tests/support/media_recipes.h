@@ -33,11 +33,11 @@ enum class Pictures {
 struct Recipe {
     MediaEntry entry;
     Pictures pictures = Pictures::none;
-    std::string arguments;      // apart by blanks; no shell reads them
-    std::string inputArguments; // before the -i of the picture or of the earlier file
-    std::string soundArguments; // before the sound's -i
-    std::string muxer;          // for files which go through a pipe
-    std::string from;           // made of this earlier file instead of raw sources
+    std::string arguments = {};      // apart by blanks; no shell reads them
+    std::string inputArguments = {}; // before the -i of the picture or of the earlier file
+    std::string soundArguments = {}; // before the sound's -i
+    std::string muxer = {};          // for files which go through a pipe
+    std::string from = {};           // made of this earlier file instead of raw sources
 };
 
 inline constexpr int kBaseWidthPx = 320, kBaseHeightPx = 240, kBaseFrames = 300;

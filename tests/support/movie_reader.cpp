@@ -83,15 +83,15 @@ public:
     {
         const Owned<AVPacket> packet(av_packet_alloc());
         while (av_read_frame(format_.get(), packet.get()) >= 0) {
-            if (videoStream_ != nullptr && packet->stream_index == videoStream_->index && options_.pictures)
+            if (videoStream_ != nullptr && packet->stream_index == videoStream_->index)
                 decode(*video_, packet.get());
-            else if (audioStream_ != nullptr && packet->stream_index == audioStream_->index && options_.sound)
+            else if (audioStream_ != nullptr && packet->stream_index == audioStream_->index)
                 decode(*audio_, packet.get());
             av_packet_unref(packet.get());
         }
-        if (video_ && options_.pictures)
+        if (video_)
             decode(*video_, nullptr);
-        if (audio_ && options_.sound)
+        if (audio_)
             decode(*audio_, nullptr);
         return std::move(movie_);
     }
@@ -115,13 +115,9 @@ private:
     {
         movie_.format = format_->iformat->name;
         movie_.durationSeconds = std::max(0.0, secondsOf(format_->duration, {1, AV_TIME_BASE}));
-        movie_.startSeconds = std::max(0.0, secondsOf(format_->start_time, {1, AV_TIME_BASE}));
-        movie_.streamCount = static_cast<int>(format_->nb_streams);
         if (video_) {
             movie_.videoCodec = avcodec_get_name(video_->codec_id);
             movie_.frameRate = videoStream_->avg_frame_rate.den > 0 ? av_q2d(videoStream_->avg_frame_rate) : 0;
-            movie_.videoDurationSeconds = std::max(0.0, secondsOf(videoStream_->duration, videoStream_->time_base));
-            movie_.videoBitRate = static_cast<long>(videoStream_->codecpar->bit_rate);
             movie_.codedWidthPx = videoStream_->codecpar->width;
             movie_.codedHeightPx = videoStream_->codecpar->height;
             const AVRational aspect = av_guess_sample_aspect_ratio(format_.get(), videoStream_, nullptr);
@@ -139,7 +135,6 @@ private:
             movie_.soundCodec = avcodec_get_name(audio_->codec_id);
             movie_.rateHz = audio_->sample_rate;
             movie_.channels = audio_->ch_layout.nb_channels;
-            movie_.soundDurationSeconds = std::max(0.0, secondsOf(audioStream_->duration, audioStream_->time_base));
             movie_.soundBitRate = static_cast<long>(audioStream_->codecpar->bit_rate);
         }
     }
@@ -210,7 +205,6 @@ private:
     void takePicture(const AVFrame& frame)
     {
         if (movie_.frames.empty()) {
-            movie_.pixelFormat = text(av_get_pix_fmt_name(static_cast<AVPixelFormat>(frame.format)));
             movie_.colourSpace = text(av_color_space_name(frame.colorspace));
             movie_.colourRange = text(av_color_range_name(frame.color_range));
         }
@@ -226,15 +220,10 @@ private:
         taken.keyFrame = frame.key_frame != 0;
         taken.interlaced = frame.interlaced_frame != 0;
         taken.topFieldFirst = frame.top_field_first != 0;
-        taken.gray = turned(lumaOf(frame), frame.width, frame.height, 1, movie_.rotationDegrees);
-        double sum = 0;
-        for (const std::uint8_t luma : taken.gray)
-            sum += luma;
-        taken.meanLuma = sum / static_cast<double>(std::max<std::size_t>(1, taken.gray.size()));
-        taken.black = isBlack(taken.grayView());
-        taken.number = readBarcode(taken.grayView());
-        if (!options_.keepGray)
-            taken.gray = {};
+        const auto gray = turned(lumaOf(frame), frame.width, frame.height, 1, movie_.rotationDegrees);
+        const GrayView view{gray.data(), static_cast<std::size_t>(taken.widthPx), taken.widthPx, taken.heightPx};
+        taken.black = isBlack(view);
+        taken.number = readBarcode(view);
         if (options_.keepRgb)
             taken.rgb =
                 turned(converted(frame, AV_PIX_FMT_RGB24, 3), frame.width, frame.height, 3, movie_.rotationDegrees);

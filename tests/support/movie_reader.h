@@ -23,11 +23,8 @@ struct MovieFrame {
     bool keyFrame = false;
     bool interlaced = false;
     bool topFieldFirst = false;
-    double meanLuma = 0;            // 0..255 as stored
-    std::vector<std::uint8_t> gray; // luma as stored, widthPx * heightPx, if asked for
-    std::vector<std::uint8_t> rgb;  // converted as the file's colour tags say, three bytes a pixel, if asked for
+    std::vector<std::uint8_t> rgb; // converted as the file's colour tags say, three bytes a pixel, if asked for
 
-    GrayView grayView() const { return {gray.data(), static_cast<std::size_t>(widthPx), widthPx, heightPx}; }
     // Mean colour of a rectangle; needs `rgb`.
     std::array<double, 3> meanColour(const PixelRect& rect) const;
 };
@@ -36,29 +33,23 @@ struct Movie {
     // The container.
     std::string format; // as the library names it, such as "avi" or "mov,mp4,m4a,3gp,3g2,mj2"
     double durationSeconds = 0;
-    double startSeconds = 0;
-    int streamCount = 0;
 
     // The picture; an empty codec says that there is none.
     std::string videoCodec;
-    std::string pixelFormat;
     std::string colourSpace; // "bt709", "smpte170m", "unknown"...
     std::string colourRange; // "tv", "pc", "unknown"
     int codedWidthPx = 0;
     int codedHeightPx = 0;
     int aspectNumerator = 1; // of a pixel; 1:1 when the file gives none
     int aspectDenominator = 1;
-    int rotationDegrees = 0;         // clockwise, to show it upright: 0, 90, 180, 270
-    double frameRate = 0;            // average as the container tells it
-    double videoDurationSeconds = 0; // as the container tells it; 0 when it does not
-    long videoBitRate = 0;
+    int rotationDegrees = 0;        // clockwise, to show it upright: 0, 90, 180, 270
+    double frameRate = 0;           // average as the container tells it
     std::vector<MovieFrame> frames; // in the order in which they are shown
 
     // The sound; an empty codec says that there is none.
     std::string soundCodec;
     int rateHz = 0;
     int channels = 0;
-    double soundDurationSeconds = 0; // as the container tells it; 0 when it does not
     long soundBitRate = 0;
     double soundStartSeconds = 0; // presentation time of the first sample in `sound`
     double largestGapSeconds = 0; // between presentation times and the samples counted so far
@@ -79,10 +70,7 @@ struct Movie {
 };
 
 struct ReadOptions {
-    bool keepGray = false;
     bool keepRgb = false;
-    bool pictures = true;
-    bool sound = true;
 };
 
 // Throws std::runtime_error when the file cannot be opened or has neither picture nor sound. Faults while decoding are

@@ -1,10 +1,8 @@
 #include "odd_files.h"
 
+#include "support/files.h"
 #include "support/media_recipes.h"
 
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -14,37 +12,6 @@ namespace testmedia {
 namespace {
 
 using Bytes = std::string;
-
-Bytes readBytes(const fs::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
-        throw std::runtime_error("cannot be read: " + file.string());
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void writeBytes(const fs::path& file, const Bytes& bytes)
-{
-    fs::create_directories(file.parent_path());
-    std::ofstream out(file, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out.flush())
-        throw std::runtime_error("cannot be written: " + file.string());
-}
-
-Bytes bigEndian(std::uint64_t value, int bytes)
-{
-    Bytes out;
-    for (int i = bytes - 1; i >= 0; --i)
-        out.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-    return out;
-}
-
-Bytes littleEndian(std::uint64_t value, int bytes)
-{
-    const Bytes out = bigEndian(value, bytes);
-    return {out.rbegin(), out.rend()};
-}
 
 // Four beats at 120 a minute, two at 60, eight at 240: 2 + 2 + 2 = 6 seconds, one note a beat.
 Bytes midiBytes()
@@ -81,15 +48,6 @@ Bytes withOrientation(const Bytes& jpeg)
     return jpeg.substr(0, 2) + Bytes("\xFF\xE1", 2) + bigEndian(block.size() + 2, 2) + block + jpeg.substr(2);
 }
 
-// Overwrites the little-endian number `offset` bytes behind the first `mark`.
-Bytes patched(Bytes bytes, const Bytes& mark, std::size_t offset, std::uint64_t value, int width)
-{
-    const auto at = bytes.find(mark);
-    if (at == Bytes::npos)
-        throw std::runtime_error("no " + mark + " to patch");
-    return bytes.replace(at + mark.size() + offset, static_cast<std::size_t>(width), littleEndian(value, width));
-}
-
 // The first track of an MP4 file turned: the nine numbers of its header that map the stored picture onto the shown one.
 Bytes withTurn(Bytes mp4, bool clockwise)
 {
@@ -124,12 +82,6 @@ Bytes hugePng(const Bytes& png)
 //     before   I0  P2  B1  P4  B3        after   I0  P2+B1  -  P4+B3  -
 Bytes withPackedPictures(const Bytes& avi)
 {
-    const auto number = [&](std::size_t at) {
-        std::uint32_t value = 0;
-        for (std::size_t i = 4; i-- > 0;)
-            value = (value << 8) | static_cast<std::uint8_t>(avi.at(at + i));
-        return value;
-    };
     const Bytes pictureMark("\0\0\1\xB6", 4), emptyPicture("\0\0\1\xB6\x50\x4F", 6);
     const auto movi = avi.find("movi"), index = avi.rfind("idx1");
     struct Chunk {
@@ -137,9 +89,9 @@ Bytes withPackedPictures(const Bytes& avi)
         std::uint32_t flags;
     };
     std::vector<Chunk> chunks;
-    for (std::size_t at = movi + 4; at + 8 <= index; at += 8 + (number(at + 4) + 1) / 2 * 2)
-        chunks.push_back(
-            {avi.substr(at, 4), avi.substr(at + 8, number(at + 4)), number(index + 8 + 16 * chunks.size() + 4)});
+    for (std::size_t at = movi + 4; at + 8 <= index; at += 8 + (littleEndianAt(avi, at + 4) + 1) / 2 * 2)
+        chunks.push_back({avi.substr(at, 4), avi.substr(at + 8, littleEndianAt(avi, at + 4)),
+                          littleEndianAt(avi, index + 8 + 16 * chunks.size() + 4)});
 
     Chunk* previous = nullptr;
     for (Chunk& chunk : chunks) {
@@ -163,7 +115,7 @@ Bytes withPackedPictures(const Bytes& avi)
     }
     const Bytes packed = avi.substr(0, movi - 4) + littleEndian(body.size(), 4) + body + "idx1"
                          + littleEndian(entries.size(), 4) + entries;
-    return patched(packed, "RIFF", 0, packed.size() - 8, 4);
+    return patched(packed, "RIFF", 0, littleEndian(packed.size() - 8));
 }
 
 Bytes withoutIndex(const Bytes& avi)
@@ -171,7 +123,7 @@ Bytes withoutIndex(const Bytes& avi)
     const auto at = avi.rfind("idx1");
     if (at == Bytes::npos)
         throw std::runtime_error("no index to take off");
-    return patched(avi.substr(0, at), "RIFF", 0, at - 8, 4);
+    return patched(avi.substr(0, at), "RIFF", 0, littleEndian(at - 8));
 }
 
 Bytes randomBytes(std::size_t count)
@@ -205,7 +157,7 @@ struct Writer {
 
 void writeBroken(Writer& writer)
 {
-    const auto whole = [&](const char* name) { return readBytes(writer.folder / name); };
+    const auto whole = [&](const char* name) { return bytesOf(writer.folder / name); };
     writer.bad("bad/empty.avi", {}, "empty");
     const Bytes mp4 = whole("h264.mp4"), fast = whole("work/faststart.mp4"), avi = whole("mpeg4.avi"),
                 png = whole("still.png");
@@ -221,16 +173,15 @@ void writeBroken(Writer& writer)
         prose += "It was a quiet evening, and nothing that happened in it was a moving picture.\n";
     writer.bad("bad/text.avi", prose, "text");
     writer.bad("bad/huge.png", hugePng(png), "claims=60000x60000");
-    // Width and height in the main header, in the stream's picture format and nowhere else.
-    Bytes hugeAvi = patched(patched(avi, "avih", 36, 60000, 4), "avih", 40, 60000, 4);
-    hugeAvi = patched(patched(hugeAvi, "strf", 8, 60000, 4), "strf", 12, 60000, 4);
+    const Bytes huge = littleEndian(60000) + littleEndian(60000); // width and height in the picture's format
+    Bytes hugeAvi = patched(patched(avi, "avih", 36, huge), "strf", 8, huge); // and in the main header, nowhere else
     writer.bad("bad/huge.avi", hugeAvi, "claims=60000x60000 readable-in-part");
     // The picture's own data tell the true size above; uncompressed ones have nothing but the lie.
-    Bytes hugeRaw =
-        patched(patched(whole("uncompressed.avi").substr(0, 1000000), "strf", 8, 60000, 4), "strf", 12, 60000, 4);
-    writer.bad("bad/huge-uncompressed.avi", hugeRaw, "claims=60000x60000 truncated");
+    writer.bad("bad/huge-uncompressed.avi", patched(whole("uncompressed.avi").substr(0, 1000000), "strf", 8, huge),
+               "claims=60000x60000 truncated");
     const Bytes wav = whole("stereo-44k.wav").substr(0, 20000);
-    writer.bad("bad/claims-4gb.wav", patched(patched(wav, "RIFF", 0, 0xFFFFFF00U, 4), "data", 0, 0xFFFFFF00U - 36, 4),
+    writer.bad("bad/claims-4gb.wav",
+               patched(patched(wav, "RIFF", 0, littleEndian(0xFFFFFF00U)), "data", 0, littleEndian(0xFFFFFF00U - 36)),
                "claims=4gb readable-in-part");
     writer.bad("bad/half.mid", midiBytes().substr(0, 60), "truncated");
 }
@@ -242,7 +193,7 @@ void writeRedirecting(Writer& writer)
                "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:5\n#EXT-X-MEDIA-SEQUENCE:0\n#EXTINF:5.0,\n"
                "http://media.invalid/segment0.ts\n#EXTINF:5.0,\nhttp://media.invalid/segment1.ts\n#EXT-X-ENDLIST\n",
                "playlist network");
-    writer.bad("bad/network.mp4", readBytes(writer.folder / "bad/network.m3u8"), "playlist network misnamed");
+    writer.bad("bad/network.mp4", bytesOf(writer.folder / "bad/network.m3u8"), "playlist network misnamed");
     writer.bad("bad/local.m3u8",
                "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:5\n#EXT-X-MEDIA-SEQUENCE:0\n#EXTINF:5.0,\n../"
                "h264.ts\n#EXT-X-ENDLIST\n",
@@ -270,14 +221,6 @@ void writeNames(Writer& writer, const MediaEntry& movie, const MediaEntry& still
     writer.alias(movie, deep + "/deep.mp4");
 }
 
-void writeTimes(const fs::path& file, int frames)
-{
-    Bytes lines;
-    for (int i = 0; i < frames; ++i)
-        lines += std::to_string(irregularMs(i)) + "\n";
-    writeBytes(file, lines);
-}
-
 } // namespace
 
 std::vector<MediaEntry> writeOddFiles(const fs::path& folder)
@@ -287,13 +230,16 @@ std::vector<MediaEntry> writeOddFiles(const fs::path& folder)
     const MediaEntry still{"still.png", "still", "25", 1, 16, 0, 0, 0, "alias"};
     writeBytes(folder / "tune.mid", midiBytes());
     writer.entries.push_back({"tune.mid", "midi", "0", 0, 0, 6, 0, 0, "tempos=3 notes=14"});
-    writeBytes(folder / "turned.jpg", withOrientation(readBytes(folder / "turned.jpg")));
-    writeBytes(folder / "rotated-90.mp4", withTurn(readBytes(folder / "rotated-90.mp4"), true));
-    writeBytes(folder / "rotated-270.mp4", withTurn(readBytes(folder / "rotated-270.mp4"), false));
-    writeBytes(folder / "mpeg4-b-packed.avi", withPackedPictures(readBytes(folder / "mpeg4-b-packed.avi")));
-    writeBytes(folder / "no-index.avi", withoutIndex(readBytes(folder / "mpeg4.avi")));
+    writeBytes(folder / "turned.jpg", withOrientation(bytesOf(folder / "turned.jpg")));
+    writeBytes(folder / "rotated-90.mp4", withTurn(bytesOf(folder / "rotated-90.mp4"), true));
+    writeBytes(folder / "rotated-270.mp4", withTurn(bytesOf(folder / "rotated-270.mp4"), false));
+    writeBytes(folder / "mpeg4-b-packed.avi", withPackedPictures(bytesOf(folder / "mpeg4-b-packed.avi")));
+    writeBytes(folder / "no-index.avi", withoutIndex(bytesOf(folder / "mpeg4.avi")));
     writer.entries.push_back({"no-index.avi", "movie", "25", 125, 0, 5, 48000, 2, "no-index sound-lag=-0.023"});
-    writeTimes(folder / "vfr.txt", 125);
+    Bytes times;
+    for (int i = 0; i < 125; ++i)
+        times += std::to_string(irregularMs(i)) + "\n";
+    writeBytes(folder / "vfr.txt", times);
     writeBroken(writer);
     writeRedirecting(writer);
     writeNames(writer, movie, still);

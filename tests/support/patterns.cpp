@@ -49,23 +49,14 @@ PixelRect cellRect(int column, int row, int widthPx, int heightPx)
             scaled(top + kCodeHeight / kRows, heightPx)};
 }
 
-int bytesPerPixel(PixelLayout layout)
-{
-    return layout == PixelLayout::gray8 ? 1 : layout == PixelLayout::rgb24 ? 3 : 4;
-}
-
 void setPixel(const Canvas& canvas, int x, int y, const Rgb& colour)
 {
-    const auto bytes = static_cast<std::size_t>(bytesPerPixel(canvas.layout));
-    std::uint8_t* pixel =
-        canvas.data + static_cast<std::size_t>(y) * canvas.strideBytes + static_cast<std::size_t>(x) * bytes;
+    std::uint8_t* const line = canvas.data + static_cast<std::size_t>(y) * canvas.strideBytes;
     if (canvas.layout == PixelLayout::gray8) {
-        pixel[0] = static_cast<std::uint8_t>((colour[0] * 77 + colour[1] * 150 + colour[2] * 29) >> 8);
-        return;
+        line[x] = static_cast<std::uint8_t>((colour[0] * 77 + colour[1] * 150 + colour[2] * 29) >> 8);
+    } else {
+        std::copy(colour.begin(), colour.end(), line + 3 * x);
     }
-    std::copy(colour.begin(), colour.end(), pixel);
-    if (canvas.layout == PixelLayout::rgba32)
-        pixel[3] = 255;
 }
 
 void fill(const Canvas& canvas, const PixelRect& rect, const Rgb& colour)

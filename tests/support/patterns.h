@@ -22,7 +22,7 @@
 
 namespace testmedia {
 
-enum class PixelLayout { gray8, rgb24, rgba32 };
+enum class PixelLayout { gray8, rgb24 };
 
 // A picture in memory, owned by the caller.
 struct Canvas {
@@ -52,7 +52,7 @@ struct PixelRect {
 using Rgb = std::array<std::uint8_t, 3>;
 
 // The texture as it stands at `moment` (in frames, fractions allowed) and over it the bar code of `number` (0..65535).
-// From 160x120 up. With rgba32 the alpha is left opaque.
+// From 160x120 up.
 void drawBarcode(const Canvas& canvas, int number, double moment);
 inline void drawBarcode(const Canvas& canvas, int number) { drawBarcode(canvas, number, number); }
 
@@ -108,6 +108,9 @@ struct SoundMatch {
 // Where in the pattern this piece (50 ms or more; only the first half second counts) comes from, looking at starts in
 // [fromSeconds, toSeconds]. Exact to far below a sample when the score is near 1.
 SoundMatch locate(const SoundView& piece, int channel, double fromSeconds, double toSeconds);
+
+// The highest level, of either sign; 0 is silence.
+float loudest(const SoundView& piece);
 
 // The strongest frequency in a band; the tone staircase lives in 2.2 to 3.5 kHz.
 double dominantFrequency(const SoundView& piece, double lowHz = 2150, double highHz = 3550);

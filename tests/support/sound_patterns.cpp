@@ -165,6 +165,14 @@ SoundMatch locate(const SoundView& piece, int channel, double fromSeconds, doubl
     return best;
 }
 
+float loudest(const SoundView& piece)
+{
+    float most = 0;
+    for (std::size_t i = 0; i < piece.count; ++i)
+        most = std::max(most, std::abs(piece.samples[i * piece.stride]));
+    return most;
+}
+
 double dominantFrequency(const SoundView& piece, double lowHz, double highHz)
 {
     const auto power = [&](double frequency) {
