@@ -162,20 +162,6 @@ TEST_F(WindowsMediaTest, TakesSizeRateQualityAndKeyFramesFromTheProfileOfTheUser
         << "no picture is finer than the quality, however many bits are left";
 }
 
-TEST_F(WindowsMediaTest, ShowsCutsExactlyAndGivesTheSameBytesTwice)
-{
-    const std::vector<Place> cuts{{0, 1200, 1000, 2200}, {1600, 2600, 500, 1500}, {2600, 4000, 1040, 2440}};
-    for (const auto& place : cuts) {
-        layBoth("h264.mp4", place);
-    }
-    const Movie movie = saved({.profile = kGood}, "first.wmv");
-    saved({.profile = kGood}, "second.wmv");
-    EXPECT_TRUE(bytesOf(folder / "first.wmv") == bytesOf(folder / "second.wmv"));
-    EXPECT_EQ(numbersOf(movie), expectedNumbers(cuts, 25, 0, 4000));
-    expectShift(movie, 0.3, 1);
-    expectShift(movie, 3.3, -1.56);
-}
-
 TEST_F(WindowsMediaTest, RefusesWhatNoProfileSays)
 {
     const auto path = folder / "old.wmv";
