@@ -3,12 +3,6 @@
 #include "play_harness.h"
 #include "twcore/play/sound_ring.h"
 
-#include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <sys/resource.h>
-#include <unistd.h>
-
 namespace playtest {
 namespace {
 
@@ -18,13 +12,10 @@ protected:
     {
         PlayTest::SetUp();
         number = engine::surfaces().add(canvas);
-        folder = std::filesystem::temp_directory_path() / ("quillmont-canvas-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder);
     }
     void TearDown() override
     {
         engine::surfaces().removeCanvas(number);
-        std::filesystem::remove_all(folder);
         PlayTest::TearDown();
     }
 
@@ -54,41 +45,29 @@ protected:
         check(preview.SaveSnapFrame(number, file.string(), width, height, ok));
         return ok != engine::kFalse;
     }
-    std::size_t filesInFolder() const
-    {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()));
-    }
-
     engine::PixelCanvas canvas;
     std::int32_t number = 0;
-    std::filesystem::path folder;
+    testmedia::TempFolder folder;
 };
-
-std::string bytesOf(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 TEST_F(CanvasTest, DrawsTheFrameInTheSizeAsked)
 {
     check(preview.DrawKeyFrame(stream("mpeg4-b.avi", true), 2.0, number, 320, 240));
     EXPECT_EQ(canvasNumber(), 50);
-    check(preview.DrawSnapFrame(path("h264.mp4"), 3.0, number, 401, 233));
+    check(preview.DrawSnapFrame(medium("h264.mp4"), 3.0, number, 401, 233));
     EXPECT_EQ(canvas.width(), 401);
     EXPECT_EQ(canvas.height(), 233);
     EXPECT_EQ(canvasNumber(), 75);
     // Without a frame, the canvas stays as it is.
-    check(preview.DrawSnapFrame(path("h264.mp4"), 60, number, 320, 240));
-    check(preview.DrawSnapFrame(path("h264.mp4"), 0, number, 0, 240));
+    check(preview.DrawSnapFrame(medium("h264.mp4"), 60, number, 320, 240));
+    check(preview.DrawSnapFrame(medium("h264.mp4"), 0, number, 0, 240));
     check(preview.DrawKeyFrame(stream("h264.mp4", false), 0, number, 320, 240));
     check(preview.DrawKeyFrame(123456, 0, number, 320, 240));
     check(preview.DrawKeyFrame(stream("h264.mp4", true), 0, number + 1000, 320, 240));
     EXPECT_EQ(canvas.width(), 401);
     EXPECT_EQ(canvasNumber(), 75);
     // A snap of nothing is an empty picture, not the one before.
-    for (const std::string& nothing : {path("no such file"), path("tone.flac")}) {
+    for (const std::string& nothing : {medium("no such file"), medium("tone.flac")}) {
         canvas.take(1, 1, {0xFFFFFFFF});
         check(preview.DrawSnapFrame(nothing, 0, number, 320, 240));
         EXPECT_EQ(canvas.width(), 320);
@@ -122,38 +101,32 @@ TEST_F(CanvasTest, BitmapsHoldWhatWasDrawn)
     }
     const auto file = folder / "a picture.bmp";
     ASSERT_TRUE(save(file, 5, 3));
-    const std::string bytes = bytesOf(file);
+    const std::string bytes = testmedia::bytesOf(file);
     ASSERT_EQ(bytes.size(), 54u + 3 * 16);
     const std::string head = bytes.substr(0, 30);
     EXPECT_EQ(head, std::string("BM\x66\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x05\0\0\0\x03\0\0\0\x01\0\x18\0", 30));
     EXPECT_EQ(bytes.substr(54, 6), std::string("\x56\x34\x20\x56\x34\x21")); // the lowest line comes first
     EXPECT_EQ(bytes.substr(54 + 32, 3), std::string("\x56\x34\0", 3));
     // Read back as a picture, in another size than the canvas.
-    check(preview.DrawSnapFrame(path("h264.mp4"), 1.0, number, 320, 240));
+    check(preview.DrawSnapFrame(medium("h264.mp4"), 1.0, number, 320, 240));
     ASSERT_TRUE(save(file, 320, 240));
     canvas.resize(1, 1);
     check(preview.DrawSnapFrame(file.string(), 0, number, 320, 240));
     EXPECT_EQ(canvasNumber(), 25);
 
     EXPECT_FALSE(save(folder / "no folder" / "a.bmp", 320, 240));
-    EXPECT_FALSE(save(folder, 320, 240));
+    EXPECT_FALSE(save(folder.path(), 320, 240));
     EXPECT_FALSE(save("", 320, 240));
     EXPECT_FALSE(save("/dev/null", 320, 240));
     EXPECT_FALSE(save(folder / "b.bmp", 0, 240));
     // No room: the old file stays, and no half one.
-    struct rlimit old {};
-    ::getrlimit(RLIMIT_FSIZE, &old);
-    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-    const struct rlimit small {
-        1000, old.rlim_max
-    };
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_FALSE(save(file, 320, 240));
-    EXPECT_FALSE(save(folder / "c.bmp", 320, 240));
-    ::setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, ignored);
-    EXPECT_EQ(filesInFolder(), 1u);
-    EXPECT_EQ(bytesOf(file).size(), 54u + 320 * 240 * 3);
+    {
+        const testmedia::FullDisk full(1000);
+        EXPECT_FALSE(save(file, 320, 240));
+        EXPECT_FALSE(save(folder / "c.bmp", 320, 240));
+    }
+    EXPECT_EQ(folder.names().size(), 1u);
+    EXPECT_EQ(testmedia::bytesOf(file).size(), 54u + 320 * 240 * 3);
 }
 
 TEST(Surfaces, ASinkThatIsRemovedIsCalledNoMore)

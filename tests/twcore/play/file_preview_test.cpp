@@ -3,8 +3,6 @@
 #include "engine/waiting.h"
 #include "play_harness.h"
 
-#include <filesystem>
-#include <unistd.h>
 #include <utility>
 
 namespace playtest {
@@ -18,21 +16,11 @@ protected:
     {
         expectOk(filePreview, &FilePreviewInterface::ResetPlayer);
         Bool16 ok = engine::kFalse;
-        check(filePreview.OpenFile(path(name), ok));
+        check(filePreview.OpenFile(medium(name), ok));
         EXPECT_EQ(ok, engine::kTrue) << name;
     }
-    std::int32_t duration()
-    {
-        std::int32_t ms = -1;
-        check(filePreview.GetDuration(ms));
-        return ms;
-    }
-    std::int32_t at()
-    {
-        std::int32_t ms = -1;
-        check(filePreview.GetPosition(ms));
-        return ms;
-    }
+    std::int32_t duration() { return told(filePreview, &FilePreviewInterface::GetDuration); }
+    std::int32_t at() { return told(filePreview, &FilePreviewInterface::GetPosition); }
 };
 
 TEST_F(FilePreviewTest, PlaysEveryKindToItsEnd)
@@ -83,7 +71,7 @@ TEST_F(FilePreviewTest, PlaysEveryKindToItsEnd)
 TEST_F(FilePreviewTest, NothingThatCanBePlayed)
 {
     Bool16 ok = engine::kTrue;
-    check(filePreview.OpenFile(path("bad/text.avi"), ok));
+    check(filePreview.OpenFile(medium("bad/text.avi"), ok));
     EXPECT_EQ(ok, engine::kFalse);
     EXPECT_NE(screen.said(), "");
     EXPECT_EQ(duration(), 0);
@@ -101,8 +89,9 @@ TEST_F(FilePreviewTest, NothingThatCanBePlayed)
 TEST_F(FilePreviewTest, OfTwoLoadsTheNewerStands)
 {
     // Its trial takes long enough for events to be let run: there is a hole behind the film.
-    const std::string slow = testing::TempDir() + "slow-" + std::to_string(::getpid());
-    std::filesystem::copy_file(path("mpeg2-open-gop.mpg"), slow);
+    const testmedia::TempFolder folder;
+    const std::string slow = folder / "slow";
+    std::filesystem::copy_file(medium("mpeg2-open-gop.mpg"), slow);
     std::filesystem::resize_file(slow, std::uintmax_t{40} << 20);
     enum class Meanwhile { kLoad, kClose };
     for (const auto meanwhile : {Meanwhile::kLoad, Meanwhile::kClose}) {
@@ -121,7 +110,6 @@ TEST_F(FilePreviewTest, OfTwoLoadsTheNewerStands)
         EXPECT_NEAR(duration(), meanwhile == Meanwhile::kLoad ? 2000 : 0, 60);
         std::filesystem::last_write_time(slow, std::filesystem::file_time_type::clock::now()); // to be tried again
     }
-    std::filesystem::remove(slow);
 }
 
 TEST_F(FilePreviewTest, PicturesKeepTheirProportionsInTheirArea)

@@ -3,6 +3,7 @@
 
 #include "engine/check.h"
 #include "engine/surfaces.h"
+#include "support/files.h"
 #include "support/manifest.h"
 #include "support/patterns.h"
 #include "twcore/model/timeline_interface.h"
@@ -24,6 +25,7 @@ namespace playtest {
 using engine::Bool16;
 using engine::check;
 using engine::Handle;
+using testmedia::medium;
 
 template <class Condition>
 bool soon(Condition condition, std::chrono::milliseconds patience = std::chrono::seconds(20))
@@ -36,6 +38,13 @@ bool soon(Condition condition, std::chrono::milliseconds patience = std::chrono:
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return true;
+}
+
+template <class Value>
+Value underLock(std::mutex& mutex, const Value& value)
+{
+    const std::lock_guard lock(mutex);
+    return value;
 }
 
 /// A device whose time goes on only when the test says so. What it is given is kept.
@@ -57,16 +66,8 @@ public:
         while (take(twcore::kAudioBlock)) {
         }
     }
-    bool isRunning()
-    {
-        const std::lock_guard lock(mutex_);
-        return source_ != nullptr;
-    }
-    int starts()
-    {
-        const std::lock_guard lock(mutex_);
-        return starts_;
-    }
+    bool isRunning() { return underLock(mutex_, source_) != nullptr; }
+    int starts() { return underLock(mutex_, starts_); }
     /// One channel of the last piece that was heard.
     testmedia::SoundView lastHeard(int ms, int channel = 0) const
     {
@@ -150,32 +151,16 @@ public:
         said_ = text;
     }
 
-    std::vector<int> numbers()
-    {
-        const std::lock_guard lock(mutex_);
-        return numbers_;
-    }
+    std::vector<int> numbers() { return underLock(mutex_, numbers_); }
     /// -3 when nothing has been shown.
     int last()
     {
-        const std::lock_guard lock(mutex_);
-        return numbers_.empty() ? -3 : numbers_.back();
+        const auto all = numbers();
+        return all.empty() ? -3 : all.back();
     }
-    testmedia::PixelRect area()
-    {
-        const std::lock_guard lock(mutex_);
-        return area_;
-    }
-    engine::SurfacePicture picture()
-    {
-        const std::lock_guard lock(mutex_);
-        return last_;
-    }
-    std::string said()
-    {
-        const std::lock_guard lock(mutex_);
-        return said_;
-    }
+    testmedia::PixelRect area() { return underLock(mutex_, area_); }
+    engine::SurfacePicture picture() { return underLock(mutex_, last_); }
+    std::string said() { return underLock(mutex_, said_); }
 
 private:
     std::mutex mutex_;
@@ -201,11 +186,9 @@ protected:
     }
     void TearDown() override { engine::surfaces().remove(surface); }
 
-    static std::string path(const std::string& name) { return (testmedia::mediaFolder() / name).string(); }
-
     Handle stream(const std::string& name, bool picture)
     {
-        const Handle file = files.openFile(path(name));
+        const Handle file = files.openFile(testmedia::medium(name));
         EXPECT_NE(file, 0) << name;
         return files.streamOfKind(file, picture);
     }
@@ -232,12 +215,15 @@ protected:
         check((object.*call)(told..., ok));
         EXPECT_EQ(ok, engine::kTrue);
     }
-    int position()
+    /// What an operation of either player tells.
+    template <class Object, class Value>
+    Value told(Object& object, engine::Status (Object::*call)(Value&))
     {
-        engine::Milliseconds ms = -1;
-        check(preview.GetPosition(ms));
-        return ms;
+        auto value = static_cast<Value>(-7);
+        check((object.*call)(value));
+        return value;
     }
+    int position() { return told(preview, &twcore::PreviewInterface::GetPosition); }
     /// Waits until this picture is the one that is shown.
     testing::AssertionResult shows(int number)
     {

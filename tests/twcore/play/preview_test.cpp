@@ -1,16 +1,12 @@
 // The player over the timeline: exact pictures wherever it stands, sound and picture in step, nothing lost by a
 // refresh, and everything as far as a damaged file goes.
 
-#include "engine/ITWMediaFiles.h"
-#include "engine/factory.h"
 #include "play_harness.h"
+#include "support/engine_test.h"
 #include "twcore/media/picture_listing.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace playtest {
 namespace {
@@ -82,9 +78,7 @@ TEST_F(PreviewTest, PlaysInStepToTheVeryEnd)
 {
     layThree();
     build();
-    engine::Milliseconds duration = 0;
-    check(preview.GetDuration(duration));
-    EXPECT_EQ(duration, 3500);
+    EXPECT_EQ(told(preview, &PreviewInterface::GetDuration), 3500);
     seek(500);
     play();
     play();
@@ -159,22 +153,12 @@ TEST_F(PreviewTest, SeeksWhilePlayingAndHaltsWhereItWasSought)
     EXPECT_TRUE(shows(numberAt(100)));
 }
 
-template <class Heard>
-float loudest(const Heard& heard)
-{
-    float most = 0;
-    for (std::size_t i = 0; i < heard.count; ++i) {
-        most = std::max(most, std::abs(heard.samples[i * heard.stride]));
-    }
-    return most;
-}
-
 TEST_F(PreviewTest, AnEditGoesOnWithASongThatPlays)
 {
     // It is not begun again, which would take as long as it has played: so it does not even miss its file.
-    const auto song =
-        std::filesystem::temp_directory_path() / ("quillmont-song-" + std::to_string(::getpid()) + ".mid");
-    std::filesystem::copy_file(path("tune.mid"), song, std::filesystem::copy_options::overwrite_existing);
+    const testmedia::TempFolder folder;
+    const auto song = folder / "song.mid";
+    std::filesystem::copy_file(medium("tune.mid"), song);
     lay(audio, stream(song.string(), false), 0, 6000, 0);
     build();
     play();
@@ -189,20 +173,19 @@ TEST_F(PreviewTest, AnEditGoesOnWithASongThatPlays)
 
 TEST_F(PreviewTest, AnEditFindsAFileThatIsBack)
 {
-    const auto file =
-        std::filesystem::temp_directory_path() / ("quillmont-back-" + std::to_string(::getpid()) + ".wav");
-    std::filesystem::copy_file(path("stereo-48k.wav"), file, std::filesystem::copy_options::overwrite_existing);
+    const testmedia::TempFolder folder;
+    const auto file = folder / "back.wav";
+    std::filesystem::copy_file(medium("stereo-48k.wav"), file);
     lay(audio, stream(file.string(), false), 0, 5000, 0);
     std::filesystem::remove(file);
     build();
     play();
     ASSERT_TRUE(device.advance(500));
     EXPECT_EQ(loudest(device.lastHeard(300)), 0);
-    std::filesystem::copy_file(path("stereo-48k.wav"), file);
+    std::filesystem::copy_file(medium("stereo-48k.wav"), file);
     expectOk(preview, &PreviewInterface::RefreshPreview);
     ASSERT_TRUE(device.advance(1000));
     EXPECT_GT(loudest(device.lastHeard(300)), 0.01f);
-    std::filesystem::remove(file);
 }
 
 TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)
@@ -236,15 +219,12 @@ TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)
     seek(700);
     check(preview.ClosePreview());
     EXPECT_TRUE(shows(-1));
-    Bool16 valid = engine::kTrue;
-    check(preview.IsPreviewValid(valid));
-    EXPECT_EQ(valid, engine::kFalse);
+    EXPECT_EQ(told(preview, &PreviewInterface::IsPreviewValid), engine::kFalse);
     check(preview.Play(ok));
     EXPECT_EQ(ok, engine::kFalse);
     build();
     EXPECT_EQ(position(), 700);
-    check(preview.IsPreviewValid(valid));
-    EXPECT_EQ(valid, engine::kTrue);
+    EXPECT_EQ(told(preview, &PreviewInterface::IsPreviewValid), engine::kTrue);
 }
 
 TEST_F(PreviewTest, ALookThatChangesIsSeenAtOnceAndSettlesNothing)
@@ -308,13 +288,11 @@ TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
 #else
     constexpr std::size_t kHole = std::size_t{160} << 20;
 #endif
-    const std::string slow = testing::TempDir() + "listed-" + std::to_string(::getpid()) + ".mpg";
-    {
-        std::ifstream film(path("mpeg2-open-gop.mpg"), std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(film), {}};
-        std::ofstream(slow, std::ios::binary) << bytes.substr(0, bytes.size() * 9 / 10) << std::string(kHole, '\0')
-                                              << bytes.substr(bytes.size() * 9 / 10);
-    }
+    const testmedia::TempFolder folder;
+    const std::string slow = folder / "listed.mpg";
+    const std::string film = testmedia::bytesOf(medium("mpeg2-open-gop.mpg"));
+    const auto holeAt = film.size() * 9 / 10;
+    testmedia::writeBytes(slow, film.substr(0, holeAt) + std::string(kHole, '\0') + film.substr(holeAt));
     const Handle picture = files.streamOfKind(files.openFile(slow), true);
     ASSERT_NE(picture, 0);
     lay(video, picture, 0, 1000, 3000);
@@ -328,7 +306,6 @@ TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
     seek(500);
     EXPECT_TRUE(soon([&] { return !isComing(); }, std::chrono::minutes(2)));
     EXPECT_TRUE(shows(87)); // by itself, once it is known
-    std::filesystem::remove(slow);
 }
 
 TEST_F(PreviewTest, VolumeFallsToSilence)
@@ -336,17 +313,13 @@ TEST_F(PreviewTest, VolumeFallsToSilence)
     lay(audio, stream("stereo-48k.wav", false), 0, 3000, 0);
     build();
     play();
-    double last = 1e9;
+    float last = 1;
     for (const int level : {7, -10, -50, -90, -100, -1000}) {
         check(preview.SetVolume(level));
         ASSERT_TRUE(device.advance(200));
-        const auto view = device.lastHeard(100);
-        double power = 0;
-        for (std::size_t i = 0; i < view.count; ++i) {
-            power += std::abs(view.samples[i * view.stride]);
-        }
-        EXPECT_TRUE(level <= -100 ? power == 0 : power < last * 0.9) << level;
-        last = power;
+        const float now = loudest(device.lastHeard(100));
+        EXPECT_TRUE(level <= -100 ? now == 0 : now < last * 0.9f) << level;
+        last = now;
     }
 }
 
@@ -376,43 +349,30 @@ TEST_F(PreviewTest, WithoutSurfaceOrDeviceItPlaysOn)
 TEST_F(PreviewTest, TheEngineOffersBothPlayers)
 {
     ::setenv("SDL_AUDIODRIVER", "dummy", 1);
-    const auto made = engine::createEngine(engine::kTimelineEngineClass);
-    const auto as = [&]<class Interface>(Interface*) {
-        return static_cast<Interface*>(made->interfaceOf(typeid(Interface)));
-    };
-    auto* const player = as(static_cast<engine::ITWPreview*>(nullptr));
-    auto* const small = as(static_cast<engine::ITWFilePreview*>(nullptr));
-    auto* const calls = as(static_cast<engine::ITWTimeline*>(nullptr));
-    auto* const media = as(static_cast<engine::ITWMediaFiles*>(nullptr));
-    ASSERT_TRUE(player != nullptr && small != nullptr && calls != nullptr && media != nullptr);
-    Handle file = 0;
-    Handle picture = 0;
-    Handle track = 0;
-    Bool16 ok = engine::kFalse;
-    check(made->OpenFile(path("h264.mp4"), file));
-    check(media->OpenStream(file, 0, picture));
-    check(calls->CreateTrack(engine::kTrue, track));
-    check(calls->AppendSource(track, picture, -1, ok));
+    twcore::registerTarnwickTimeline();
+    engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+    const auto player = engine::EngineAs<engine::ITWPreview>();
+    const auto small = engine::EngineAs<engine::ITWFilePreview>();
+    const auto calls = engine::EngineAs<engine::ITWTimeline>();
+    const Handle picture = testsupport::openStream(testsupport::openFile(medium("h264.mp4")), 0);
+    const Handle track = testsupport::newTrack(true);
+    expectOk(*calls, &engine::ITWTimeline::AppendSource, track, picture, -1);
     check(player->SetOwnerWindow(surface));
-    check(player->BuildPreview(ok));
-    EXPECT_EQ(ok, engine::kTrue);
-    check(player->Seek(1000, ok));
+    expectOk(*player, &engine::ITWPreview::BuildPreview);
+    expectOk(*player, &engine::ITWPreview::Seek, 1000);
     EXPECT_TRUE(shows(25));
     check(calls->SetTrackDisabled(track, engine::kTrue));
     EXPECT_TRUE(shows(-1));
     check(calls->SetTrackDisabled(track, engine::kFalse));
     EXPECT_TRUE(shows(25));
     // Both at once.
-    check(small->OpenFile(path("stereo-48k.wav"), ok));
-    check(small->Play(ok));
-    check(player->Play(ok));
-    std::int32_t ms = 0;
-    EXPECT_TRUE(soon([&] {
-        check(small->GetPosition(ms));
-        return ms > 100;
-    }));
+    expectOk(*small, &engine::ITWFilePreview::OpenFile, medium("stereo-48k.wav"));
+    expectOk(*small, &engine::ITWFilePreview::Play);
+    expectOk(*player, &engine::ITWPreview::Play);
+    EXPECT_TRUE(soon([&] { return told(*small, &engine::ITWFilePreview::GetPosition) > 100; }));
     EXPECT_TRUE(soon([&] { return screen.last() > 27; }));
     engine::surfaces().remove(surface); // while pictures come
+    engine::Engine.reset();
     ::unsetenv("SDL_AUDIODRIVER");
 }
 
