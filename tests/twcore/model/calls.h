@@ -31,7 +31,6 @@ struct Range {
     std::int32_t start = 0;
     std::int32_t stop = 0;
     bool ok = false;
-    std::int32_t length() const { return stop - start; }
 };
 
 struct Key {
