@@ -144,6 +144,9 @@ TEST_F(CompressorsTest, SoundOfEveryCompressorIsInStepAndTellsItsRate)
             EXPECT_EQ(movie.rateHz, rate);
             EXPECT_GE(movie.soundSeconds(), seconds - 1e-9);
             EXPECT_LT(movie.soundSeconds(), seconds + 0.044) << "at most the last packet is longer than the movie";
+            if (lengthMs == 1920 && !name.ends_with("ADPCM")) { // whose packets end elsewhere
+                EXPECT_EQ(movie.soundCount(), 92160u) << "a whole packet too many";
+            }
             EXPECT_NEAR(movie.durationSeconds, seconds, 0.15) << "as the header tells it";
             for (const double at : {0.03, 1.5, 2.7}) {
                 if (at + 0.2 < seconds) {
