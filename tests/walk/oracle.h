@@ -38,7 +38,7 @@ struct Timeline {
     Ms end(Row row) const { return on(row).empty() ? 0 : on(row).back().times.stop; }
     /// The end of the longest row; effects do not count.
     Ms duration() const { return std::max({end(kVideo), end(kAudio1), end(kAudio2), end(kOverlay)}); }
-    int count() const;
+    std::ptrdiff_t count() const;
 };
 Timeline readNow(const app::EditSession& session);
 
@@ -46,6 +46,7 @@ Timeline readNow(const app::EditSession& session);
 struct Clip {
     Pieces pieces;
     Ms span = 0;
+    bool isOpen = false; // one that nothing can be worked out for was in the range: which gaps stay is left open
 };
 
 class Oracle {

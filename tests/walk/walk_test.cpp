@@ -320,7 +320,7 @@ TEST(EditWalk, RandomCommandsLeaveWhatTheyAreToldTo)
 {
     constexpr int kPart = 250; // commands of one program
     const int kShrinkSeconds = fromEnvironment("QUILLMONT_SHRINK", 60);
-    const int commands = fromEnvironment("QUILLMONT_WALK", 1000);
+    const int commands = fromEnvironment("QUILLMONT_WALK", 4000);
     const int seed = fromEnvironment("QUILLMONT_SEED", 20'240'607);
     for (int done = 0; done < commands; done += kPart) {
         std::mt19937 random(static_cast<unsigned>(seed + done));
