@@ -78,6 +78,22 @@ TEST_F(EditCommandsTest, NothingRunsInsideAnother)
     EXPECT_EQ(text() + history() + clipboard(), "V 0-1000* | 0/0V c500");
 }
 
+TEST_F(EditCommandsTest, AnEmptyMediaRangeIsLeftAsItIs)
+{
+    expectsErrors = true;
+    lay("V 0-4000=500-500 b4000-8000");
+    for (const auto& command : {mnuEditCut_Click, mnuEditClear_Click, mnuEditCopy_Click}) {
+        lay("V 0-4000=500-500 b4000-8000");
+        showSelection(2000, 5000);
+        command();
+        expectStep("V 0-4000=500-500 b4000-8000", command == mnuEditCopy_Click
+                                                      ? "V 0-4000=500-500 b4000-8000"
+                                                      : "V 0-4000=500-500 b5000-8000=1000-4000");
+    }
+    EXPECT_EQ(clipboard(), "V b1000");
+    EXPECT_NE(error_log::read().find("CutAction"), std::string::npos);
+}
+
 struct Failing {
     const char* name;
     void (*command)();

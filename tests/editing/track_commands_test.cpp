@@ -27,55 +27,8 @@ protected:
     }
 };
 
-TEST_F(TrackCommandsTest, Pack)
+TEST_F(TrackCommandsTest, RepeatAudioWhereThereIsNothingToRepeat)
 {
-    run({"every row", "V 500-1000* 1200-2000 5000-5100 E 300-400 900-1000 O 100-900#30 1000-1400#31 B 10-20",
-         mnuToolsPackTimelineBars_Click, "V 0-500* 500-1300 1300-1400 E 0-100 100-200 O 0-800#30 800-1200#31 B 0-10"});
-    setRows("Lv");
-    run({"but not a locked one", "V 500-1000 E 300-400 A 300-500", mnuToolsPackTimelineBars_Click,
-         "V 500-1000 E 0-100 A 0-200"});
-    setRows("Le Lo");
-    run({"nor a locked lane", "V 500-1000 E 300-400 O 100-900#30", mnuToolsPackTimelineBars_Click,
-         "V 0-500 E 300-400 O 100-900#30"});
-    lay("V 0-500 500-900");
-    mnuToolsPackTimelineBars_Click();
-    EXPECT_EQ(text(), "V 0-500 500-900");
-    EXPECT_EQ(history(), "Pack Timeline Tracks | 1/1") << "an entry all the same";
-}
-
-TEST_F(TrackCommandsTest, RestoreSize)
-{
-    setRows("La"); // is not asked
-    const Edit cases[] = {
-        {"longer: what follows gives way", "V 0-5000=0-8000* 5000-10000 A 0-500=0-600* 700-900",
-         mnuEditRestoreSize_Click, "V 0-8000* 8000-13000 A 0-600* 700-900"},
-        {"shorter: what follows stays", "V 0-5000=1000-2000* 5000-6000=0-500", mnuEditRestoreSize_Click,
-         "V 0-1000=1000-2000* 5000-6000=0-500"},
-        {"two in a row", "V 0-100=0-300* 100-200=0-400*", mnuEditRestoreSize_Click, "V 0-300* 300-700*"},
-        {"an overlay with its key", "O 0-1000=0-400#30* 1000-1500=0-700#31*", mnuEditRestoreSize_Click,
-         "O 0-400#30* 1000-1700#31*"},
-        {"media without length", "V 0-1000=300-300*", mnuEditRestoreSize_Click, "V 0-1000=300-300*"},
-    };
-    for (const Edit& c : cases) {
-        run(c);
-    }
-}
-
-TEST_F(TrackCommandsTest, RepeatAudio)
-{
-    const Edit cases[] = {
-        {"whole repeats", "V 0-3000 A 0-1000=100-1100*", mnuToolsRepeatAudio_Click,
-         "V 0-3000 A 0-1000=100-1100* 1000-2000=100-1100 2000-3000=100-1100"},
-        {"the last is cut short", "V 0-2500 A 0-1000=100-1100*", mnuToolsRepeatAudio_Click,
-         "V 0-2500 A 0-1000=100-1100* 1000-2000=100-1100 2000-2500=100-500"},
-        {"the last source of the first track with a selected one", "V 0-2000 A 0-500 B 0-100* 400-1400",
-         mnuToolsRepeatAudio_Click, "V 0-2000 A 0-500 B 0-100* 400-1400 1400-2000"},
-        {"at its own speed again", "V 0-3000 A 0-2000=0-500*", mnuToolsRepeatAudio_Click,
-         "V 0-3000 A 0-2000=0-500* 2000-2500 2500-3000"},
-    };
-    for (const Edit& c : cases) {
-        run(c);
-    }
     for (const char* const layout : {"V 0-3000 A 0-3000*", "A 0-500*", "V 0-3000 A 0-500", "V 0-3000",
                                      "V 0-3000 A 0-500=700-700*", "V 0-3000 A 0-500=700-100*"}) {
         lay(layout);
@@ -98,25 +51,6 @@ TEST_F(TrackCommandsTest, RepeatAudioStopsWhenTheHistoryTakesNoMore)
     ModuleHistory::StoreCurrentTLImage();
     EXPECT_TRUE(ModuleHistory::LastImage.IsWhole);
     ModuleHistory::EmptyTimeline();
-}
-
-TEST_F(TrackCommandsTest, Split)
-{
-    const Edit cases[] = {
-        {"all that lies there", "V 0-1000m3 1000-2000* E 200-700* O 100-1500#30 A 300-500", splitAt(400),
-         "V 0-400m3 400-1000=400-1000m3 1000-2000* E 200-400 400-700 O 100-400#30 400-1500=300-1400#30 "
-         "A 300-400 400-500=100-200"},
-        {"in slow motion", "V 0-2000=100-1100", splitAt(1000), "V 0-1000=100-550 1000-2000=50-1100"},
-        {"10 ms from an end, 10 from the other", "V 0-410 E 400-410 A 390-500", splitAt(400),
-         "V 0-410 E 400-410 A 390-500"},
-        {"11 ms from both", "V 389-411", splitAt(400), "V 389-400 400-411=11-22"},
-    };
-    for (const Edit& c : cases) {
-        run(c);
-    }
-    setRows("Lv Lo");
-    run({"not on locked rows", "V 0-1000 E 200-700 O 100-1500#30", splitAt(400),
-         "V 0-1000 E 200-400 400-700 O 100-1500#30"});
 }
 
 TEST_F(TrackCommandsTest, SliderAndPictureGoToTheCut)

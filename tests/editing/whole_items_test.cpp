@@ -21,43 +21,22 @@ TEST_F(WholeItemsTest, OnEveryRow)
     const struct {
         const char* name;
         void (*command)();
-        const char* rows;
         std::string after;
         std::string clipboard;
     } cases[] = {
-        {"copy", mnuEditCopy_Click, "", layout, clips},
-        {"delete", mnuEditClear_Click, "", cut, ""},
-        {"cut", mnuEditCut_Click, "", cut, clips},
-        {"crop, but where nothing is selected", mnuEditCrop_Click, "",
+        {"copy", mnuEditCopy_Click, layout, clips},
+        {"cut", mnuEditCut_Click, cut, clips},
+        {"crop, but where nothing is selected", mnuEditCrop_Click,
          "V 0-1000* c3000-4000=500-2500m2* E 0-500* O d0-1000#5* A 0-700* B 0-800 t800-900", ""},
-        {"crop of sources is the same", mnuEditCropSources_Click, "",
-         "V 0-1000* c3000-4000=500-2500m2* E 0-500* O d0-1000#5* A 0-700* B 0-800 t800-900", ""},
-        {"locks are per row", mnuEditCut_Click, "Lv Lo",
-         "V 0-1000* b1000-2000 c3000-4000=500-2500m2* E Wave600-900 O d0-1000#5* 1500-2500#6 A t700-900 "
-         "B 0-800 t800-900",
-         "A 700 E 500"},
-        {"of a crop too", mnuEditCrop_Click, "Le La Lv",
-         "V 0-1000* b1000-2000 c3000-4000=500-2500m2* E 0-500* Wave600-900 O d0-1000#5* "
-         "A 0-700* t700-900 B 0-800 t800-900",
-         ""},
-        {"links do not matter", mnuEditCut_Click, "-v -e -o -a -b", cut, clips},
     };
-    for (const auto& [name, command, rows, after, expected] : cases) {
+    for (const auto& [name, command, after, expected] : cases) {
         SCOPED_TRACE(name);
         fill("");
         lay(layout);
-        setRows(rows);
         command();
         EXPECT_EQ(clipboard(), expected);
         expectStep(layout, after);
     }
-}
-
-TEST_F(WholeItemsTest, TheLastVideoTakesTheEffectsAlong)
-{
-    lay("V 0-1000* E 0-500 B t0-500");
-    mnuEditClear_Click();
-    expectStep("V 0-1000* E 0-500 B t0-500", "B t0-500");
 }
 
 TEST_F(WholeItemsTest, NothingSelected)

@@ -2,8 +2,6 @@
 
 #include "support/logic_harness.h"
 
-#include <random>
-
 namespace logic_test {
 namespace {
 
@@ -99,30 +97,16 @@ TEST_F(StepsTest, OperationsThatCameToNothing)
     AddOperationToHistory("no such word");
     EXPECT_EQ(all(), "Cut Paste Pack Timeline Tracks Copy | 4/5 : 3");
     EXPECT_EQ(HistoryCollection.Item(5).GetOperationType(), "");
+    for (int i = 0; i < 23; ++i) {
+        command("Copy", [] {});
+    }
+    EXPECT_TRUE(history().starts_with("Paste Pack") && history().ends_with(" | 26/26")) << "the oldest row leaves";
     EmptyHistory();
     EXPECT_EQ(all(), " | 0/0 : 3");
     AddOperationToHistory("Cut"); // of the next project: the last image is not one of its own
     EmptyTimeline();
     Redo();
     EXPECT_EQ(all(), "Cut | 0/1 : 0");
-}
-
-TEST_F(StepsTest, RemovalOfUndoneRowsTakesTheEntryBelow)
-{
-    expectsErrors = true; // an entry 0 is to be removed in the end
-    fill();
-    click(2);
-    RemoveDisabledEntries();
-    EXPECT_EQ(all(), "Cut | 1/1 : 1");
-    OnEditUndoClick();
-    EXPECT_EQ(seconds(), 2) << "the entry that was left is the third one";
-    EmptyHistory();
-    EmptyTimeline();
-    fill();
-    click(1);
-    command("Copy", [] {});
-    EXPECT_EQ(all(), "Copy | 1/1 : 0");
-    EXPECT_TRUE(platform.messages.empty());
 }
 
 TEST_F(StepsTest, WordsThatChangeOnRedo)
@@ -195,61 +179,6 @@ TEST_F(StepsTest, TheViewGoesBackToo)
     EXPECT_EQ(form.hsb.Value(), 60);
     OnEditRedoClick();
     EXPECT_EQ(form.hsb.Value(), 0) << "through a row that stayed";
-}
-
-class WalkTest : public LogicTest {
-protected:
-    /// Some change of the timeline, done to the engine.
-    void change()
-    {
-        engine::Bool16 ok = engine::kFalse;
-        const int at = static_cast<int>(random() % 20);
-        const char row = "VOAB"[random() % 4];
-        const Handle track = laid.trackOf(row);
-        Milliseconds end = 0;
-        check(timelineCalls->GetTrackDuration(track, end));
-        switch (random() % 5) {
-        case 0:
-            check(timelineCalls->AddEffectAt(video(), "Wave", at * 500, at * 500 + 300, ok));
-            break;
-        case 1:
-            check(timelineCalls->RemoveSource(track, 0, ok));
-            check(timelineCalls->RemoveTransition(track, 0, ok));
-            break;
-        case 2:
-            check(timelineCalls->ShiftSources(track, 0, at, ok));
-            break;
-        default:
-            put(row + (" " + std::to_string(end + at)) + "-" + std::to_string(end + at + 200) + "=" + std::to_string(at)
-                + "-700m" + std::to_string(at % 3) + (row == 'O' ? "#7" : ""));
-        }
-    }
-    unsigned random() { return static_cast<unsigned>(generator_() >> 4); }
-    std::mt19937 generator_{20260304};
-};
-
-TEST_F(WalkTest, ThirtyCommandsBackAndForth)
-{
-    std::vector<std::string> states{text()};
-    for (int i = 0; i < 30; ++i) {
-        command(i < 4 ? "Cut" : "Move", [this] { change(); });
-        states.push_back(text());
-    }
-    EXPECT_EQ(HistoryCollection.Count(), 26);
-    EXPECT_EQ(forms::frmTools.lvwHistory.get().size(), 26U);
-    EXPECT_EQ(history().find("Cut"), std::string::npos) << "the oldest row is the one that leaves";
-    for (std::size_t i = 29; i >= 4; --i) {
-        OnEditUndoClick();
-        ASSERT_EQ(text(), states[i]);
-    }
-    EXPECT_FALSE(CanUndo());
-    OnEditRedoClick(); // without rows it stays at the first image
-    EXPECT_EQ(text(), states[4]);
-    for (std::size_t i = 6; i <= 30; ++i) {
-        OnEditRedoClick();
-        ASSERT_EQ(text(), states[i]);
-    }
-    EXPECT_FALSE(CanRedo());
 }
 
 } // namespace
