@@ -29,41 +29,17 @@ std::string contents(const std::string& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Folders of their own for program, state and temporary files, and a desktop that may refuse.
-class Places final : public Shell {
-public:
-    explicit Places(Shell& shell, std::string folder) : shell_(shell), folder_(std::move(folder))
-    {
-        for (const char* const name : {"/program", "/state", "/tmp"}) {
-            fs::create_directory(folder_ + name);
-        }
-    }
-    bool openWithDesktop(std::string_view path) override
-    {
-        opened.emplace_back(path);
-        return opens;
-    }
-    std::string temporaryFolder() override { return folder_ + "/tmp/"; }
-    std::string programFolder() override { return folder_ + "/program"; }
-    std::string stateFolder() override { return folder_ + "/state"; }
-    std::int64_t fileLength(std::string_view path) override { return shell_.fileLength(path); }
-    DateTime fileTime(std::string_view path) override { return shell_.fileTime(path); }
-    DateTime now() override { return shell_.now(); }
-    std::string asText(const DateTime& moment) override { return shell_.asText(moment); }
-    std::string systemText() override { return shell_.systemText(); }
-    void copyWithRename(std::string_view from, std::string_view to) override { shell_.copyWithRename(from, to); }
-
-    std::vector<std::string> opened;
-    bool opens = true;
-
-private:
-    Shell& shell_;
-    std::string folder_;
-};
-
 class ReportTest : public testing::Test {
 protected:
-    ReportTest() : places(platform, platform.folder) { ports.shell = &places; }
+    ReportTest()
+    {
+        platform.programPart = "/program";
+        platform.statePart = "/state";
+        platform.temporaryPart = "/tmp";
+        for (const std::string& part : {platform.programPart, platform.statePart, platform.temporaryPart}) {
+            fs::create_directory(platform.folder + part);
+        }
+    }
     ~ReportTest() override
     {
         frmbug::showDialogue = nullptr;
@@ -89,7 +65,6 @@ protected:
     }
 
     testsupport::ScriptedPlatform platform;
-    Places places;
     const std::string logPath = platform.folder + "/program/ErrLog.asr";
     const std::string statePath = platform.folder + "/state/ErrLog.asr";
     const std::string pagePath = platform.folder + "/tmp/ErrLog.htm";
@@ -200,7 +175,7 @@ TEST_F(ReportTest, TheLogGoesWhereItCanBeWritten)
     fs::create_directory(statePath); // nowhere at all: nothing is sent, nothing is reported
     report("Undo");
     EXPECT_NE(frmbug::WriteReportPage(), "");
-    EXPECT_EQ(places.opened.size(), 1u);
+    EXPECT_EQ(platform.openedWithDesktop.size(), 1u);
 }
 
 TEST_F(ReportTest, SendingTakesAllRecordsAndDeletesTheLog)
@@ -222,7 +197,7 @@ TEST_F(ReportTest, SendingTakesAllRecordsAndDeletesTheLog)
               "value=\"one &#39;a&#39; &amp; &quot;b&quot; <br>&lt;two&gt; <br>three <br>\">\r\n"
               "</FORM>\r\n</BODY>\r\n</HTML>\r\n");
     EXPECT_EQ(contents(platform.folder + "/mine"), "kept");
-    EXPECT_EQ(places.opened, std::vector<std::string>{pagePath});
+    EXPECT_EQ(platform.openedWithDesktop, std::vector<std::string>{pagePath});
     EXPECT_FALSE(fs::exists(logPath));
     EXPECT_EQ(closed, 2);
 }
@@ -232,7 +207,7 @@ TEST_F(ReportTest, AReportThatCannotBeSentSaysSoAndStays)
     int closed = 0;
     frmbug::closeDialogue = [&] { ++closed; };
     report("Undo");
-    places.opens = false;
+    platform.opensWithDesktop = false;
     frmbug::cmdsendreport_Click();
     fs::remove(pagePath);
     fs::create_directories(pagePath + "/full");

@@ -119,7 +119,7 @@ void ScriptedPlatform::deleteSection(std::string_view application, std::string_v
 bool ScriptedPlatform::openWithDesktop(std::string_view path)
 {
     openedWithDesktop.emplace_back(path);
-    return true;
+    return opensWithDesktop;
 }
 
 std::int64_t ScriptedPlatform::fileLength(std::string_view path)

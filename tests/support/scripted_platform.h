@@ -41,7 +41,11 @@ public:
     double characterWidth = 7;
     std::map<std::string, std::string> settings; // "application/section/key"
     std::vector<std::string> openedWithDesktop;
-    std::string folder; // temporary, program and state folder; made and removed by this object
+    std::string folder;      // temporary, program and state folder; made and removed by this object
+    std::string programPart; // below it, "/name"; of the other two as well
+    std::string statePart;
+    std::string temporaryPart;
+    bool opensWithDesktop = true;
     DateTime moment{2026, 3, 4, 5, 6, 7};
 
     MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
@@ -58,9 +62,9 @@ public:
               std::string_view value) override;
     void deleteSection(std::string_view application, std::string_view section) override;
     bool openWithDesktop(std::string_view path) override;
-    std::string temporaryFolder() override { return folder + "/"; }
-    std::string programFolder() override { return folder; }
-    std::string stateFolder() override { return folder; }
+    std::string temporaryFolder() override { return folder + temporaryPart + "/"; }
+    std::string programFolder() override { return folder + programPart; }
+    std::string stateFolder() override { return folder + statePart; }
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;
     DateTime now() override { return moment; }
