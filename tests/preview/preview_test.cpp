@@ -3,7 +3,6 @@
 #include "core/forms/frmTools.h"
 #include "core/upcalls.h"
 #include "engine/ITWPreview.h"
-#include "engine/surfaces.h"
 #include "hand/slider_drag.h"
 #include "history/ModuleHistory.h"
 #include "preview/frmPreview_events.h"
@@ -11,42 +10,12 @@
 #include "support/logic_harness.h"
 #include "volume/frmVolume.h"
 
-#include <chrono>
 #include <cstdlib>
-#include <thread>
 
 namespace logic_test {
 namespace {
 
 using namespace moduleTWPreview;
-
-/// Counts the pictures that come, and keeps the last one's brightness.
-class CountingSink final : public engine::FrameSink {
-public:
-    void show(const engine::SurfacePicture& picture) noexcept override
-    {
-        const auto* const middle = picture.pixels.get() + picture.height / 2 * picture.strideBytes;
-        int brightest = 0;
-        for (int i = 0; i < picture.width * 4; ++i) {
-            brightest = i % 4 == 3 ? brightest : std::max<int>(brightest, middle[i]);
-        }
-        brightness = brightest;
-        ++pictures;
-    }
-    void say(engine::Text) noexcept override {}
-
-    std::atomic<int> pictures = 0;
-    std::atomic<int> brightness = 0;
-};
-
-bool soon(const std::function<bool()>& holds)
-{
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (!holds() && std::chrono::steady_clock::now() < end) {
-        std::this_thread::yield();
-    }
-    return holds();
-}
 
 class PreviewTest : public LogicTest {
 protected:
@@ -345,33 +314,6 @@ TEST_F(PreviewTest, VolumeIsTakenWhenItOpensAndKeptWhenItCloses)
     engine::Bool16 isBuilt = engine::kTrue;
     check(player->IsPreviewValid(isBuilt));
     EXPECT_EQ(isBuilt, engine::kFalse);
-}
-
-TEST_F(PreviewTest, PicturesComeWhileItPlays)
-{
-    engineCalls.answer = nullptr;
-    CountingSink sink;
-    const std::int32_t number = engine::surfaces().add(sink, {160, 120, 1});
-    preview.picDisplayHandle = number;
-    check(timelineCalls->SetFrameSize(320, 240));
-    engine::Bool16 ok = engine::kFalse;
-    open({"mpeg4.avi"});
-    check(timelineCalls->AppendSource(video(), state::StreamCollection.Item(1), 0, ok));
-    UpdatePreview();
-    EXPECT_TRUE(soon([&] { return sink.brightness > 128; }));
-    const int before = sink.pictures;
-    OnCmdPlayClick();
-    EXPECT_TRUE(soon([&] { return GetCurrentPosition() > 200 && sink.pictures > before + 2; }));
-    frmPreview::tm_Timer();
-    EXPECT_GE(preview.sldSeekBar.Value(), 200);
-    EXPECT_EQ(preview.sldSeekBar.Value(), state::SliderPosition);
-    OnCmdPauseClick();
-    const std::int32_t at = GetCurrentPosition();
-    EXPECT_EQ(GetCurrentPosition(), at);
-    OnCmdStopClick();
-    EXPECT_EQ(GetCurrentPosition(), 0);
-    frmPreview::Unload();
-    engine::surfaces().remove(number);
 }
 
 } // namespace
