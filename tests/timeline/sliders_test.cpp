@@ -160,6 +160,9 @@ TEST_F(SlidersTest, KeysAndScale)
     preview.SetMin(940);
     frmTimeline::picTimelineBase_KeyDown(37, 0);
     EXPECT_EQ(state::SliderPosition, 950) << "below the minimum nothing moves";
+    SetSliderPosition(0, false);
+    frmTimeline::picScale_KeyDown(65, 0);
+    EXPECT_EQ(state::SliderPosition, 0) << "a key of no use does not even bring it into the range";
 
     form.hsb.SetValue(7);
     preview.SetMin(0);
