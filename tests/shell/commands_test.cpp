@@ -6,46 +6,16 @@
 #include "hand/row_events.h"
 #include "hand/slider_drag.h"
 #include "report/web_host.h"
-#include "shell/action_table.h"
 
 namespace logic_test {
 namespace {
 
-using shell::CommandTests;
-
 class CommandsTest : public ShellTest {
 protected:
-    /// The tests that hold, by short names.
-    static std::string tests()
-    {
-        const std::pair<shell::CommandTest, const char*> names[] = {
-            {&CommandTests::hasRows, "rows"},
-            {&CommandTests::isRowSelected, "row"},
-            {&CommandTests::hasTimeline, "timeline"},
-            {&CommandTests::hasVideo, "video"},
-            {&CommandTests::hasEffects, "effects"},
-            {&CommandTests::hasOverlays, "overlays"},
-            {&CommandTests::canRepeatAudio, "repeat"},
-            {&CommandTests::isAudio1Selected, "audio1"},
-            {&CommandTests::isAudio2Selected, "audio2"},
-            {&CommandTests::canEdit, "edit"},
-            {&CommandTests::canCropSources, "cropSources"},
-            {&CommandTests::canUndo, "undo"},
-            {&CommandTests::canRedo, "redo"},
-            {&CommandTests::canSetKeyColor, "key"},
-            {&CommandTests::canSetStretchMode, "stretch"},
-            {&CommandTests::canRestoreSize, "restore"},
-        };
-        const CommandTests now = shell::currentTests();
-        std::string all;
-        for (const auto& [test, name] : names) {
-            all += now.*test ? (all.empty() ? "" : " ") + std::string(name) : "";
-        }
-        return all;
-    }
     /// Names of the main menu's entries, below the tops, that can be chosen; those that always can are left out.
     static std::string enabled()
     {
+        EnableOrDisableMenuItems();
         std::string all;
         for (const shell::MenuRow& row : shell::menuBar()) {
             if (row.state != nullptr && row.test != nullptr && row.state->Enabled) {
@@ -56,30 +26,24 @@ protected:
     }
 };
 
-TEST_F(CommandsTest, TestsOverLayouts)
+TEST_F(CommandsTest, EntriesOverLayouts)
 {
-    EXPECT_EQ(tests(), "");
+    const std::string edits = "mnuEditCut mnuEditCopy mnuEditClear mnuEditCrop ";
+    const std::string always = "mnuToolsSplitTimeline mnuToolsPackTimelineBars";
     put("B 0-1000=0-5000");
-    EXPECT_EQ(tests(), "timeline");
+    EXPECT_EQ(enabled(), "mnuEditClearTimeline " + always);
     select(audio(2), 0);
-    EXPECT_EQ(tests(), "timeline audio2 edit restore");
-    put("V 0-5000");
-    EXPECT_EQ(tests(), "timeline video repeat audio2 edit restore");
+    EXPECT_EQ(enabled(), "mnuEditClearTimeline " + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always);
+    put("V 0-5000 E 0-500 O 0-2500=0-5000#0");
+    const std::string rows =
+        "mnuEditClearTimeline mnuEditAddEffectToTimeline mnuEditClearEffect mnuEditAddToOverlay mnuEditClearOverlay ";
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always + " mnuToolsRepeatAudio");
     moduleTimeline::ClearMFSTSubSelections();
-    put("E 0-500 O 0-2500=0-5000#0");
-    EXPECT_EQ(tests(), "timeline video effects overlays");
+    EXPECT_EQ(enabled(), rows + always);
     select(state::OverlayTrack, 0);
-    EXPECT_EQ(tests(), "timeline video effects overlays edit key stretch restore");
-    form.chkLockOverlay[0].Value = std::int16_t{1};
-    EXPECT_EQ(tests(), "timeline video effects overlays");
-    select(video(), 0);
-    EXPECT_EQ(tests(), "timeline video effects overlays edit stretch");
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditRestoreSize " + always);
     showSelection(1000, 2000);
-    EXPECT_EQ(tests(), "timeline video effects overlays edit cropSources stretch");
-    open({"still.bmp"});
-    EXPECT_EQ(tests(), "rows row timeline video effects overlays edit cropSources stretch");
-    forms::frmMediaList.lvwMediaList.Change(1).Selected = false;
-    EXPECT_EQ(tests(), "rows timeline video effects overlays edit cropSources stretch");
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + always);
 }
 
 TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
@@ -121,6 +85,8 @@ TEST_F(CommandsTest, PressesAndReleasesUpdateTheMenus)
         {"press on an item", [] { frmTimeline::picVideo_MouseDown(0, 1, 0, 10, 12); }},
         {"press beside", [] { frmTimeline::picEffect_MouseDown(0, 1, 0, 10, 12); }},
         {"sliders", [] { moduleTimeline::ToggleSelSliders(); }},
+        {"link", [] { frmTimeline::imgLinkVideo_Click(0); }},
+        {"lock", [] { frmTimeline::imgLockVideo_Click(0); }},
         {"node", [] { frmTimeline::tvwTimeline_NodeClick({0}); }},
         {"row", [] { open({"still.bmp"}); }},
         {"drag", [] {

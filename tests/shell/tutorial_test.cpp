@@ -57,10 +57,6 @@ TEST_F(TutorialTest, AtTheStartByTheSetting)
         mdiTarnwick::ShowTutorialAtStart();
         EXPECT_EQ(!shown.empty(), isShown) << value;
     }
-    mdiTarnwick::HideTutorialAtStart(false);
-    EXPECT_EQ(platform.settings[key], "0");
-    mdiTarnwick::HideTutorialAtStart(true);
-    EXPECT_EQ(platform.settings[key], "1");
 }
 
 } // namespace
