@@ -65,22 +65,14 @@ TEST_F(HistoryScreen, AFilmIsMadeTakenBackAndMadeAgain)
     note();
     addEffect("Wave");
     note();
-    click(find("picScale"), {400, 6});
-    addEffect("Emboss");
-    note();
-    selectFile(0);
-    key(Qt::Key_F4);
-    note();
-    EXPECT_EQ(states.back(), "Video[mpeg4.avi no-sound.mp4] Effects[Wave Emboss] Overlays[no-sound.mp4 mpeg4.avi] "
-                             "Audio 1[mpeg4.avi] Audio 2[]");
-    EXPECT_EQ(history().count(), 6);
+    EXPECT_EQ(states.back(), "Video[mpeg4.avi no-sound.mp4] Effects[Wave] Overlays[no-sound.mp4] Audio 1[mpeg4.avi] "
+                             "Audio 2[]");
+    EXPECT_EQ(history().count(), 4);
 
-    for (std::size_t left = 6; left-- > 1;) {
+    for (std::size_t left = 4; left-- > 2;) {
         key(Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(tree(), states[left]) << left << " steps are left";
     }
-    key(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(tree(), states[2]);
     key(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(tree(), states[3]);
     EXPECT_EQ(history().count(), 3);
@@ -205,18 +197,10 @@ TEST_F(HistoryScreen, APartIsCutOutAndPastedElsewhere)
 
     click(find("picScale"), {400, 6});
     key(Qt::Key_V, Qt::ControlModifier);
-    const std::string pasted = tree();
-    EXPECT_EQ(pasted, "Video[mpeg4.avi mpeg4.avi mpeg4.avi] Effects[] Overlays[] "
+    EXPECT_EQ(tree(), "Video[mpeg4.avi mpeg4.avi mpeg4.avi] Effects[] Overlays[] "
                       "Audio 1[mpeg4.avi mpeg4.avi mpeg4.avi] Audio 2[]");
     EXPECT_EQ(barEnd("picVideo0"), 600) << "what follows has moved on";
     EXPECT_EQ(barEnd("picAudio0"), 604);
-
-    clickHistory(1);
-    EXPECT_EQ(tree(), "Video[mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
-    EXPECT_NE(pixel("picVideo0", 50, 20), gap);
-    clickHistory(2);
-    EXPECT_EQ(tree(), pasted);
-    EXPECT_EQ(barEnd("picVideo0"), 600);
 }
 
 } // namespace

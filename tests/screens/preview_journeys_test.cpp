@@ -15,24 +15,13 @@ protected:
     QImage picture() const { return inPreview("picDisplay").grab().toImage(); }
     QSlider& bar() const { return find<QSlider>("sldSeekBar"); }
     std::string time(const char* label) const { return find<QLabel>(label).text().toStdString(); }
-
-    static double brightShare(const QImage& image)
-    {
-        int bright = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                bright += qGray(image.pixel(x, y)) > 128 ? 1 : 0;
-            }
-        }
-        return double(bright) / (image.width() * image.height());
-    }
 };
 
 TEST_F(PreviewScreen, AFileIsAddedAndWatched)
 {
     opened({"mpeg4.avi"});
     key(Qt::Key_F2);
-    EXPECT_TRUE(until([&] { return brightShare(picture()) > 0.05; }));
+    EXPECT_TRUE(until([&] { return brightShare("picDisplay") > 0.05; }));
     EXPECT_EQ(time("lblDuration"), "0:00:05.040");
     EXPECT_EQ(status(3), "0:00:05.040");
 
@@ -43,7 +32,7 @@ TEST_F(PreviewScreen, AFileIsAddedAndWatched)
     const QImage first = picture();
     click(inPreview("cmdPlay"));
     EXPECT_TRUE(until([&] { return bar().value() > 200 && picture() != first; })) << bar().value();
-    EXPECT_GT(brightShare(picture()), 0.05);
+    EXPECT_GT(brightShare("picDisplay"), 0.05);
     EXPECT_NE(time("lblCurrentTime"), "0:00:00.000");
     EXPECT_EQ(time("lblCurrentTime"), status(2));
     const auto& actions = *find<QTreeView>("tvwActions").model();
@@ -81,17 +70,6 @@ TEST_F(PreviewScreen, TheVolumePopsUpAndAnyKeyClosesIt)
     EXPECT_FALSE(popup.isVisible());
     click(button);
     EXPECT_TRUE(until([&] { return popup.isVisible(); }));
-}
-
-TEST_F(PreviewScreen, ThePanelIsHiddenAndShownAgain)
-{
-    QWidget& panel = find("frmPreview");
-    EXPECT_TRUE(panel.isVisible());
-    const int listWidth = find("frmMediaList").width();
-    choose("&Window", "&Preview");
-    EXPECT_TRUE(until([&] { return !panel.isVisible() && find("frmMediaList").width() > listWidth; }));
-    choose("&Window", "&Preview");
-    EXPECT_TRUE(until([&] { return panel.isVisible() && find("frmMediaList").width() == listWidth; }));
 }
 
 } // namespace

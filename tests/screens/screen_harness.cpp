@@ -25,8 +25,14 @@
 #include "volume/frmVolume.h"
 #include "windowing/scheme.h"
 
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QHeaderView>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QProgressBar>
+#include <QSizeGrip>
 #include <QStyleHints>
 #include <QTreeView>
 #include <QWindow>
@@ -255,6 +261,43 @@ int ScreenTest::barEnd(const char* picture) const
 }
 
 QRgb ScreenTest::pixel(const char* widget, int x, int y) const { return find(widget).grab().toImage().pixel(x, y); }
+
+int ScreenTest::expectNames(const QWidget& ground)
+{
+    int seen = 0;
+    for (const QWidget* const widget : ground.findChildren<QWidget*>()) {
+        const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+        const bool isPart = widget->objectName().startsWith("qt_") || qobject_cast<const QLabel*>(widget) != nullptr
+                            || qobject_cast<const QHeaderView*>(widget) != nullptr
+                            || qobject_cast<const QSizeGrip*>(widget) != nullptr
+                            || qobject_cast<const QLineEdit*>(widget->parentWidget()) != nullptr
+                            || widget->testAttribute(Qt::WA_TransparentForMouseEvents);
+        const bool isControl = button != nullptr || qobject_cast<const QAbstractSlider*>(widget) != nullptr
+                               || qobject_cast<const QAbstractItemView*>(widget) != nullptr
+                               || qobject_cast<const QProgressBar*>(widget) != nullptr
+                               || widget->focusPolicy() == Qt::StrongFocus || widget->testAttribute(Qt::WA_SetCursor);
+        if (!isControl || isPart || !widget->isVisible()) {
+            continue;
+        }
+        ++seen;
+        EXPECT_TRUE(!widget->accessibleName().isEmpty() || (button != nullptr && !button->text().isEmpty()))
+            << widget->metaObject()->className() << " " << widget->objectName().toStdString() << " in "
+            << widget->parentWidget()->objectName().toStdString();
+    }
+    return seen;
+}
+
+double ScreenTest::brightShare(const char* widget) const
+{
+    const QImage image = find(widget).grab().toImage();
+    int bright = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            bright += qGray(image.pixel(x, y)) > 128 ? 1 : 0;
+        }
+    }
+    return double(bright) / (image.width() * image.height());
+}
 
 void ScreenTest::opened(const std::vector<std::string>& names)
 {

@@ -102,6 +102,10 @@ protected:
     /// Where on the row's picture the last bar ends, pixels; -1 when there is no bar.
     int barEnd(const char* picture) const;
     QRgb pixel(const char* widget, int x, int y) const;
+    /// Every control below it that is seen has a name for those who cannot see it. How many these are.
+    static int expectNames(const QWidget& ground);
+    /// Share of a widget's pixels that are bright.
+    double brightShare(const char* widget) const;
 
     // --- Before the journey begins ---------------------------------------------------------------------------------
 
