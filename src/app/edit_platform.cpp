@@ -19,6 +19,16 @@ std::string keyOf(std::string_view application, std::string_view section, std::s
     return std::string(application) + "/" + std::string(section) + "/" + std::string(key);
 }
 
+/// The answer that waits for a dialogue. Raises error 32755 when there is none.
+std::string taken(std::string& answer)
+{
+    constexpr std::int32_t kCancelled = 32755;
+    if (answer.empty()) {
+        throw engine::RuntimeError(kCancelled, "Cancel was selected.");
+    }
+    return std::exchange(answer, {});
+}
+
 } // namespace
 
 EditPlatform::EditPlatform(std::ostream& told, std::string folder)
@@ -36,14 +46,9 @@ MessageAnswer EditPlatform::show(std::string_view text, MessageIcon, MessageButt
     return buttons == MessageButtons::kOk ? MessageAnswer::kOk : MessageAnswer::kYes;
 }
 
-std::string EditPlatform::openFiles(const OpenFileRequest&)
-{
-    constexpr std::int32_t kCancelled = 32755;
-    if (chosenFile.empty()) {
-        throw engine::RuntimeError(kCancelled, "Cancel was selected.");
-    }
-    return std::exchange(chosenFile, {});
-}
+std::string EditPlatform::openFiles(const OpenFileRequest&) { return taken(chosenFile); }
+
+std::string EditPlatform::saveFile(const SaveFileRequest&) { return taken(savedFile); }
 
 std::uint32_t EditPlatform::ticks()
 {

@@ -28,10 +28,14 @@ public:
 
     /// What the next open dialogue answers; without one it is cancelled.
     std::string chosenFile;
+    /// What the next save dialogue answers; without one it is cancelled.
+    std::string savedFile;
 
     MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
                        std::string_view title) override;
     std::string openFiles(const OpenFileRequest& request) override;
+    std::string saveFile(const SaveFileRequest& request) override;
+    std::string pickFolder(std::string_view, std::string_view) override { return {}; }
     void letRun() override {}
     std::uint32_t ticks() override;
     double textWidth(std::string_view text) override { return 7.0 * static_cast<double>(text.size()); }
@@ -45,6 +49,7 @@ public:
     bool openWithDesktop(std::string_view) override { return false; }
     std::string temporaryFolder() override { return folder_ + "/"; }
     std::string programFolder() override { return folder_; }
+    std::string runtimeFolder() override { return folder_; }
     std::string stateFolder() override { return folder_; }
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;

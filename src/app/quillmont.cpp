@@ -22,11 +22,10 @@
 #include "windowing/ini_settings.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
+#include "windowing/text.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLockFile>
-#include <QStandardPaths>
 #include <QTimer>
 #include <cstdlib>
 #include <memory>
@@ -36,11 +35,7 @@ namespace {
 /// Held while this process lives; a crash cannot leave it behind.
 std::unique_ptr<QLockFile> instanceLock()
 {
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (folder.isEmpty() || !QDir().mkpath(folder)) {
-        folder = QDir::tempPath();
-    }
-    auto lock = std::make_unique<QLockFile>(folder + "/quillmont.lock");
+    auto lock = std::make_unique<QLockFile>(fromProgram(ports.shell->runtimeFolder()) + "/quillmont.lock");
     lock->setStaleLockTime(0);
     return lock;
 }

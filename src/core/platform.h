@@ -41,12 +41,23 @@ struct OpenFileRequest {
     std::size_t bufferLength = 0; // 0: no limit
 };
 
+struct SaveFileRequest {
+    std::vector<FileFilter> filters;
+    std::string folder;           // where it opens; empty: where it was last
+    std::string defaultExtension; // without a dot; what a name without any gets
+};
+
 class CommonDialogs {
 public:
     virtual ~CommonDialogs() = default;
     /// One path, or a folder and behind it the names from there, all separated by NUL. A name may be one of which there
     /// is no file. Raises error 32755 when it is cancelled, error 20476 when the names do not fit the buffer.
     virtual std::string openFiles(const OpenFileRequest& request) = 0;
+    /// One whole path. The person has agreed that a file of that name is overwritten. Raises error 32755 when it is
+    /// cancelled.
+    virtual std::string saveFile(const SaveFileRequest& request) = 0;
+    /// One folder, without a separator at its end; empty when it is cancelled.
+    virtual std::string pickFolder(std::string_view title, std::string_view folder) = 0;
 };
 
 class Events {
@@ -99,6 +110,9 @@ public:
     virtual std::string temporaryFolder() = 0;
     /// Where the executable's data lie, without a separator at its end.
     virtual std::string programFolder() = 0;
+    /// A folder of the user's that is gone with the session, for files that nobody keeps; without a separator at its
+    /// end.
+    virtual std::string runtimeFolder() = 0;
     /// The user's folder for logs and the like, made when it is missing; without a separator at its end.
     virtual std::string stateFolder() = 0;
     /// Bytes. Raises error 53 when there is no such file, 52 for a name that cannot be one, 76 without its folder.

@@ -28,7 +28,12 @@ void reset()
     ProjectWidth = 320;
     ProjectHeight = 240;
     ProjectModified = false;
+    MediaListDirty = false;
+    ProjectSaved = false;
     ProjectFilePath.clear();
+    SavedFileCount = 0;
+    TemporaryProjectPath.clear();
+    ProjectOpenFailed = false;
     AppSection = "Quillmont 1.1";
     RecentFilePaths.clear();
     RecentFileCount = 0;
@@ -37,6 +42,9 @@ void reset()
     NewRecentProject.clear();
     InSelectionUpdate = false;
     BusyOpening = false;
+    ProjectLoadLock = false;
+    OpeningRecentProject = false;
+    SaveCancelled = false;
     OpeningCancelled = false;
 }
 

@@ -56,6 +56,17 @@ QMessageBox::StandardButtons buttonsOf(MessageButtons buttons)
     }
 }
 
+/// Shows a dialogue with the plain pointer; true when it was accepted.
+bool isAccepted(QDialog& dialog)
+{
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int answer = dialog.exec();
+    QApplication::restoreOverrideCursor();
+    return answer == QDialog::Accepted;
+}
+
+[[noreturn]] void raiseCancelled() { throw engine::RuntimeError(kCancelled, "Cancel was selected."); }
+
 DateTime fromToolkit(const QDateTime& moment)
 {
     const QDate date = moment.date();
@@ -116,12 +127,9 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
         dialog.selectNameFilter(dialog.nameFilters().at(request.filterIndex - 1));
     }
-    QApplication::setOverrideCursor(Qt::ArrowCursor);
-    const int answer = dialog.exec();
-    QApplication::restoreOverrideCursor();
-    const QStringList chosen = answer == QDialog::Accepted ? chosenPaths(dialog) : QStringList();
+    const QStringList chosen = isAccepted(dialog) ? chosenPaths(dialog) : QStringList();
     if (chosen.isEmpty()) {
-        throw engine::RuntimeError(kCancelled, "Cancel was selected.");
+        raiseCancelled();
     }
     lastFolder_ = QFileInfo(chosen.front()).absolutePath();
     std::string names = folderAndNames(chosen);
@@ -129,6 +137,32 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
         throw engine::RuntimeError(kBufferTooSmall, "The buffer for the file names is too small.");
     }
     return names;
+}
+
+std::string QtCommonDialogs::saveFile(const SaveFileRequest& request)
+{
+    QFileDialog dialog(dialogOwner(), QObject::tr("Save As"),
+                       request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(toolkitFilters(request.filters));
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setDefaultSuffix(fromProgram(request.defaultExtension));
+    if (!isAccepted(dialog) || dialog.selectedFiles().isEmpty()) {
+        raiseCancelled();
+    }
+    const QFileInfo chosen(dialog.selectedFiles().front());
+    lastFolder_ = chosen.absolutePath();
+    return toProgram(QDir::cleanPath(chosen.absoluteFilePath()));
+}
+
+std::string QtCommonDialogs::pickFolder(std::string_view title, std::string_view folder)
+{
+    QFileDialog dialog(dialogOwner(), fromProgram(title), fromProgram(folder));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return isAccepted(dialog) && !dialog.selectedFiles().isEmpty() ? toProgram(dialog.selectedFiles().front())
+                                                                   : std::string();
 }
 
 void QtEvents::letRun()
@@ -153,6 +187,12 @@ bool QtShell::openWithDesktop(std::string_view path)
 std::string QtShell::temporaryFolder() { return toProgram(QDir::tempPath()) + "/"; }
 
 std::string QtShell::programFolder() { return toProgram(QCoreApplication::applicationDirPath()); }
+
+std::string QtShell::runtimeFolder()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return toProgram(!folder.isEmpty() && QDir().mkpath(folder) ? folder : QDir::tempPath());
+}
 
 std::string QtShell::stateFolder()
 {

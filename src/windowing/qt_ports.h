@@ -20,6 +20,8 @@ public:
 class QtCommonDialogs final : public CommonDialogs {
 public:
     std::string openFiles(const OpenFileRequest& request) override;
+    std::string saveFile(const SaveFileRequest& request) override;
+    std::string pickFolder(std::string_view title, std::string_view folder) override;
 
 private:
     QString lastFolder_;
@@ -52,6 +54,7 @@ public:
     bool openWithDesktop(std::string_view path) override;
     std::string temporaryFolder() override;
     std::string programFolder() override;
+    std::string runtimeFolder() override;
     std::string stateFolder() override;
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;

@@ -64,20 +64,40 @@ MessageAnswer ScriptedPlatform::show(std::string_view text, MessageIcon icon, Me
     return answer;
 }
 
-std::string ScriptedPlatform::openFiles(const OpenFileRequest& request)
+std::string ScriptedPlatform::nextPath(std::deque<std::string>& paths)
 {
-    requests.push_back(request);
     if (!dialogErrors.empty()) {
         const std::int32_t number = dialogErrors.front();
         dialogErrors.pop_front();
         throw engine::RuntimeError(number, "Dialogue error");
     }
-    if (chosenFiles.empty()) {
+    if (paths.empty()) {
         throw engine::RuntimeError(32755, "Cancel was selected.");
     }
-    std::string chosen = chosenFiles.front();
-    chosenFiles.pop_front();
+    std::string chosen = paths.front();
+    paths.pop_front();
     return chosen;
+}
+
+std::string ScriptedPlatform::openFiles(const OpenFileRequest& request)
+{
+    requests.push_back(request);
+    return nextPath(chosenFiles);
+}
+
+std::string ScriptedPlatform::saveFile(const SaveFileRequest& request)
+{
+    saveRequests.push_back(request);
+    return nextPath(savedFiles);
+}
+
+std::string ScriptedPlatform::pickFolder(std::string_view, std::string_view)
+{
+    std::string picked = pickedFolders.empty() ? std::string() : pickedFolders.front();
+    if (!pickedFolders.empty()) {
+        pickedFolders.pop_front();
+    }
+    return picked;
 }
 
 void ScriptedPlatform::letRun()

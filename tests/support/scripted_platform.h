@@ -35,6 +35,9 @@ public:
     std::deque<std::string> chosenFiles;   // for the open dialogue; error 32755 when there is none left
     std::deque<std::int32_t> dialogErrors; // raised ahead of `chosenFiles`
     std::vector<OpenFileRequest> requests;
+    std::deque<std::string> savedFiles;    // for the save dialogue, in the same way
+    std::vector<SaveFileRequest> saveRequests;
+    std::deque<std::string> pickedFolders; // for the folder picker; cancelled when there is none left
     std::function<void()> whileEventsRun; // called by letRun
     int eventsRun = 0;
     std::uint32_t tickCount = 0;
@@ -51,6 +54,8 @@ public:
     MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
                        std::string_view title) override;
     std::string openFiles(const OpenFileRequest& request) override;
+    std::string saveFile(const SaveFileRequest& request) override;
+    std::string pickFolder(std::string_view title, std::string_view folder) override;
     void letRun() override;
     std::uint32_t ticks() override { return tickCount; }
     double textWidth(std::string_view text) override { return characterWidth * static_cast<double>(text.size()); }
@@ -64,6 +69,7 @@ public:
     bool openWithDesktop(std::string_view path) override;
     std::string temporaryFolder() override { return folder + temporaryPart + "/"; }
     std::string programFolder() override { return folder + programPart; }
+    std::string runtimeFolder() override { return folder; }
     std::string stateFolder() override { return folder + statePart; }
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;
@@ -73,6 +79,8 @@ public:
     void copyWithRename(std::string_view from, std::string_view to) override;
 
 private:
+    std::string nextPath(std::deque<std::string>& paths);
+
     Ports before_;
 };
 

@@ -65,6 +65,9 @@ private:
 };
 
 struct MdiTarnwick {
+    bool ProjectStarted = false; // a project was set up since the start
+    bool CloseCancelled = false; // the person kept the project when asked to close it
+
     Shown<std::int16_t> MousePointer{std::int16_t{0}}; // 0 default, 11 hourglass, 99 a picture of the program's own
     StatusBar sbr{"", "SLIDER_POS", "DURATION", "SELECTION"};
     ProgressBar pbarMain;
