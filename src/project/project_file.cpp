@@ -12,7 +12,45 @@ namespace {
 
 std::int16_t colourPart(std::int16_t value) { return std::clamp<std::int16_t>(value, 0, 255); }
 
+bool isOn(pugi::xml_node row, int place, bool otherwise)
+{
+    return xml::attributeAt(row, place) ? xml::numberAt(row, place) == 1 : otherwise;
+}
+
+/// The rows that the tracks of a timeline stand for: each takes the next one of its kind.
+AllRowOptions optionsOfTracks(pugi::xml_node timeline)
+{
+    AllRowOptions all;
+    std::vector<RowPlace> pictures{kOverlayRow, kVideoRow}; // the next one is the last
+    std::vector<RowPlace> sounds{kAudio2Row, kAudio1Row};
+    for (const auto track : timeline.children("Track")) {
+        auto& free = std::string_view(track.attribute("Kind").value()) == "Audio" ? sounds : pictures;
+        if (!free.empty()) {
+            all[free.back()] = {.isLinked = track.attribute("Linked").as_int(1) != 0,
+                                .isLocked = false,
+                                .isDisabled = track.attribute("Disabled").as_int(0) != 0};
+            free.pop_back();
+        }
+    }
+    return all;
+}
+
 } // namespace
+
+AllRowOptions readRowOptions(const pugi::xml_document& document)
+{
+    const auto rows = xml::firstNamed(document, "Rows");
+    if (!rows) {
+        return optionsOfTracks(xml::firstNamed(document, "Timeline"));
+    }
+    AllRowOptions all;
+    auto row = rows.first_child();
+    for (auto options = all.begin(); row && options != all.end(); ++options, row = row.next_sibling()) {
+        // The places are Name, Link, Lock, Disable.
+        *options = {.isLinked = isOn(row, 1, true), .isLocked = isOn(row, 2, false), .isDisabled = isOn(row, 3, false)};
+    }
+    return all;
+}
 
 ProjectFile readProjectFile(const std::string& path)
 {
@@ -45,6 +83,7 @@ ProjectFile readProjectFile(const std::string& path)
             const auto green = colourPart(xml::numberAt(key, 3));
             file.overlayKeys.push_back({red, green, blue});
         }
+        file.rows = readRowOptions(document);
     } catch (const engine::RuntimeError& error) {
         refuse(std::string("a number in it cannot be read (") + error.what() + ").");
     }

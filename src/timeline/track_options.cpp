@@ -94,6 +94,7 @@ void turnLink(const TrackRow& row)
     if (row.chkLink.Enabled) {
         turn(row.chkLink);
         setLinkPicture(row);
+        state::markModified();
     }
 }
 
@@ -101,12 +102,14 @@ void turnLock(const TrackRow& row)
 {
     turn(row.chkLock);
     setLockPicture(row);
+    state::markModified();
 }
 
 void turnDisable(const TrackRow& row)
 {
     turn(row.chkDisable);
     setDisablePicture(row);
+    state::markModified();
 }
 
 } // namespace timeline

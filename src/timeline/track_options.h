@@ -12,7 +12,7 @@ namespace timeline {
 /// Gives the boxes of all rows their start values and pictures and binds their change handlers.
 void bindOptions();
 
-/// The person clicked an image box: its check box is turned over.
+/// The person clicked an image box: its check box is turned over, which the project keeps.
 void turnLink(const items::TrackRow& row);
 void turnLock(const items::TrackRow& row);
 void turnDisable(const items::TrackRow& row);

@@ -1,6 +1,10 @@
 // Link, lock and disable.
 
+#include "items/track_rows.h"
+#include "project/row_options.h"
 #include "support/logic_harness.h"
+
+#include <pugixml.hpp>
 
 namespace logic_test {
 namespace {
@@ -31,6 +35,18 @@ protected:
     {
         return row(form.chkLinkAudio[1], form.chkLockAudio[1], form.chkDisableAudio[1], form.imgLinkAudio[1],
                    form.imgLockAudio[1], form.imgDisableAudio[1]);
+    }
+    /// Link, lock and disable of every row, with a tick where the engine has its track linked: "100' 101 000 ...".
+    static std::string boxes()
+    {
+        std::string all;
+        for (const items::TrackRow& row : items::rows()) {
+            engine::Bool16 linked = 0;
+            check(engine::EngineAs<engine::ITWTimeline>()->GetTrackLink(items::trackOf(row), linked));
+            all += (all.empty() ? "" : " ") + std::to_string(row.chkLink.Value) + std::to_string(row.chkLock.Value)
+                   + std::to_string(row.chkDisable.Value) + (linked != 0 ? "'" : "");
+        }
+        return all;
     }
     /// The engine's calls that change an option, since the last time.
     std::string takeCalls()
@@ -86,6 +102,51 @@ TEST_F(OptionsTest, EachChangeDoesItsOwn)
     EXPECT_EQ(audioRow(), "100 BLANK BLANK DISABLE_AUDIO");
     moduleTimeline::EnableLinkOption(true);
     EXPECT_EQ(audioRow(), "100 LINK BLANK DISABLE_AUDIO");
+}
+
+TEST_F(OptionsTest, AreKeptByTheProject)
+{
+    imgLinkAudio_Click(1);
+    imgLockOverlay_Click(0);
+    imgDisableEffect_Click(0);
+    EXPECT_TRUE(state::ProjectModified);
+    imgDisableVideo_Click(0);
+    pugi::xml_document kept;
+    project::storeRowOptions(kept.append_child("QuillmontProject"));
+    std::ostringstream written;
+    kept.child("QuillmontProject").child("Rows").print(written, "", pugi::format_raw);
+    EXPECT_EQ(written.str(), "<Rows><Row Name=\"Video\" Link=\"1\" Lock=\"0\" Disable=\"1\"/>"
+                             "<Row Name=\"Effect\" Link=\"1\" Lock=\"0\" Disable=\"1\"/>"
+                             "<Row Name=\"Overlay\" Link=\"1\" Lock=\"1\" Disable=\"0\"/>"
+                             "<Row Name=\"Audio 1\" Link=\"1\" Lock=\"0\" Disable=\"0\"/>"
+                             "<Row Name=\"Audio 2\" Link=\"0\" Lock=\"0\" Disable=\"0\"/></Rows>");
+
+    const std::string tracks = "<Timeline><Track Kind=\"Video\" Disabled=\"1\"/><Track Kind=\"Audio\"/>"
+                               "<Track Kind=\"Video\" Linked=\"0\"/><Track Kind=\"Audio\" Disabled=\"1\"/></Timeline>";
+    const struct {
+        std::string file;
+        const char* boxes;
+        const char* calls; // on the way there from all at their start
+    } cases[] = {{written.str(), "101' 101' 110' 100' 000", "SetTrackLinkx1 SetTrackDisabledx1 SetEffectsEnabledx1"},
+                 {"<Timeline/><ZoomFactor Value=\"5\"/>", "100' 100' 100' 100' 100'", ""},
+                 {tracks, "101' 100' 000 100' 101'", "SetTrackLinkx1 SetTrackDisabledx2"},
+                 {tracks + "<Rows><Row a=\"\" b=\"0\"/><Row/></Rows>", "000 100 100' 100' 100'", "SetTrackLinkx1"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        moduleTimeline::ReInitLinkLockDisable();
+        EXPECT_EQ(boxes(), "100' 100' 100' 100' 100'");
+        takeCalls();
+        pugi::xml_document file;
+        file.load_string(("<QuillmontProject>" + c.file + "</QuillmontProject>").c_str());
+        project::bringRowOptions(file);
+        EXPECT_EQ(boxes(), c.boxes);
+        EXPECT_EQ(takeCalls(), c.calls);
+    }
+    EXPECT_EQ(videoRow(), "000 BLANK BLANK DISABLE");
+    pugi::xml_document wrong;
+    wrong.load_string("<Rows><Row a=\"\" b=\"1\"/><Row a=\"\" b=\"much\"/></Rows>");
+    EXPECT_THROW(project::bringRowOptions(wrong), engine::RuntimeError);
+    EXPECT_EQ(videoRow(), "000 BLANK BLANK DISABLE") << "half of a file that cannot be read";
 }
 
 TEST_F(OptionsTest, ARowDownToOneItem)

@@ -180,8 +180,6 @@ engine::Status ProjectStore::LoadProject(engine::Text path)
         }
         for (std::size_t i = 0; i < targets.size(); ++i) {
             timeline_.restore(targets[i], read.tracks[i].contents);
-            timeline_.find(targets[i])->setLinked(read.tracks[i].linked);
-            timeline_.find(targets[i])->setDisabled(read.tracks[i].disabled);
         }
         if (read.frameSize) {
             timeline_.setFrameSize(read.frameSize->first, read.frameSize->second);

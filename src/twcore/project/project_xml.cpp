@@ -156,8 +156,6 @@ ReadTimeline::ReadTrack readTrack(pugi::xml_node node, const std::function<engin
         refuse(node, "the attribute Kind is neither Video nor Audio");
     }
     track.isVideo = kind == kVideo;
-    track.linked = number(node, "Linked", 1) != 0;
-    track.disabled = number(node, "Disabled", 0) != 0;
     for (const auto child : node.children()) {
         const std::string_view name = child.name();
         if (name == "Source") {
@@ -182,8 +180,6 @@ void writeTimeline(pugi::xml_document& document, const TimelineSnapshot& timelin
     for (const auto& track : timeline.tracks) {
         auto trackNode = node.append_child("Track");
         trackNode.append_attribute("Kind") = track.isVideo ? kVideo : kAudio;
-        trackNode.append_attribute("Linked") = track.linked ? 1 : 0;
-        trackNode.append_attribute("Disabled") = track.disabled ? 1 : 0;
         for (const auto& source : track.sources) {
             writeSource(trackNode, source, placeOf(source.stream));
         }

@@ -18,7 +18,8 @@ struct StreamPlace {
     bool isPicture = false;
 };
 
-/// Fills an empty document with the root element.
+/// Fills an empty document with the root element. Which tracks are linked or disabled is not among it: whoever offers
+/// these options keeps them.
 void writeTimeline(pugi::xml_document& document, const TimelineSnapshot& timeline,
                    const std::function<StreamPlace(engine::Handle)>& placeOf);
 
@@ -27,8 +28,6 @@ struct ReadTimeline {
     std::optional<std::pair<std::int16_t, std::int16_t>> frameSize; // width, height
     struct ReadTrack {
         bool isVideo = false;
-        bool disabled = false;
-        bool linked = true;
         TrackContents contents;
     };
     std::vector<ReadTrack> tracks;

@@ -39,9 +39,9 @@ protected:
     Handle stream(std::size_t file, std::int16_t index) { return openStream(files[file], index); }
 
     //  video    A 0-2000 (mode 2)   B 3000-4000 of 500-2500        effect 100-600, 2500-2600
-    //  overlay      C 500-5500                                     transition 500-900, key 1,2,255; disabled
-    //  audio 1  D 0-5000                                           not linked
-    //  audio 2  (empty)                                            linked
+    //  overlay      C 500-5500                                     transition 500-900, key 1,2,255
+    //  audio 1  D 0-5000
+    //  audio 2  (empty)
     void layEverything()
     {
         const std::int16_t first = 0, second = 1;
@@ -59,10 +59,6 @@ protected:
                     && did(&ITWKeyTransition::SetKeyColor, tracks[1], first, std::int16_t{1}, std::int16_t{2},
                            std::int16_t{255}));
         check(EngineAs<ITWTimeline>()->SetSourceStretchMode(tracks[0], 0, 2));
-        check(EngineAs<ITWTimeline>()->SetTrackDisabled(tracks[1], kTrue));
-        for (std::size_t i = 0; i < tracks.size(); ++i) {
-            check(EngineAs<ITWTimeline>()->SetTrackLink(tracks[i], engine::toBool16(i != 2)));
-        }
         check(EngineAs<ITWTimeline>()->SetFrameSize(720, 576));
     }
 
@@ -73,7 +69,7 @@ protected:
         for (const Handle track : tracks) {
             std::int32_t start = 0, stop = 0, mediaStart = 0, mediaStop = 0;
             std::string name(10, ' ');
-            text << "\ntrack, linked " << did(&ITWTimeline::GetTrackLink, track) << ":";
+            text << "\ntrack:";
             for (std::int16_t i = 0; did(&ITWTimeline::GetSourceTimes, track, i, start, stop); ++i) {
                 const auto played = told<Handle>(&ITWTimeline::GetSourceStream, track, i);
                 const auto file = told<Handle>(&ITWMediaFiles::GetStreamFile, played);
@@ -147,10 +143,10 @@ TEST_F(ProjectStoreTest, WhatIsSavedReadsBack)
     SetUp();
     check(loadFrom(path));
     EXPECT_EQ(timelineText(), laid);
-    // What the contract cannot ask for, disabled tracks, parameters and the frame size, shows in the second file.
+    // What the contract cannot ask for, parameters and the frame size, shows in the second file.
     ASSERT_EQ(saveTo(folder / "again.qpj"), engine::kDone);
     EXPECT_EQ(bytesOf(folder / "again.qpj"), bytes);
-    for (const char* part : {"Disabled=\"1\"", "Invert &quot;", "\"-7\"", "\"720\"", "\"576\""}) {
+    for (const char* part : {"Invert &quot;", "\"-7\"", "\"720\"", "\"576\""}) {
         EXPECT_NE(bytes.find(part), std::string::npos) << part;
     }
     // Loading replaces; saving over an old file keeps its mode.
@@ -161,6 +157,24 @@ TEST_F(ProjectStoreTest, WhatIsSavedReadsBack)
     ASSERT_EQ(saveTo(path), engine::kDone);
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
     EXPECT_EQ(bytesOf(path), bytes);
+}
+
+TEST_F(ProjectStoreTest, LinksAndDisabledTracksAreLeftToTheBoxes)
+{
+    layEverything();
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    const std::string plain = bytesOf(path);
+    check(EngineAs<ITWTimeline>()->SetTrackLink(tracks[0], kTrue));
+    check(EngineAs<ITWTimeline>()->SetTrackLink(tracks[1], engine::kFalse));
+    check(EngineAs<ITWTimeline>()->SetTrackDisabled(tracks[1], kTrue));
+    ASSERT_EQ(saveTo(path), engine::kDone);
+    EXPECT_EQ(bytesOf(path), plain);
+    writeBytes(path,
+               "<QuillmontProject><Timeline><Track Kind=\"Video\" Linked=\"0\"/><Track Kind=\"Video\" Linked=\"1\"/>"
+               "</Timeline></QuillmontProject>");
+    EXPECT_EQ(loadFrom(path), engine::kDone);
+    EXPECT_TRUE(did(&ITWTimeline::GetTrackLink, tracks[0]) && !did(&ITWTimeline::GetTrackLink, tracks[1]))
+        << "behind the boxes' back";
 }
 
 TEST_F(ProjectStoreTest, SourcesOfAClosedFileAreKept)
