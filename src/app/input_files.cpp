@@ -177,6 +177,19 @@ void stopIf(const volatile int& interrupted)
     }
 }
 
+/// Links and locks are for those who edit; what is disabled is neither seen nor heard.
+void applyRows(const Tracks& tracks, const project::AllRowOptions& rows)
+{
+    const auto timeline = EngineAs<engine::ITWTimeline>();
+    for (const auto& [track, row] : {std::pair{tracks.video, project::kVideoRow},
+                                     {tracks.overlay, project::kOverlayRow},
+                                     {tracks.audio1, project::kAudio1Row},
+                                     {tracks.audio2, project::kAudio2Row}}) {
+        check(timeline->SetTrackDisabled(track, engine::toBool16(rows[row].isDisabled)));
+    }
+    check(timeline->SetEffectsEnabled(engine::toBool16(!rows[project::kEffectRow].isDisabled)));
+}
+
 LaidInputs layProject(const Tracks& tracks, const std::string& path, const volatile int& interrupted)
 {
     std::error_code error;
@@ -201,6 +214,7 @@ LaidInputs layProject(const Tracks& tracks, const std::string& path, const volat
         check(keys->SetKeyParameter(tracks.overlay, seq, "KeyType", 0, ok));
         check(keys->SetKeyColor(tracks.overlay, seq, key.red, key.green, key.blue, ok));
     }
+    applyRows(tracks, project.rows);
     return laid;
 }
 

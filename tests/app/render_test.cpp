@@ -666,6 +666,44 @@ TEST_F(RenderTest, Projects)
     EXPECT_TRUE(bytesOf(path) == whole) << "the project was overwritten";
 }
 
+TEST_F(RenderTest, ProjectsByThemselves)
+{
+    const std::string row = "<Row Name=\"\" Link=\"0\" Lock=\"1\" Disable=\"0\"/>";
+    const std::string off = "<Row Name=\"\" Link=\"1\" Lock=\"0\" Disable=\"1\"/>";
+    const auto heldBy = [](const std::string& disabled) {
+        return "<Track Kind=\"Video\" " + disabled + ">" + source("Video", "Start=\"0\" Stop=\"400\"")
+               + "<Effect Name=\"Engrave\" Start=\"200\" Stop=\"400\"/></Track><Track Kind=\"Audio\">"
+               + source("Audio", "Start=\"0\" Stop=\"800\"") + "</Track>";
+    };
+    const struct {
+        const char* what;
+        std::string disabled; // attribute of the video track
+        std::string rows;
+        const char* seen; // f a frame of the clip, x one under the effect, . black; silence behind the bar
+    } cases[] = {{"plain", "", "", "fffffxxxxx.......... |s"},
+                 {"all on", "", "<Rows>" + row + row + row + row + row + "</Rows>", "fffffxxxxx.......... |s"},
+                 {"no video", "", "<Rows>" + off + row + "</Rows>", ".................... |s"},
+                 {"no effects", "", "<Rows>" + row + off + row + "</Rows>", "ffffffffff.......... |s"},
+                 {"no sound", "", "<Rows>" + row + row + row + off + "</Rows>", "fffffxxxxx.......... |-"},
+                 {"an old file", "Disabled=\"1\"", "", ".................... |s"},
+                 {"both", "Disabled=\"1\"", "<Rows>" + row + "</Rows>", "fffffxxxxx.......... |s"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::string text = project({medium("h264.mp4")}, heldBy(c.disabled));
+        text.replace(text.rfind("160"), 3, "320");
+        text.replace(text.rfind("120"), 3, "240");
+        text.insert(text.rfind("</"), "<SelectionSliders Visible=\"1\" Start=\"100\" End=\"200\"/>" + c.rows);
+        writeBytes(folder / "p.qpj", text);
+        const auto made = rendered({"p.qpj"});
+        EXPECT_TRUE(made.codedWidthPx == 320 && made.codedHeightPx == 240) << "the project's frame";
+        std::string seen;
+        for (int frame = 0; const int number : made.numbers()) {
+            seen += number == frame++ ? 'f' : number == -1 ? '.' : 'x';
+        }
+        EXPECT_EQ(seen + (made.soundShift(0, 0.3) ? " |s" : " |-"), c.seen);
+    }
+}
+
 TEST_F(RenderTest, BrokenProjects)
 {
     const std::string clip = medium("no-sound.mp4");
