@@ -56,6 +56,7 @@ public:
     bool openWithDesktop(std::string_view) override { return false; }
     std::string temporaryFolder() override { return folder_ + "/"; }
     std::string programFolder() override { return folder_; }
+    std::string runtimeFolder() override { return folder_; }
     std::string stateFolder() override { return folder_; }
     std::int64_t fileLength(std::string_view) override { return 0; }
     DateTime fileTime(std::string_view) override { return {}; }

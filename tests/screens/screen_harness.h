@@ -34,6 +34,7 @@ public:
     }
     std::string programFolder() override { return real_.stateFolder(); }
     std::string temporaryFolder() override { return real_.temporaryFolder(); }
+    std::string runtimeFolder() override { return real_.runtimeFolder(); }
     std::string stateFolder() override { return real_.stateFolder(); }
     std::int64_t fileLength(std::string_view path) override { return real_.fileLength(path); }
     DateTime fileTime(std::string_view path) override { return real_.fileTime(path); }
