@@ -48,8 +48,10 @@ void cmdAddBookmark_Click()
 
 void cmdRemoveBookmark_Click()
 {
-    moduleBookmarks::RemoveBookmark();
-    state::markModified();
+    if (moduleBookmarks::isAnyMarked()) {
+        moduleBookmarks::RemoveBookmark();
+        state::markModified();
+    }
 }
 
 void mnueditclearmarkers_Click()

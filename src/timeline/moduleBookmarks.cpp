@@ -9,6 +9,7 @@
 #include "timeline/slider_places.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace moduleBookmarks {
@@ -19,7 +20,10 @@ forms::FrmTimeline& form = forms::frmTimeline;
 
 void place(ImageBox& image, engine::Milliseconds time)
 {
-    image.Left = numbers::subtracted(moduleScaleRenderer::MsToPixels(time), timeline::viewLeft()) - kHalf;
+    const std::int64_t left = std::int64_t{moduleScaleRenderer::MsToPixels(time)} - timeline::viewLeft() - kHalf;
+    // A file may hold any time: one that is out of reach is out of view, and keeps no other from its place.
+    constexpr std::int64_t kFarthest = std::numeric_limits<std::int32_t>::max();
+    image.Left = static_cast<std::int32_t>(std::clamp(left, -kFarthest, kFarthest));
     image.ToolTipText = time_text::MilliSecondsToTimetypeAsString(time);
 }
 
@@ -56,19 +60,27 @@ ImageBox& marker(std::int16_t index)
 void AddBookmark()
 {
     Trapped("moduleBookmarks", "AddBookmark", [] {
-        const std::size_t index = form.imgBookmark.size();
-        setMarkerCount(index + 1);
-        SetBookmarkPosition(moduleTimeline::GetSliderPosition(), numbers::narrowed<std::int16_t>(index));
+        const auto count = numbers::narrowed<std::int16_t>(std::ssize(form.imgBookmark) + 1);
+        setMarkerCount(static_cast<std::size_t>(count));
+        SetBookmarkPosition(moduleTimeline::GetSliderPosition(), static_cast<std::int16_t>(count - 1));
     });
+}
+
+bool isAnyMarked()
+{
+    const ImageBox& first = form.imgBookmark.front();
+    return form.SelectedBookmark != 0 || (first.Visible && first.Picture.get() == kSelectedLook);
 }
 
 void RemoveBookmark()
 {
     Trapped("moduleBookmarks", "RemoveBookmark", [] {
-        if (form.SelectedBookmark != 0) {
+        if (isAnyMarked()) {
             marker(form.SelectedBookmark).Visible = false;
-            --form.SelectedBookmark;
-            marker(form.SelectedBookmark).Picture = kSelectedLook;
+            if (form.SelectedBookmark > 0) { // below the first one there is none
+                --form.SelectedBookmark;
+                marker(form.SelectedBookmark).Picture = kSelectedLook;
+            }
         }
     });
 }
@@ -97,6 +109,31 @@ void RemoveBookmarks()
         SetBookmarkPosition(0, 0);
         form.imgBookmark.front().Visible = false; // a flag that nobody has set would go into the project
     });
+}
+
+std::vector<engine::Milliseconds> bookmarkTimesToStore()
+{
+    std::vector<engine::Milliseconds> times;
+    const auto count = std::min(form.imgBookmark.size(), form.BookmarkTimes.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (form.imgBookmark[i].Visible) {
+            times.push_back(form.BookmarkTimes[i]);
+        }
+    }
+    return times;
+}
+
+void takeBookmarks(const std::vector<engine::Milliseconds>& times)
+{
+    const auto count = numbers::narrowed<std::int16_t>(std::ssize(times));
+    RemoveBookmarks();
+    if (times.empty()) {
+        return;
+    }
+    setMarkerCount(times.size());
+    form.BookmarkTimes = times;
+    form.BookmarkCount = count;
+    UpdateBookmarks(-1, true);
 }
 
 } // namespace moduleBookmarks

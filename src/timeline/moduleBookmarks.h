@@ -3,8 +3,11 @@
 // Bookmarks: markers on the scale, each at a time (ms), in the order in which they were set.
 //
 // A marker is an image `forms::frmTimeline.imgBookmark(i)`, which stands 4 pixels left of its time. Element 0 is the
-// pattern of the others: it is never unloaded, stands hidden at time 0, and `SelectedBookmark` 0 means that none is
-// selected. A removed marker is only hidden and keeps its place in both lists.
+// pattern of the others: it is never unloaded and stands hidden at time 0. A removed marker is only hidden and keeps
+// its place in both lists.
+//
+// In a project that was loaded the first marker is element 0. So `SelectedBookmark` 0 says that none is selected,
+// unless element 0 is visible and looks selected.
 //
 // Interface thread only.
 
@@ -12,6 +15,7 @@
 #include "engine/types.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace moduleBookmarks {
 
@@ -24,12 +28,21 @@ ImageBox& marker(std::int16_t index);
 
 /// A marker at the main slider.
 void AddBookmark();
-/// Hides the selected marker; the one below it becomes the selected one. Does nothing when none is selected.
+/// Whether there is a selected marker.
+bool isAnyMarked();
+/// Hides the selected marker; the one below it, if there is one, becomes the selected one. Does nothing when none is
+/// selected.
 void RemoveBookmark();
 /// Puts all markers to their times in the current view, but the one at `excluded` (-1: all). `show` makes them visible
 /// too, removed ones included.
 void UpdateBookmarks(std::int16_t excluded = -1, bool show = false);
 /// Unloads all markers but the pattern, which goes to the beginning and is hidden.
 void RemoveBookmarks();
+
+/// The times of the markers that a project keeps: the visible ones, in their order; ms.
+std::vector<engine::Milliseconds> bookmarkTimesToStore();
+/// In place of all markers those of a project: the first time becomes element 0, none is selected. Without any time
+/// there is the pattern alone. Raises error 6 for more than have a number, before anything has changed.
+void takeBookmarks(const std::vector<engine::Milliseconds>& times);
 
 } // namespace moduleBookmarks

@@ -2,6 +2,7 @@
 
 #include "core/forms/frmTimeline.h"
 #include "hand/slider_drag.h"
+#include "timeline/moduleBookmarks.h"
 
 TimelineMarks::TimelineMarks(QWidget* scale, QWidget* base)
     : scale_(scale), marker_(new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale))
@@ -83,7 +84,7 @@ void TimelineMarks::showBookmarks(int scaleHeight)
         bookmarks_[i]->setVisible(isThere);
         if (isThere) {
             bookmarks_[i]->move(f.imgBookmark[i].Left, scaleHeight - BookmarkFlag::kHeight);
-            bookmarks_[i]->setSelected(f.SelectedBookmark == static_cast<std::int16_t>(i) && i > 0);
+            bookmarks_[i]->setSelected(f.imgBookmark[i].Picture.get() == moduleBookmarks::kSelectedLook);
         }
     }
 }

@@ -73,7 +73,7 @@ BookmarkFlag::BookmarkFlag(std::int16_t index, QWidget* parent) : QWidget(parent
     setObjectName(QString("imgBookmark%1").arg(index));
     setAccessibleName(tr("Marker %1").arg(index));
     setWhatsThis(tr("A marker. Drag it to move it; click it and press F9 to remove it."));
-    setToolTip(index > 0 ? tr("Marker: drag to move") : QString());
+    setToolTip(tr("Marker: drag to move"));
     resize(kWidth, kHeight);
     hide();
 }

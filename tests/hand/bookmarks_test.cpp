@@ -5,6 +5,8 @@
 #include "hand/bookmark_events.h"
 #include "timeline/moduleBookmarks.h"
 
+#include <limits>
+
 namespace logic_test {
 namespace {
 
@@ -43,11 +45,12 @@ TEST_F(BookmarksTest, SetAndRemoved)
     EXPECT_TRUE(std::exchange(state::ProjectModified, false));
     frmTimeline::cmdRemoveBookmark_Click(); // none is selected
     EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000 46=500");
-    EXPECT_TRUE(std::exchange(state::ProjectModified, false));
+    EXPECT_FALSE(state::ProjectModified);
     frmTimeline::imgBookmark_MouseDown(3, 1, 2, 5);
     frmTimeline::imgBookmark_MouseDown(2, 1, 2, 5);
     EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000* 46=500");
     frmTimeline::cmdRemoveBookmark_Click();
+    EXPECT_TRUE(std::exchange(state::ProjectModified, false));
     EXPECT_EQ(markers(), "(-4=0) 96=1000* (196=2000*) 46=500");
     frmTimeline::cmdRemoveBookmark_Click();
     frmTimeline::cmdRemoveBookmark_Click();
@@ -58,6 +61,74 @@ TEST_F(BookmarksTest, SetAndRemoved)
     EXPECT_EQ(markers(), "(-4=0)");
     addAt(100);
     EXPECT_EQ(markers(), "(-4=0) 6=100");
+}
+
+TEST_F(BookmarksTest, OfAProjectBeginWithTheFirstElement)
+{
+    using namespace frmTimeline;
+    using moduleBookmarks::takeBookmarks;
+    using Times = std::vector<Milliseconds>;
+    const std::function<void()> remove = cmdRemoveBookmark_Click;
+    const auto press = [](std::int16_t index) {
+        return [=] {
+            imgBookmark_MouseDown(index, 1, 2, 0);
+            imgBookmark_MouseUp(index, 1, 2, 0);
+        };
+    };
+    struct Step {
+        const char* what;
+        std::function<void()> act;
+        const char* after;
+        bool modifies = false;
+    };
+    const Step steps[] = {{"load",
+                           [] {
+                               takeBookmarks({500, 1000, 2000});
+                           },
+                           "46=500 96=1000 196=2000"},
+                          {"none is marked", remove, "46=500 96=1000 196=2000"},
+                          {"the first", press(0), "46=500* 96=1000 196=2000"},
+                          {"another", press(2), "46=500 96=1000 196=2000*"},
+                          {"the first again", press(0), "46=500* 96=1000 196=2000"},
+                          {"drag", [] { imgBookmark_MouseDown(0, 1, 2, 0), imgBookmark_MouseMove(0, 1, 12, 0); },
+                           "56=600* 96=1000 196=2000", true},
+                          {"remove it", remove, "(56=600*) 96=1000 196=2000", true},
+                          {"no more", remove, "(56=600*) 96=1000 196=2000"},
+                          {"load anew",
+                           [] {
+                               takeBookmarks({500, 1000});
+                           },
+                           "46=500 96=1000"},
+                          {"the second", press(1), "46=500 96=1000*"},
+                          {"the one below", remove, "46=500* (96=1000*)", true},
+                          {"add", [this] { addAt(3000); }, "46=500* (96=1000*) 296=3000", true},
+                          {"remove the first", remove, "(46=500*) (96=1000*) 296=3000", true},
+                          {"remove all", mnueditclearmarkers_Click, "(-4=0)", true},
+                          {"one", [] { takeBookmarks({700}); }, "66=700"},
+                          {"zoom out", moduleScaleRenderer::ZoomOut, "31=700", true},
+                          {"zoom in", moduleScaleRenderer::ZoomIn, "66=700", true},
+                          {"scroll", [this] { form.hsb.SetValue(5); }, "16=700"},
+                          {"back", [this] { form.hsb.SetValue(0); }, "66=700"},
+                          {"mark it", press(0), "66=700*"},
+                          {"none", [] { takeBookmarks({}); }, "(-4=0)"},
+                          {"remove none", remove, "(-4=0)"},
+                          {"add the first", [this] { addAt(1000); }, "(-4=0) 96=1000", true}};
+    put("V 0-60000");
+    moduleScaleRenderer::AdjustScroll();
+    for (const Step& step : steps) {
+        state::ProjectModified = false;
+        step.act();
+        EXPECT_EQ(markers(), step.after) << step.what;
+        EXPECT_EQ(state::ProjectModified, step.modifies) << step.what;
+    }
+    takeBookmarks({1, std::numeric_limits<Milliseconds>::min(), 3});
+    form.hsb.SetValue(5);
+    EXPECT_EQ(form.imgBookmark[2].Left, -54) << "behind one that is out of reach";
+    press(1)();
+    remove();
+    EXPECT_EQ(moduleBookmarks::bookmarkTimesToStore(), (Times{1, 3}));
+    EXPECT_THROW(takeBookmarks(Times(32768)), engine::RuntimeError);
+    EXPECT_EQ(moduleBookmarks::bookmarkTimesToStore(), (Times{1, 3}));
 }
 
 TEST_F(BookmarksTest, FollowZoomAndScroll)

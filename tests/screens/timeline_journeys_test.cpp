@@ -2,6 +2,8 @@
 
 #include "screens/screen_harness.h"
 
+#include "timeline/moduleBookmarks.h"
+
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QToolButton>
@@ -126,6 +128,23 @@ TEST_F(TimelineScreen, AMarkerIsSetAndRemovedAndNoneStandsUncalled)
     key(Qt::Key_F8);
     choose("&Tools", "Remove All &Markers");
     EXPECT_EQ(flags(), "");
+}
+
+TEST_F(TimelineScreen, TheFirstMarkerOfAProjectIsSeenAsSelected)
+{
+    const auto inner = [this](const char* flag) { return find(flag).grab().toImage().pixelColor(4, 8); };
+    moduleBookmarks::takeBookmarks({2000, 4000});
+    settle();
+    const QColor plain = inner("imgBookmark0");
+    EXPECT_EQ(plain, inner("imgBookmark1"));
+    click(find("imgBookmark1"), {4, 3});
+    const QColor marked = inner("imgBookmark1");
+    EXPECT_NE(marked, plain);
+    key(Qt::Key_F9);
+    EXPECT_FALSE(isShown("imgBookmark1"));
+    EXPECT_EQ(inner("imgBookmark0"), marked) << "the one below";
+    key(Qt::Key_F9);
+    EXPECT_FALSE(isShown("imgBookmark0"));
 }
 
 TEST_F(TimelineScreen, TheMainSliderIsDragged)
