@@ -27,6 +27,19 @@ OpenFileRequest openMediaRequest()
             .bufferLength = kNameBuffer};
 }
 
+OpenFileRequest searchMediaRequest(std::string folder)
+{
+    OpenFileRequest request = openMediaRequest();
+    constexpr std::ptrdiff_t kAllSupported = 3;
+    const auto first = request.filters.begin() + kAllSupported;
+    request.filters = {first, first + 2}; // whatever the file is, and then any file at all
+    request.filterIndex = 1;
+    request.folder = std::move(folder);
+    request.multiple = false;
+    request.bufferLength = 0; // one name, however long
+    return request;
+}
+
 ChosenFiles chosenFiles(std::string_view answer)
 {
     std::vector<std::string> parts;

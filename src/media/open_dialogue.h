@@ -12,6 +12,10 @@ namespace media {
 
 OpenFileRequest openMediaRequest();
 
+/// For one file that a project misses, looked for from `folder`: the one where the last such file was found. Empty:
+/// where the dialogue was last.
+OpenFileRequest searchMediaRequest(std::string folder);
+
 /// What was chosen: whole paths. `severally` is true when they came as a folder and names in it.
 struct ChosenFiles {
     std::vector<std::string> paths;

@@ -3,6 +3,7 @@
 #include "media/media_list_harness.h"
 
 #include "core/platform.h"
+#include "media/open_dialogue.h"
 
 namespace logic_test {
 namespace {
@@ -52,6 +53,14 @@ TEST_F(OpeningTest, OneFile)
     EXPECT_EQ(asked.filterIndex, 4);
     EXPECT_TRUE(asked.multiple);
     EXPECT_EQ(asked.bufferLength, 3000u);
+
+    const OpenFileRequest searched = ::media::searchMediaRequest("/where the last one was");
+    ASSERT_EQ(searched.filters.size(), 2u);
+    EXPECT_EQ(searched.filters[0].name + ", " + searched.filters[1].name, "All supported Media Files, All Files (*.*)");
+    EXPECT_EQ(searched.filters[0].patterns, asked.filters[3].patterns);
+    EXPECT_EQ(searched.filterIndex, 1);
+    EXPECT_EQ(searched.folder, "/where the last one was");
+    EXPECT_FALSE(searched.multiple);
 }
 
 TEST_F(OpeningTest, WhatStopsASingleFile)
