@@ -117,7 +117,7 @@ def until(condition, what):
 def one_start(display, name):
     """Seconds from the start of the process."""
     with tempfile.TemporaryDirectory() as home:
-        folders = {kind: home for kind in ("XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR")}
+        folders = {kind: home for kind in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR")}
         environment = dict(os.environ, DISPLAY=name, QT_QPA_PLATFORM="xcb", SDL_AUDIODRIVER="dummy", **folders)
         begin = time.monotonic()
         program = subprocess.Popen([PROGRAM], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,

@@ -18,6 +18,7 @@
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "twcore/tarnwick_timeline.h"
+#include "windowing/desktop_class_root.h"
 #include "windowing/icons.h"
 #include "windowing/ini_settings.h"
 #include "windowing/qt_ports.h"
@@ -74,7 +75,8 @@ int main(int count, char** words)
     QtFonts fonts;
     IniSettings settings;
     QtShell shell;
-    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell};
+    DesktopClassRoot classRoot(desktopPlaces());
+    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &classRoot};
     ShowPass pass;
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();

@@ -128,6 +128,17 @@ public:
     virtual void copyWithRename(std::string_view from, std::string_view to) = 0;
 };
 
+/// The system's table of what belongs to which kind of file. Keys are paths with back slashes; a value without a name
+/// is the key's own. What cannot be kept is passed over.
+class ClassRoot {
+public:
+    virtual ~ClassRoot() = default;
+    virtual void setString(std::string_view key, std::string_view name, std::string_view text) = 0;
+    virtual void setNumber(std::string_view key, std::string_view name, std::uint32_t number) = 0;
+    /// The table stands: the desktop is to look at it anew.
+    virtual void notifyChanged() = 0;
+};
+
 /// The ports in use. Set before the entry routine runs; they outlive the program's state.
 struct Ports {
     MessageBoxes* messages = nullptr;
@@ -136,5 +147,6 @@ struct Ports {
     Fonts* fonts = nullptr;
     SettingsStore* settings = nullptr;
     Shell* shell = nullptr;
+    ClassRoot* classRoot = nullptr; // may stay none: then nothing is told to the desktop
 };
 inline Ports ports;

@@ -11,6 +11,7 @@
 #include "editing/adding.h"
 #include "media/frmMediaList_events.h"
 #include "report/web_host.h"
+#include "shell/ModuleAssociateIcon.h"
 #include "shell/action_table.h"
 #include "shell/frmTools_events.h"
 #include "shell/menu_table.h"
@@ -131,6 +132,7 @@ void Form_Load()
         });
         setView(3);
         ArrangeVisible();
+        ModuleAssociateIcon::ApplyFileAssociation();
         EnableOrDisableMenuItems();
     });
 }

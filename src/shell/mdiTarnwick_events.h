@@ -29,7 +29,7 @@ inline std::function<bool(std::string_view program, std::string_view word)> star
 
 /// Before the panels are loaded: the folder and the frame size of a project that has none.
 void Form_Initialize();
-/// After the panels are loaded: captions, checks, places, and what is enabled.
+/// After the panels are loaded: captions, checks, places, what project files open with, and what is enabled.
 void Form_Load();
 /// The inner size has changed (logical pixels): places the panels.
 void MDIForm_Resize(std::int32_t width, std::int32_t height);

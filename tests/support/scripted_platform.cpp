@@ -29,7 +29,7 @@ void renew(Form& form)
 
 ScriptedPlatform::ScriptedPlatform() : before_(ports)
 {
-    ports = {this, this, this, this, this, this};
+    ports = {this, this, this, this, this, this, this};
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
@@ -140,6 +140,16 @@ bool ScriptedPlatform::openWithDesktop(std::string_view path)
 {
     openedWithDesktop.emplace_back(path);
     return opensWithDesktop;
+}
+
+void ScriptedPlatform::setString(std::string_view key, std::string_view name, std::string_view text)
+{
+    classRows += std::string(key) + (name.empty() ? "" : " ") + std::string(name) + ": " + std::string(text) + "\n";
+}
+
+void ScriptedPlatform::setNumber(std::string_view key, std::string_view name, std::uint32_t number)
+{
+    setString(key, name, "(" + std::to_string(number) + ")");
 }
 
 std::int64_t ScriptedPlatform::fileLength(std::string_view path)

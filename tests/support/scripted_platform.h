@@ -24,7 +24,8 @@ class ScriptedPlatform final : public MessageBoxes,
                                public Events,
                                public Fonts,
                                public SettingsStore,
-                               public Shell {
+                               public Shell,
+                               public ClassRoot {
 public:
     /// Sets the ports to this object and puts shared state and forms back to their start values.
     ScriptedPlatform();
@@ -35,16 +36,17 @@ public:
     std::deque<std::string> chosenFiles;   // for the open dialogue; error 32755 when there is none left
     std::deque<std::int32_t> dialogErrors; // raised ahead of `chosenFiles`
     std::vector<OpenFileRequest> requests;
-    std::deque<std::string> savedFiles;    // for the save dialogue, in the same way
+    std::deque<std::string> savedFiles; // for the save dialogue, in the same way
     std::vector<SaveFileRequest> saveRequests;
     std::deque<std::string> pickedFolders; // for the folder picker; cancelled when there is none left
-    std::function<void()> whileEventsRun; // called by letRun
+    std::function<void()> whileEventsRun;  // called by letRun
     int eventsRun = 0;
     std::uint32_t tickCount = 0;
     double characterWidth = 7;
     std::map<std::string, std::string> settings; // "application/section/key"
     std::vector<std::string> openedWithDesktop;
-    std::string folder;      // temporary, program and state folder; made and removed by this object
+    std::string classRows;   // "key: text" and "key name: text" a line, numbers in brackets, "changed" behind them
+    std::string folder;      // temporary, program, runtime and state folder; made and removed by this object
     std::string programPart; // below it, "/name"; of the other two as well
     std::string statePart;
     std::string temporaryPart;
@@ -77,6 +79,9 @@ public:
     std::string asText(const DateTime& moment) override;
     std::string systemText() override { return "Test system"; }
     void copyWithRename(std::string_view from, std::string_view to) override;
+    void setString(std::string_view key, std::string_view name, std::string_view text) override;
+    void setNumber(std::string_view key, std::string_view name, std::uint32_t number) override;
+    void notifyChanged() override { classRows += "changed\n"; }
 
 private:
     std::string nextPath(std::deque<std::string>& paths);

@@ -1,0 +1,214 @@
+#include "windowing/desktop_class_root.h"
+
+#include "windowing/text.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kMimeType = "application/x-quillmont-project";
+
+/// A text as a value of an entry.
+QByteArray escaped(QString text)
+{
+    return text.replace('\\', "\\\\").replace('\n', "\\n").replace('\t', "\\t").replace('\r', "\\r").toUtf8();
+}
+
+QString unescaped(const QString& value)
+{
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value[i] != '\\' || i + 1 == value.size()) {
+            text += value[i];
+            continue;
+        }
+        const QChar sign = value[++i];
+        text += sign == 'n'   ? QChar('\n')
+                : sign == 't' ? QChar('\t')
+                : sign == 'r' ? QChar('\r')
+                : sign == 's' ? QChar(' ')
+                              : sign;
+    }
+    return text;
+}
+
+/// The program of a command, without its quotes.
+QString programOf(const QString& command)
+{
+    const bool isQuoted = command.startsWith('"');
+    QString program;
+    for (qsizetype i = isQuoted ? 1 : 0; i < command.size() && command[i] != (isQuoted ? '"' : ' '); ++i) {
+        if (isQuoted && command[i] == '\\' && i + 1 < command.size()) {
+            ++i;
+        }
+        program += command[i];
+    }
+    return program.replace("%%", "%");
+}
+
+/// The file behind a program's name: links followed, bare names looked up as the shell does.
+QString fileOf(const QString& program)
+{
+    return program.isEmpty() ? QString() : QFileInfo(QStandardPaths::findExecutable(program)).canonicalFilePath();
+}
+
+/// Whether an entry starts the program.
+bool starts(const QString& entry, const QString& program)
+{
+    QFile file(entry);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    bool isMain = false; // in the group that tells of the program itself
+    bool isNamed = false;
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        const auto valueOf = [&](const char* key) {
+            const qsizetype sign = line.indexOf('=');
+            return isMain && line.left(sign).trimmed() == key ? unescaped(line.mid(sign + 1).trimmed()) : QString();
+        };
+        if (line.startsWith('[')) {
+            isMain = line == "[Desktop Entry]";
+        } else if (valueOf("Hidden") == "true") {
+            return false; // stands for an entry that was taken away
+        }
+        isNamed = isNamed || fileOf(programOf(valueOf("Exec"))) == program || fileOf(valueOf("TryExec")) == program;
+    }
+    return isNamed;
+}
+
+bool isInstalled(const DesktopPlaces& places)
+{
+    const QString program = QFileInfo(places.program).canonicalFilePath();
+    return std::ranges::any_of(places.systemFolders, [&](const QString& folder) {
+        QDirIterator entries(folder + "/applications", {"*.desktop"}, QDir::Files, QDirIterator::Subdirectories);
+        while (entries.hasNext()) {
+            if (starts(entries.next(), program)) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+QByteArray mimePackage(const QString& ending, const QString& description)
+{
+    return QString(R"(<?xml version="1.0" encoding="UTF-8"?>
+<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info">
+  <mime-type type="%1">
+    <comment>%2</comment>
+    <sub-class-of type="application/xml"/>
+    <icon name="quillmont"/>
+    <glob pattern="*%3"/>
+  </mime-type>
+</mime-info>
+)")
+        .arg(kMimeType, description.toHtmlEscaped(), ending.toHtmlEscaped())
+        .toUtf8();
+}
+
+QByteArray desktopEntry(const QString& program)
+{
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Version=1.4\n"
+           "Name=Quillmont\n"
+           "GenericName=Video Editor\n"
+           "Comment=Cut and join films on a timeline\n"
+           "TryExec="
+           + escaped(program) + "\nExec=" + execLine(program)
+           + "\nIcon=quillmont\n"
+             "Terminal=false\n"
+             "StartupNotify=true\n"
+             "MimeType="
+           + kMimeType
+           + ";\n"
+             "Categories=AudioVideo;Video;AudioVideoEditing;\n";
+}
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct Written {
+    QString path; // below the data folder
+    QByteArray bytes;
+    const char* tool; // makes the list anew that the file is in
+    QString list;     // that list's folder
+};
+
+} // namespace
+
+DesktopPlaces desktopPlaces()
+{
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    QStringList all = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    all.removeAll(own);
+    return {own, all, QCoreApplication::applicationFilePath(), [](const QString& tool, const QString& folder) {
+                QProcess process;
+                process.setProgram(QStandardPaths::findExecutable(tool));
+                process.setArguments({folder});
+                process.setStandardOutputFile(QProcess::nullDevice());
+                process.setStandardErrorFile(QProcess::nullDevice());
+                if (!process.program().isEmpty()) {
+                    process.startDetached();
+                }
+            }};
+}
+
+QByteArray execLine(const QString& program)
+{
+    // Twice: once as a word of a command line, in which % stands for what is put in, and once more as any value.
+    QString word;
+    for (const QChar sign : program) {
+        word += QString("\"`$\\").contains(sign) ? QString("\\") + sign : sign == '%' ? QString("%%") : QString(sign);
+    }
+    return escaped('"' + word + "\" %f");
+}
+
+void DesktopClassRoot::setString(std::string_view key, std::string_view name, std::string_view text)
+{
+    if (!name.empty()) {
+        return; // the type is the desktop's own, whatever the table calls its content
+    }
+    if (key.starts_with('.')) {
+        ending_ = key;
+        class_ = text;
+    } else if (key == class_) {
+        description_ = text;
+    }
+}
+
+void DesktopClassRoot::notifyChanged()
+{
+    const Written files[] = {
+        {"mime/packages/quillmont.xml", mimePackage(fromProgram(ending_), fromProgram(description_)),
+         "update-mime-database", "mime"},
+        {"applications/quillmont.desktop", desktopEntry(places_.program), "update-desktop-database", "applications"},
+        {"icons/hicolor/scalable/apps/quillmont.svg", bytesOf(":/icons/quillmont.svg"), nullptr, {}}};
+    const auto pathOf = [&](const Written& file) { return places_.dataFolder + "/" + file.path; };
+    const auto isThere = [&](const Written& file) { return bytesOf(pathOf(file)) == file.bytes; };
+    if (std::ranges::all_of(files, isThere) || isInstalled(places_)) {
+        return;
+    }
+    for (const Written& file : files) {
+        if (isThere(file) || !QDir().mkpath(QFileInfo(pathOf(file)).path())) {
+            continue;
+        }
+        QSaveFile target(pathOf(file));
+        if (target.open(QIODevice::WriteOnly) && target.write(file.bytes) == file.bytes.size() && target.commit()
+            && file.tool != nullptr) {
+            places_.update(file.tool, places_.dataFolder + "/" + file.list);
+        }
+    }
+}
