@@ -84,12 +84,14 @@ TEST_F(OptionsTest, EachChangeDoesItsOwn)
     for (const Case& c : cases) {
         c.click(0);
         EXPECT_EQ(takeCalls(), c.calls) << c.what;
+        EXPECT_TRUE(std::exchange(state::ProjectModified, false)) << c.what;
     }
     EXPECT_EQ(videoRow(), "011 BLANK LOCK BLANK fixed");
     EXPECT_EQ(effectRow(), "011 BLANK LOCK BLANK");
     EXPECT_EQ(audioRow(), "100 LINK BLANK DISABLE_AUDIO");
     imgLinkVideo_Click(0);
     EXPECT_EQ(videoRow(), "011 BLANK LOCK BLANK fixed") << "a locked row keeps its link";
+    EXPECT_FALSE(state::ProjectModified);
     EXPECT_TRUE(moduleTWState::IsTrackLocked(video()) && moduleTWState::IsTrackLocked(state::OverlayTrack));
     EXPECT_FALSE(moduleTWState::IsTrackLocked(audio(1)) || moduleTWState::IsTrackLocked(0)
                  || moduleTWState::IsTrackLocked(999999));
@@ -109,7 +111,6 @@ TEST_F(OptionsTest, AreKeptByTheProject)
     imgLinkAudio_Click(1);
     imgLockOverlay_Click(0);
     imgDisableEffect_Click(0);
-    EXPECT_TRUE(state::ProjectModified);
     imgDisableVideo_Click(0);
     pugi::xml_document kept;
     project::storeRowOptions(kept.append_child("QuillmontProject"));
