@@ -40,9 +40,14 @@ QString unescaped(const QString& value)
     return text;
 }
 
+constexpr const char* kThrough = "env "; // a program that starts the one behind it
+
 /// The program of a command, without its quotes.
-QString programOf(const QString& command)
+QString programOf(QString command)
 {
+    if (command.startsWith(kThrough)) {
+        command.remove(0, static_cast<qsizetype>(std::char_traits<char>::length(kThrough)));
+    }
     const bool isQuoted = command.startsWith('"');
     QString program;
     for (qsizetype i = isQuoted ? 1 : 0; i < command.size() && command[i] != (isQuoted ? '"' : ' '); ++i) {
@@ -173,7 +178,8 @@ QByteArray execLine(const QString& program)
     for (const QChar sign : program) {
         word += QString("\"`$\\").contains(sign) ? QString("\\") + sign : sign == '%' ? QString("%%") : QString(sign);
     }
-    return escaped('"' + word + "\" %f");
+    // Some desktops look for the command's first word before they have read its "%%", and find no program of that name.
+    return escaped((program.contains('%') ? kThrough : "") + ('"' + word + "\" %f"));
 }
 
 void DesktopClassRoot::setString(std::string_view key, std::string_view name, std::string_view text)

@@ -109,7 +109,7 @@ TEST_F(FileAssociation, AnyPathIsQuoted)
 {
     const std::pair<const char*, const char*> cases[] = {{"/usr/bin/quillmont", R"("/usr/bin/quillmont" %f)"},
                                                          {"/my films/q", R"("/my films/q" %f)"},
-                                                         {"/100%/q", R"("/100%%/q" %f)"},
+                                                         {"/100%/q", R"(env "/100%%/q" %f)"},
                                                          {R"(/"a"/$b`c\d)", R"("/\\"a\\"/\\$b\\`c\\\\d" %f)"},
                                                          {"/a\nb", R"("/a\nb" %f)"},
                                                          {"/фильм/q", R"("/фильм/q" %f)"}};
