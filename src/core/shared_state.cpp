@@ -27,6 +27,7 @@ void reset()
     WorkingFolder.clear();
     ProjectWidth = 320;
     ProjectHeight = 240;
+    FrameSizeChosen = false;
     ProjectModified = false;
     MediaListDirty = false;
     ProjectSaved = false;

@@ -42,6 +42,7 @@ inline bool ClickCtrl = false;
 inline std::string WorkingFolder; // for new files and dialogues
 inline std::int16_t ProjectWidth = 320;
 inline std::int16_t ProjectHeight = 240;
+inline bool FrameSizeChosen = false; // somebody chose the size of the movie, so no picture's size is offered for it
 inline bool ProjectModified = false; // true by `markModified` alone
 inline bool MediaListDirty = false;  // files came to the media list since the last save
 inline bool ProjectSaved = false;    // the project has a file

@@ -12,6 +12,7 @@
 #include "engine/engine_access.h"
 #include "history/command.h"
 #include "items/items.h"
+#include "preview/frame_offer.h"
 #include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/item_names.h"
@@ -108,6 +109,7 @@ bool addWithHistory(std::string_view word, const Add& add)
 struct Adding {
     bool isSelected = false; // some file was
     bool isAdded = false;    // some source is on the timeline
+    bool isPictureAdded = false;
     engine::RuntimeError failure{0, {}};
 };
 
@@ -119,10 +121,12 @@ bool addFile(ITWTimeline& engine, Handle file, Adding& done)
     bool isAdded = false;
     try {
         for (const Handle stream : streamsOf(file)) {
-            const Handle track = targetTrack(engine, isVideoStream(stream));
+            const bool isPicture = isVideoStream(stream);
+            const Handle track = targetTrack(engine, isPicture);
             Bool16 ok = kFalse;
             check(engine.AppendSource(track, stream, start, ok));
             isAdded = isAdded || ok != kFalse;
+            done.isPictureAdded = done.isPictureAdded || (isPicture && ok != kFalse);
             if (ok != kFalse) {
                 nameLastSource(engine, track);
             }
@@ -169,11 +173,20 @@ void fitPreviewSlider()
     }
 }
 
+/// A further picture leaves the movie its size, when the first one had offered another.
+void keepFrameOfFirst(const Adding& done)
+{
+    if (done.isPictureAdded) {
+        frmPreview::WithdrawFrameOffer();
+    }
+}
+
 void showAddedFiles(const Adding& done)
 {
     showAllRows();
     fitPreviewSlider();
     UpdateTrackOptions();
+    keepFrameOfFirst(done);
     UpdatePreview();
     SyncOverlayTransitions();
     frmVolume::SetVolume(frmVolume::GetVolume()); // a player that was made anew has its own
@@ -208,6 +221,7 @@ void addSelectedOverlays(Adding& done)
         for (const Handle stream : streamsOf(file)) {
             if (isVideoStream(stream)) {
                 done.isAdded |= addWithHistory("Overlay", [&] { return addOverlay(*engine, stream); });
+                done.isPictureAdded = done.isAdded;
             }
         }
     }
@@ -220,6 +234,7 @@ void showAddedOverlays(const Adding& done)
     }
     showAllRows();
     UpdateTreeView();
+    keepFrameOfFirst(done);
     UpdatePreview();
     UpdateTrackOptions();
 }

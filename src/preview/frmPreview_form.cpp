@@ -67,6 +67,8 @@ PreviewForm::PreviewForm(QWidget* parent) : QWidget(parent)
     setObjectName("frmPreview");
     setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus);
+    offer_ = new FrameOfferLine(this);
+    watch(offer_, frmPreview::fmeDisplay_MouseMove);
     makePicture();
     makeSeekBar();
     makeTransport();
@@ -165,14 +167,18 @@ void PreviewForm::seekBarMoved(int value)
     }
 }
 
-void PreviewForm::resizeEvent(QResizeEvent*)
+void PreviewForm::resizeEvent(QResizeEvent*) { layOut(); }
+
+void PreviewForm::layOut()
 {
+    const int top = offer_->isHidden() ? 0 : offer_->heightForWidth(width());
+    offer_->setGeometry(0, 0, width(), top);
     const bool isNarrow = width() < kNarrow;
     const int seekHeight = kSeekHeight + (isNarrow ? fontMetrics().height() : 0);
-    const int groundHeight = std::max(10, height() - seekHeight - kTransportHeight - 4);
-    ground_->setGeometry(0, 0, width(), groundHeight);
-    layOutSeekBar(groundHeight + 4, isNarrow);
-    layOutTransport(groundHeight + 4 + seekHeight);
+    const int groundHeight = std::max(10, height() - top - seekHeight - kTransportHeight - 4);
+    ground_->setGeometry(0, top, width(), groundHeight);
+    layOutSeekBar(top + groundHeight + 4, isNarrow);
+    layOutTransport(top + groundHeight + 4 + seekHeight);
     form().fmeDisplayWidth = std::max(1, ground_->width() - 2 * kAround);
     form().fmeDisplayHeight = std::max(1, ground_->height() - 2 * kAround);
     frmPreview::Resize();
@@ -288,9 +294,21 @@ void PreviewForm::showButtons()
     }
 }
 
+/// The line takes its room from the picture, so that it covers nothing.
+void PreviewForm::showOffer()
+{
+    const bool wasHidden = offer_->isHidden();
+    offer_->showState();
+    const int wanted = offer_->isHidden() ? 0 : offer_->heightForWidth(width());
+    if (wasHidden != offer_->isHidden() || offer_->height() != wanted) {
+        layOut();
+    }
+}
+
 void PreviewForm::showState()
 {
     isShowing_ = true;
+    showOffer();
     if (picture_->geometry() != picturePlace()) {
         picture_->setGeometry(picturePlace());
         emptyHint_->setGeometry(picture_->rect().adjusted(8, 8, -8, -8));

@@ -1,7 +1,9 @@
 #pragma once
 
-// The preview's form: the picture, the seek bar between its two times, and the transport below.
+// The preview's form: the picture, the seek bar between its two times, and the transport below; above them, at times,
+// the line that offers another size for the movie.
 
+#include "preview/frame_offer_form.h"
 #include "windowing/frame_view.h"
 
 #include <QLabel>
@@ -30,14 +32,17 @@ private:
     void makePicture();
     void makeSeekBar();
     void makeTransport();
+    void layOut();
     void layOutSeekBar(int top, bool isNarrow);
     void layOutTransport(int top);
     void seekBarMoved(int value);
     void openVolume();
     void showState();
+    void showOffer();
     void showSeekBar();
     void showButtons();
 
+    FrameOfferLine* offer_ = nullptr;
     QWidget* ground_ = nullptr; // around the picture
     FrameView* picture_ = nullptr;
     QLabel* emptyHint_ = nullptr;

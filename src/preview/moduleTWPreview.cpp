@@ -8,6 +8,7 @@
 #include "engine/ITWPreview.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "preview/frame_offer.h"
 #include "preview/frmPreview_events.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -288,6 +289,7 @@ void UpdatePreview()
         const auto player = EngineAs<ITWPreview>();
         takeTimeline(*player);
         showDuration(durationOf(*player));
+        frmPreview::WatchFirstPicture();
     });
 }
 

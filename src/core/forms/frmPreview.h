@@ -17,6 +17,18 @@ struct ToggleButton {
     Shown<bool> Value{false};
 };
 
+/// The line that offers the size of the first picture for the movie.
+struct FrameOffer {
+    Shown<bool> Visible{false};
+    Shown<std::string> Caption; // "The movie is 320 x 240, sunrise.mp4 is 640 x 360."
+    std::string FileName;       // as it stands in the caption, where a screen may shorten it
+    Shown<std::string> cmdUseCaption;
+    Shown<std::string> cmdKeepCaption{std::string("Keep")};
+    std::int16_t Width = 0; // pixels; what is offered
+    std::int16_t Height = 0;
+    engine::Handle Stream = 0; // the picture
+};
+
 struct FrmPreview {
     Shown<bool> Visible{true};
 
@@ -26,6 +38,8 @@ struct FrmPreview {
     Shown<std::int32_t> fmeDisplayHeight{0};
     Shown<Rectangle> picDisplay;
     std::int32_t picDisplayHandle = 0;
+    FrameOffer fmeFrameOffer;
+    bool HasPictures = false; // some lay on the timeline when it was looked at last
 
     Slider sldSeekBar;
     Label lblCurrentTime; // where the timeline's slider stands
