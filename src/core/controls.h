@@ -26,6 +26,12 @@ struct CheckBox {
     Shown<bool> Enabled{true};
 };
 
+struct TextBox {
+    Observed<std::string> Text;
+    Shown<bool> Enabled{true};
+    std::function<void()> SetFocus; // puts the caret there, with all of it selected; set by the screens
+};
+
 /// A picture that may be clicked. `Picture` is a key of the form's image list.
 struct ImageBox {
     Shown<std::string> Picture;

@@ -32,6 +32,9 @@ void OnSliderMove();
 void SetActiveContext(std::int16_t context);
 void RefreshActions();
 
+/// Defined in `shell/`. Shows a topic of the help, as "1_Welcome.htm"; nothing without screens.
+void ShowHelp(std::string_view topic);
+
 /// Defined in `media/`. The engine opens the streams of a closed file again when an image or a paste names them. Gives
 /// each such file its row in the media list again, as the last one, and its handles their places in
 /// `state::FileCollection` and `state::StreamCollection`. Raises nothing.

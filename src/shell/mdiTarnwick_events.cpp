@@ -247,12 +247,7 @@ void mnuViewML_List_Click() { setView(2); }
 
 void mnuViewML_Detail_Click() { setView(3); }
 
-void mnuHelpSection_Click()
-{
-    if (showHelp) {
-        showHelp("1_Welcome.htm");
-    }
-}
+void mnuHelpSection_Click() { ShowHelp("1_Welcome.htm"); }
 
 void mnuHelpWhatsThis_Click()
 {
@@ -275,3 +270,10 @@ void mnuHelpAbout_Click()
 } // namespace mdiTarnwick
 
 void EnableOrDisableMenuItems() { mdiTarnwick::EnableOrDisableMenuItems(); }
+
+void ShowHelp(std::string_view topic)
+{
+    if (mdiTarnwick::showHelp) {
+        mdiTarnwick::showHelp(topic);
+    }
+}

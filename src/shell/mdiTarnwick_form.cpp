@@ -12,6 +12,7 @@
 #include "media/moduleTarnwick.h"
 #include "preview/frmPreview_events.h"
 #include "preview/frmPreview_form.h"
+#include "project/frmNewProject_form.h"
 #include "shell/context_keys.h"
 #include "shell/frmTools_events.h"
 #include "shell/frmTools_form.h"
@@ -182,6 +183,7 @@ void MainWindow::bindHooks()
 {
     mdiTarnwick::unload = [this] { close(); };
     new HelpDesk(this);
+    frmNewProject::connectScreens();
     mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
     mdiTarnwick::showAbout = [this] {
         QMessageBox::about(this, tr("About Quillmont"),

@@ -1,6 +1,7 @@
 #include "screens/screen_harness.h"
 
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
@@ -58,6 +59,7 @@ ScreenTest::ScreenTest()
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
+    renew(forms::frmNewProject);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);

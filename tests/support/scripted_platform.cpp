@@ -1,6 +1,7 @@
 #include "support/scripted_platform.h"
 
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
@@ -33,6 +34,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
+    renew(forms::frmNewProject);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
