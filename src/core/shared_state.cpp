@@ -29,6 +29,7 @@ void reset()
     ProjectHeight = 240;
     FrameSizeChosen = false;
     ProjectModified = false;
+    ModificationCount = 0;
     MediaListDirty = false;
     ProjectSaved = false;
     ProjectFilePath.clear();

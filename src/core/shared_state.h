@@ -44,6 +44,7 @@ inline std::int16_t ProjectWidth = 320;
 inline std::int16_t ProjectHeight = 240;
 inline bool FrameSizeChosen = false; // somebody chose the size of the movie, so no picture's size is offered for it
 inline bool ProjectModified = false; // true by `markModified` alone
+inline std::uint32_t ModificationCount = 0; // how often it was marked: another number means that something may differ
 inline bool MediaListDirty = false;  // files came to the media list since the last save
 inline bool ProjectSaved = false;    // the project has a file
 inline std::string ProjectFilePath;
@@ -70,7 +71,11 @@ inline bool OpeningCancelled = false; // set by the person while files are being
 /// There is work now that is not in the project's file. The one place that says so: the question on closing and the
 /// title stand on the flag. Commands that change what would be saved call it; some do even when nothing changed, and
 /// their headers say so.
-inline void markModified() { ProjectModified = true; }
+inline void markModified()
+{
+    ProjectModified = true;
+    ++ModificationCount;
+}
 
 /// Puts everything back to its start value; for tests, which run many programs in one process.
 void reset();

@@ -18,26 +18,34 @@ std::vector<Record> firstOf(const std::vector<Record>& array, std::int16_t count
 
 } // namespace
 
-void cHistoryData::SetEditOperationData() { editOperation_ = firstOf(WorkingImage.Sources, sourceCount_); }
+ModuleHistory::ImageRecords& cHistoryData::ownRecords()
+{
+    if (records_.use_count() > 1) {
+        records_ = std::make_shared<ModuleHistory::ImageRecords>(*records_);
+    }
+    return *records_;
+}
+
+void cHistoryData::SetEditOperationData() { ownRecords().Sources = firstOf(WorkingImage.Sources, sourceCount_); }
 
 void cHistoryData::SetFileOperationData() { fileOperation_ = ModuleHistory::WorkingFile; }
 
-void cHistoryData::SetEffectOperationData() { effectOperation_ = firstOf(WorkingImage.Effects, effectCount_); }
+void cHistoryData::SetEffectOperationData() { ownRecords().Effects = firstOf(WorkingImage.Effects, effectCount_); }
 
 void cHistoryData::SetTransitionOperationData()
 {
-    transitionOperation_ = firstOf(WorkingImage.Transitions, transitionCount_);
-    overlaySources_ = firstOf(WorkingImage.OverlaySources, transitionCount_);
+    ownRecords().Transitions = firstOf(WorkingImage.Transitions, transitionCount_);
+    ownRecords().OverlaySources = firstOf(WorkingImage.OverlaySources, transitionCount_);
 }
 
-void cHistoryData::GetEditOperationData() const { WorkingImage.Sources = editOperation_; }
+void cHistoryData::GetEditOperationData() const { WorkingImage.Sources = records_->Sources; }
 
-void cHistoryData::GetEffectOperationData() const { WorkingImage.Effects = effectOperation_; }
+void cHistoryData::GetEffectOperationData() const { WorkingImage.Effects = records_->Effects; }
 
 void cHistoryData::GetTransitionOperationData() const
 {
-    WorkingImage.Transitions = transitionOperation_;
-    WorkingImage.OverlaySources = overlaySources_;
+    WorkingImage.Transitions = records_->Transitions;
+    WorkingImage.OverlaySources = records_->OverlaySources;
 }
 
 void cHistoryData::GetFileOperationData() const { ModuleHistory::WorkingFile = fileOperation_; }

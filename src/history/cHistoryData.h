@@ -4,14 +4,14 @@
 //
 // The routines named ...OperationData move the data between the entry and the module's working set
 // (`ModuleHistory::WorkingImage`); the entry's counts say how many items, and are set before the data. An entry holds
-// records only, and just as many as it has items. Interface thread only.
+// records only, and just as many as it has items. Copies of an entry share them. Interface thread only.
 
 #include "history/image_records.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class cHistoryData {
 public:
@@ -40,13 +40,15 @@ public:
     void SetWhole(bool isWhole) { isWhole_ = isWhole; }
     bool IsWhole() const { return isWhole_; }
 
+    /// The image itself, which nobody changes any more: any thread may read it for as long as it is held.
+    std::shared_ptr<const ModuleHistory::ImageRecords> Records() const { return records_; }
+
 private:
+    ModuleHistory::ImageRecords& ownRecords();
+
     std::string operationType_;
     ModuleHistory::FileImage fileOperation_;
-    std::vector<ModuleHistory::SourceImage> editOperation_;
-    std::vector<ModuleHistory::EffectImage> effectOperation_;
-    std::vector<ModuleHistory::TransitionImage> transitionOperation_;
-    std::vector<ModuleHistory::SourceImage> overlaySources_;
+    std::shared_ptr<ModuleHistory::ImageRecords> records_ = std::make_shared<ModuleHistory::ImageRecords>();
     std::int16_t sourceCount_ = 0;
     std::int16_t effectCount_ = 0;
     std::int16_t transitionCount_ = 0; // counts the overlay sources too

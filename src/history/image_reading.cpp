@@ -149,4 +149,12 @@ void StoreCurrentTLImage()
     Trapped("ModuleHistory", "StoreCurrentTLImage", [] { ImageReader(LastImage, kTransitionNameBytes).readAll(); });
 }
 
+ImageRecords ReadTimeline()
+{
+    constexpr std::size_t kTransitionNameBytes = 20;
+    TimelineImage image;
+    ImageReader(image, kTransitionNameBytes).readAll();
+    return image;
+}
+
 } // namespace ModuleHistory

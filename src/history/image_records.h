@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace ModuleHistory {
 
@@ -29,6 +30,7 @@ public:
 
     std::string_view text() const { return {text_.data(), length_}; }
     bool empty() const { return length_ == 0; }
+    bool operator==(const ShortName&) const = default;
 
 private:
     std::array<char, 20> text_{};
@@ -44,6 +46,8 @@ struct SourceImage {
     engine::Handle Track = 0;
     std::int16_t Seq = 0; // on its track
     std::int16_t StretchMode = 0;
+
+    bool operator==(const SourceImage&) const = default;
 };
 
 struct EffectImage {
@@ -51,6 +55,8 @@ struct EffectImage {
     engine::Milliseconds Start = 0;
     engine::Milliseconds Stop = 0;
     ShortName Name;
+
+    bool operator==(const EffectImage&) const = default;
 };
 
 /// The transition of the overlay source of the same place. Without a name there was none.
@@ -62,6 +68,18 @@ struct TransitionImage {
     std::int16_t KeyGreen = 0;
     std::int16_t KeyBlue = 0;
     ShortName Name;
+
+    bool operator==(const TransitionImage&) const = default;
+};
+
+/// All that lies on the tracks. Items of one place in the last two belong together.
+struct ImageRecords {
+    std::vector<SourceImage> Sources; // of the video and audio tracks, track by track
+    std::vector<EffectImage> Effects;
+    std::vector<TransitionImage> Transitions;
+    std::vector<SourceImage> OverlaySources;
+
+    bool operator==(const ImageRecords&) const = default;
 };
 
 /// Of operations on files. No command fills it; it is carried along.

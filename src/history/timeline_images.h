@@ -12,19 +12,13 @@
 #include "history/image_records.h"
 
 #include <cstdint>
-#include <vector>
 
 class cHistoryData;
 
 namespace ModuleHistory {
 
-/// A set of arrays with their counts. Items of one place in the last two belong together: an overlay and its
-/// transition, of the same sequence number.
-struct TimelineImage {
-    std::vector<SourceImage> Sources;
-    std::vector<EffectImage> Effects;
-    std::vector<TransitionImage> Transitions;
-    std::vector<SourceImage> OverlaySources;
+/// A set of arrays with their counts. An overlay and its transition, of the same sequence number, have one place.
+struct TimelineImage : ImageRecords {
     std::int16_t SourceCount = 0;
     std::int16_t EffectCount = 0;
     std::int16_t TransitionCount = 0; // of both arrays
@@ -41,6 +35,8 @@ inline TimelineImage LastImage;
 void StoreTimelineImage();
 /// Makes the timeline the last image.
 void StoreCurrentTLImage();
+/// The timeline as it stands, for a reader beside the history. Raises the engine's failures.
+ImageRecords ReadTimeline();
 /// Removes everything from all tracks and draws them. Streams and files stay open.
 void EmptyTimeline();
 /// Puts the image of `EntryToRestore` on the tracks, which must be empty, and brings files back to the media list that
