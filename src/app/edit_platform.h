@@ -22,6 +22,8 @@ public:
     /// Sets the ports to this object until it goes. Messages are written to `told`, a line each. `folder` is there
     /// already, without a separator at its end. Both outlive this object.
     EditPlatform(std::ostream& told, std::string folder);
+    /// A state folder that outlives the run.
+    void useStateFolder(std::string folder) { stateFolder_ = std::move(folder); }
     ~EditPlatform() override;
     EditPlatform(const EditPlatform&) = delete;
     EditPlatform& operator=(const EditPlatform&) = delete;
@@ -50,7 +52,7 @@ public:
     std::string temporaryFolder() override { return folder_ + "/"; }
     std::string programFolder() override { return folder_; }
     std::string runtimeFolder() override { return folder_; }
-    std::string stateFolder() override { return folder_; }
+    std::string stateFolder() override { return stateFolder_; }
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;
     DateTime now() override { return {}; }
@@ -61,6 +63,7 @@ public:
 private:
     std::ostream& told_;
     std::string folder_;
+    std::string stateFolder_ = folder_;
     std::map<std::string, std::string> settings_; // "application/section/key"
     Ports before_;
 };

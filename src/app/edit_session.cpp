@@ -12,6 +12,8 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "items/transition_key.h"
+#include "journal/journal.h"
+#include "media/media_files.h"
 #include "shell/file_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
@@ -84,6 +86,7 @@ void putSource(EditTrack track, Handle stream, const ItemTimes& times, const Ite
 /// What the program shows of its tracks, after they were changed behind its back.
 void showChanged()
 {
+    state::markModified();
     RenderAllBars();
     moduleScaleRenderer::AdjustScroll();
     UpdateTreeView();
@@ -107,8 +110,23 @@ EditSession::EditSession(std::ostream& told) : platform_(told, folder_.path())
     tellReportedErrors(told);
 }
 
+void EditSession::openJournal(const std::string& folder)
+{
+    const fs::path whole = fs::absolute(folder); // it is told to other runs
+    platform_.useStateFolder(whole);
+    mediaFolder_ = (whole / "media").string();
+    fs::create_directories(mediaFolder_);
+    journal::start();
+    if (journal::offer()) {
+        for (const Handle file : state::FileCollection) {
+            addMedia(fs::path(media::pathOf(file)).stem().string(), file);
+        }
+    }
+}
+
 EditSession::~EditSession()
 {
+    journal::stop();
     forgetReportedErrors();
     endEditing();
 }
@@ -119,7 +137,7 @@ void EditSession::openMedia(const std::string& name, std::int32_t lengthMs, bool
     if (std::ranges::find(media_, name, &OpenedMedia::name) != media_.end()) {
         throw WrongWords("there is a file called " + name + " already");
     }
-    const fs::path path = fs::path(folder_.path()) / (name + mediaEnding(kinds));
+    const fs::path path = fs::path(mediaFolder_) / (name + mediaEnding(kinds));
     writeMedia(path, lengthMs, kinds);
     platform_.chosenFile = path.string();
     const std::int32_t filesBefore = state::FileCollection.Count();
@@ -127,7 +145,12 @@ void EditSession::openMedia(const std::string& name, std::int32_t lengthMs, bool
     if (state::FileCollection.Count() == filesBefore) {
         throw std::runtime_error("cannot open " + path.string());
     }
-    OpenedMedia opened{name, state::FileCollection.Item(state::FileCollection.Count())};
+    addMedia(name, state::FileCollection.Item(state::FileCollection.Count()));
+}
+
+void EditSession::addMedia(const std::string& name, Handle file)
+{
+    OpenedMedia opened{name, file};
     const auto files = EngineAs<engine::ITWMediaFiles>();
     for (const Handle stream : state::StreamCollection) {
         Handle owner = 0;

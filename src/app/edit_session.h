@@ -55,6 +55,10 @@ public:
     EditSession(const EditSession&) = delete;
     EditSession& operator=(const EditSession&) = delete;
 
+    /// From now on keeps a journal in that folder, where its media files are made too, so that they outlive the run.
+    /// Ahead of anything else; what a killed run left there is brought back, when the question is answered Yes.
+    void openJournal(const std::string& folder);
+
     // --- What lies there -------------------------------------------------------------------------------------------
 
     /// Makes a media file of that length (ms) and opens it through the media list.
@@ -89,8 +93,10 @@ public:
 private:
     const OpenedMedia& mediaNamed(std::string_view name) const;
     void chooseRow(const OpenedMedia& media);
+    void addMedia(const std::string& name, engine::Handle file);
 
     RunFolder folder_;
+    std::string mediaFolder_ = folder_.path();
     EditPlatform platform_;
     std::vector<OpenedMedia> media_;
 };

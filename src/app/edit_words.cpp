@@ -5,6 +5,7 @@
 #include "app/edit_media.h"
 #include "app/edit_operands.h"
 #include "history/ModuleHistory.h"
+#include "journal/journal.h"
 #include "shell/edit_commands.h"
 #include "shell/track_menu.h"
 
@@ -169,6 +170,7 @@ constexpr Word kWords[] = {
     {"undo", "", plain<ModuleHistory::OnEditUndoClick>, "one step back"},
     {"redo", "", plain<ModuleHistory::OnEditRedoClick>, "one step forward"},
     {"jump", "ROW", [](EditSession&, Operands& o) { clickHistory(o.number()); }, "clicks on a row of the history, from 1"},
+    {"say", "TEXT", [](EditSession&, Operands& o) { o.printed() << o.word() << std::endl; }, "prints a word"},
     {"dump", "", dump, "prints the timeline and the history"},
 };
 // clang-format on
@@ -212,6 +214,7 @@ void runLine(EditSession& session, std::string_view line, std::ostream& printed)
     }
     Operands operands(std::move(words), printed);
     word->run(session, operands);
+    journal::noteTurn();
 }
 
 void runScript(EditSession& session, std::istream& script, std::ostream& printed, const volatile int& interrupted)

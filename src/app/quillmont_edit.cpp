@@ -42,12 +42,14 @@ void watchSignals()
 }
 
 /// The exit status when the words alone settle it: help, the version, or wrong ones.
-std::optional<int> readWords(int count, const char* const* raw)
+std::optional<int> readWords(int count, const char* const* raw, std::string& journalFolder)
 {
     CLI::App program("Reads editing commands from standard input, one a line, and runs them.\n"
                      "Exit status: 0 done, 1 the run failed, 2 a line is wrong.");
     program.name("quillmont-edit");
     program.set_version_flag("--version", "quillmont-edit " QUILLMONT_VERSION);
+    program.add_option("--journal", journalFolder,
+                       "keeps a journal of the work in this folder, and brings back what a killed run left there");
     program.footer("Commands:\n" + app::wordsHelp() + "\n" + kExample);
     try {
         program.parse(count, raw);
@@ -60,9 +62,12 @@ std::optional<int> readWords(int count, const char* const* raw)
     return std::nullopt;
 }
 
-int run()
+int run(const std::string& journalFolder)
 {
     app::EditSession session(std::cerr);
+    if (!journalFolder.empty()) {
+        session.openJournal(journalFolder);
+    }
     int status = 0;
     try {
         app::runScript(session, std::cin, std::cout, interrupted);
@@ -82,11 +87,12 @@ int run()
 int main(int count, char** raw)
 {
     try {
-        if (const auto status = readWords(count, raw)) {
+        std::string journalFolder;
+        if (const auto status = readWords(count, raw, journalFolder)) {
             return *status;
         }
         watchSignals();
-        return run();
+        return run(journalFolder);
     } catch (const std::exception& failure) {
         std::cerr << "quillmont-edit: " << failure.what() << "\n";
         return kFailed;
