@@ -8,6 +8,10 @@
 #include "engine/ITWProjectStore.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "journal/journal.h"
+#include "journal/leftover.h"
+#include "journal/offer_form.h"
+#include "media/media_files.h"
 #include "media/moduleTarnwick.h"
 #include "project/project_file.h"
 #include "report/frmbug_form.h"
@@ -24,6 +28,7 @@
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
+#include "windowing/turn_end.h"
 
 #include <QApplication>
 #include <QLockFile>
@@ -56,6 +61,20 @@ void openTimelineOf(const std::string& path)
         UpdatePreview();
         EnableOrDisableMenuItems();
     });
+}
+
+/// Keeps the journal from here on, and offers what a killed run has left. path: of the command line, which is not
+/// opened then; empty: none. True when the program holds work that was brought back.
+bool offerWork(std::unique_ptr<TurnEnd>& turns, const std::string& path)
+{
+    journal::chooseLeftover = journal::showLeftovers;
+    journal::start();
+    const bool isBack = journal::offer();
+    turns = std::make_unique<TurnEnd>([] { journal::noteTurn(); });
+    if (isBack && !path.empty()) {
+        media::say(path + " was not opened: the work that was not saved was brought back.");
+    }
+    return isBack;
 }
 
 } // namespace
@@ -102,14 +121,19 @@ int main(int count, char** words)
         .unloadSplash = [&] { splash.reset(); },
         .endProcess = [] { std::exit(EXIT_SUCCESS); },
     });
-    if (isShown && count == 3 && std::string_view(words[1]) == "--open") {
-        openTimelineOf(words[2]);
+    const std::string path = count == 3 && std::string_view(words[1]) == "--open" ? words[2] : "";
+    std::unique_ptr<TurnEnd> turns;
+    const bool isBack = isShown && offerWork(turns, path);
+    if (isShown && !isBack && !path.empty()) {
+        openTimelineOf(path);
     }
-    if (isShown) {
+    if (isShown && !isBack && path.empty()) {
         constexpr int kWhenPaintedMs = 200;
         QTimer::singleShot(kWhenPaintedMs, window.get(), mdiTarnwick::ShowTutorialAtStart);
     }
     const int status = isShown ? QApplication::exec() : EXIT_FAILURE;
+    turns.reset();
+    journal::stop();
     window.reset();
     engine::Engine.reset();
     return status;
