@@ -24,6 +24,9 @@ public:
     /// Looks on a thread of its own which of the open files are still on the disk, and tells `filePresence()` of each.
     /// Does nothing while an earlier look waits for a disk.
     virtual Status LookForFiles() = 0;
+    /// Begins to look at a file on a thread of its own: what it finds is there when the file is asked for next
+    /// (`GetFileError`, `OpenFile`). For lists of files; only the last two such looks count.
+    virtual Status LookAhead(Text path) = 0;
 };
 
 } // namespace engine

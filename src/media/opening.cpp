@@ -22,10 +22,41 @@
 #include <functional>
 #include <utility>
 
-namespace moduleTarnwick {
-
 using engine::check;
 using engine::Handle;
+
+media::Opened media::openWithRow(const std::string& path)
+{
+    state::LastOpenedExtension = lastPiece(path.substr(path.find_last_of("/\\") + 1));
+    Handle file = 0;
+    check(engine::Engine->OpenFile(path, file));
+    if (file == 0) {
+        return Opened::kNotThere;
+    }
+    const ListView& list = forms::frmMediaList.lvwMediaList;
+    const std::int32_t rowsBefore = list.Count();
+    moduleTarnwick::OpenStreams(file);
+    if (list.Count() == rowsBefore) {
+        moduleTarnwick::CloseStreams(file);
+        engine::Bool16 ok = engine::kFalse;
+        check(engine::Engine->CloseFile(file, ok));
+        return Opened::kNoStream;
+    }
+    moduleTarnwick::AppendToTWListView(file);
+    state::MediaListDirty = true;
+    return Opened::kOpened;
+}
+
+void media::lookAhead(const std::vector<std::string>& paths, std::size_t place)
+{
+    constexpr std::size_t kAhead = 2;
+    const auto files = engine::EngineAs<engine::ITWMediaFiles>();
+    for (std::size_t next = place + 1; next < paths.size() && next <= place + kAhead; ++next) {
+        check(files->LookAhead(paths[next]));
+    }
+}
+
+namespace moduleTarnwick {
 
 namespace {
 
@@ -33,27 +64,7 @@ constexpr const char* kModule = "moduleTarnwick";
 constexpr std::int16_t kDefaultPointer = 0;
 constexpr std::int16_t kHourglass = 11;
 
-/// Opens a file in the engine with all its streams and gives it a row; false when it cannot be opened. A file that
-/// turns out to have no stream is closed again, so that files and rows stay in step.
-bool openWithRow(const std::string& path)
-{
-    Handle file = 0;
-    check(engine::Engine->OpenFile(path, file));
-    if (file == 0) {
-        return false;
-    }
-    const ListView& list = forms::frmMediaList.lvwMediaList;
-    const std::int32_t rowsBefore = list.Count();
-    OpenStreams(file);
-    if (list.Count() == rowsBefore) {
-        CloseStreams(file);
-        engine::Bool16 ok = engine::kFalse;
-        check(engine::Engine->CloseFile(file, ok));
-        return false;
-    }
-    AppendToTWListView(file);
-    return true;
-}
+bool openedWithRow(const std::string& path) { return media::openWithRow(path) == media::Opened::kOpened; }
 
 /// Walks the recent files up to a hit or to "Empty".
 bool isInRecentFiles(const std::function<bool(const std::string&)>& isHit)
@@ -74,11 +85,10 @@ bool isInRecentFiles(const std::function<bool(const std::string&)>& isHit)
 void openOneOfSeveral(const std::string& path)
 {
     const std::string name = file_text::ExtractFileName(path);
-    state::LastOpenedExtension = media::lastPiece(name);
     if (!CheckMediaFile(path)) {
         return;
     }
-    if (!openWithRow(path)) {
+    if (!openedWithRow(path)) {
         tellUser("Unable to open " + path + ".");
         return;
     }
@@ -97,7 +107,9 @@ void openSeveral(const std::vector<std::string>& paths)
     progress.SetValue(0);
     progress.Visible = true;
     for (std::int32_t number = 1; number <= total; ++number) {
-        const std::string& path = paths[static_cast<std::size_t>(number) - 1];
+        const auto place = static_cast<std::size_t>(number) - 1;
+        const std::string& path = paths[place];
+        media::lookAhead(paths, place);
         char count[48];
         std::snprintf(count, sizeof count, "Opening file %02d of %02d (", number, total);
         media::say(count + file_text::ExtractFileName(path) + ")");
@@ -113,11 +125,10 @@ void openSeveral(const std::vector<std::string>& paths)
 /// False when the file could not be opened: then the status text stays as it is.
 bool openSingle(const std::string& path)
 {
-    state::LastOpenedExtension = media::lastPiece(file_text::ExtractFileName(path));
     if (!CheckMediaFile(path)) {
         return false;
     }
-    if (!openWithRow(path)) {
+    if (!openedWithRow(path)) {
         tellUser("Unable to open file.");
         return false;
     }
@@ -248,12 +259,11 @@ void OpenResentFile(std::string_view path)
         state::FileNotFoundShown = false; // each opening tells it once
         media::say("Opening files...");
         forms::mdiTarnwick.MousePointer = kHourglass;
-        state::LastOpenedExtension = media::lastPiece(file_text::ExtractFileName(path));
         if (!CheckMediaFile(path)) {
             forms::mdiTarnwick.MousePointer = kDefaultPointer;
             return;
         }
-        if (!openWithRow(std::string(path))) {
+        if (!openedWithRow(std::string(path))) {
             forms::mdiTarnwick.MousePointer = kDefaultPointer;
             tellUser("File not found.");
             state::FileNotFoundShown = true;

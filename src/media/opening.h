@@ -6,9 +6,24 @@
 
 #include "engine/types.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace media {
+
+enum class Opened : std::uint8_t { kOpened, kNotThere, kNoStream };
+
+/// Opens a file in the engine with all its streams and gives it a row. One that turns out to have no stream is closed
+/// again, so that files and rows stay in step. Raises what the engine raises.
+Opened openWithRow(const std::string& path);
+
+/// Lets the engine look at the two files behind that place of a list (from 0) while the one there is opened. Raises
+/// what the engine raises.
+void lookAhead(const std::vector<std::string>& paths, std::size_t place);
+
+} // namespace media
 
 namespace moduleTarnwick {
 

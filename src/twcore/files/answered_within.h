@@ -5,6 +5,7 @@
 
 #include "engine/waiting.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
@@ -15,41 +16,59 @@
 
 namespace twcore {
 
-/// What `work` answers; nothing when it takes longer, when waiting was given up, or when it raised. `work` owns all
-/// that it touches. Called on the interface thread.
-template <class Answer, class Work>
-std::optional<Answer> answeredWithin(std::chrono::steady_clock::duration longest, Work work)
-{
+/// Work under way, begun with the object. It may be waited for once, on the interface thread, or left behind.
+template <class Answer>
+class UnderWay {
+public:
+    /// `work` owns all that it touches.
+    template <class Work>
+    explicit UnderWay(Work work) : shared_(std::make_shared<Shared>())
+    {
+        std::thread([shared = shared_, work = std::move(work)]() mutable {
+            std::optional<Answer> answer;
+            try {
+                answer = work();
+            } catch (const std::exception&) {
+            }
+            const std::lock_guard lock(shared->mutex);
+            shared->answer = std::move(answer);
+            shared->done = true;
+            shared->finished.notify_one();
+        }).detach();
+    }
+
+    /// What it answers; nothing when it takes longer, when waiting was given up, or when it raised.
+    std::optional<Answer> within(std::chrono::steady_clock::duration longest)
+    {
+        constexpr auto kSlice = std::chrono::milliseconds(40);
+        const auto deadline = std::chrono::steady_clock::now() + longest;
+        std::unique_lock lock(shared_->mutex);
+        while (!shared_->finished.wait_until(lock, std::min(deadline, std::chrono::steady_clock::now() + kSlice),
+                                             [&] { return shared_->done; })) {
+            lock.unlock();
+            if (std::chrono::steady_clock::now() >= deadline || (engine::whileWaiting && !engine::whileWaiting())) {
+                return std::nullopt;
+            }
+            lock.lock();
+        }
+        return std::move(shared_->answer);
+    }
+
+private:
     struct Shared {
         std::mutex mutex;
         std::condition_variable finished;
         bool done = false;
         std::optional<Answer> answer;
     };
-    auto shared = std::make_shared<Shared>();
-    const auto deadline = std::chrono::steady_clock::now() + longest;
-    std::thread([shared, work = std::move(work)]() mutable {
-        std::optional<Answer> answer;
-        try {
-            answer = work();
-        } catch (const std::exception&) {
-        }
-        const std::lock_guard lock(shared->mutex);
-        shared->answer = std::move(answer);
-        shared->done = true;
-        shared->finished.notify_one();
-    }).detach();
-    constexpr auto kSlice = std::chrono::milliseconds(40);
-    std::unique_lock lock(shared->mutex);
-    while (!shared->finished.wait_until(lock, std::min(deadline, std::chrono::steady_clock::now() + kSlice),
-                                        [&] { return shared->done; })) {
-        lock.unlock();
-        if (std::chrono::steady_clock::now() >= deadline || (engine::whileWaiting && !engine::whileWaiting())) {
-            return std::nullopt;
-        }
-        lock.lock();
-    }
-    return std::move(shared->answer);
+    std::shared_ptr<Shared> shared_;
+};
+
+/// The same at once.
+template <class Answer, class Work>
+std::optional<Answer> answeredWithin(std::chrono::steady_clock::duration longest, Work work)
+{
+    return UnderWay<Answer>(std::move(work)).within(longest);
 }
 
 } // namespace twcore

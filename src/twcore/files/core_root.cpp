@@ -228,6 +228,11 @@ engine::Status StreamInterface::IsVideoStream(Handle stream, Bool16& isVideo)
     });
 }
 
+engine::Status StreamInterface::LookAhead(engine::Text path)
+{
+    return guarded([&] { files_.lookAhead(std::string(path)); });
+}
+
 engine::Status StreamInterface::LookForFiles()
 {
     return guarded([&] {

@@ -26,6 +26,7 @@ public:
     Status GetStreamFile(Handle stream, Handle& file) override;
     Status IsVideoStream(Handle stream, Bool16& isVideo) override;
     Status LookForFiles() override;
+    Status LookAhead(engine::Text path) override;
 
     Status IsVideo(Bool16& isVideo) override;
     Status IsAudio(Bool16& isAudio) override;

@@ -1,7 +1,6 @@
 #include "twcore/files/file_registry.h"
 
 #include "engine/status.h"
-#include "twcore/files/answered_within.h"
 
 #include <algorithm>
 
@@ -36,8 +35,58 @@ FileRegistry::Stamp FileRegistry::stampOf(const std::string& path)
     return stamp;
 }
 
+/// On any thread.
+FileRegistry::Tried FileRegistry::lookAt(const std::string& path)
+{
+    const Stamp stamp = stampOf(path);
+    try {
+        return {path, stamp, tryMediaFile(path, Patience{.deadline = std::chrono::steady_clock::now() + kTrialTime})};
+    } catch (const std::exception&) {
+        return {path, stamp, Trial{engine::media_error::kInvalidFormat, nullptr}};
+    }
+}
+
+void FileRegistry::lookAhead(const std::string& path)
+{
+    constexpr std::size_t kAhead = 2;
+    const bool isKnown = std::ranges::find(ahead_, path, &Ahead::path) != ahead_.end()
+                         || std::ranges::find(tried_, path, &Tried::path) != tried_.end();
+    if (isKnown) {
+        return;
+    }
+    if (ahead_.size() >= kAhead) {
+        ahead_.pop_front();
+    }
+    ahead_.push_back({path, UnderWay<Tried>([path] { return lookAt(path); })});
+}
+
+std::optional<FileRegistry::Tried> FileRegistry::takeAhead(const std::string& path)
+{
+    const auto found = std::ranges::find(ahead_, path, &Ahead::path);
+    if (found == ahead_.end()) {
+        return std::nullopt;
+    }
+    UnderWay<Tried> look = std::move(found->look);
+    ahead_.erase(found); // events may run while it is waited for
+    return look.within(kTrialTime);
+}
+
+const Trial& FileRegistry::keep(Tried tried)
+{
+    if (tried_.size() >= kMaxTried) {
+        tried_.pop_front();
+    }
+    return tried_.emplace_back(std::move(tried)).trial;
+}
+
 Trial FileRegistry::tryFile(const std::string& path)
 {
+    const auto isLasting = [](const Tried& tried) {
+        return tried.stamp.isKnown && tried.trial.error != engine::media_error::kCannotLoad;
+    };
+    if (auto ahead = takeAhead(path); ahead && isLasting(*ahead)) {
+        keep(std::move(*ahead));
+    }
     const auto stamp = answeredWithin<Stamp>(kTrialTime, [path] { return stampOf(path); });
     if (!stamp) {
         return {engine::media_error::kCannotLoad, nullptr};
@@ -49,21 +98,11 @@ Trial FileRegistry::tryFile(const std::string& path)
         }
         tried_.erase(found);
     }
-    const auto tried = answeredWithin<Trial>(kTrialTime, [path] {
-        try {
-            return tryMediaFile(path, Patience{.deadline = std::chrono::steady_clock::now() + kTrialTime});
-        } catch (const std::exception&) {
-            return Trial{engine::media_error::kInvalidFormat, nullptr};
-        }
-    });
-    Trial trial = tried.value_or(Trial{engine::media_error::kCannotLoad, nullptr});
-    if (stamp->isKnown && trial.error != engine::media_error::kCannotLoad) {
-        if (tried_.size() >= kMaxTried) {
-            tried_.pop_front();
-        }
-        tried_.push_back({path, *stamp, trial});
+    auto tried = answeredWithin<Tried>(kTrialTime, [path] { return lookAt(path); });
+    if (!tried) {
+        return {engine::media_error::kCannotLoad, nullptr};
     }
-    return trial;
+    return isLasting(*tried) ? keep(std::move(*tried)) : tried->trial;
 }
 
 engine::Handle FileRegistry::openFile(const std::string& path)

@@ -6,6 +6,7 @@
 // then file and stream open anew under their old handles. Interface thread only.
 
 #include "engine/types.h"
+#include "twcore/files/answered_within.h"
 #include "twcore/media/media_file.h"
 #include "twcore/model/handle_counter.h"
 #include "twcore/model/stream_catalogue.h"
@@ -14,6 +15,7 @@
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,9 @@ public:
 
     /// Tries the file, or answers what an earlier try found as long as the file has not changed since.
     Trial tryFile(const std::string& path);
+
+    /// Begins to try a file that will be asked for soon. Only the last two of them count.
+    void lookAhead(const std::string& path);
 
     /// 0 when the file cannot be opened.
     engine::Handle openFile(const std::string& path);
@@ -78,7 +83,15 @@ private:
         Trial trial;
     };
 
+    struct Ahead {
+        std::string path;
+        UnderWay<Tried> look;
+    };
+
     static Stamp stampOf(const std::string& path);
+    static Tried lookAt(const std::string& path);
+    std::optional<Tried> takeAhead(const std::string& path);
+    const Trial& keep(Tried tried);
     bool hasOpenStream(const File& file) const;
     void reopen(engine::Handle file);
 
@@ -87,6 +100,7 @@ private:
     std::map<engine::Handle, Stream> streams_;
     std::vector<engine::Handle> order_;
     std::deque<Tried> tried_;
+    std::deque<Ahead> ahead_;
 };
 
 } // namespace twcore

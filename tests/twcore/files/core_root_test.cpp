@@ -5,6 +5,7 @@
 
 #include <set>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace files_test {
 namespace {
@@ -178,6 +179,28 @@ TEST_F(CoreRootTest, ErrorsOfFiles)
     fs::remove(changing);
     EXPECT_EQ(errorOf(changing), media_error::kNotFound);
     EXPECT_EQ(openFile(changing), 0);
+}
+
+TEST_F(CoreRootTest, WhatWasSeenAheadIsOldNews)
+{
+    const auto lookAhead = [](const fs::path& path) {
+        check(EngineAs<engine::ITWMediaFiles>()->LookAhead(path.string()));
+        ::usleep(50000);
+    };
+    const fs::path late = folder / "late.png";
+    lookAhead(late);
+    fs::copy_file(medium("still.png"), late); // it came behind the look
+    EXPECT_NE(openFile(late), 0);
+    const fs::path changed = folder / "changed.png";
+    fs::copy_file(medium("still.png"), changed);
+    lookAhead(changed);
+    writeBytes(changed, "no picture any more");
+    EXPECT_EQ(openFile(changed), 0);
+    const fs::path gone = folder / "gone.png";
+    fs::copy_file(medium("still.png"), gone);
+    lookAhead(gone);
+    fs::remove(gone);
+    EXPECT_EQ(openFile(gone), 0);
 }
 
 TEST_F(CoreRootTest, WhatStreamsTell)
