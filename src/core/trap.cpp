@@ -23,7 +23,7 @@ engine::RuntimeError currentError()
 }
 
 bool Trapped(std::string_view module, std::string_view function, const std::function<void()>& body,
-             std::initializer_list<HandledError> handled)
+             std::initializer_list<HandledError> handled, const std::function<void()>& beforeReport)
 {
     try {
         body();
@@ -32,6 +32,9 @@ bool Trapped(std::string_view module, std::string_view function, const std::func
         engine::RuntimeError error = currentError();
         const auto known = std::ranges::find(handled, error.number(), &HandledError::number);
         if (known == handled.end()) {
+            if (beforeReport) {
+                beforeReport();
+            }
             ReportError(module, function, error);
             return false;
         }

@@ -21,9 +21,10 @@ struct HandledError {
     std::function<void()> handler;
 };
 
-/// True when the body came to its end.
+/// True when the body came to its end. `beforeReport` runs ahead of the report of an error that is not handled, and must
+/// not raise.
 bool Trapped(std::string_view module, std::string_view function, const std::function<void()>& body,
-             std::initializer_list<HandledError> handled = {});
+             std::initializer_list<HandledError> handled = {}, const std::function<void()>& beforeReport = {});
 
 /// The error that is being reported, for callers that branch on it before they report it.
 engine::RuntimeError currentError();

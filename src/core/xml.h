@@ -7,6 +7,7 @@
 
 #include <pugixml.hpp>
 
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,15 @@ inline bool load(pugi::xml_document& document, const std::string& path, std::str
         why = std::string(result.description()) + ", at byte " + std::to_string(result.offset);
     }
     return result;
+}
+
+/// Writes a file, without a declaration ahead of the root. False when not all of it could be written.
+inline bool save(const pugi::xml_document& document, const std::string& path)
+{
+    std::ofstream file(path, std::ios::binary);
+    document.save(file, "  ", pugi::format_default | pugi::format_no_declaration, pugi::encoding_utf8);
+    file.close();
+    return !file.fail();
 }
 
 /// The first element of that name anywhere in the document; an empty node when there is none.
@@ -38,10 +48,11 @@ inline pugi::xml_attribute attributeAt(pugi::xml_node node, int place)
     return attribute;
 }
 
-/// That attribute as a 16-bit number. Raises errors 6 and 13, as `numbers::fromText`.
-inline std::int16_t numberAt(pugi::xml_node node, int place)
+/// That attribute as a whole number. Raises errors 6 and 13, as `numbers::fromText`.
+template <std::signed_integral Number = std::int16_t>
+Number numberAt(pugi::xml_node node, int place)
 {
-    return numbers::rounded<std::int16_t>(numbers::fromText(attributeAt(node, place).value()));
+    return numbers::rounded<Number>(numbers::fromText(attributeAt(node, place).value()));
 }
 
 } // namespace xml
