@@ -35,6 +35,24 @@ AllRowOptions optionsOfTracks(pugi::xml_node timeline)
     return all;
 }
 
+/// What the window shows of it. All of it may be missing.
+void readView(const pugi::xml_document& document, ProjectFile& file)
+{
+    if (const auto zoom = xml::firstNamed(document, "ZoomFactor")) {
+        file.zoomFactor = xml::numberAt(zoom, 0);
+    }
+    if (const auto sliders = xml::firstNamed(document, "SelectionSliders")) {
+        file.selection.isShown = xml::numberAt(sliders, 0) == 1;
+        if (file.selection.isShown) {
+            file.selection.start = xml::numberAt<std::int32_t>(sliders, 1);
+            file.selection.end = xml::numberAt<std::int32_t>(sliders, 2);
+        }
+    }
+    for (const auto bookmark : xml::firstNamed(document, "Bookmarks").children()) {
+        file.bookmarks.push_back(xml::numberAt<std::int32_t>(bookmark, 0));
+    }
+}
+
 } // namespace
 
 AllRowOptions readRowOptions(const pugi::xml_document& document)
@@ -52,24 +70,13 @@ AllRowOptions readRowOptions(const pugi::xml_document& document)
     return all;
 }
 
-ProjectFile readProjectFile(const std::string& path)
+ProjectFile readProject(const pugi::xml_document& document)
 {
-    const auto refuse = [&](const std::string& why) {
-        throw ProjectFileError("Cannot open the project \"" + path + "\": " + why);
-    };
-    std::error_code unknown;
-    if (std::filesystem::file_size(path, unknown) > engine::kMostProjectBytes && !unknown) {
-        refuse("it is too large for a project.");
-    }
-    pugi::xml_document document;
-    if (std::string why; !xml::load(document, path, why)) {
-        refuse(why + ". Open it in a text editor, or save it again.");
-    }
     ProjectFile file;
     try {
         const auto dimension = xml::firstNamed(document, "PreviewDimension");
         if (!dimension) {
-            refuse("it has no PreviewDimension, so that it is no whole project.");
+            throw ProjectFileError("it has no PreviewDimension, so that it is no whole project.");
         }
         file.previewWidth = xml::numberAt(dimension, 0);
         file.previewHeight = xml::numberAt(dimension, 1);
@@ -84,10 +91,29 @@ ProjectFile readProjectFile(const std::string& path)
             file.overlayKeys.push_back({red, green, blue});
         }
         file.rows = readRowOptions(document);
+        readView(document, file);
     } catch (const engine::RuntimeError& error) {
-        refuse(std::string("a number in it cannot be read (") + error.what() + ").");
+        throw ProjectFileError(std::string("a number in it cannot be read (") + error.what() + ").");
     }
     return file;
+}
+
+ProjectFile readProjectFile(const std::string& path)
+{
+    const std::string cannot = "Cannot open the project \"" + path + "\": ";
+    std::error_code unknown;
+    if (std::filesystem::file_size(path, unknown) > engine::kMostProjectBytes && !unknown) {
+        throw ProjectFileError(cannot + "it is too large for a project.");
+    }
+    pugi::xml_document document;
+    if (std::string why; !xml::load(document, path, why)) {
+        throw ProjectFileError(cannot + why + ". Open it in a text editor, or save it again.");
+    }
+    try {
+        return readProject(document);
+    } catch (const ProjectFileError& error) {
+        throw ProjectFileError(cannot + error.what());
+    }
 }
 
 } // namespace project

@@ -1,7 +1,6 @@
 #include "project/row_options.h"
 
 #include "items/track_rows.h"
-#include "project/project_file.h"
 
 #include <pugixml.hpp>
 
@@ -35,9 +34,8 @@ void storeRowOptions(pugi::xml_node root)
     }
 }
 
-void bringRowOptions(const pugi::xml_document& document)
+void bringRowOptions(const AllRowOptions& all)
 {
-    const AllRowOptions all = readRowOptions(document);
     auto options = all.begin();
     for (const items::TrackRow& row : items::rows()) {
         set(row.chkLink, options->isLinked);

@@ -139,14 +139,14 @@ TEST_F(OptionsTest, AreKeptByTheProject)
         takeCalls();
         pugi::xml_document file;
         file.load_string(("<QuillmontProject>" + c.file + "</QuillmontProject>").c_str());
-        project::bringRowOptions(file);
+        project::bringRowOptions(project::readRowOptions(file));
         EXPECT_EQ(boxes(), c.boxes);
         EXPECT_EQ(takeCalls(), c.calls);
     }
     EXPECT_EQ(videoRow(), "000 BLANK BLANK DISABLE");
     pugi::xml_document wrong;
     wrong.load_string("<Rows><Row a=\"\" b=\"1\"/><Row a=\"\" b=\"much\"/></Rows>");
-    EXPECT_THROW(project::bringRowOptions(wrong), engine::RuntimeError);
+    EXPECT_THROW(project::bringRowOptions(project::readRowOptions(wrong)), engine::RuntimeError);
     EXPECT_EQ(videoRow(), "000 BLANK BLANK DISABLE") << "half of a file that cannot be read";
 }
 
