@@ -28,6 +28,8 @@ std::int32_t TicksToPixels(std::int32_t ticks);
 /// Not rounded to a whole tick.
 double MsToTicks(engine::Milliseconds ms);
 
+/// Milliseconds a pixel; nothing that a person can choose is further out.
+inline constexpr std::int16_t kFurthestZoom = 20480;
 std::int16_t GetZoomFactor();
 void SetZoomFactor(std::int16_t msPerPixel);
 /// Pixels between two ticks.

@@ -1,0 +1,147 @@
+#include "project/staging.h"
+
+#include "core/platform.h"
+#include "engine/ITWProjectStore.h"
+#include "engine/runtime_error.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace project {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void raise(std::int32_t number, const std::string& text) { throw engine::RuntimeError(number, text); }
+
+std::int32_t numberOf(int systemError)
+{
+    switch (systemError) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return kDiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return kNoPermission;
+    default:
+        return kDiskFails;
+    }
+}
+
+std::int32_t numberOf(const disk::Refused& refused)
+{
+    switch (refused.why) {
+    case disk::Why::kReadOnly:
+    case disk::Why::kFolderClosed:
+        return kNoPermission;
+    case disk::Why::kNoFolder:
+        return kPathNotFound;
+    case disk::Why::kDisk:
+        return numberOf(refused.error);
+    case disk::Why::kMoved:
+        return kDiskFails;
+    default:
+        return kPathFileAccess;
+    }
+}
+
+/// Copies what stands in one file into another, which may be there already.
+void copyBytes(const std::string& from, const std::string& to)
+{
+    errno = 0;
+    std::ifstream source(from, std::ios::binary);
+    std::ofstream target(to, std::ios::binary);
+    if (source.peek() != std::ifstream::traits_type::eof()) {
+        target << source.rdbuf();
+    }
+    target.close();
+    if (source.bad() || target.fail()) {
+        const int error = errno != 0 ? errno : EIO;
+        raise(numberOf(error), "\"" + to + "\" cannot be written: " + std::generic_category().message(error) + ".");
+    }
+}
+
+} // namespace
+
+std::string temporaryNameOf(const std::string& path)
+{
+    constexpr std::string_view kOwn = "qpj";
+    std::string name = path;
+    for (auto at = name.find(kOwn); at != std::string::npos; at = name.find(kOwn, at)) {
+        name.replace(at, kOwn.size(), "xml");
+    }
+    return name;
+}
+
+void askForTemporaryName(const std::string& path)
+{
+    const std::string name = temporaryNameOf(path);
+    std::error_code ignored;
+    if (name == path || fs::exists(fs::symlink_status(name, ignored))) {
+        raise(kFileExists, "\"" + name + "\" exists already.");
+    }
+    if (!fs::is_directory(fs::path(name).parent_path(), ignored)) {
+        raise(kPathNotFound, "The folder of \"" + name + "\" is not there.");
+    }
+}
+
+disk::WholeFile placeOf(const std::string& path)
+{
+    try {
+        return disk::WholeFile(path);
+    } catch (const disk::Refused& refused) {
+        raise(numberOf(refused), refused.what());
+    }
+}
+
+Staging::Staging() : folder_(ports.shell->runtimeFolder() + "/quillmont-project-XXXXXX")
+{
+    if (mkdtemp(folder_.data()) == nullptr) {
+        raise(numberOf(errno), "No folder can be made in \"" + ports.shell->runtimeFolder() + "\".");
+    }
+    path_ = folder_ + "/project.qpj";
+}
+
+Staging::~Staging()
+{
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+}
+
+void Staging::copyFrom(const std::string& project) const
+{
+    std::error_code error;
+    const auto status = fs::status(project, error);
+    if (!fs::exists(status)) {
+        const bool hasFolder = fs::is_directory(fs::path(project).parent_path(), error);
+        raise(hasFolder ? kFileNotFound : kPathNotFound, "\"" + project + "\" is not there.");
+    }
+    if (!fs::is_regular_file(status)) {
+        raise(kPathFileAccess, "\"" + project + "\" is no file.");
+    }
+    if (fs::file_size(project, error) > engine::kMostProjectBytes || error) {
+        raise(kInvalidFormat, "\"" + project + "\" is too large for a project.");
+    }
+    if (!std::ifstream(project, std::ios::binary)) {
+        raise(kPathFileAccess, "\"" + project + "\" cannot be read.");
+    }
+    copyBytes(project, path_);
+}
+
+void Staging::putIn(disk::WholeFile& place) const
+{
+    copyBytes(path_, place.path());
+    try {
+        place.takeName();
+    } catch (const disk::Refused& refused) {
+        raise(numberOf(refused), refused.what());
+    }
+}
+
+} // namespace project
