@@ -1,7 +1,5 @@
 #include "journal/bring_back.h"
 
-#include "core/file_text.h"
-#include "core/forms/frmMediaList.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -11,9 +9,10 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
-#include "items/track_rows.h"
 #include "journal/media_back.h"
-#include "preview/frmPreview_events.h"
+#include "preview/frame_offer.h"
+#include "project/ModuleProject.h"
+#include "project/row_options.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -105,19 +104,6 @@ bool bringBackTimeline(const StateImage& image, const StreamMap& streams)
     return isWhole;
 }
 
-void bringBackRows(const Desk& desk)
-{
-    for (std::size_t i = 0; i < desk.rows.size(); ++i) {
-        const items::TrackRow& row = items::rows()[i];
-        row.chkLink.Value = std::int16_t{desk.rows[i].isLinked};
-        row.chkLock.Value = std::int16_t{desk.rows[i].isLocked};
-        row.chkDisable.Value = std::int16_t{desk.rows[i].isDisabled};
-        setLinkPicture(row);
-        setLockPicture(row);
-        setDisablePicture(row);
-    }
-}
-
 void bringBackBookmarks(const Desk& desk)
 {
     auto& form = forms::frmTimeline;
@@ -160,17 +146,13 @@ void bringBackProject(const Desk& desk)
     state::ProjectLoadLock = false;
     state::markModified();
     forms::mdiTarnwick.ProjectStarted = true;
-    forms::frmMediaList.Caption =
-        "Media List - Project: "
-        + (desk.projectPath.empty() ? "Untitled" : file_text::ExtractFileName(desk.projectPath));
+    ModuleProject::ShowProjectName(desk.projectPath);
 }
 
 void bringBackFrame(const Desk& desk)
 {
-    engine::check(engine::EngineAs<engine::ITWTimeline>()->SetFrameSize(desk.width, desk.height));
-    state::ProjectWidth = desk.width;
-    state::ProjectHeight = desk.height;
-    frmPreview::Resize();
+    frmPreview::SetFrameSize(desk.width, desk.height);
+    state::FrameSizeChosen = desk.isFrameSizeChosen;
 }
 
 void showAll(const View& view)
@@ -192,7 +174,7 @@ Back bringBack(const StateImage& image, Capture& capture)
     MediaBack media = bringMediaBack(image, capture);
     bringBackFrame(image.desk);
     const bool isWhole = bringBackTimeline(image, media.streams);
-    bringBackRows(image.desk);
+    project::bringRowOptions(image.desk.rows);
     moduleScaleRenderer::SetZoomFactor(image.desk.zoom);
     moduleScaleRenderer::AdjustScroll();
     bringBackBookmarks(image.desk);

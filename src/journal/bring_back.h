@@ -5,15 +5,10 @@
 #include "journal/capture.h"
 #include "journal/state_image.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace journal {
-
-/// Opens a file of the media list as its last row; false when it could not be had. Whoever can search for a missing
-/// file puts his own here, which may open it from another folder.
-inline std::function<bool(const std::string& path)> openMedia;
 
 /// What came of it.
 struct Back {

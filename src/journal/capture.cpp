@@ -51,6 +51,7 @@ Desk readDesk()
     desk.savedFileCount = state::SavedFileCount;
     desk.width = state::ProjectWidth;
     desk.height = state::ProjectHeight;
+    desk.isFrameSizeChosen = state::FrameSizeChosen;
     desk.zoom = state::ZoomFactor;
     desk.isStartShown = timeline::startSlider().handle.Visible;
     desk.isEndShown = timeline::endSlider().handle.Visible;

@@ -119,7 +119,7 @@ void openListed(const MediaTable& table, MediaBack& back)
     for (std::size_t i = 0; i < table.listed; ++i) {
         const MediaFile& file = table.files[i];
         showProgress(i + 1, table.listed, file.path);
-        if (openMedia ? openMedia(file.path) : openIfThere(file.path)) {
+        if (openIfThere(file.path)) {
             map(back.streams, file, readStreams(state::FileCollection.Item(state::FileCollection.Count()), file.path));
         } else {
             back.missing.push_back(file.path);

@@ -18,8 +18,8 @@ struct MediaBack {
     std::vector<std::string> missing; // by their paths
 };
 
-/// The listed files get their rows, in their order, by `openMedia`. Those that only images name are opened and closed
-/// again, so that a step of the history can have them back; capture learns them. Raises the engine's failures.
+/// The listed files get their rows, in their order, where they are there. Those that only images name are opened and
+/// closed again, so that a step of the history can have them back; capture learns them. Raises the engine's failures.
 MediaBack bringMediaBack(const StateImage& image, Capture& capture);
 
 } // namespace journal

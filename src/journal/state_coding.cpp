@@ -75,7 +75,7 @@ std::string bytesOf(const MediaTable& media)
 
 void putRows(ByteWriter& out, const Desk& desk)
 {
-    for (const RowBoxes& row : desk.rows) {
+    for (const project::RowOptions& row : desk.rows) {
         out.put(row.isLinked);
         out.put(row.isLocked);
         out.put(row.isDisabled);
@@ -107,6 +107,7 @@ void putDesk(ByteWriter& out, const Desk& desk)
     for (const std::int16_t number : {desk.savedFileCount, desk.width, desk.height, desk.zoom}) {
         out.put(number);
     }
+    out.put(desk.isFrameSizeChosen);
     out.put(desk.isStartShown);
     out.put(desk.isEndShown);
     out.put(desk.selectionStart);

@@ -8,6 +8,7 @@
 #include "core/forms/frmTools.h"
 #include "engine/types.h"
 #include "history/image_records.h"
+#include "project/project_file.h"
 
 #include <array>
 #include <cstdint>
@@ -33,14 +34,6 @@ struct MediaTable {
     bool operator==(const MediaTable&) const = default;
 };
 
-struct RowBoxes {
-    bool isLinked = true;
-    bool isLocked = false;
-    bool isDisabled = false;
-
-    bool operator==(const RowBoxes&) const = default;
-};
-
 struct BookmarkImage {
     engine::Milliseconds time = 0;
     bool isVisible = false;
@@ -59,12 +52,13 @@ struct Desk {
 
     std::int16_t width = 320; // of the frame, pixels
     std::int16_t height = 240;
+    bool isFrameSizeChosen = false;
     std::int16_t zoom = 10;
     bool isStartShown = false; // the sliders of the selection
     bool isEndShown = false;
     engine::Milliseconds selectionStart = 0;
     engine::Milliseconds selectionEnd = 0;
-    std::array<RowBoxes, 5> rows;         // as `items::rows()`
+    project::AllRowOptions rows;
     std::vector<BookmarkImage> bookmarks; // with the pattern, which is a marker itself in a project that was opened
     std::int16_t bookmarkCount = 1;
     std::int16_t selectedBookmark = 0;

@@ -3,6 +3,8 @@
 #include "journal/bytes.h"
 #include "journal/object_numbers.h"
 #include "journal/state_coding.h"
+#include "preview/frame_offer.h"
+#include "timeline/moduleScaleRenderer.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,9 +19,6 @@ using ModuleHistory::ImageRecords;
 
 constexpr std::size_t kMostItems = std::numeric_limits<std::int16_t>::max(); // of a kind in an image
 constexpr std::size_t kMostEntries = 64;
-constexpr std::int16_t kWidestZoom = 20480;
-constexpr std::int16_t kLeastSide = 16; // pixels
-constexpr std::int16_t kMostSide = 4096;
 
 void require(bool condition)
 {
@@ -115,7 +114,7 @@ private:
 
 void takeRows(ByteReader& root, Desk& desk)
 {
-    for (RowBoxes& row : desk.rows) {
+    for (project::RowOptions& row : desk.rows) {
         row.isLinked = root.take<bool>();
         row.isLocked = root.take<bool>();
         row.isDisabled = root.take<bool>();
@@ -151,9 +150,10 @@ void takeDesk(ByteReader& root, Desk& desk)
     for (std::int16_t* const number : {&desk.savedFileCount, &desk.width, &desk.height, &desk.zoom}) {
         *number = root.take<std::int16_t>();
     }
-    desk.width = std::clamp(desk.width, kLeastSide, kMostSide);
-    desk.height = std::clamp(desk.height, kLeastSide, kMostSide);
-    desk.zoom = std::clamp<std::int16_t>(desk.zoom, 0, kWidestZoom);
+    desk.width = std::clamp(desk.width, frmPreview::kLeastFrameSide, frmPreview::kMostFrameSide);
+    desk.height = std::clamp(desk.height, frmPreview::kLeastFrameSide, frmPreview::kMostFrameSide);
+    desk.zoom = std::clamp<std::int16_t>(desk.zoom, 0, moduleScaleRenderer::kFurthestZoom);
+    desk.isFrameSizeChosen = root.take<bool>();
     desk.isStartShown = root.take<bool>();
     desk.isEndShown = root.take<bool>();
     desk.selectionStart = root.take<std::int32_t>();
