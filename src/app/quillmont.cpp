@@ -1,26 +1,18 @@
 // quillmont: the editor.
 
-#include "core/forms/mdiTarnwick.h"
-#include "core/shared_state.h"
 #include "core/start_up.h"
-#include "core/trap.h"
-#include "core/upcalls.h"
-#include "engine/ITWProjectStore.h"
-#include "engine/check.h"
 #include "engine/engine_access.h"
 #include "journal/journal.h"
 #include "journal/leftover.h"
 #include "journal/offer_form.h"
 #include "media/media_files.h"
 #include "media/moduleTarnwick.h"
-#include "project/project_file.h"
 #include "report/frmbug_form.h"
 #include "shell/frmSplash_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/mdiTarnwick_form.h"
+#include "shell/project_commands.h"
 #include "shell/tutorial.h"
-#include "timeline/moduleScaleRenderer.h"
-#include "timeline/moduleTimeline.h"
 #include "twcore/tarnwick_timeline.h"
 #include "windowing/desktop_class_root.h"
 #include "windowing/icons.h"
@@ -31,10 +23,14 @@
 #include "windowing/turn_end.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLockFile>
 #include <QTimer>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -46,21 +42,35 @@ std::unique_ptr<QLockFile> instanceLock()
     return lock;
 }
 
-/// Fills media list and timeline from a project file, until the program opens projects itself.
-void openTimelineOf(const std::string& path)
+/// The path of a project: all words joined, as a path with blanks may come in pieces, with or without quotes. A
+/// relative one becomes absolute, as the program asks for it again later.
+std::string projectOfCommandLine(int count, char** words)
 {
-    Trapped("quillmont", "openTimelineOf", [&] {
-        for (const std::string& file : project::readProjectFile(path).mediaPaths) {
-            moduleTarnwick::OpenResentFile(file);
-        }
-        engine::check(engine::EngineAs<engine::ITWProjectStore>()->LoadProject(path));
-        moduleScaleRenderer::AdjustScroll();
-        RenderAllBars();
-        UpdateTreeView();
-        moduleTimeline::UpdateTrackOptions();
-        UpdatePreview();
-        EnableOrDisableMenuItems();
-    });
+    std::string path;
+    for (int i = 1; i < count; ++i) {
+        path += (i > 1 ? " " : "") + std::string(words[i]);
+    }
+    if (path.size() > 1 && path.front() == '"' && path.back() == '"') {
+        path = path.substr(1, path.size() - 2);
+    }
+    if (path.empty() || path == "%1") {
+        return {};
+    }
+    return toProgram(QDir::cleanPath(QDir::current().absoluteFilePath(fromProgram(path))));
+}
+
+/// True when the one word asked for something to be printed, and it was.
+bool isAnswered(int count, char** words)
+{
+    const std::string_view word = count == 2 ? words[1] : "";
+    if (word == "--version") {
+        std::puts("quillmont " QUILLMONT_VERSION);
+    } else if (word == "--help" || word == "-h") {
+        std::puts("usage: quillmont [PROJECT]\n\nOpens the editor, with the project (.qpj) of that path.");
+    } else {
+        return false;
+    }
+    return true;
 }
 
 /// Keeps the journal from here on, and offers what a killed run has left. path: of the command line, which is not
@@ -81,6 +91,9 @@ bool offerWork(std::unique_ptr<TurnEnd>& turns, const std::string& path)
 
 int main(int count, char** words)
 {
+    if (isAnswered(count, words)) {
+        return EXIT_SUCCESS;
+    }
     QApplication application(count, words);
     QApplication::setApplicationName("quillmont");
     QApplication::setApplicationVersion(QUILLMONT_VERSION);
@@ -100,6 +113,7 @@ int main(int count, char** words)
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();
 
+    const std::string project = projectOfCommandLine(count, words);
     const auto lock = instanceLock();
     std::unique_ptr<SplashForm> splash;
     std::unique_ptr<MainWindow> window;
@@ -121,15 +135,16 @@ int main(int count, char** words)
         .unloadSplash = [&] { splash.reset(); },
         .endProcess = [] { std::exit(EXIT_SUCCESS); },
     });
-    const std::string path = count == 3 && std::string_view(words[1]) == "--open" ? words[2] : "";
     std::unique_ptr<TurnEnd> turns;
-    const bool isBack = isShown && offerWork(turns, path);
-    if (isShown && !isBack && !path.empty()) {
-        openTimelineOf(path);
-    }
-    if (isShown && !isBack && path.empty()) {
-        constexpr int kWhenPaintedMs = 200;
-        QTimer::singleShot(kWhenPaintedMs, window.get(), mdiTarnwick::ShowTutorialAtStart);
+    if (isShown) {
+        const bool isBack = offerWork(turns, project);
+        if (!isBack) {
+            mdiTarnwick::OpenCommandLine(project);
+        }
+        if (!isBack && project.empty()) {
+            constexpr int kWhenPaintedMs = 200;
+            QTimer::singleShot(kWhenPaintedMs, window.get(), mdiTarnwick::ShowTutorialAtStart);
+        }
     }
     const int status = isShown ? QApplication::exec() : EXIT_FAILURE;
     turns.reset();

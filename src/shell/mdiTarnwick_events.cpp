@@ -16,6 +16,7 @@
 #include "shell/frmTools_events.h"
 #include "shell/menu_table.h"
 #include "shell/panel_places.h"
+#include "shell/project_commands.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -155,7 +156,7 @@ bool QueryUnload()
                             "then close the application.";
         return false;
     }
-    return true;
+    return MayLoseProject();
 }
 
 // --- Commands ------------------------------------------------------------------------------------------------------

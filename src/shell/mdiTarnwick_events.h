@@ -4,7 +4,7 @@
 //
 // Every command comes here, from the menu bar, the toolbar, the pop-up menus or the tools panel; the tables in
 // `menu_table.h` say from where. All handlers of the window stand in this room: those of media files in
-// `file_commands.h`, edits in `edit_commands.h`, commands over tracks in `track_menu.h`, panels in `panel_places.h`,
+// `file_commands.h`, those of the project in `project_commands.h`, edits in `edit_commands.h`, commands over tracks in `track_menu.h`, panels in `panel_places.h`,
 // the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface thread only.
 
 #include <cstdint>
@@ -36,7 +36,8 @@ void MDIForm_Resize(std::int32_t width, std::int32_t height);
 /// Hints over the frame and the toolbar.
 void MDIForm_MouseMove();
 void tbr_MouseMove();
-/// False when the window must stay open: while a long operation runs, which the status bar then says.
+/// False when the window must stay open: while a long operation runs, which the status bar then says, and when the
+/// person keeps it for unsaved changes.
 bool QueryUnload();
 
 // --- Commands ------------------------------------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/panel_places.h"
+#include "shell/project_commands.h"
 #include "shell/track_menu.h"
 #include "shell/tutorial.h"
 #include "timeline/moduleScaleRenderer.h"
@@ -42,18 +43,18 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuFileOpen", "Open &File...", "Ctrl+I", &m.mnuFileOpen, mdiTarnwick::mnuFileOpen_Click},
     {kEntry, "mnuFileClose", "&Close File", "", &m.mnuFileClose, mdiTarnwick::mnuFileClose_Click, &T::hasRows},
     rule(),
-    {kEntry, "mnuFileNewProject", "&New Project...", "Ctrl+N", &m.mnuFileNewProject},
-    {kEntry, "mnuFileOpenProject", "&Open Project...", "Ctrl+O", &m.mnuFileOpenProject},
-    {kEntry, "mnuFileCloseProject", "Clos&e Project", "", &m.mnuFileCloseProject, nullptr, &T::hasRows},
+    {kEntry, "mnuFileNewProject", "&New Project...", "Ctrl+N", &m.mnuFileNewProject, mdiTarnwick::mnuFileNewProject_Click},
+    {kEntry, "mnuFileOpenProject", "&Open Project...", "Ctrl+O", &m.mnuFileOpenProject, mdiTarnwick::mnuFileOpenProject_Click},
+    {kEntry, "mnuFileCloseProject", "Clos&e Project", "", &m.mnuFileCloseProject, mdiTarnwick::mnuFileCloseProject_Click, &T::hasRows},
     rule(),
-    {kEntry, "mnuFileSaveProject", "&Save Project", "Ctrl+S", &m.mnuFileSaveProject, nullptr, &T::hasRows},
-    {kEntry, "mnuFileSaveProjectAs", "Save Project &As...", "", &m.mnuFileSaveProjectAs, nullptr, &T::hasRows},
+    {kEntry, "mnuFileSaveProject", "&Save Project", "Ctrl+S", &m.mnuFileSaveProject, mdiTarnwick::mnuFileSaveProject_Click, &T::hasRows},
+    {kEntry, "mnuFileSaveProjectAs", "Save Project &As...", "", &m.mnuFileSaveProjectAs, mdiTarnwick::mnuFileSaveProjectAs_Click, &T::hasRows},
     rule(),
     {kEntry, "mnuFileExportTimeline", "Save &Timeline...", "", &m.mnuFileExportTimeline, nullptr, &T::hasTimeline},
     rule(),
     {kEntry, "mnuFilePreview", "Previe&w...", "Ctrl+W", &m.mnuFilePreview, mdiTarnwick::mnuFilePreview_Click, &T::isRowSelected},
     rule(),
-    recent("mnuFileResentProjects", "Recent &Projects", m.mnuFileResentProjects, m.mnuFileRP, nullptr),
+    recent("mnuFileResentProjects", "Recent &Projects", m.mnuFileResentProjects, m.mnuFileRP, mdiTarnwick::mnuFileRP_Click),
     recent("mnuFileResentFiles", "&Recent Files", m.mnuFileResentFiles, m.mnuFileRF, mdiTarnwick::mnuFileRF_Click),
     rule(),
     {kEntry, "mnuFileExit", "E&xit", "", &m.mnuFileExit, mdiTarnwick::mnuFileExit_Click},

@@ -68,12 +68,12 @@ void Answers::look()
 
 void Answers::note(const QMessageBox& box)
 {
-    EXPECT_EQ(box.windowTitle(), "Quillmont");
+    const std::string title = box.windowTitle() == "Quillmont" ? "" : box.windowTitle().toStdString() + ": ";
     const char* const icon = box.icon() == QMessageBox::Information ? "i: "
                              : box.icon() == QMessageBox::Question  ? "?: "
                              : box.icon() == QMessageBox::Critical  ? "x: "
                                                                     : "";
-    boxes.push_back(icon + box.text().replace("\r\n", "|").toStdString());
+    boxes.push_back(title + icon + box.text().replace("\r\n", "|").toStdString());
 }
 
 void Answers::answer(QWidget& dialog, const Answer& planned)
@@ -111,7 +111,8 @@ void Answers::typePaths(QFileDialog& dialog, const std::vector<std::string>& pat
     if (QWidget* const completions = QApplication::activePopupWidget()) {
         completions->hide(); // it would take the click
     }
-    QTest::mouseClick(buttonOf(dialog, "&Open"), Qt::LeftButton);
+    const bool isToSave = dialog.acceptMode() == QFileDialog::AcceptSave;
+    QTest::mouseClick(buttonOf(dialog, isToSave ? "&Save" : "&Open"), Qt::LeftButton);
 }
 
 } // namespace screens_test

@@ -22,12 +22,13 @@ public:
 
     /// The next box is answered by the button of this text ("&Yes").
     void click(const std::string& button) { planned_.push_back({button, {}}); }
-    /// The next dialogue is an open dialogue; these paths are typed into it. None: it is cancelled.
+    /// The next dialogue asks for files, to open or to save; these paths are typed into it. None: it is cancelled.
     void open(std::vector<std::string> paths) { planned_.push_back({{}, std::move(paths)}); }
     /// Runs in the next dialogue, ahead of its answer.
     std::function<void()> meanwhile;
 
-    /// What the message boxes said: "i: text" with information, "?: text" with a question; "\r\n" as "|".
+    /// What the message boxes said: "i: text" with information, "?: text" with a question; "\r\n" as "|". Ahead of it
+    /// the title, where it is not the product's.
     std::vector<std::string> boxes;
 
 private:

@@ -1,4 +1,4 @@
-// The program itself: one instance a person, also after one that was killed.
+// The program itself: one instance a person, also after one that was killed; and what its words open.
 
 #include "app/child_process.h"
 
@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QLockFile>
 #include <QTemporaryDir>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -45,16 +46,20 @@ protected:
         QFile::setPermissions(run_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
-    Started start()
+    Started start(const std::vector<std::string>& words = {})
     {
-        const fs::path folder = fs::path(home_.path().toStdString()) / std::to_string(++count_);
+        const fs::path folder = home() / std::to_string(++count_);
         fs::create_directory(folder);
-        auto child = std::make_unique<app_test::Child>(
-            std::vector<std::string>{"/usr/bin/env", "QT_QPA_PLATFORM=minimal", "QT_DEBUG_BACKINGSTORE=1",
-                                     "XDG_RUNTIME_DIR=" + run_.toStdString(), QUILLMONT_PROGRAM},
-            folder);
-        return {std::move(child), folder};
+        std::vector<std::string> all{"/usr/bin/env",
+                                     "QT_QPA_PLATFORM=minimal",
+                                     "QT_DEBUG_BACKINGSTORE=1",
+                                     "XDG_RUNTIME_DIR=" + run_.toStdString(),
+                                     "XDG_CONFIG_HOME=" + home().string(),
+                                     QUILLMONT_PROGRAM};
+        all.insert(all.end(), words.begin(), words.end());
+        return {std::make_unique<app_test::Child>(all, folder), folder};
     }
+    fs::path home() const { return home_.path().toStdString(); }
     /// The process that holds the lock; 0 when nobody does.
     qint64 holder() const
     {
@@ -92,6 +97,25 @@ TEST_F(OneInstance, ASecondOneOnlyShowsABoxAndAKilledOneLeavesNoLock)
     const Started third = start();
     ASSERT_TRUE(third.child->runsUntil([&] { return third.largestPicture() >= kMainWindow; }));
     EXPECT_EQ(holder(), third.child->pid());
+}
+
+TEST_F(OneInstance, ItsWordsArePathsOfOneProject)
+{
+    std::ofstream(home() / "my holiday film.qpj")
+        << R"(<QuillmontProject><Timeline/><PreviewDimension Width="320" Height="240"/></QuillmontProject>)";
+    const std::string path = (home() / "my holiday film.qpj").string();
+    using Words = std::vector<std::string>;
+    for (const Words& words : {Words{"../my", "holiday", "film.qpj"}, Words{path}, Words{"\"" + path + "\""}}) {
+        SCOPED_TRACE(words.front());
+        fs::remove_all(home() / "quillmont");
+        const Started program = start(words);
+        EXPECT_TRUE(program.child->runsUntil([&] { // the recent projects are kept once it is open
+            QFile kept(QString::fromStdString((home() / "quillmont/Quillmont 1.1.ini").string()));
+            return kept.open(QIODevice::ReadOnly) && QString(kept.readAll()).contains(QString::fromStdString(path));
+        }));
+    }
+    Started printing = start({"--version"});
+    EXPECT_TRUE(printing.child->end().out.starts_with("quillmont "));
 }
 
 } // namespace

@@ -152,6 +152,10 @@ void ScreenTest::wheel(QWidget& widget, QPoint at, int notches, Qt::KeyboardModi
 
 void ScreenTest::key(Qt::Key key, Qt::KeyboardModifiers keys)
 {
+    if (QApplication::activeWindow() == nullptr) { // behind a dialogue, as nothing manages windows here
+        window->activateWindow();
+        EXPECT_TRUE(until([&] { return window->isActiveWindow(); }));
+    }
     QWidget* const focus = window->focusWidget();
     QTest::keyClick(focus != nullptr ? focus : window.get(), key, keys);
     settle();

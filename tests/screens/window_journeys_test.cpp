@@ -64,6 +64,7 @@ TEST_F(ScreenTest, TheWindowStaysWhileFilesAreBeingOpened)
     EXPECT_TRUE(says("Selected file: \"still.bmp\". Total Files in Media List: 2."));
     EXPECT_FALSE(hasClosed);
     EXPECT_TRUE(window->isVisible());
+    answers.click("&No"); // the files are work that is not saved
     EXPECT_TRUE(window->close());
     EXPECT_FALSE(window->isVisible());
 }

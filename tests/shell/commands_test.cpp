@@ -50,16 +50,18 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
 {
     EXPECT_EQ(enabled(), "");
     EXPECT_TRUE(window.mnuFileOpen.Enabled);
-    EXPECT_FALSE(window.mnuFileResentProjects.Enabled); // there is no such command yet
+    EXPECT_FALSE(window.tbr.Button("SAVE_PROJECT").Enabled);
     EXPECT_FALSE(tools.cmdAdd.Enabled);
     open({"mpeg4.avi"});
-    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditAddToTimeline");
+    const std::string project = "mnuFileClose mnuFileCloseProject mnuFileSaveProject mnuFileSaveProjectAs ";
+    EXPECT_EQ(enabled(), project + "mnuFilePreview mnuEditAddToTimeline");
     EXPECT_TRUE(window.tbr.Button("ADD_TO_TIMELINE").Enabled);
-    EXPECT_FALSE(window.tbr.Button("SAVE_PROJECT").Enabled);
+    EXPECT_TRUE(window.tbr.Button("SAVE_PROJECT").Enabled);
     mdiTarnwick::tbr_ButtonClick("ADD_TO_TIMELINE");
-    EXPECT_EQ(enabled(), "mnuFileClose mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
-                         "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
-                         "mnuToolsPackTimelineBars");
+    EXPECT_EQ(enabled(), project
+                             + "mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
+                               "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
+                               "mnuToolsPackTimelineBars");
     EXPECT_TRUE(tools.cmdAdd.Enabled);
     mdiTarnwick::mnuAddEffectBlur_Click();
     std::string name(10, ' ');

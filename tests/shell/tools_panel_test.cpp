@@ -47,9 +47,11 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
         frmTools::tvwActions_MouseDown(button);
         frmTools::tvwActions_NodeClick({place});
     };
-    EXPECT_EQ(texts(tools.tvwActions), "Open media file..."); // those whose command is built
+    const std::string projects = "|Create a new project|Open an existing project...";
+    const std::string save = projects + "|Save current project";
+    EXPECT_EQ(texts(tools.tvwActions), "Open media file..." + projects);
     open({"mpeg4.avi"});
-    EXPECT_EQ(texts(tools.tvwActions), "Open media file...|Add media file to the timeline");
+    EXPECT_EQ(texts(tools.tvwActions), "Open media file...|Add media file to the timeline" + save);
     click(1, 2);
     EXPECT_TRUE(moduleTimeline::IsTimelineEmpty());
     click(1, 1);
@@ -57,13 +59,13 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     frmTools::tvwActions_NodeClick({1}); // without a press before
     EXPECT_EQ(ModuleHistory::HistoryIndex, 1);
     EXPECT_EQ(texts(tools.tvwActions),
-              "Open media file...|Add media file to the timeline|Add media file to overlay track");
+              "Open media file...|Add media file to the timeline|Add media file to overlay track" + save);
     const std::uint64_t before = tools.tvwActions.generation();
     EnableOrDisableMenuItems();
     EXPECT_EQ(tools.tvwActions.generation(), before); // the same list is not made anew
     frmTimeline::Form_Activate();
     EXPECT_EQ(texts(tools.tvwActions),
-              "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks");
+              "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks" + save);
     click(2, 1);
     EXPECT_EQ(tools.lvwHistory.get().size(), 2U);
     click(1, 1);
@@ -71,12 +73,13 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     click(0, 1);
     EXPECT_EQ(texts(tools.tvwActions),
               "Undo|Redo|Show/Hide selection sliders|Delete selection|Cut selection|Copy selection|Crop selection|"
-              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks");
+              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks"
+                  + save);
     frmTools::ActionsClear();
     frmTools::ActionsBuildMediaList();
     frmTools::ActionsBuildCommon();
     EXPECT_EQ(texts(tools.tvwActions),
-              "Open media file...|Add media file to the timeline|Add media file to overlay track");
+              "Open media file...|Add media file to the timeline|Add media file to overlay track" + save);
     mdiTarnwick::OnActionsClick("Cut selection"); // not built yet
     mdiTarnwick::OnActionsClick("Anything");
 }
