@@ -14,9 +14,11 @@
 #include "items/transition_key.h"
 #include "journal/journal.h"
 #include "media/media_files.h"
+#include "project/ModuleProject.h"
 #include "shell/file_commands.h"
 #include "shell/frmTools_events.h"
 #include "shell/mdiTarnwick_events.h"
+#include "shell/project_commands.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
@@ -83,6 +85,22 @@ void putSource(EditTrack track, Handle stream, const ItemTimes& times, const Ite
     }
 }
 
+OpenedMedia openedAs(const std::string& name, Handle file)
+{
+    OpenedMedia opened{name, file};
+    const auto files = EngineAs<engine::ITWMediaFiles>();
+    for (const Handle stream : state::StreamCollection) {
+        Handle owner = 0;
+        Bool16 isPicture = kFalse;
+        check(files->GetStreamFile(stream, owner));
+        check(files->IsVideoStream(stream, isPicture));
+        if (owner == file) {
+            (isPicture != kFalse ? opened.picture : opened.sound) = stream;
+        }
+    }
+    return opened;
+}
+
 /// What the program shows of its tracks, after they were changed behind its back.
 void showChanged()
 {
@@ -118,9 +136,7 @@ void EditSession::openJournal(const std::string& folder)
     fs::create_directories(mediaFolder_);
     journal::start();
     if (journal::offer()) {
-        for (const Handle file : state::FileCollection) {
-            addMedia(fs::path(media::pathOf(file)).stem().string(), file);
-        }
+        nameListedMedia();
     }
 }
 
@@ -145,23 +161,28 @@ void EditSession::openMedia(const std::string& name, std::int32_t lengthMs, bool
     if (state::FileCollection.Count() == filesBefore) {
         throw std::runtime_error("cannot open " + path.string());
     }
-    addMedia(name, state::FileCollection.Item(state::FileCollection.Count()));
+    media_.push_back(openedAs(name, state::FileCollection.Item(state::FileCollection.Count())));
 }
 
-void EditSession::addMedia(const std::string& name, Handle file)
+void EditSession::saveProject(const std::string& path)
 {
-    OpenedMedia opened{name, file};
-    const auto files = EngineAs<engine::ITWMediaFiles>();
-    for (const Handle stream : state::StreamCollection) {
-        Handle owner = 0;
-        Bool16 isPicture = kFalse;
-        check(files->GetStreamFile(stream, owner));
-        check(files->IsVideoStream(stream, isPicture));
-        if (owner == opened.file) {
-            (isPicture != kFalse ? opened.picture : opened.sound) = stream;
-        }
+    platform_.savedFile = path;
+    mdiTarnwick::mnuFileSaveProjectAs_Click();
+}
+
+void EditSession::openProject(const std::string& path)
+{
+    ModuleProject::EmptyProject();
+    mdiTarnwick::OpenCommandLine(path);
+    nameListedMedia();
+}
+
+void EditSession::nameListedMedia()
+{
+    media_.clear();
+    for (const Handle file : state::FileCollection) {
+        media_.push_back(openedAs(fs::path(media::pathOf(file)).stem().string(), file));
     }
-    media_.push_back(std::move(opened));
 }
 
 void EditSession::put(EditTrack track, std::string_view name, ItemTimes times, ItemTimes media)

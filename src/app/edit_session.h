@@ -68,6 +68,13 @@ public:
     /// The same for an effect; nothing happens where it would meet another one.
     void putEffect(std::string_view name, items::ItemTimes times);
 
+    // --- The project -----------------------------------------------------------------------------------------------
+
+    /// Saves it under that path.
+    void saveProject(const std::string& path);
+    /// Opens one in place of what is there, unsaved or not. Its media bear the names of their files without the ending.
+    void openProject(const std::string& path);
+
     // --- What is chosen --------------------------------------------------------------------------------------------
 
     /// Adds to what is selected.
@@ -93,7 +100,7 @@ public:
 private:
     const OpenedMedia& mediaNamed(std::string_view name) const;
     void chooseRow(const OpenedMedia& media);
-    void addMedia(const std::string& name, engine::Handle file);
+    void nameListedMedia();
 
     RunFolder folder_;
     std::string mediaFolder_ = folder_.path();

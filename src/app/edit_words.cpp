@@ -171,6 +171,8 @@ constexpr Word kWords[] = {
     {"redo", "", plain<ModuleHistory::OnEditRedoClick>, "one step forward"},
     {"jump", "ROW", [](EditSession&, Operands& o) { clickHistory(o.number()); }, "clicks on a row of the history, from 1"},
     {"say", "TEXT", [](EditSession&, Operands& o) { o.printed() << o.word() << std::endl; }, "prints a word"},
+    {"save", "PATH", [](EditSession& s, Operands& o) { s.saveProject(o.word()); }, "saves the project under that name"},
+    {"open", "PATH", [](EditSession& s, Operands& o) { s.openProject(o.word()); }, "opens a project, unsaved work goes"},
     {"dump", "", dump, "prints the timeline and the history"},
 };
 // clang-format on
