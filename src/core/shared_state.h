@@ -45,12 +45,12 @@ inline std::int16_t ProjectHeight = 240;
 inline bool FrameSizeChosen = false; // somebody chose the size of the movie, so no picture's size is offered for it
 inline bool ProjectModified = false; // true by `markModified` alone
 inline std::uint32_t ModificationCount = 0; // how often it was marked: another number means that something may differ
-inline bool MediaListDirty = false;  // files came to the media list since the last save
-inline bool ProjectSaved = false;    // the project has a file
+inline bool MediaListDirty = false;         // files came to the media list since the last save
+inline bool ProjectSaved = false;           // the project has a file
 inline std::string ProjectFilePath;
-inline std::int16_t SavedFileCount = 0;  // rows of the media list at the last save
-inline std::string TemporaryProjectPath; // the name that the project's file bears while it is worked on
-inline bool ProjectOpenFailed = false;   // there is no project: one was closed, or could not be loaded
+inline std::int16_t SavedFileCount = 0;          // rows of the media list at the last save
+inline std::string TemporaryProjectPath;         // the name that the project's file bears while it is worked on
+inline bool ProjectOpenFailed = false;           // there is no project: one was closed, or could not be loaded
 inline std::string AppSection = "Quillmont 1.1"; // under which all settings are stored
 
 // The recent lists. They grow for the whole run; the menus of the main window show the last four.
@@ -66,7 +66,7 @@ inline bool BusyOpening = false;
 inline bool ProjectLoadLock = false;      // a project is being opened
 inline bool OpeningRecentProject = false; // ... from the recent projects, whose list stays as it is then
 inline bool SaveCancelled = false;        // the last save wrote nothing: it was cancelled, or failed
-inline bool OpeningCancelled = false; // set by the person while files are being opened; asked between two files
+inline bool OpeningCancelled = false;     // set by the person while files are being opened; asked between two files
 
 /// There is work now that is not in the project's file. The one place that says so: the question on closing and the
 /// title stand on the flag. Commands that change what would be saved call it; some do even when nothing changed, and

@@ -21,8 +21,8 @@ struct HandledError {
     std::function<void()> handler;
 };
 
-/// True when the body came to its end. `beforeReport` runs ahead of the report of an error that is not handled, and must
-/// not raise.
+/// True when the body came to its end. `beforeReport` runs ahead of the report of an error that is not handled, and
+/// must not raise.
 bool Trapped(std::string_view module, std::string_view function, const std::function<void()>& body,
              std::initializer_list<HandledError> handled = {}, const std::function<void()>& beforeReport = {});
 

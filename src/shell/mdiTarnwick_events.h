@@ -4,8 +4,9 @@
 //
 // Every command comes here, from the menu bar, the toolbar, the pop-up menus or the tools panel; the tables in
 // `menu_table.h` say from where. All handlers of the window stand in this room: those of media files in
-// `file_commands.h`, those of the project in `project_commands.h`, edits in `edit_commands.h`, commands over tracks in `track_menu.h`, panels in `panel_places.h`,
-// the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface thread only.
+// `file_commands.h`, those of the project in `project_commands.h`, edits in `edit_commands.h`, commands over tracks in
+// `track_menu.h`, panels in `panel_places.h`, the tutorial in `tutorial.h`. Nothing is raised to the caller. Interface
+// thread only.
 
 #include <cstdint>
 #include <functional>

@@ -9,8 +9,8 @@
 #include "core/shared_state.h"
 #include "history/ModuleHistory.h"
 #include "items/track_rows.h"
-#include "timeline/slider_places.h"
 #include "support/files.h"
+#include "timeline/slider_places.h"
 #include "walk/drawing.h"
 
 #include <fstream>
