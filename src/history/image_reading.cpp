@@ -9,6 +9,7 @@
 #include "items/whole_item.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ModuleHistory {
 
@@ -154,7 +155,7 @@ ImageRecords ReadTimeline()
     constexpr std::size_t kTransitionNameBytes = 20;
     TimelineImage image;
     ImageReader(image, kTransitionNameBytes).readAll();
-    return image;
+    return std::move(static_cast<ImageRecords&>(image));
 }
 
 } // namespace ModuleHistory

@@ -158,8 +158,9 @@ std::shared_ptr<const StateImage> Capture::take()
     image.tracks = readTracks();
     image.timeline = shared(ModuleHistory::ReadTimeline(), last_ ? last_->timeline : nullptr);
     image.isNewestWhole = ModuleHistory::LastImage.IsWhole;
-    image.newest = shared(image.isNewestWhole ? ModuleHistory::LastImage : ModuleHistory::ImageRecords(),
-                          last_ ? last_->newest : nullptr);
+    const ModuleHistory::ImageRecords& newest = ModuleHistory::LastImage;
+    image.newest =
+        shared(image.isNewestWhole ? newest : ModuleHistory::ImageRecords(), last_ ? last_->newest : nullptr);
     modifications_ = state::ModificationCount;
     const bool isSame = last_ && isSameMedia && last_->desk == image.desk && last_->entries == image.entries
                         && last_->timeline == image.timeline && last_->newest == image.newest

@@ -10,6 +10,7 @@
 #include "journal/writer.h"
 #include "media/media_files.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace journal {
@@ -115,10 +116,8 @@ std::optional<Leftover> chosenOf(std::vector<Leftover> older)
     if (older.empty() || !chooseLeftover) {
         return std::nullopt;
     }
-    std::vector<std::string> descriptions;
-    for (const Leftover& work : older) {
-        descriptions.push_back(describe(work));
-    }
+    std::vector<std::string> descriptions(older.size());
+    std::ranges::transform(older, descriptions.begin(), describe);
     const auto chosen = chooseLeftover(descriptions);
     return chosen && *chosen < older.size() ? std::optional(std::move(older[*chosen])) : std::nullopt;
 }

@@ -134,9 +134,7 @@ void SetFrameSize(std::int16_t width, std::int16_t height)
 void WatchFirstPicture()
 {
     const bool hadPictures = std::exchange(forms::frmPreview.HasPictures, hasPictures());
-    if (!forms::frmPreview.HasPictures) {
-        WithdrawFrameOffer();
-    } else if (!hadPictures && !state::FrameSizeChosen) {
+    if (forms::frmPreview.HasPictures && !hadPictures && !state::FrameSizeChosen) {
         offerSizeOf(*findPicture([](Handle) { return true; }));
     } else if (offer.Visible && !findPicture([](Handle stream) { return stream == offer.Stream; })) {
         WithdrawFrameOffer();

@@ -111,7 +111,7 @@ std::string troubleWith(const std::string& folder)
     if (!path.is_absolute() || !fs::is_directory(there)) {
         return "There is no folder \"" + folder + "\"." + kNext;
     }
-    const std::string closed = "No files can be made in the folder \"" + folder + "\"." + kNext;
+    std::string closed = "No files can be made in the folder \"" + folder + "\"." + kNext;
     if ((there.permissions() & fs::perms::owner_write) == fs::perms::none) {
         return closed; // root could; but nobody is meant to
     }
