@@ -75,6 +75,8 @@ public:
 
     /// Where to write, as often as one likes: it may be opened and truncated, but neither removed nor renamed.
     const std::string& path() const { return path_; }
+    /// As it was asked for, for people.
+    const std::string& name() const { return asked_; }
 
     /// Whether `other` names the file that is to be replaced: through links, as another name of it, or before either is
     /// there.

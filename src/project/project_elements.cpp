@@ -18,7 +18,9 @@
 #include "timeline/slider_places.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 namespace ModuleProject {
 
@@ -39,8 +41,10 @@ void inDocument(const std::string& path, const Change& change)
         throw engine::RuntimeError(engine::error_number::kObjectNotSet, "No document in \"" + path + "\": " + why);
     }
     change(document);
+    errno = 0;
     if (!xml::save(document, path)) {
-        throw engine::RuntimeError(project::kDiskFull, "\"" + path + "\" cannot be written.");
+        const std::string cause = std::generic_category().message(errno != 0 ? errno : EIO);
+        throw engine::RuntimeError(project::kDiskFull, "\"" + path + "\" cannot be written: " + cause + ".");
     }
 }
 

@@ -51,19 +51,20 @@ std::int32_t numberOf(const disk::Refused& refused)
     }
 }
 
-/// Copies what stands in one file into another, which may be there already.
-void copyBytes(const std::string& from, const std::string& to)
+/// Copies what stands in one file into another, which may be there already. `name`: how people know it.
+void copyBytes(const std::string& from, const std::string& to, const std::string& name)
 {
     errno = 0;
     std::ifstream source(from, std::ios::binary);
+    const bool isOpen = source.is_open(); // one that is not open reads like an empty file
     std::ofstream target(to, std::ios::binary);
-    if (source.peek() != std::ifstream::traits_type::eof()) {
+    if (isOpen && source.peek() != std::ifstream::traits_type::eof()) {
         target << source.rdbuf();
     }
     target.close();
-    if (source.bad() || target.fail()) {
+    if (!isOpen || source.bad() || target.fail()) {
         const int error = errno != 0 ? errno : EIO;
-        raise(numberOf(error), "\"" + to + "\" cannot be written: " + std::generic_category().message(error) + ".");
+        raise(numberOf(error), "\"" + name + "\" cannot be written: " + std::generic_category().message(error) + ".");
     }
 }
 
@@ -131,12 +132,12 @@ void Staging::copyFrom(const std::string& project) const
     if (!std::ifstream(project, std::ios::binary)) {
         raise(kPathFileAccess, "\"" + project + "\" cannot be read.");
     }
-    copyBytes(project, path_);
+    copyBytes(project, path_, path_);
 }
 
 void Staging::putIn(disk::WholeFile& place) const
 {
-    copyBytes(path_, place.path());
+    copyBytes(path_, place.path(), place.name());
     try {
         place.takeName();
     } catch (const disk::Refused& refused) {
