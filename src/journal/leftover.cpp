@@ -8,9 +8,11 @@
 #include "journal/writer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
+#include <limits>
 #include <sys/stat.h>
 
 namespace journal {
@@ -36,6 +38,15 @@ std::vector<std::string> setAsidePaths(const std::string& folder)
     }
     std::ranges::sort(paths);
     return paths;
+}
+
+/// Of a file that was set aside; microseconds since 1970, 0 for a name that holds none.
+std::int64_t momentIn(const std::string& path)
+{
+    const std::string digits = fs::path(path).filename().string().substr(kSetAside.size());
+    std::int64_t moment = 0;
+    const bool isNumber = std::from_chars(digits.data(), digits.data() + digits.size(), moment).ec == std::errc{};
+    return isNumber && moment < std::numeric_limits<std::int64_t>::max() ? moment : 0;
 }
 
 std::string asText(std::int64_t seconds)
@@ -106,7 +117,9 @@ std::string makeRoomForSetAside(const std::string& folder)
         fs::remove(paths[i], ignored);
     }
     const auto moment = std::chrono::system_clock::now().time_since_epoch();
-    const auto number = std::chrono::duration_cast<std::chrono::microseconds>(moment).count();
+    const std::int64_t now = std::chrono::duration_cast<std::chrono::microseconds>(moment).count();
+    // Newer than all of them even when the clock was set back.
+    const std::int64_t number = paths.empty() ? now : std::max(now, momentIn(paths.back()) + 1);
     std::string digits = std::to_string(number);
     digits.insert(0, 20 - std::min<std::size_t>(digits.size(), 20), '0'); // so that names sort as moments
     return (fs::path(folder) / (std::string(kSetAside) + digits + std::string(kEnding))).string();
