@@ -147,11 +147,13 @@ void start()
         namespace fs = std::filesystem;
         keeping = {};
         keeping.folder = (fs::path(ports.shell->stateFolder()) / "journal").string();
-        std::error_code ignored;
-        fs::create_directories(keeping.folder, ignored);
-        fs::permissions(keeping.folder, fs::perms::owner_all, ignored);
+        makeFolder(keeping.folder);
         keeping.file = JournalFile::open((fs::path(keeping.folder) / "work.journal").string());
         if (keeping.file) {
+            if (keeping.file->isForeign() && !keeping.file->moveAway(makeRoomForSetAside(keeping.folder))) {
+                keeping.file.reset(); // another version may bring it back, so that it is not written over
+                return;
+            }
             Objects objects;
             keeping.file->read(objects);
             keeping.left = leftoverOf(objects);

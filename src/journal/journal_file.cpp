@@ -126,6 +126,13 @@ bool isUnder(const std::string& path, int file)
 
 } // namespace
 
+void makeFolder(const std::filesystem::path& folder)
+{
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, ignored);
+}
+
 bool readJournal(const std::string& path, Objects& objects)
 {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -146,6 +153,28 @@ std::unique_ptr<JournalFile> JournalFile::open(const std::string& path)
 }
 
 void JournalFile::read(Objects& objects) { end_ = readAll(file_->get(), objects); }
+
+bool JournalFile::isForeign() const
+{
+    std::string mark(kMark.size(), '\0');
+    return byteCountOf(file_->get()) > kMark.size() && readAt(file_->get(), mark, 0) && mark != kMark;
+}
+
+bool JournalFile::isWhole() const { return byteCountOf(file_->get()) >= end_ && isUnder(path_, file_->get()); }
+
+bool JournalFile::renew()
+{
+    if (!isUnder(path_, file_->get())) {
+        makeFolder(std::filesystem::path(path_).parent_path());
+        auto fresh = openLocked(path_, O_NONBLOCK);
+        if (!isUnder(path_, fresh->get())) {
+            return false;
+        }
+        file_ = std::move(fresh);
+        syncFolder();
+    }
+    return empty();
+}
 
 bool JournalFile::append(std::string_view difference)
 {

@@ -10,10 +10,14 @@
 #include "disk/whole_file.h"
 #include "journal/objects.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
 namespace journal {
+
+/// A folder for journals, for the user alone. Errors show when a file is made in it.
+void makeFolder(const std::filesystem::path& folder);
 
 /// Takes in the differences of a file up to the first that is not whole. False when it cannot be read, or is none.
 bool readJournal(const std::string& path, Objects& objects);
@@ -26,6 +30,12 @@ public:
 
     /// What it holds. What is torn off behind it goes with the next `append`.
     void read(Objects& objects);
+    /// It was made by a program that this one does not understand.
+    bool isForeign() const;
+    /// False when somebody removed it, put another one in its place or cut it: what it held is gone then.
+    bool isWhole() const;
+    /// An empty one under the name, also where its folder has gone.
+    bool renew();
     /// In the system's hands when it comes back: a kill of the process loses nothing of it. False when it could not be
     /// written whole; the file ends as before then. So do the others.
     bool append(std::string_view difference);

@@ -146,6 +146,10 @@ void Writer::doWrite(const StateImage& image)
         thread_.origin = image.desk.isSaved ? originOf(image.desk.projectPath) : Origin();
     }
     JournalFile& file = *thread_.file;
+    if (!file.isWhole()) { // what it held is in memory still, and goes into the new one
+        thread_.coder.forget();
+        hasFailed_ = !file.renew() || hasFailed_;
+    }
     bool isWritten = file.append(thread_.coder.difference(image, *thread_.origin, now()));
     if (isWritten && file.byteCount() > kSlackBytes + kSlackTimes * thread_.coder.byteCount()) {
         thread_.coder.forget();

@@ -25,6 +25,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/resource.h>
+#include <thread>
 
 namespace journal_test {
 namespace {
@@ -318,6 +319,53 @@ TEST(Journal, GoesOnWithoutADisk)
         text = program.text();
     }
     EXPECT_EQ(Program(folder).text(), text);
+}
+
+int stepsIn(const std::string& path)
+{
+    journal::Objects objects;
+    const auto work = journal::readJournal(path, objects) ? journal::leftoverOf(objects) : std::nullopt;
+    return work ? work->image.desk.historyIndex : 0;
+}
+
+TEST(Journal, StandsAgainWhenItWasTakenAway)
+{
+    const std::pair<const char*, void (*)(const fs::path&)> ways[] = {
+        {"file", [](const fs::path& file) { fs::remove(file); }},
+        {"folder", [](const fs::path& file) { fs::remove_all(file.parent_path()); }},
+        {"another", [](const fs::path& file) { fs::rename(file, file.string() + ".old"), std::ofstream(file) << "x"; }},
+        {"cut", [](const fs::path& file) { fs::resize_file(file, 100); }},
+        {"emptied", [](const fs::path& file) { fs::resize_file(file, 0); }},
+    };
+    for (const auto& [name, takeAway] : ways) {
+        SCOPED_TRACE(name);
+        const testmedia::TempFolder folder;
+        std::string text;
+        {
+            Program program(folder);
+            program.run(kWork);
+            while (stepsIn(folder / "journal/work.journal") < ModuleHistory::HistoryIndex) {
+                std::this_thread::yield();
+            }
+            takeAway(folder / "journal/work.journal");
+            program.run("slider 1500\nsplit");
+            text = program.text();
+        }
+        EXPECT_EQ(Program(folder).text(), text);
+    }
+}
+
+TEST(Journal, OfAnotherVersionIsKept)
+{
+    const testmedia::TempFolder folder;
+    const std::string work = "QMJRNL99 and what nobody knows yet";
+    fs::create_directories(folder / "journal");
+    std::ofstream(folder / "journal/work.journal") << work;
+    const std::string future = folder / "journal/set-aside-00002999999999999999.journal";
+    std::ofstream(future) << "set aside before the clock was set back";
+    Program(folder).run(kWork);
+    ASSERT_EQ(setAside(folder).size(), 2U);
+    EXPECT_EQ(testmedia::bytesOf(*setAside(folder).rbegin()), work);
 }
 
 TEST(Journal, BelongsToOneProcess)
