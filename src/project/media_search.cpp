@@ -33,12 +33,8 @@ void MediaSearch::sayProgress(std::int32_t number, std::int32_t count, const std
 
 Found MediaSearch::open(const std::string& source)
 {
-    std::string path = source;
-    std::error_code ignored;
-    if (const auto beside = fs::path(project_).parent_path() / source;
-        fs::path(source).is_relative() && fs::exists(beside, ignored)) {
-        path = beside.string();
-    }
+    // Never in the folder that the program happens to run in.
+    const std::string path = (fs::path(project_).parent_path() / source).string();
     if (!moduleTarnwick::CheckMediaFile(path)) {
         return state::OpeningCancelled ? Found::kCancelled : Found::kRefused;
     }

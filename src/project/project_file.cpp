@@ -5,10 +5,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <limits>
 
 namespace project {
 
 namespace {
+
+constexpr std::size_t kMostBookmarks = std::numeric_limits<std::int16_t>::max() - 1; // the next one's number fits
 
 std::int16_t colourPart(std::int16_t value) { return std::clamp<std::int16_t>(value, 0, 255); }
 
@@ -49,6 +52,9 @@ void readView(const pugi::xml_document& document, ProjectFile& file)
         }
     }
     for (const auto bookmark : xml::firstNamed(document, "Bookmarks").children()) {
+        if (file.bookmarks.size() >= kMostBookmarks) {
+            throw ProjectFileError("it has more markers than can be counted.");
+        }
         file.bookmarks.push_back(xml::numberAt<std::int32_t>(bookmark, 0));
     }
 }

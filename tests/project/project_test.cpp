@@ -109,6 +109,10 @@ TEST_F(ProjectFileTest, WhatIsNoProjectIsRefusedAndLeavesNoName)
     const auto whole = [&](const std::string& body) { return "<QuillmontProject>" + body + "</QuillmontProject>"; };
     const std::string size = "<PreviewDimension Width=\"160\" Height=\"120\"/>";
     constexpr const char* kFormat = "Invalid file format.";
+    std::string markers; // more than can be counted
+    for (int i = 0; i < 40'000; ++i) {
+        markers += "<B a=\"1\"/>";
+    }
     const struct {
         std::string bytes;
         const char* message;
@@ -120,11 +124,13 @@ TEST_F(ProjectFileTest, WhatIsNoProjectIsRefusedAndLeavesNoName)
         {whole("<Timeline/><PreviewDimension Width=\"160\" Height=\"4097\"/>"), kFormat},
         {whole("<Timeline/><PreviewDimension Width=\"x\"/>"), kFormat},
         {whole("<Timeline/>" + size + "<ZoomFactor Value=\"99999\"/>"), kFormat},
+        {whole("<Timeline><Track Kind=\"Smell\"/></Timeline>" + size), kFormat},
+        {whole("<Timeline/>" + size + "<Bookmarks>" + markers + "</Bookmarks>"), kFormat},
         {whole("<Timeline/>" + size + "<MediaList><File Src=\"" + path("bad.qpj") + "\"/></MediaList>"),
          "Unable to open project."},
     };
     for (const auto& [text, message] : cases) {
-        SCOPED_TRACE(text);
+        SCOPED_TRACE(text.substr(0, 200));
         makeFilm("V x0-1000 A 0-1000");
         saved("before.qpj");
         moduleTimeline::SetSliderPosition(200, false);
@@ -141,6 +147,21 @@ TEST_F(ProjectFileTest, WhatIsNoProjectIsRefusedAndLeavesNoName)
                   "zoom 0 size " + std::to_string(state::ProjectWidth) + "x" + std::to_string(state::ProjectHeight));
         EXPECT_EQ(bytesOf(path("bad.qpj")), text);
     }
+}
+
+TEST_F(ProjectFileTest, MediaStandBesideTheProjectAndNotWhereTheProgramRuns)
+{
+    writeBytes(path("hand.qpj"), "<QuillmontProject><Timeline/><MediaList><File Src=\"still.png\"/></MediaList>"
+                                 "<PreviewDimension Width=\"160\" Height=\"120\"/></QuillmontProject>");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(testmedia::mediaFolder());
+    platform.answers = {MessageAnswer::kNo};
+    openByDialogue(path("hand.qpj"));
+    std::filesystem::current_path(before);
+    EXPECT_EQ(lastMessage(), "File \"still.png\" missing. Unable to open project.");
+    std::filesystem::copy_file(media("still.png"), path("still.png"));
+    openByDialogue(path("hand.qpj"));
+    EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 1);
 }
 
 TEST_F(ProjectFileTest, MissingMediaAreSearchedFor)

@@ -18,6 +18,7 @@ namespace twcore {
 namespace {
 
 constexpr std::uint32_t kPathFileAccess = engine::kNumberedFailure | 75;
+constexpr std::uint32_t kInvalidFormat = engine::kNumberedFailure | 321;
 
 engine::Status writeFailure(const std::string& path, int diskError)
 {
@@ -138,7 +139,7 @@ engine::Status ProjectStore::LoadProject(engine::Text path)
     return guarded([&]() -> engine::Status {
         const std::string name(path);
         const auto refusal = [&](const std::string& why) {
-            return engine::Status(engine::kFailed.code(), "Cannot open the project \"" + name + "\": " + why);
+            return engine::Status(kInvalidFormat, "Cannot open the project \"" + name + "\": " + why);
         };
         std::error_code error;
         if (std::filesystem::exists(name, error) && !std::filesystem::is_regular_file(name, error)) {
