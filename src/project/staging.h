@@ -37,7 +37,7 @@ disk::WholeFile placeOf(const std::string& path);
 
 class Staging {
 public:
-    /// Makes the folder, which goes with the object.
+    /// Makes the folder, which goes with the object, and removes those of runs that were killed.
     Staging();
     ~Staging();
     Staging(const Staging&) = delete;
@@ -53,6 +53,7 @@ public:
 
 private:
     std::string folder_;
+    disk::Descriptor lock_; // on the folder: while it is held, nobody takes it for what a killed run left
     std::string path_;
 };
 

@@ -3,6 +3,7 @@
 #include "project/project_harness.h"
 
 #include "hand/bookmark_events.h"
+#include "project/staging.h"
 #include "timeline/slider_places.h"
 
 #include <regex>
@@ -221,6 +222,16 @@ TEST_F(ProjectFileTest, FilesAddedAfterASaveAreSaved)
     EXPECT_EQ(flagsOfProject(), "saved started");
     openByDialogue(project);
     EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 3);
+}
+
+TEST_F(ProjectFileTest, WhatAKilledRunLeftGoesWithTheNextSave)
+{
+    const project::Staging other; // of a process that saves at the same time
+    std::filesystem::create_directories(path(".quillmont-staging-killed"));
+    writeBytes(path(".quillmont-staging-killed/project.qpj"), "half of it");
+    makeFilm("V x0-1000");
+    saved("film.qpj");
+    EXPECT_EQ(files(), std::filesystem::path(other.path()).parent_path().filename().string() + " film.qpj");
 }
 
 TEST_F(ProjectFileTest, SavesThatCannotBe)
