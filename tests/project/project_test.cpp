@@ -6,7 +6,7 @@
 #include "project/staging.h"
 #include "timeline/slider_places.h"
 
-#include <regex>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace logic_test {
@@ -19,9 +19,11 @@ using std::filesystem::perms;
 std::string children(const std::string& text)
 {
     std::string all;
-    const std::regex child(R"((?:^|\n)  <(\w+))");
-    for (std::sregex_iterator at(text.begin(), text.end(), child), end; at != end; ++at) {
-        all += (all.empty() ? "" : " ") + (*at)[1].str();
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("  <") && !line.starts_with("  </")) {
+            all += (all.empty() ? "" : " ") + line.substr(3, line.find_first_of(" >/", 3) - 3);
+        }
     }
     return all;
 }
