@@ -69,6 +69,7 @@ void applyView(const project::ProjectFile& file)
     GetPropertySettings(file);
     GetBookMarkFromProject(file);
     GetZoomFactor(file);
+    moduleBookmarks::UpdateBookmarks(); // they were placed at the zoom before
     GetSelSliderPos(file);
     project::bringRowOptions(file.rows);
     RenderAllBars();

@@ -7,6 +7,7 @@
 #include "shell/project_commands.h"
 #include "shell/shell_harness.h"
 #include "support/files.h"
+#include "timeline/slider_places.h"
 
 #include <filesystem>
 
@@ -72,9 +73,10 @@ protected:
                 " selection " + std::to_string(state::SelStartPosition) + "-" + std::to_string(state::SelEndPosition);
         }
         for (std::size_t i = 0; i < forms::frmTimeline.imgBookmark.size(); ++i) {
-            all += forms::frmTimeline.imgBookmark[i].Visible
-                       ? " marker " + std::to_string(forms::frmTimeline.BookmarkTimes[i])
-                       : std::string();
+            const ImageBox& image = forms::frmTimeline.imgBookmark[i];
+            const Milliseconds time = forms::frmTimeline.BookmarkTimes[i];
+            all += image.Visible ? " marker " + std::to_string(time) : std::string();
+            EXPECT_EQ(image.Left, moduleScaleRenderer::MsToPixels(time) - timeline::viewLeft() - 4) << time;
         }
         return all;
     }

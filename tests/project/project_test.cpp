@@ -4,7 +4,6 @@
 
 #include "hand/bookmark_events.h"
 #include "project/staging.h"
-#include "timeline/slider_places.h"
 
 #include <sstream>
 #include <sys/stat.h>
@@ -73,6 +72,24 @@ TEST_F(ProjectFileTest, EveryKindOfContentComesBack)
     const std::string third = savedAgain();
     openByDialogue(project);
     EXPECT_EQ(savedAgain(), third) << "what was opened is what is saved";
+}
+
+TEST_F(ProjectFileTest, TheRangeOfTheFilmBeforeDoesNotComeBack)
+{
+    makeFilm("V x0-20000");
+    showSelection(400, 1200);
+    const std::string project = saved("film.qpj");
+    const std::string first = bytesOf(project);
+    showSelection(3000, 4000);
+    openByDialogue(project);
+    moduleScaleRenderer::ScrollTo(5);
+    ASSERT_EQ(form.hsb.Value(), 5);
+    EXPECT_EQ(view(), "zoom 10 size 320x240 selection 400-1200");
+    state::markModified();
+    mdiTarnwick::mnuFileSaveProject_Click();
+    const std::string range = R"(<SelectionSliders Visible="1" Start="400" End="1200" />)";
+    EXPECT_NE(first.find(range), std::string::npos) << first;
+    EXPECT_NE(bytesOf(project).find(range), std::string::npos) << bytesOf(project);
 }
 
 TEST_F(ProjectFileTest, FilesByHandInBothOrders)
