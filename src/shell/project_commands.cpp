@@ -94,14 +94,18 @@ void openInstead(const std::string& path)
 /// The caller holds the locks.
 void openChosen(const std::string& path)
 {
+    const bool isProject = isProjectName(path);
     if (state::ProjectModified) {
         const std::string name =
             state::ProjectFilePath.empty() ? "Untitled.qpj" : ModuleProject::NameOf(state::ProjectFilePath);
-        if (!mayGoOn(askUser("Save changes to " + name + " ?", MessageButtons::kYesNoCancel))) {
+        const MessageAnswer answer = askUser("Save changes to " + name + " ?", MessageButtons::kYesNoCancel);
+        // What is given up for a file that is not opened stays, and stays unsaved.
+        const bool isKept = answer == MessageAnswer::kNo && !isProject;
+        if (!isKept && !mayGoOn(answer)) {
             return;
         }
     }
-    if (!isProjectName(path)) {
+    if (!isProject) {
         tellUser("Invalid File Format.");
         return;
     }

@@ -117,7 +117,7 @@ TEST_F(LifecycleTest, NoWayOutLeavesALock)
         {"dialogue, too long", dialogue("empty.qpj"), {20476}, kNo, "modified dirty", ""},
         {"dialogue, trap", dialogue("empty.qpj"), {5}, kNo, "modified dirty", ""},
         {"dialogue, cancel", dialogue("empty.qpj"), {}, kCancel, "modified dirty", ""},
-        {"dialogue, ending", dialogue("empty.Qpj"), {}, kNo, "", ""},
+        {"dialogue, ending", dialogue("empty.Qpj"), {}, kNo, "modified dirty", ""},
         {"dialogue, bad", dialogue("bad.qpj"), {}, kNo, "failed", ""},
         {"dialogue, missing", dialogue("gone.qpj"), {}, kNo, "failed", ""},
         {"dialogue, engine", dialogue("empty.qpj"), {}, kNo, "failed", "LoadProject"},
