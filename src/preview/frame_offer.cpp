@@ -131,6 +131,15 @@ void SetFrameSize(std::int16_t width, std::int16_t height)
     Resize();
 }
 
+void ForgetFrameSize()
+{
+    constexpr Size kStart{320, 240};
+    if (kStart != Size{state::ProjectWidth, state::ProjectHeight}) {
+        SetFrameSize(kStart.width, kStart.height);
+    }
+    state::FrameSizeChosen = false;
+}
+
 void WatchFirstPicture()
 {
     const bool hadPictures = std::exchange(forms::frmPreview.HasPictures, hasPictures());

@@ -21,6 +21,9 @@ inline constexpr std::int16_t kMostFrameSide = 4096;
 /// offered any more. Raises what the engine raises; nothing has changed then.
 void SetFrameSize(std::int16_t width, std::int16_t height);
 
+/// Back to the size that a film begins with, which nobody chose. Raises as above.
+void ForgetFrameSize();
+
 /// After each change of the timeline: a first picture brings the line, and its going takes it away. Raises what the
 /// engine raises.
 void WatchFirstPicture();

@@ -27,8 +27,8 @@ void SaveProjectAs();
 /// is true. The caller marks the program busy, and empties it before.
 void OpenProject(std::string_view named);
 
-/// Takes away what a project holds: timeline, files, list, history, selection, markers, options of the rows. The zoom
-/// is 0 afterwards. The clipboard stays.
+/// Takes away what a project holds: timeline, files, list, history, selection, markers, options of the rows, the size
+/// of the movie. The zoom is 0 afterwards. The clipboard stays.
 void EmptyProject();
 
 /// Puts the path on top of the recent projects, unless their menu shows it.

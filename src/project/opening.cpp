@@ -16,6 +16,7 @@
 #include "media/file_preview.h"
 #include "media/frmMediaList_events.h"
 #include "media/media_files.h"
+#include "preview/frame_offer.h"
 #include "project/ModuleProject.h"
 #include "project/media_search.h"
 #include "project/project_elements.h"
@@ -225,7 +226,7 @@ void EmptyProject()
     moduleTimeline::ShowSelSliders(false);
     moduleTimeline::ReInitLinkLockDisable();
     moduleBookmarks::RemoveBookmarks();
-    state::FrameSizeChosen = false;
+    Trapped(kModule, "EmptyProject", [] { frmPreview::ForgetFrameSize(); });
     moduleScaleRenderer::AdjustScroll();
     moduleScaleRenderer::ScrollTo(0);
     moduleTimeline::SetSliderPosition(0, false);

@@ -3,6 +3,7 @@
 #include "project/project_harness.h"
 
 #include "hand/bookmark_events.h"
+#include "preview/frame_offer.h"
 
 namespace logic_test {
 namespace {
@@ -193,6 +194,7 @@ TEST_F(LifecycleTest, NothingElseRunsDuringALoad)
 
 TEST_F(LifecycleTest, AClosedProjectLeavesNothing)
 {
+    frmPreview::SetFrameSize(640, 360);
     makeFilm("V x0-1000 E 100-200");
     showSelection(100, 300);
     frmTimeline::cmdAddBookmark_Click();

@@ -163,8 +163,8 @@ TEST_F(ProjectFileTest, WhatIsNoProjectIsRefusedAndLeavesNoName)
         EXPECT_EQ(state::ProjectFilePath, "");
         EXPECT_EQ(this->text(), "");
         EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 0);
-        EXPECT_EQ(view(),
-                  "zoom 0 size " + std::to_string(state::ProjectWidth) + "x" + std::to_string(state::ProjectHeight));
+        EXPECT_EQ(view(), "zoom 0 size 320x240");
+        EXPECT_FALSE(state::FrameSizeChosen);
         EXPECT_EQ(bytesOf(path("bad.qpj")), text);
     }
 }
