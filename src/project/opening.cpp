@@ -188,11 +188,15 @@ bool loadTold(const std::string& path, bool& isElsewhere)
           tell("Error saving project.\r\n\r\nA component required by Quillmont to handle Projects (msxml3.dll) is "
                "missing. \r\n\r\nPlease reinstall Quillmont.")},
          {kSubscript, tell("Unable to open project. Unexpected error.")}});
+    isElsewhere = found == Found::kElsewhere;
+    const bool isOpen = isThrough && (isElsewhere || found == Found::kOpened);
+    if (isThrough && !isOpen) { // in place of the file at which it ended
+        media::say(found == Found::kCancelled ? "Opening " + NameOf(path) + " was cancelled." : "Error");
+    }
     if (isThrough && found == Found::kRefused) {
         tellUser("Unable to open project.");
     }
-    isElsewhere = found == Found::kElsewhere;
-    return isThrough && (isElsewhere || found == Found::kOpened);
+    return isOpen;
 }
 
 } // namespace

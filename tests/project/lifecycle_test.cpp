@@ -190,6 +190,7 @@ TEST_F(LifecycleTest, NothingElseRunsDuringALoad)
     platform.whileEventsRun = nullptr;
     EXPECT_EQ(flagsOfProject(), "failed started");
     EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 0);
+    EXPECT_EQ(std::string(forms::mdiTarnwick.sbr.Panel(1)), "Opening film.qpj was cancelled.");
 }
 
 TEST_F(LifecycleTest, AClosedProjectLeavesNothing)

@@ -201,6 +201,7 @@ TEST_F(ProjectFileTest, MissingMediaAreSearchedFor)
     openByDialogue(project);
     EXPECT_EQ(lastMessage(), "File \"" + path("old/still.png") + "\" missing. Unable to open project.");
     EXPECT_EQ(flagsOfProject(), "failed started");
+    EXPECT_EQ(std::string(forms::mdiTarnwick.sbr.Panel(1)), "Error");
 
     platform.answers = {MessageAnswer::kYes}; // the dialogue is cancelled
     openByDialogue(project);
