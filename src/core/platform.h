@@ -18,7 +18,7 @@ enum class MessageAnswer : std::uint8_t { kOk, kYes, kNo, kCancel };
 class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;
-    /// Shows a modal box and waits for its answer; other handlers may run meanwhile.
+    /// A modal box; other handlers may run while it waits. A question that is left by Escape is answered `kCancel`.
     virtual MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
                                std::string_view title) = 0;
 };

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFontMetricsF>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMessageBox>
 #include <QStandardPaths>
@@ -55,6 +56,19 @@ QMessageBox::StandardButtons buttonsOf(MessageButtons buttons)
         return QMessageBox::Ok;
     }
 }
+
+/// One whose ways out beside its buttons are no answer: a No that nobody gave may throw work away.
+class Box final : public QMessageBox {
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        event->matches(QKeySequence::Cancel) ? done(QMessageBox::Cancel) : QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent*) override { done(QMessageBox::Cancel); }
+};
 
 /// Shows a dialogue with the plain pointer; true when it was accepted.
 bool isAccepted(QDialog& dialog)
@@ -99,7 +113,7 @@ QWidget* dialogOwner()
 MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, MessageButtons buttons,
                                    std::string_view title)
 {
-    QMessageBox box(iconOf(icon), fromProgram(title), fromProgram(text), buttonsOf(buttons), dialogOwner());
+    Box box(iconOf(icon), fromProgram(title), fromProgram(text), buttonsOf(buttons), dialogOwner());
     box.setTextFormat(Qt::PlainText);
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     const int answer = box.exec();
@@ -109,10 +123,8 @@ MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, Mess
         return MessageAnswer::kYes;
     case QMessageBox::No:
         return MessageAnswer::kNo;
-    case QMessageBox::Cancel:
-        return MessageAnswer::kCancel;
     default:
-        return buttons == MessageButtons::kYesNo ? MessageAnswer::kNo : MessageAnswer::kOk;
+        return buttons == MessageButtons::kOk ? MessageAnswer::kOk : MessageAnswer::kCancel;
     }
 }
 

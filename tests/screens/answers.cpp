@@ -78,6 +78,10 @@ void Answers::note(const QMessageBox& box)
 
 void Answers::answer(QWidget& dialog, const Answer& planned)
 {
+    if (planned.button.empty() && planned.paths.empty()) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    }
     if (planned.button.empty()) {
         auto* const files = qobject_cast<QFileDialog*>(&dialog);
         ASSERT_NE(files, nullptr) << dialog.windowTitle().toStdString();
@@ -95,10 +99,6 @@ void Answers::answer(QWidget& dialog, const Answer& planned)
 
 void Answers::typePaths(QFileDialog& dialog, const std::vector<std::string>& paths)
 {
-    if (paths.empty()) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        return;
-    }
     QString words;
     for (const std::string& path : paths) {
         words += (words.isEmpty() ? "" : " ") + ("\"" + QString::fromStdString(path) + "\"");

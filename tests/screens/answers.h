@@ -22,7 +22,8 @@ public:
 
     /// The next box is answered by the button of this text ("&Yes").
     void click(const std::string& button) { planned_.push_back({button, {}}); }
-    /// The next dialogue asks for files, to open or to save; these paths are typed into it. None: it is cancelled.
+    /// The next dialogue asks for files, to open or to save; these paths are typed into it. None: whatever it asks, it
+    /// is left by Escape.
     void open(std::vector<std::string> paths) { planned_.push_back({{}, std::move(paths)}); }
     /// Runs in the next dialogue, ahead of its answer.
     std::function<void()> meanwhile;

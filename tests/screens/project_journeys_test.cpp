@@ -77,6 +77,10 @@ TEST_F(ProjectScreen, UnsavedWorkIsAskedForAndGivenUp)
     key(Qt::Key_O, Qt::ControlModifier);
     EXPECT_GT(barEnd("picVideo0"), 0);
     answers.click("&Yes");
+    answers.open({}); // Escape is no No
+    choose("&File", "Clos&e Project");
+    EXPECT_EQ(rowCount(), 1);
+    answers.click("&Yes");
     answers.click("&No");
     choose("&File", "Clos&e Project");
     EXPECT_EQ(rowCount(), 0);
@@ -92,6 +96,8 @@ TEST_F(ProjectScreen, UnsavedWorkIsAskedForAndGivenUp)
     EXPECT_TRUE(says("Done"));
     EXPECT_EQ(rowCount(), 1);
     EXPECT_EQ(answers.boxes, (std::vector<std::string>{"?: Save changes to one.qpj ?",
+                                                       "?: Are you sure you want to close the current project?",
+                                                       "Save Project: ?: Do you want to save your changes?",
                                                        "?: Are you sure you want to close the current project?",
                                                        "Save Project: ?: Do you want to save your changes?"}));
 }
