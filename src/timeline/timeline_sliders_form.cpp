@@ -5,9 +5,20 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <utility>
 
 #include "hand/bookmark_events.h"
 #include "windowing/picture_widget.h"
+
+namespace {
+
+/// What is held hears no release behind it: a dialogue takes the pointer, or the widget has gone.
+bool losesRelease(const QEvent& event)
+{
+    return event.type() == QEvent::WindowDeactivate || event.type() == QEvent::Hide;
+}
+
+} // namespace
 
 SliderHandle::SliderHandle(ImageBox& state, Shape shape, Calls calls, const QString& name, QWidget* scale)
     : QWidget(scale->parentWidget()), state_(state), shape_(shape), calls_(std::move(calls)), scale_(scale)
@@ -62,11 +73,27 @@ float SliderHandle::xIn(const QMouseEvent& event) const
     return static_cast<float>(mapToParent(event.position().toPoint()).x() - scale_->x() - state_.Left.get());
 }
 
-void SliderHandle::mousePressEvent(QMouseEvent* event) { calls_.down(programButton(event->button()), xIn(*event)); }
+bool SliderHandle::event(QEvent* event)
+{
+    if (losesRelease(*event) && std::exchange(isHeld_, false)) {
+        calls_.up(programButton(Qt::LeftButton), 0);
+    }
+    return QWidget::event(event);
+}
+
+void SliderHandle::mousePressEvent(QMouseEvent* event)
+{
+    isHeld_ = isHeld_ || event->button() == Qt::LeftButton;
+    calls_.down(programButton(event->button()), xIn(*event));
+}
 
 void SliderHandle::mouseMoveEvent(QMouseEvent* event) { calls_.move(programButton(event->buttons()), xIn(*event)); }
 
-void SliderHandle::mouseReleaseEvent(QMouseEvent* event) { calls_.up(programButton(event->button()), xIn(*event)); }
+void SliderHandle::mouseReleaseEvent(QMouseEvent* event)
+{
+    isHeld_ = isHeld_ && event->button() != Qt::LeftButton;
+    calls_.up(programButton(event->button()), xIn(*event));
+}
 
 BookmarkFlag::BookmarkFlag(std::int16_t index, QWidget* parent) : QWidget(parent), index_(index)
 {
@@ -111,8 +138,17 @@ float BookmarkFlag::xIn(const QMouseEvent& event) const
     return static_cast<float>(mapToParent(event.position().toPoint()).x() - left);
 }
 
+bool BookmarkFlag::event(QEvent* event)
+{
+    if (losesRelease(*event) && std::exchange(isHeld_, false)) {
+        frmTimeline::imgBookmark_MouseUp(index_, programButton(Qt::LeftButton), 0, 0);
+    }
+    return QWidget::event(event);
+}
+
 void BookmarkFlag::mousePressEvent(QMouseEvent* event)
 {
+    isHeld_ = isHeld_ || event->button() == Qt::LeftButton;
     frmTimeline::imgBookmark_MouseDown(index_, programButton(event->button()), xIn(*event),
                                        static_cast<float>(event->position().y()));
     update();
@@ -126,6 +162,7 @@ void BookmarkFlag::mouseMoveEvent(QMouseEvent* event)
 
 void BookmarkFlag::mouseReleaseEvent(QMouseEvent* event)
 {
+    isHeld_ = isHeld_ && event->button() != Qt::LeftButton;
     frmTimeline::imgBookmark_MouseUp(index_, programButton(event->button()), xIn(*event),
                                      static_cast<float>(event->position().y()));
 }

@@ -29,6 +29,7 @@ public:
     void showState();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -42,6 +43,7 @@ private:
     Shape shape_;
     Calls calls_;
     QWidget* scale_;
+    bool isHeld_ = false;
 };
 
 /// A marker on the scale: a small flag that is selected by a press and dragged.
@@ -55,6 +57,7 @@ public:
     void setSelected(bool selected);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -65,6 +68,7 @@ private:
 
     std::int16_t index_;
     bool isSelected_ = false;
+    bool isHeld_ = false;
 };
 
 /// A line of one pixel that lets presses through.

@@ -2,6 +2,7 @@
 
 #include "screens/screen_harness.h"
 
+#include "core/forms/frmTimeline.h"
 #include "timeline/moduleBookmarks.h"
 
 #include <QRegularExpression>
@@ -161,6 +162,26 @@ TEST_F(TimelineScreen, TheMainSliderIsDragged)
 
     drag(handle, {5, 5}, -60);
     EXPECT_EQ(status(2), "0:00:00.600");
+}
+
+TEST_F(TimelineScreen, ADragEndsWhereItsReleaseIsLost)
+{
+    const auto& form = forms::frmTimeline;
+    press(find("imgSliderHandle"), {5, 5});
+    EXPECT_TRUE(form.DraggingSlider);
+    answers.open({});
+    key(Qt::Key_O, Qt::ControlModifier); // the dialogue takes the pointer
+    EXPECT_FALSE(form.DraggingSlider || form.Dragging);
+    release(find("imgSliderHandle"), {5, 5});
+
+    key(Qt::Key_F8);
+    click(find("picScale"), {500, 10});
+    press(find("imgBookmark1"), {4, 3});
+    EXPECT_TRUE(form.DraggingBookmark);
+    key(Qt::Key_F9); // goes from under the pointer
+    settle();
+    EXPECT_FALSE(form.DraggingBookmark);
+    release(find("picScale"), {4, 3});
 }
 
 TEST_F(TimelineScreen, APressOnABarAndAClickInTheListSelectTheSameItem)
