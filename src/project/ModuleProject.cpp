@@ -17,7 +17,9 @@
 #include "settings/recent_lists.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
+#include <system_error>
 
 namespace ModuleProject {
 
@@ -121,7 +123,9 @@ void save()
     if (!state::ProjectSaved) {
         saveUnderNewName();
     }
-    if (state::ProjectModified) {
+    std::error_code ignored;
+    const bool isGone = !std::filesystem::exists(state::ProjectFilePath, ignored); // what is called saved must be there
+    if (state::ProjectModified || isGone) {
         writeWhole(state::ProjectFilePath, false);
     } else if (state::MediaListDirty) {
         addFiles(state::ProjectFilePath);
