@@ -135,7 +135,8 @@ void save()
     media::say("Saved " + NameOf(state::ProjectFilePath) + ".");
 }
 
-/// The disk's own words stand below ours: a full disk is no fault of the program that anybody should report.
+/// The disk's own words stand below ours: a full disk, or one that was taken out, is no fault of the program that
+/// anybody should report.
 void tellDiskError(const RuntimeError& error)
 {
     tellUser(std::string(kUnexpected) + "\r\n\r\n" + error.what());
@@ -176,6 +177,7 @@ bool saveTold(const std::function<void()>& nameTaken)
          {engine::error_number::kPathFileAccess, tell("Path/File access error.")},
          {engine::error_number::kObjectNotSet, tellUnexpectedLogged},
          {engine::error_number::kInvalidCall, tellUnexpectedLogged},
+         {project::kPathNotFound, tellDisk},
          {project::kDiskFull, tellDisk},
          {project::kDiskFails, tellDisk}},
         [] { tellUser(kUnexpected); });

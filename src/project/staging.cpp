@@ -121,7 +121,9 @@ void askForTemporaryName(const std::string& path)
         raise(kFileExists, "\"" + name + "\" exists already.");
     }
     if (!fs::is_directory(fs::path(name).parent_path(), ignored)) {
-        raise(kPathNotFound, "The folder of \"" + name + "\" is not there.");
+        const bool hasFolder = fs::is_directory(fs::path(path).parent_path(), ignored);
+        raise(kPathNotFound, hasFolder ? "A project cannot lie in a folder with \"qpj\" in its name."
+                                       : "The folder of \"" + path + "\" is not there.");
     }
 }
 

@@ -272,8 +272,8 @@ TEST_F(ProjectFileTest, SavesThatCannotBe)
         {"CAPITALS.QPJ", "A temporary support file by that name already exists. Please specify another filename."},
         {"readonly.qpj", "Unable to save project. The project file is Read Only."},
         {"folder.qpj", "Path/File access error."},
-        {"nowhere/film.qpj", "Unexpected error saving project."},
-        {"my qpj/film.qpj", "Unexpected error saving project."},
+        {"nowhere/film.qpj", "Unexpected error saving project.\r\n\r\nThe folder"},
+        {"my qpj/film.qpj", "Unexpected error saving project.\r\n\r\nA project cannot lie in a folder with \"qpj\""},
     };
     expectsErrors = true;
     const std::string before = files();
