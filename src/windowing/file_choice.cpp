@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <algorithm>
 
 namespace {
@@ -88,6 +89,64 @@ QStringList chosenPaths(const QFileDialog& dialog)
     }
     paths.removeDuplicates();
     return paths;
+}
+
+NewFileDialog::NewFileDialog(QWidget* parent, const SaveFileRequest& request, const QString& folder)
+    : QFileDialog(parent, QObject::tr("Save As"), folder), endings_("." + fromProgram(request.defaultExtension))
+{
+    setAcceptMode(QFileDialog::AcceptSave);
+    setFileMode(QFileDialog::AnyFile);
+    setNameFilters(toolkitFilters(request.filters));
+    setOption(QFileDialog::HideNameFilterDetails);
+    setDefaultSuffix(fromProgram(request.defaultExtension));
+    for (const FileFilter& filter : request.filters) {
+        for (const std::string& pattern : filter.patterns) {
+            endings_ << fromProgram(pattern).remove('*').toLower();
+        }
+    }
+}
+
+QString NewFileDialog::path() const
+{
+    const QStringList chosen = selectedFiles();
+    return path_.isEmpty() && !chosen.isEmpty() ? QDir::cleanPath(QFileInfo(chosen.front()).absoluteFilePath()) : path_;
+}
+
+/// The name that is meant. Quotes around the whole are no part of it.
+QString NewFileDialog::named(QString typed) const
+{
+    if (typed.size() > 2 && typed.count('"') == 2 && typed.startsWith('"') && typed.endsWith('"')) {
+        typed = typed.mid(1, typed.size() - 2);
+    }
+    const bool isFolder = QFileInfo(directory().absoluteFilePath(typed)).isDir() || typed.startsWith('~');
+    const bool isKnown = std::ranges::any_of(
+        endings_, [&](const QString& ending) { return typed.endsWith(ending, Qt::CaseInsensitive); });
+    return isFolder || isKnown || typed.isEmpty() ? typed : typed + endings_.front();
+}
+
+void NewFileDialog::accept()
+{
+    path_.clear();
+    auto* const edit = findChild<QLineEdit*>("fileNameEdit");
+    const QString name = edit != nullptr ? named(edit->text()) : QString();
+    if (!name.contains('"')) {
+        if (edit != nullptr && edit->text() != name) {
+            edit->setText(name);
+        }
+        QFileDialog::accept();
+        return;
+    }
+    const QFileInfo file(directory().absoluteFilePath(name));
+    const bool isFree =
+        !file.exists()
+        || QMessageBox::warning(this, windowTitle(),
+                                tr("%1 already exists.\nDo you want to replace it?").arg(file.fileName()),
+                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+               == QMessageBox::Yes;
+    if (isFree) {
+        path_ = QDir::cleanPath(file.absoluteFilePath());
+        QDialog::accept();
+    }
 }
 
 std::string folderAndNames(const QStringList& paths)

@@ -153,19 +153,12 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
 
 std::string QtCommonDialogs::saveFile(const SaveFileRequest& request)
 {
-    QFileDialog dialog(dialogOwner(), QObject::tr("Save As"),
-                       request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setNameFilters(toolkitFilters(request.filters));
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setDefaultSuffix(fromProgram(request.defaultExtension));
-    if (!isAccepted(dialog) || dialog.selectedFiles().isEmpty()) {
+    NewFileDialog dialog(dialogOwner(), request, request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
+    if (!isAccepted(dialog) || dialog.path().isEmpty()) {
         raiseCancelled();
     }
-    const QFileInfo chosen(dialog.selectedFiles().front());
-    lastFolder_ = chosen.absolutePath();
-    return toProgram(QDir::cleanPath(chosen.absoluteFilePath()));
+    lastFolder_ = QFileInfo(dialog.path()).absolutePath();
+    return toProgram(dialog.path());
 }
 
 std::string QtCommonDialogs::pickFolder(std::string_view title, std::string_view folder)

@@ -44,6 +44,15 @@ TEST_F(ProjectScreen, SavedLeftAndOpenedAgain)
     key(Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(says("Saved film.qpj."));
     EXPECT_TRUE(fs::exists(path("film.qpj")));
+    for (const char* const name : {"film.v2", "a \"new\" one"}) { // whole names, and what ends them is no ending
+        answers.open({path(name)});
+        choose("&File", "Save Project &As...");
+        EXPECT_TRUE(says("Saved " + std::string(name) + ".qpj."));
+        EXPECT_TRUE(fs::exists(path(name + std::string(".qpj"))));
+    }
+    answers.open({path("film")});
+    answers.click("&Yes"); // to replace it
+    choose("&File", "Save Project &As...");
 
     key(Qt::Key_F8);
     answers.click("Cancel");
@@ -63,7 +72,8 @@ TEST_F(ProjectScreen, SavedLeftAndOpenedAgain)
     EXPECT_EQ(rowCount(), 1);
     window->close();
     EXPECT_TRUE(isClosed());
-    EXPECT_EQ(answers.boxes, (std::vector<std::string>{"?: Do you want save your changes before closing?",
+    EXPECT_EQ(answers.boxes, (std::vector<std::string>{"Save As: film.qpj already exists.\nDo you want to replace it?",
+                                                       "?: Do you want save your changes before closing?",
                                                        "?: Are you sure you want to close the current project?"}));
 }
 
