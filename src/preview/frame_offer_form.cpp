@@ -17,6 +17,9 @@ constexpr int kMargin = 8;
 constexpr int kApart = 6;
 constexpr int kShortestName = 110; // pixels; a name is not cut below that to bring the line into one row
 
+/// Sizes in it are not torn over two lines.
+QString untorn(QString text) { return text.replace(" x ", QString("%1x%1").arg(QChar(QChar::Nbsp))); }
+
 } // namespace
 
 FrameOfferLine::FrameOfferLine(QWidget* parent) : QWidget(parent)
@@ -59,6 +62,13 @@ void FrameOfferLine::showState()
 
 int FrameOfferLine::buttonsWidth() const { return use_->sizeHint().width() + kApart + keep_->sizeHint().width(); }
 
+/// Buttons have more room than their words need, but in a panel that is too narrow for it.
+int FrameOfferLine::widthOf(const QPushButton& button) const
+{
+    const bool isNarrow = buttonsWidth() + 2 * kMargin > width();
+    return isNarrow ? fontMetrics().horizontalAdvance(button.text()) + 2 * kMargin : button.sizeHint().width();
+}
+
 bool FrameOfferLine::isOneRow(int width) const
 {
     const QFontMetrics metrics = fontMetrics();
@@ -78,7 +88,7 @@ QString FrameOfferLine::wordsFor(int width) const
                                            + metrics.horizontalAdvance(name)
                                      : line;
     caption.replace(caption.lastIndexOf(name), name.size(), metrics.elidedText(name, Qt::ElideMiddle, room));
-    return caption;
+    return untorn(caption);
 }
 
 int FrameOfferLine::heightForWidth(int width) const
@@ -96,13 +106,13 @@ void FrameOfferLine::layOut()
     const QString words = wordsFor(width());
     const QString whole = fromProgram(offer().Caption.get());
     words_->setText(words);
-    words_->setToolTip(words == whole ? QString() : whole);
+    words_->setToolTip(words == untorn(whole) ? QString() : whole);
     const int height = use_->sizeHint().height();
     const int top = this->height() - kApart / 2 - height;
-    const int keep = width() - kMargin - keep_->sizeHint().width();
-    const int use = keep - kApart - use_->sizeHint().width();
-    keep_->setGeometry(keep, top, keep_->sizeHint().width(), height);
-    use_->setGeometry(use, top, use_->sizeHint().width(), height);
+    const int keep = width() - kMargin - widthOf(*keep_);
+    const int use = std::max(kMargin, keep - kApart - widthOf(*use_));
+    keep_->setGeometry(keep, top, widthOf(*keep_), height);
+    use_->setGeometry(use, top, keep - kApart - use, height);
     if (isOneRow(width())) {
         words_->setGeometry(kMargin, top, use - kApart - kMargin, height);
     } else {

@@ -21,6 +21,7 @@ protected:
 
 private:
     int buttonsWidth() const;
+    int widthOf(const QPushButton& button) const;
     bool isOneRow(int width) const;
     QString wordsFor(int width) const;
     void layOut();
