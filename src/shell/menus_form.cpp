@@ -12,6 +12,12 @@
 using shell::MenuKind;
 using shell::MenuRow;
 
+namespace {
+
+constexpr int kMostOfAPath = 80; // characters of the menus of recent files; a menu as wide as the screen helps nobody
+
+} // namespace
+
 MainMenus::MainMenus(QMenuBar& bar, QToolBar& tools, QWidget* parent)
     : QObject(parent), mediaListContext_(new QMenu(parent)), editContext_(new QMenu(parent))
 {
@@ -49,6 +55,7 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
             break;
         case MenuKind::kRecent:
             recents_.push_back({&row, top->addMenu(caption)});
+            recents_.back().menu->setToolTipsVisible(true);
             entries_.push_back({&row, recents_.back().menu->menuAction()});
             break;
         case MenuKind::kSubEntry:
@@ -168,10 +175,13 @@ void MainMenus::showRecent(const Recent& recent)
         return;
     }
     recent.menu->clear();
+    const QFontMetrics metrics = recent.menu->fontMetrics();
     for (std::size_t i = 0; i < items.size(); ++i) {
         const QString caption = fromProgram(items[i].Caption.get());
-        QString escaped = caption;
-        QAction* const action = recent.menu->addAction(escaped.replace("&", "&&"));
+        QString text = metrics.elidedText(caption, Qt::ElideMiddle, metrics.averageCharWidth() * kMostOfAPath);
+        const bool isCut = text != caption;
+        QAction* const action = recent.menu->addAction(text.replace("&", "&&"));
+        action->setToolTip(isCut ? caption : QString());
         action->setData(caption);
         action->setEnabled(items[i].Enabled && recent.row->pick != nullptr);
         connect(action, &QAction::triggered, recent.menu, [row = recent.row, i] {

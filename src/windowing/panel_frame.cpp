@@ -9,7 +9,7 @@
 PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(form)
 {
     form_->setParent(this);
-    caption_ = new QLabel(this);
+    caption_ = new CutLabel(this);
     caption_->setContentsMargins(10, 0, 0, 0);
     caption_->setTextFormat(Qt::PlainText);
     QFont font = caption_->font();
@@ -22,7 +22,7 @@ PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(
 void PanelFrame::setCaption(const QString& caption)
 {
     if (caption_->text() != caption) {
-        caption_->setText(caption);
+        caption_->setWhole(caption);
         form_->setAccessibleName(caption);
     }
 }

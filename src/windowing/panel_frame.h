@@ -2,7 +2,8 @@
 
 // A panel of the main window: a strip with its caption, and the form below it.
 
-#include <QLabel>
+#include "windowing/cut_label.h"
+
 #include <QToolButton>
 #include <QWidget>
 #include <functional>
@@ -32,7 +33,7 @@ private:
 
     static constexpr int kStripHeight = 24;
     QWidget* form_;
-    QLabel* caption_;
+    CutLabel* caption_;
     QToolButton* close_ = nullptr;
     bool isActive_ = false;
 };
