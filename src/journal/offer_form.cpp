@@ -9,8 +9,15 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace journal {
+
+namespace {
+
+constexpr int kMostCharacters = 120; // of a line
+
+} // namespace
 
 std::optional<std::size_t> showLeftovers(const std::vector<std::string>& descriptions)
 {
@@ -21,17 +28,23 @@ std::optional<std::size_t> showLeftovers(const std::vector<std::string>& descrip
     auto* const list = new QListWidget;
     label->setBuddy(list);
     for (const std::string& description : descriptions) {
-        list->addItem(fromProgram(description));
+        auto* const item = new QListWidgetItem(fromProgram(description), list);
+        item->setToolTip(item->text());
     }
     list->setCurrentRow(0);
-    list->setFocus();
-    list->setMinimumWidth(list->sizeHintForColumn(0) + list->fontMetrics().height() * 2);
+    list->setTextElideMode(Qt::ElideMiddle); // a name may be longer than the screen is wide
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const QFontMetrics metrics = list->fontMetrics();
+    const int most = metrics.averageCharWidth() * kMostCharacters;
+    list->setMinimumWidth(std::min(list->sizeHintForColumn(0) + metrics.height() * 2, most));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    buttons->addButton(QDialog::tr("&Bring Back"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    auto* const bring = buttons->addButton(QDialog::tr("&Bring Back"), QDialogButtonBox::AcceptRole);
     auto* const column = new QVBoxLayout(&dialog);
     column->addWidget(label);
     column->addWidget(list);
     column->addWidget(buttons);
+    list->setFocus(); // both are the dialogue's to give, so only now
+    bring->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     QObject::connect(list, &QListWidget::itemActivated, &dialog, &QDialog::accept);
