@@ -25,7 +25,7 @@ struct FrmMediaList {
     Shown<std::int32_t> picPreviewSmallHeight{0};
     Observed<std::int32_t> picPreviewSmallCleared{0}; // counts up when its picture is cleared, which is done at once
     Slider sldFilePreview;
-    Button cmdPlay{.Picture = std::string("STOP"), .ToolTipText = {}, .Visible = true, .Enabled = true};
+    Button cmdPlay{.Picture = std::string("STOP"), .ToolTipText = {}, .Visible = true, .Enabled = false};
     Timer tmFilePreview{.Enabled = false, .Interval = 100, .tick = {}};
 
     bool FilePlaying = false;
