@@ -134,6 +134,7 @@ void closeProject()
     state::ProjectFilePath.clear();
     forgetChanges();
     ModuleProject::ShowProjectName("");
+    media::say("Ready"); // what was said was of the project
 }
 
 /// False when nothing would be closed.

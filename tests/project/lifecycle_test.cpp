@@ -213,6 +213,7 @@ TEST_F(LifecycleTest, AClosedProjectLeavesNothing)
     EXPECT_EQ(history(), " | 0/0");
     EXPECT_EQ(flagsOfProject(), "failed started");
     EXPECT_EQ(forms::frmMediaList.Caption.get(), "Media List - Project: Untitled");
+    EXPECT_EQ(forms::mdiTarnwick.sbr.Panel(1).get(), "Ready");
     EXPECT_FALSE(forms::mdiTarnwick.mnuFileSaveProject.Enabled);
 }
 
