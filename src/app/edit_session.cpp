@@ -168,12 +168,18 @@ void EditSession::saveProject(const std::string& path)
 {
     platform_.savedFile = path;
     mdiTarnwick::mnuFileSaveProjectAs_Click();
+    if (state::SaveCancelled) {
+        throw std::runtime_error("cannot save " + path);
+    }
 }
 
 void EditSession::openProject(const std::string& path)
 {
     ModuleProject::EmptyProject();
     mdiTarnwick::OpenCommandLine(path);
+    if (state::ProjectOpenFailed) {
+        throw std::runtime_error("cannot open " + path);
+    }
     nameListedMedia();
 }
 

@@ -64,7 +64,9 @@ TEST_F(ProjectDiskTest, AFailureOrAKillAtAnyStep)
         EXPECT_TRUE(bytesOf(project) == old || bytesOf(project) == saved) << bytesOf(project);
         keptByKill += bytesOf(project) == old ? 1 : 0;
         for (const int cause : {ENOSPC, EIO}) {
-            const std::string told = save(step, cause).err;
+            const Outcome outcome = save(step, cause);
+            const std::string& told = outcome.err;
+            EXPECT_EQ(outcome.status != 0, told != "");
             EXPECT_TRUE(bytesOf(project) == saved || (bytesOf(project) == old && told != ""))
                 << told << bytesOf(project);
             EXPECT_TRUE(bytesOf(project) == old || told == "" || told.find("is whole") != std::string::npos) << told;
