@@ -160,6 +160,14 @@ void leaveEmpty()
     EnableOrDisableMenuItems();
 }
 
+/// What the disk does is no fault of the program that anybody should report; its own words stand below ours.
+void tellDiskError()
+{
+    const engine::RuntimeError error = currentError();
+    tellUser(std::string("Unable to open project.\r\n\r\n") + error.what());
+    ReportError(kModule, "Open Project*", error);
+}
+
 /// The load with its errors. True when the project is open; `isElsewhere`: files of it were found in other places.
 bool loadTold(const std::string& path, bool& isElsewhere)
 {
@@ -187,7 +195,12 @@ bool loadTold(const std::string& path, bool& isElsewhere)
          {engine::error_number::kNoSuchClass,
           tell("Error saving project.\r\n\r\nA component required by Quillmont to handle Projects (msxml3.dll) is "
                "missing. \r\n\r\nPlease reinstall Quillmont.")},
-         {kSubscript, tell("Unable to open project. Unexpected error.")}});
+         {kSubscript, tell("Unable to open project. Unexpected error.")},
+         {project::kPathNotFound, tellDiskError},
+         {project::kPathFileAccess, tellDiskError},
+         {project::kNoPermission, tellDiskError},
+         {project::kDiskFull, tellDiskError},
+         {project::kDiskFails, tellDiskError}});
     isElsewhere = found == Found::kElsewhere;
     const bool isOpen = isThrough && (isElsewhere || found == Found::kOpened);
     if (isThrough && !isOpen) { // in place of the file at which it ended

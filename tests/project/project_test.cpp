@@ -4,6 +4,7 @@
 
 #include "hand/bookmark_events.h"
 #include "project/staging.h"
+#include "report/frmbug.h"
 
 #include <sstream>
 #include <sys/stat.h>
@@ -244,6 +245,29 @@ TEST_F(ProjectFileTest, FilesAddedAfterASaveAreSaved)
     mdiTarnwick::mnuFileSaveProject_Click();
     openByDialogue(project);
     EXPECT_EQ(forms::frmMediaList.lvwMediaList.Count(), 3);
+}
+
+TEST_F(ProjectFileTest, WhatTheDiskDoesIsToldAndNotReported)
+{
+    std::filesystem::create_directories(path("folder.qpj"));
+    ASSERT_EQ(::mkfifo(path("pipe.qpj").c_str(), 0600), 0);
+    int reports = 0;
+    frmbug::showDialogue = [&] { ++reports; };
+    expectsErrors = true;
+    for (const auto& [name, cause] : {std::pair{"unplugged/film.qpj", "film.qpj\" is not there"},
+                                      {"folder.qpj", "is no file"},
+                                      {"pipe.qpj", "is no file"}}) {
+        platform.answers = {MessageAnswer::kNo};
+        openByDialogue(path(name));
+        EXPECT_TRUE(lastMessage().starts_with("Unable to open project.")) << lastMessage();
+        EXPECT_NE(lastMessage().find(cause), std::string::npos) << lastMessage();
+    }
+    makeFilm("V x0-1000");
+    platform.savedFiles = {path("unplugged/film.qpj")};
+    mdiTarnwick::mnuFileSaveProject_Click();
+    EXPECT_NE(lastMessage().find("is not there"), std::string::npos) << lastMessage();
+    frmbug::showDialogue = nullptr;
+    EXPECT_EQ(reports, 0);
 }
 
 TEST_F(ProjectFileTest, WhatAKilledRunLeftGoesWithTheNextSave)
