@@ -53,3 +53,21 @@ TreeNode& TreeView::Change()
     show::mark();
     return root_;
 }
+
+std::string chosenText(const ComboBox& box)
+{
+    const auto& list = box.List.get();
+    const auto place = static_cast<std::size_t>(box.ListIndex.get());
+    return place < list.size() ? list[place] : std::string();
+}
+
+bool chooseText(ComboBox& box, std::string_view text)
+{
+    const auto& list = box.List.get();
+    const auto found = std::ranges::find(list, text);
+    if (found == list.end()) {
+        return false;
+    }
+    box.ListIndex = static_cast<std::int32_t>(found - list.begin());
+    return true;
+}

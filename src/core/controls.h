@@ -193,6 +193,10 @@ struct ComboBox {
     Shown<bool> Visible{true};
     Shown<bool> Enabled{true};
 };
+/// The text that is chosen; empty: none.
+std::string chosenText(const ComboBox& box);
+/// Chooses it; false, and nothing is done, when the list does not hold it.
+bool chooseText(ComboBox& box, std::string_view text);
 
 struct TreeNode {
     std::string Text;

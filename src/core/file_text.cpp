@@ -113,11 +113,20 @@ std::string ChangeExtension(std::string_view name, std::string_view ext)
 {
     std::string changed(name);
     Trapped("file_text", "ChangeExtension", [&] {
-        if (const std::size_t dot = name.rfind('.'); dot != std::string_view::npos) {
+        const std::size_t dot = name.rfind('.');
+        if (dot != std::string_view::npos && name.find_first_of("/\\", dot) == std::string_view::npos) {
             changed.replace(dot + 1, std::string::npos, ext);
         }
     });
     return changed;
+}
+
+std::string WithoutSeparator(std::string folder)
+{
+    while (folder.size() > 1 && isSeparator(folder.back())) {
+        folder.pop_back();
+    }
+    return folder;
 }
 
 bool IsInCombo(const ComboBox& box, std::string_view text)

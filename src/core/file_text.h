@@ -27,8 +27,12 @@ std::string FileSizeUnitConversion(std::int64_t bytes);
 /// reported as error 5 and answered whole.
 std::string ExtractFileName(std::string_view path);
 
-/// What stands behind the last dot becomes `ext`. A name without a dot stays as it is.
+/// What stands behind the last dot of the name becomes `ext`. A name without a dot stays as it is, whatever its folder
+/// is called.
 std::string ChangeExtension(std::string_view name, std::string_view ext);
+
+/// A folder without separators at its end; the root stays one.
+std::string WithoutSeparator(std::string folder);
 
 /// Whether the box lists exactly this text; capitals count.
 bool IsInCombo(const ComboBox& box, std::string_view text);

@@ -6,6 +6,9 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 
+#include <algorithm>
+#include <filesystem>
+
 namespace media {
 
 std::string pathOf(engine::Handle file)
@@ -23,6 +26,15 @@ std::string pathOf(engine::Handle file)
         }
     }
     return {};
+}
+
+bool isListed(const std::string& path)
+{
+    return std::ranges::any_of(state::FileCollection, [&](engine::Handle file) {
+        const std::string listed = pathOf(file);
+        std::error_code ignored;
+        return listed == path || std::filesystem::equivalent(listed, path, ignored);
+    });
 }
 
 std::string lastPiece(const std::string& name) { return name.substr(name.rfind('.') + 1); }

@@ -10,6 +10,8 @@ namespace media {
 
 /// The whole path of an open file, however long; empty when there is no such file.
 std::string pathOf(engine::Handle file);
+/// Whether a row of the media list is of that file, by this path or another one.
+bool isListed(const std::string& path);
 /// What stands behind the last "."; the whole text when it holds none.
 std::string lastPiece(const std::string& name);
 
