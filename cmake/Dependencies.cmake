@@ -5,7 +5,7 @@ find_package(Threads REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(JPEG REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg DBus)
 
 pkg_check_modules(ffmpeg REQUIRED IMPORTED_TARGET
                   libavformat>=59 libavcodec>=59 libavutil>=57 libswscale>=6 libswresample>=4)

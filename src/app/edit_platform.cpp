@@ -32,7 +32,7 @@ std::string taken(std::string& answer)
 } // namespace
 
 EditPlatform::EditPlatform(std::ostream& told, std::string folder)
-    : told_(told), folder_(std::move(folder)), before_(std::exchange(ports, {this, this, this, this, this, this}))
+    : told_(told), folder_(std::move(folder)), before_(std::exchange(ports, {this, this, this, this, this, this, this}))
 {}
 
 EditPlatform::~EditPlatform() { ports = before_; }
@@ -73,6 +73,19 @@ void EditPlatform::deleteSection(std::string_view application, std::string_view 
 {
     const std::string prefix = keyOf(application, section, "");
     std::erase_if(settings_, [&](const auto& entry) { return entry.first.starts_with(prefix); });
+}
+
+VolumeNews EditPlatform::askVolume(std::string_view path, std::int32_t)
+{
+    std::error_code error;
+    const fs::path file(path);
+    const fs::space_info space = fs::space(file.has_parent_path() ? file.parent_path() : ".", error);
+    VolumeNews news;
+    news.hasAnswered = true;
+    if (!error) {
+        news.freeBytes = static_cast<std::int64_t>(space.available);
+    }
+    return news;
 }
 
 std::int64_t EditPlatform::fileLength(std::string_view path)

@@ -17,7 +17,8 @@ class EditPlatform final : public MessageBoxes,
                            public Events,
                            public Fonts,
                            public SettingsStore,
-                           public Shell {
+                           public Shell,
+                           public Machine {
 public:
     /// Sets the ports to this object until it goes. Messages are written to `told`, a line each. `folder` is there
     /// already, without a separator at its end. Both outlive this object.
@@ -38,7 +39,11 @@ public:
     std::string openFiles(const OpenFileRequest& request) override;
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view, std::string_view) override { return {}; }
+    std::int32_t chooseColour(std::int32_t present) override { return present; }
     void letRun() override {}
+    VolumeNews askVolume(std::string_view path, std::int32_t longestMs) override;
+    bool moveToTrash(std::string_view) override { return false; }
+    std::shared_ptr<void> keepAwake(std::string_view) override { return nullptr; }
     std::uint32_t ticks() override;
     double textWidth(std::string_view text) override { return 7.0 * static_cast<double>(text.size()); }
     double textHeight() override { return 13; }

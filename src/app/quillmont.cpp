@@ -17,6 +17,7 @@
 #include "windowing/desktop_class_root.h"
 #include "windowing/icons.h"
 #include "windowing/ini_settings.h"
+#include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -107,8 +108,9 @@ int main(int count, char** words)
     QtFonts fonts;
     IniSettings settings;
     QtShell shell;
+    QtMachine machine;
     DesktopClassRoot classRoot(desktopPlaces());
-    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &classRoot};
+    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &machine, &classRoot};
     ShowPass pass;
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();

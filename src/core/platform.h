@@ -6,6 +6,7 @@
 // All of it is called from the interface thread. Texts and paths are UTF-8. A port raises no error but those told here.
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +46,7 @@ struct SaveFileRequest {
     std::vector<FileFilter> filters;
     std::string folder;           // where it opens; empty: where it was last
     std::string defaultExtension; // without a dot; what a name without any gets
+    std::string name = {};        // in the box at first
 };
 
 class CommonDialogs {
@@ -58,6 +60,8 @@ public:
     virtual std::string saveFile(const SaveFileRequest& request) = 0;
     /// One folder, without a separator at its end; empty when it is cancelled.
     virtual std::string pickFolder(std::string_view title, std::string_view folder) = 0;
+    /// A colour, red in its low byte. present: the one that it begins with. Raises error 32755 when it is cancelled.
+    virtual std::int32_t chooseColour(std::int32_t present) = 0;
 };
 
 class Events {
@@ -128,6 +132,27 @@ public:
     virtual void copyWithRename(std::string_view from, std::string_view to) = 0;
 };
 
+/// What a volume says of a file on it, that is there or not yet.
+struct VolumeNews {
+    bool hasAnswered = false;              // else it keeps silent, as a disk does that is gone
+    std::optional<std::int64_t> freeBytes; // for this person; nothing: it cannot be asked
+    std::int64_t fileBytes = 0;            // 0 when there is no file
+};
+
+/// What a long piece of work asks of the machine.
+class Machine {
+public:
+    virtual ~Machine() = default;
+    /// Asks on a thread of its own, so that nothing hangs with a disk. Lets events run while it waits, where it is told
+    /// to wait for longer than a moment.
+    virtual VolumeNews askVolume(std::string_view path, std::int32_t longestMs) = 0;
+    /// To the trash of its volume; false, and the file stays, where there is none.
+    virtual bool moveToTrash(std::string_view path) = 0;
+    /// The machine does not go to sleep by itself for as long as somebody holds the object. why: for whoever lists what
+    /// keeps it awake.
+    virtual std::shared_ptr<void> keepAwake(std::string_view why) = 0;
+};
+
 /// The system's table of what belongs to which kind of file. Keys are paths with back slashes; a value without a name
 /// is the key's own. What cannot be kept is passed over.
 class ClassRoot {
@@ -147,6 +172,7 @@ struct Ports {
     Fonts* fonts = nullptr;
     SettingsStore* settings = nullptr;
     Shell* shell = nullptr;
+    Machine* machine = nullptr;
     ClassRoot* classRoot = nullptr; // may stay none: then nothing is told to the desktop
 };
 inline Ports ports;

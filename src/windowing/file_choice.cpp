@@ -104,6 +104,9 @@ NewFileDialog::NewFileDialog(QWidget* parent, const SaveFileRequest& request, co
             endings_ << fromProgram(pattern).remove('*').toLower();
         }
     }
+    if (!request.name.empty()) {
+        selectFile(fromProgram(request.name));
+    }
 }
 
 QString NewFileDialog::path() const

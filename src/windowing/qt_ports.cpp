@@ -7,6 +7,7 @@
 #include "windowing/text.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
@@ -168,6 +169,17 @@ std::string QtCommonDialogs::pickFolder(std::string_view title, std::string_view
     dialog.setOption(QFileDialog::ShowDirsOnly);
     return isAccepted(dialog) && !dialog.selectedFiles().isEmpty() ? toProgram(dialog.selectedFiles().front())
                                                                    : std::string();
+}
+
+std::int32_t QtCommonDialogs::chooseColour(std::int32_t present)
+{
+    QColorDialog dialog(QColor(present & 0xFF, present >> 8 & 0xFF, present >> 16 & 0xFF), dialogOwner());
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (!isAccepted(dialog)) {
+        raiseCancelled();
+    }
+    const QColor chosen = dialog.currentColor();
+    return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
 }
 
 void QtEvents::letRun()

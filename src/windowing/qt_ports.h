@@ -22,6 +22,7 @@ public:
     std::string openFiles(const OpenFileRequest& request) override;
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view title, std::string_view folder) override;
+    std::int32_t chooseColour(std::int32_t present) override;
 
 private:
     QString lastFolder_;

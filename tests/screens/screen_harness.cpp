@@ -64,7 +64,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
     renew(forms::frmVolume);
-    ports = {&messages_, &dialogs_, &events_, &fonts_, &settings_, &shell};
+    ports = {&messages_, &dialogs_, &events_, &fonts_, &settings_, &shell, &machine_};
 }
 
 ScreenTest::~ScreenTest() { ports = {}; }
@@ -277,6 +277,7 @@ int ScreenTest::expectNames(const QWidget& ground)
                             || qobject_cast<const QHeaderView*>(widget) != nullptr
                             || qobject_cast<const QSizeGrip*>(widget) != nullptr
                             || qobject_cast<const QLineEdit*>(widget->parentWidget()) != nullptr
+                            || widget->parentWidget()->objectName().endsWith("container") // bars of a list
                             || widget->testAttribute(Qt::WA_TransparentForMouseEvents);
         const bool isControl = button != nullptr || qobject_cast<const QAbstractSlider*>(widget) != nullptr
                                || qobject_cast<const QAbstractItemView*>(widget) != nullptr

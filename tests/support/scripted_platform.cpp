@@ -30,7 +30,7 @@ void renew(Form& form)
 
 ScriptedPlatform::ScriptedPlatform() : before_(ports)
 {
-    ports = {this, this, this, this, this, this, this};
+    ports = {this, this, this, this, this, this, this, this};
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
@@ -100,6 +100,32 @@ std::string ScriptedPlatform::pickFolder(std::string_view, std::string_view)
         pickedFolders.pop_front();
     }
     return picked;
+}
+
+std::int32_t ScriptedPlatform::chooseColour(std::int32_t present)
+{
+    colourRequests.push_back(present);
+    return static_cast<std::int32_t>(std::stol(nextPath(chosenColours), nullptr, 16));
+}
+
+VolumeNews ScriptedPlatform::askVolume(std::string_view path, std::int32_t)
+{
+    std::error_code none;
+    const auto length = fs::file_size(fs::path(path), none);
+    return isVolumeSilent ? VolumeNews() : VolumeNews{true, freeBytes, none ? 0 : static_cast<std::int64_t>(length)};
+}
+
+bool ScriptedPlatform::moveToTrash(std::string_view path)
+{
+    trashed.emplace_back(fs::path(path).filename().string());
+    return hasTrash && fs::remove(fs::path(path));
+}
+
+std::shared_ptr<void> ScriptedPlatform::keepAwake(std::string_view)
+{
+    auto held = std::make_shared<int>(0);
+    awake = held;
+    return held;
 }
 
 void ScriptedPlatform::letRun()

@@ -25,6 +25,7 @@ class ScriptedPlatform final : public MessageBoxes,
                                public Fonts,
                                public SettingsStore,
                                public Shell,
+                               public Machine,
                                public ClassRoot {
 public:
     /// Sets the ports to this object and puts shared state and forms back to their start values.
@@ -38,6 +39,13 @@ public:
     std::vector<OpenFileRequest> requests;
     std::deque<std::string> savedFiles; // for the save dialogue, in the same way
     std::vector<SaveFileRequest> saveRequests;
+    std::deque<std::string> chosenColours; // "C0E0FF", in the same way
+    std::vector<std::int32_t> colourRequests;
+    bool isVolumeSilent = false;
+    std::optional<std::int64_t> freeBytes = std::int64_t{1} << 40;
+    bool hasTrash = true;
+    std::vector<std::string> trashed; // or meant to be; names without folders
+    std::weak_ptr<void> awake;        // what keeps the machine so
     std::deque<std::string> pickedFolders; // for the folder picker; cancelled when there is none left
     std::function<void()> whileEventsRun;  // called by letRun
     int eventsRun = 0;
@@ -58,6 +66,10 @@ public:
     std::string openFiles(const OpenFileRequest& request) override;
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view title, std::string_view folder) override;
+    std::int32_t chooseColour(std::int32_t present) override;
+    VolumeNews askVolume(std::string_view path, std::int32_t longestMs) override;
+    bool moveToTrash(std::string_view path) override;
+    std::shared_ptr<void> keepAwake(std::string_view why) override;
     void letRun() override;
     std::uint32_t ticks() override { return tickCount; }
     double textWidth(std::string_view text) override { return characterWidth * static_cast<double>(text.size()); }
