@@ -18,14 +18,9 @@ inline std::function<void()> closeDialogue;
 /// in the engine. False without screens.
 bool ShowModal();
 
-/// 320 x 240, in proportions of 4:3, and the present working folder.
+/// 320 x 240, in proportions of 4:3, and the present working folder. The boxes answer by themselves
+/// (`core/dimension_boxes.h`).
 void Form_Load();
-
-/// The boxes take the size of the entry; "Custom" leaves them to the person.
-void cboPreviewDimension_Click();
-/// With the lock on, the other box follows, where this one holds a number. It may come to a fraction.
-void txtWidth_Change();
-void txtHeight_Change();
 
 void cmdBrowse_Click();
 void cmdDefault_Click();

@@ -34,18 +34,19 @@ protected:
     }
     void choose(const std::string& text)
     {
-        const auto& list = dialogue.cboPreviewDimension.List.get();
-        dialogue.cboPreviewDimension.ListIndex =
+        const auto& list = dialogue.PreviewDimension.cboDimension.List.get();
+        dialogue.PreviewDimension.cboDimension.ListIndex =
             static_cast<std::int32_t>(std::ranges::find(list, text) - list.begin());
     }
     /// The boxes, and whether they are the person's.
     std::string size()
     {
-        const bool isOn = dialogue.txtWidth.Enabled;
-        EXPECT_EQ(dialogue.txtHeight.Enabled.get(), isOn);
-        EXPECT_EQ(dialogue.chkLockAspectRatio.Enabled.get(), isOn);
-        EXPECT_EQ(dialogue.fmeCustomPreviewEnabled.get(), isOn);
-        return dialogue.txtWidth.Text.get() + " x " + dialogue.txtHeight.Text.get() + (isOn ? " custom" : "");
+        const bool isOn = dialogue.PreviewDimension.txtWidth.Enabled;
+        EXPECT_EQ(dialogue.PreviewDimension.txtHeight.Enabled.get(), isOn);
+        EXPECT_EQ(dialogue.PreviewDimension.chkLockAspectRatio.Enabled.get(), isOn);
+        EXPECT_EQ(dialogue.PreviewDimension.fmeCustomPreviewEnabled.get(), isOn);
+        return dialogue.PreviewDimension.txtWidth.Text.get() + " x " + dialogue.PreviewDimension.txtHeight.Text.get()
+               + (isOn ? " custom" : "");
     }
     static std::string project()
     {
@@ -60,7 +61,7 @@ protected:
 TEST_F(NewProject, OffersSizesAndKeepsTheProportionsOfOnesOwn)
 {
     with([&] {
-        const auto& list = dialogue.cboPreviewDimension.List.get();
+        const auto& list = dialogue.PreviewDimension.cboDimension.List.get();
         const std::vector<std::string> first(list.begin(), list.begin() + 6);
         EXPECT_EQ(first, (std::vector<std::string>{"160 x 120", "320 x 240", "640 x 480", "720 x 480", "800 x 600",
                                                    "1024 x 768"}));
@@ -71,19 +72,19 @@ TEST_F(NewProject, OffersSizesAndKeepsTheProportionsOfOnesOwn)
             EXPECT_EQ(size(), entry == "Custom" ? size() : entry);
         }
         EXPECT_EQ(size(), "1080 x 1080 custom");
-        dialogue.txtWidth.Text = std::string("101");
+        dialogue.PreviewDimension.txtWidth.Text = std::string("101");
         EXPECT_EQ(size(), "101 x 75.75 custom");
-        dialogue.txtHeight.Text = std::string("30");
+        dialogue.PreviewDimension.txtHeight.Text = std::string("30");
         EXPECT_EQ(size(), "40 x 30 custom");
-        dialogue.txtWidth.Text = std::string("4o");
+        dialogue.PreviewDimension.txtWidth.Text = std::string("4o");
         EXPECT_EQ(size(), "4o x 30 custom");
-        dialogue.chkLockAspectRatio.Value = std::int16_t{0};
-        dialogue.txtWidth.Text = std::string("50");
+        dialogue.PreviewDimension.chkLockAspectRatio.Value = std::int16_t{0};
+        dialogue.PreviewDimension.txtWidth.Text = std::string("50");
         EXPECT_EQ(size(), "50 x 30 custom");
         dialogue.txtPath.Text = std::string("/nowhere");
         frmNewProject::cmdDefault_Click();
         EXPECT_EQ(size(), "320 x 240");
-        EXPECT_EQ(dialogue.chkLockAspectRatio.Value, 1);
+        EXPECT_EQ(dialogue.PreviewDimension.chkLockAspectRatio.Value, 1);
         EXPECT_EQ(dialogue.txtPath.Text.get(), platform.folder);
     });
 }
@@ -137,12 +138,12 @@ TEST_F(NewProject, SaysWhatIsWrongAndStaysOpen)
         TextBox* focus;
         std::string result;
     } kCases[] = {
-        {"15.4", "100", {}, kSides, &dialogue.txtWidth, {}},
-        {"4096.6", "100", {}, kSides, &dialogue.txtWidth, {}},
-        {"1e300", "100", {}, kSides, &dialogue.txtWidth, {}},
-        {"100", "", {}, kSides, &dialogue.txtHeight, {}},
-        {"100", "-100", {}, kSides, &dialogue.txtHeight, {}},
-        {"100", "12a", {}, kSides, &dialogue.txtHeight, {}},
+        {"15.4", "100", {}, kSides, &dialogue.PreviewDimension.txtWidth, {}},
+        {"4096.6", "100", {}, kSides, &dialogue.PreviewDimension.txtWidth, {}},
+        {"1e300", "100", {}, kSides, &dialogue.PreviewDimension.txtWidth, {}},
+        {"100", "", {}, kSides, &dialogue.PreviewDimension.txtHeight, {}},
+        {"100", "-100", {}, kSides, &dialogue.PreviewDimension.txtHeight, {}},
+        {"100", "12a", {}, kSides, &dialogue.PreviewDimension.txtHeight, {}},
         {"16",
          "16",
          platform.folder + "/no",
@@ -165,13 +166,14 @@ TEST_F(NewProject, SaysWhatIsWrongAndStaysOpen)
         const TextBox* focus = nullptr;
         platform.messages.clear();
         const bool isAccepted = with([&] {
-            for (TextBox* const box : {&dialogue.txtWidth, &dialogue.txtHeight, &dialogue.txtPath}) {
+            for (TextBox* const box :
+                 {&dialogue.PreviewDimension.txtWidth, &dialogue.PreviewDimension.txtHeight, &dialogue.txtPath}) {
                 box->SetFocus = [&focus, box] { focus = box; };
             }
             choose("Custom");
-            dialogue.chkLockAspectRatio.Value = std::int16_t{0};
-            dialogue.txtWidth.Text = std::string(test.width);
-            dialogue.txtHeight.Text = std::string(test.height);
+            dialogue.PreviewDimension.chkLockAspectRatio.Value = std::int16_t{0};
+            dialogue.PreviewDimension.txtWidth.Text = std::string(test.width);
+            dialogue.PreviewDimension.txtHeight.Text = std::string(test.height);
             dialogue.txtPath.Text = test.folder.empty() ? platform.folder : test.folder;
             frmNewProject::cmdOK_Click();
         });

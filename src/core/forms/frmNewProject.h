@@ -2,20 +2,12 @@
 
 // What stands on the dialogue for a new project, as state. Behaviour: `project/`.
 
-#include "core/controls.h"
+#include "core/dimension_boxes.h"
 
 namespace forms {
 
 struct FrmNewProject {
-    ComboBox cboPreviewDimension;
-
-    // The size: of the entry that is chosen, or the person's own.
-    Shown<bool> fmeCustomPreviewEnabled{false};
-    TextBox txtWidth, txtHeight; // pixels
-    Shown<bool> lblIntoEnabled{false};
-    CheckBox chkLockAspectRatio;
-    double AspectRatio = 0;     // width to height, which the lock keeps
-    bool DimensionGuard = true; // false while one of the boxes is written by the lock
+    DimensionBoxes PreviewDimension; // the size: of the entry that is chosen, or the person's own
 
     TextBox txtPath; // the working folder
 
