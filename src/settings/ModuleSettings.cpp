@@ -106,19 +106,20 @@ std::string engineWorkingFolder()
     return {};
 }
 
+} // namespace
+
 std::string workingFolderDefault()
 {
     std::string folder = engineWorkingFolder();
     return folder.empty() ? ports.shell->programFolder() : folder;
 }
 
-} // namespace
-
 void SetApplicationName(std::string_view name) { state::AppSection = name; }
 
 void StoreGeneralSettingsInReg()
 {
     Trapped(kModule, "StoreGeneralSettingsInReg", [] {
+        SetColorValues();
         forEachColour([](std::string_view key, std::int32_t value, std::int32_t) { save(kColorSettings, key, value); });
         save(kWorkingDir, "Path", state::WorkingFolder);
     });
@@ -136,6 +137,7 @@ void GetGeneralSettingsFromReg()
 void StoreSaveOptionsToReg()
 {
     Trapped(kModule, "StoreSaveOptionsToReg", [] {
+        SetSaveOptionValues();
         forEachSaveOption([](std::string_view key, const auto& value, const auto&) { save(kSaveOptions, key, value); });
     });
 }

@@ -28,15 +28,34 @@ inline std::string AudioProfileName = "Audio for CD-quality (96 Kbps stereo)";
 /// Sets the section under which all settings stand.
 void SetApplicationName(std::string_view name);
 
-/// Writes the colours and the working folder.
+/// Takes over what the preferences' dialogue holds, and writes it: the colours and the working folder.
 void StoreGeneralSettingsInReg();
 /// Reads them. Without a folder in the store it is the engine's, else the program's own.
 void GetGeneralSettingsFromReg();
+/// The same for the save options.
 void StoreSaveOptionsToReg();
 void GetSaveOptionsFromReg();
 /// At start: the colours for the bars and the working folder.
 void LoadRegistrySettings();
 /// Reads the colours again and draws the bars with them.
 void AddColorToBars();
+
+// --- The preferences' dialogue (`forms::frmPreferences`) and the values ---------------------------------------------
+
+/// From the dialogue to the values: colours and working folder.
+void SetColorValues();
+/// And back.
+void GetColorValues();
+/// From the dialogue to the values: the save options.
+void SetSaveOptionValues();
+/// And back; a name that its list does not hold becomes the default.
+void GetSaveOptionValues();
+/// Reads the settings into the dialogue, whose lists are filled.
+void LoadPreferences();
+/// Writes what the dialogue holds.
+void StorePreferences();
+
+/// The engine's folder for new files, else the program's own. Raises the engine's failures.
+std::string workingFolderDefault();
 
 } // namespace ModuleSettings

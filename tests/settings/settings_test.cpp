@@ -2,6 +2,7 @@
 
 #include "settings/ModuleSettings.h"
 
+#include "core/forms/frmPreferences.h"
 #include "core/shared_state.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
@@ -25,6 +26,7 @@ protected:
     {
         twcore::registerTarnwickTimeline();
         engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
+        fillLists();
     }
     void TearDown() override { engine::Engine.reset(); }
 
@@ -40,16 +42,25 @@ protected:
     std::string readFrom(const std::string& key, const std::string& value)
     {
         platform.settings = {{kProgram + key, value}};
-        GetGeneralSettingsFromReg();
-        GetSaveOptionsFromReg();
+        LoadPreferences();
         platform.settings.clear();
-        state::WorkingFolder = "/w";
-        StoreGeneralSettingsInReg();
-        StoreSaveOptionsToReg();
+        StorePreferences();
         return platform.settings[kProgram + key];
     }
 
     testsupport::ScriptedPlatform platform;
+    forms::FrmPreferences& form = forms::frmPreferences;
+
+private:
+    /// As the dialogue has them from the engine.
+    void fillLists()
+    {
+        form.cboVideoCompressorST.List = {"Other & \"ü\"", "Uncompressed"};
+        form.cboAudioCompressorST.List = {"Uncompressed"};
+        form.Video.cboProfile.List = {"Video for dial-up modems or LAN (28.8 to 100 Kbps)"};
+        form.Audio.cboProfile.List = {"Audio for CD-quality (96 Kbps stereo)", "Mine"};
+        dimension::reset(form.VideoDimension, {"320 x 240", "640 x 480", dimension::kCustom}, 2000);
+    }
 };
 
 TEST_F(SettingsTest, AFreshStoreGivesTheDefaults)
@@ -57,13 +68,11 @@ TEST_F(SettingsTest, AFreshStoreGivesTheDefaults)
     state::VideoBarFill = 1;
     SaveFrameRate = 1;
     VideoProfileName = "other";
-    LoadRegistrySettings();
-    GetSaveOptionsFromReg();
+    LoadPreferences();
     EXPECT_TRUE(platform.settings.empty()) << "reading writes nothing";
 
-    state::WorkingFolder = "/w";
-    StoreGeneralSettingsInReg();
-    StoreSaveOptionsToReg();
+    form.txtPath.Text = std::string("/w");
+    StorePreferences();
     EXPECT_EQ(writtenSettings(), "Color Settings/AudioBarColor=8454143\n"
                                  "Color Settings/EffectBarColor=8454016\n"
                                  "Color Settings/OverlayBarColor=12640511\n"
@@ -99,7 +108,12 @@ TEST_F(SettingsTest, ABadValueIsTheDefault)
         {"Save Options/Preview", "32768", "1"},
         {"Save Options/Preview", "0", "0"},
         {"Save Options/Video Compressor", "", "Uncompressed"},
-        {"Save Options/Video Compressor", "Other & \"ü\"", "Other & \"ü\""}};
+        {"Save Options/Video Compressor", "Other & \"ü\"", "Other & \"ü\""},
+        {"Save Options/Video Compressor", "not here", "Uncompressed"},
+        {"Save Options/Audio Profile", "Mine", "Mine"},
+        {"Save Options/Video Profile", "gone", "Video for dial-up modems or LAN (28.8 to 100 Kbps)"},
+        {"Save Options/Video Dimension", "640 x 480", "640 x 480"},
+        {"Save Options/Video Dimension", "641 x 360", "641 x 360"}};
     for (const auto& [key, value, expected] : cases) {
         EXPECT_EQ(readFrom(key, value), expected) << key << " " << value;
     }

@@ -2,6 +2,7 @@
 
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
+#include "core/forms/frmPreferences.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
@@ -35,6 +36,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
+    renew(forms::frmPreferences);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
