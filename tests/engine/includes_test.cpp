@@ -112,11 +112,12 @@ const std::vector<Floor> kFloors = {
     {"editing", {"items", "timeline", "history", "preview", "volume"}},
     {"hand", {"items", "timeline", "history", "preview", "editing"}},
     {"media", {"items", "timeline", "preview", "editing", "volume", "settings"}},
+    {"export", {"items", "timeline", "preview", "editing", "media", "settings", "disk"}},
     {"project", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"journal", {"items", "timeline", "history", "preview", "editing", "media", "settings", "project", "disk"}},
     {"shell",
      {"items", "timeline", "history", "preview", "editing", "hand", "media", "report", "settings", "project",
-      "journal"}},
+      "journal", "export", "disk"}},
 };
 
 TEST(Includes, RoomsStandOnTheirFloors)
