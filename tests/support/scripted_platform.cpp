@@ -1,9 +1,13 @@
 #include "support/scripted_platform.h"
 
+#include "core/forms/frmAdvancedSaveOptions.h"
+#include "core/forms/frmExportTimeline.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreferences.h"
 #include "core/forms/frmPreview.h"
+#include "core/forms/frmProfileProperties.h"
+#include "core/forms/frmProgressBar.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -36,6 +40,10 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
+    renew(forms::frmExportTimeline);
+    renew(forms::frmAdvancedSaveOptions);
+    renew(forms::frmProgressBar);
+    renew(forms::frmProfileProperties);
     renew(forms::frmPreferences);
     renew(forms::frmPreview);
     renew(forms::frmTools);

@@ -1,0 +1,84 @@
+#include "export/frmProgressBar_form.h"
+
+#include "core/forms/frmProgressBar.h"
+#include "export/frmProgressBar.h"
+#include "windowing/bound_dialogue.h"
+#include "windowing/show_pass.h"
+#include "windowing/text.h"
+
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+namespace frmProgressBar {
+
+namespace {
+
+forms::FrmProgressBar& form() { return forms::frmProgressBar; }
+
+class Dialogue final : public BoundDialogue {
+public:
+    Dialogue();
+
+private:
+    QLabel* line(const char* name, const Shown<std::string>& state);
+};
+
+Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timeline"), cmdCancel_Click)
+{
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(18, 16, 18, 14);
+    column->setSpacing(8);
+    auto* const saving = new QLabel(tr("Saving..."), this);
+    saving->setObjectName("lblSaving");
+    column->addWidget(saving);
+    auto* const bar = new QProgressBar(this);
+    bar->setObjectName("pbr");
+    bar->setAccessibleName(tr("Progress"));
+    bar->setTextVisible(false);
+    bar->setMinimumWidth(fontMetrics().averageCharWidth() * 56);
+    also([bar, saving] {
+        bar->setRange(form().pbr.Min(), form().pbr.Max());
+        bar->setValue(form().pbr.Value());
+        saving->setVisible(form().tmSave.Enabled);
+    });
+    column->addWidget(bar);
+    auto* const told = new QHBoxLayout;
+    told->addWidget(line("lblFramesSaved", form().lblFramesSaved), 1);
+    told->addWidget(line("lblComplete", form().lblComplete));
+    column->addLayout(told);
+    auto* const estimate = new QHBoxLayout;
+    estimate->addWidget(line("lblTimeLeft", form().lblTimeLeft), 1);
+    estimate->addWidget(line("lblSpeed", form().lblSpeed), 1);
+    estimate->addWidget(line("lblSize", form().lblSize));
+    column->addLayout(estimate);
+    QLabel* const failure = said("lblFailure", form().lblFailure);
+    failure->setWordWrap(true);
+    also([failure] { failure->setVisible(!form().lblFailure.get().empty()); });
+    column->addWidget(failure);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(checkBox("chkPreviewWhenDone", tr("&Preview when done"), form().chkPreviewWhenDone));
+    row->addStretch();
+    QPushButton* const cancel = button("cmdCancel", {}, cmdCancel_Click);
+    cancel->setDefault(true);
+    also([cancel] { cancel->setText(fromProgram(form().cmdCancel.get())); });
+    row->addWidget(cancel);
+    column->addLayout(row);
+    cancel->setFocus();
+    driveTimer(this, form().tmSave);
+    start();
+}
+
+/// A label that keeps its height while it has nothing to say.
+QLabel* Dialogue::line(const char* name, const Shown<std::string>& state)
+{
+    QLabel* const label = said(name, state);
+    label->setMinimumHeight(fontMetrics().height());
+    return label;
+}
+
+} // namespace
+
+void connectScreens() { connectDialogue<Dialogue>(showDialogue, closeDialogue); }
+
+} // namespace frmProgressBar

@@ -1,0 +1,263 @@
+// A save from the window: what comes into the movie, how it ends, and what becomes of the file that was there.
+
+#include "export/export_harness.h"
+
+#include "support/movie_reader.h"
+
+#include <sys/stat.h>
+
+namespace logic_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RunTest : public ExportTest {
+protected:
+    /// Two seconds of a clip with sound, under an effect.
+    void film()
+    {
+        open({"h264.mp4"});
+        laid.streams = {{'x', state::StreamCollection.Item(1)}, {'y', state::StreamCollection.Item(2)}};
+        lay("V x0-2000 E 500-1000 A y0-2000");
+    }
+    /// Saves under that name, by default as the dialogue opens.
+    void saveAs(
+        const std::string& name, const std::function<void()>& ahead = [] {}, int ticks = 600)
+    {
+        inDialogue([&] {
+            dialogue.txtSaveFileName.Text = path(name);
+            ahead();
+            save(ticks);
+        });
+    }
+    std::string files() const
+    {
+        std::string all;
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(platform.folder)) {
+            if (entry.path().extension() != ".asr") {
+                names.insert(entry.path().filename().string());
+            }
+        }
+        for (const std::string& name : names) {
+            all += (all.empty() ? "" : " ") + name;
+        }
+        return all;
+    }
+};
+
+TEST_F(RunTest, WhatWasChosenComesIntoTheMovie)
+{
+    film();
+    saveAs("all.avi");
+    EXPECT_EQ(outcome, "&Done Save Complete");
+    EXPECT_EQ(run.pbr.Value(), 100);
+    EXPECT_FALSE(dialogue.SaveCancelled);
+    EXPECT_EQ(platform.openedWithDesktop, std::vector<std::string>{path("all.avi")});
+    EXPECT_EQ(platform.awake.lock(), nullptr) << "the machine may sleep again";
+    const auto all = testmedia::readMovie(path("all.avi"));
+    EXPECT_EQ(all.frames.size(), 30u);
+    EXPECT_TRUE(all.soundShift(0, 0.5));
+
+    saveAs("rows.avi", [&] {
+        choose({"Audio 1"}); // of a row of effects between them none is counted
+    });
+    const auto sound = testmedia::readMovie(path("rows.avi"));
+    EXPECT_TRUE(sound.videoCodec.empty() && sound.soundShift(0, 0.5));
+
+    showSelection(500, 1500);
+    saveAs("range.avi");
+    EXPECT_EQ(testmedia::readMovie(path("range.avi")).frames.size(), 15u);
+    moduleTimeline::ShowSelSliders(false);
+    moduleTimeline::ShowStartSelSlider(true);
+    saveAs("whole.avi", [&] { choose({"Video"}); });
+    EXPECT_EQ(testmedia::readMovie(path("whole.avi")).frames.size(), 30u) << "one slider is no range";
+}
+
+TEST_F(RunTest, TextsGoIntoTheMovieThatCanHaveThem)
+{
+    film();
+    options.Title = "A day";
+    options.Description = "by the sea";
+    saveAs("film.avi");
+    EXPECT_EQ(engineCalls.counts["SetTitle"] + engineCalls.counts["SetDescription"], 2);
+    EXPECT_EQ(engineCalls.counts["SetRating"] + engineCalls.counts["SetAuthor"], 0) << "blank";
+    EXPECT_NE(bytesOf(path("film.avi")).find("A day"), std::string::npos);
+    expectsErrors = true;
+    engineCalls.failCall({"SaveMetadata"});
+    saveAs("other.avi");
+    EXPECT_EQ(outcome, "&Done Save Complete");
+    EXPECT_NE(run.lblFailure.get().find("kept without its title"), std::string::npos);
+    EXPECT_TRUE(platform.messages.empty());
+}
+
+TEST_F(RunTest, CancelKeepsTheDialogueAndItsName)
+{
+    film();
+    saveAs(
+        "film.avi", [] {}, 0);
+    EXPECT_EQ(outcome, "&Cancel ");
+    EXPECT_TRUE(dialogue.SaveCancelled);
+    EXPECT_TRUE(platform.openedWithDesktop.empty());
+    EXPECT_EQ(dialogue.txtSaveFileName.Text.get(), path("film.avi"));
+    saveAs("film.avi", [&] { run.chkPreviewWhenDone.Value = std::int16_t{1}; });
+    EXPECT_EQ(outcome, "&Done Save Complete");
+}
+
+TEST_F(RunTest, PreviewWhenDoneIsLeftOutOrSaysThatItCannot)
+{
+    film();
+    frmProgressBar::showDialogue = nullptr;
+    inDialogue([&] {
+        dialogue.txtSaveFileName.Text = path("film.avi");
+        frmProgressBar::showDialogue = [&] {
+            run.chkPreviewWhenDone.Value = std::int16_t{0};
+            for (int i = 0; i < 600 && run.cmdCancel.get() != "&Done"; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                run.tmSave.tick();
+            }
+            frmProgressBar::cmdCancel_Click();
+        };
+        frmExportTimeline::cmdOK_Click();
+    });
+    EXPECT_TRUE(platform.openedWithDesktop.empty());
+    platform.opensWithDesktop = false;
+    expectsErrors = true;
+    saveAs("other.avi");
+    EXPECT_EQ(window.sbr.Panel(1).get(), "There is no program that opens " + path("other.avi") + ".");
+}
+
+TEST_F(RunTest, TheDiskIsWatched)
+{
+    film();
+    const struct {
+        std::optional<std::int64_t> free;
+        bool isSilent;
+        bool aborts;
+    } cases[] = {{5'242'880, false, true}, {5'242'881, false, false}, {std::nullopt, false, true}, {0, true, false}};
+    for (const auto& [free, isSilent, aborts] : cases) {
+        SCOPED_TRACE(free.value_or(-1));
+        platform.messages.clear();
+        inDialogue([&, free = free, isSilent = isSilent, aborts = aborts] {
+            dialogue.txtSaveFileName.Text = path("film" + std::to_string(free.value_or(-1)) + ".avi");
+            frmProgressBar::showDialogue = [&] {
+                platform.freeBytes = free;
+                platform.isVolumeSilent = isSilent;
+                engineCalls.answer = [](const std::string& operation) -> std::optional<engine::Status> {
+                    return operation.ends_with("GetSaveState") ? std::optional(engine::kDone) : std::nullopt;
+                };
+                run.tmSave.tick();
+                engineCalls.answer = nullptr;
+                EXPECT_EQ(run.lblFramesSaved.get() == "Save Aborted", aborts);
+                EXPECT_EQ(run.tmSave.Enabled.get(), !aborts);
+                frmProgressBar::cmdCancel_Click();
+            };
+            frmExportTimeline::cmdOK_Click();
+        });
+        platform.freeBytes = std::int64_t{1} << 40;
+        platform.isVolumeSilent = false;
+        EXPECT_EQ(lastMessage(), aborts ? "Insufficient disk space." : "");
+    }
+}
+
+TEST_F(RunTest, AWriterThatFailsIsToldAndNeverComplete)
+{
+    film();
+    expectsErrors = true;
+    {
+        constexpr rlim_t kRoom = 100'000;
+        const testmedia::FullDisk full(kRoom);
+        saveAs(
+            "film.avi", [] {}, 200);
+    }
+    EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
+    EXPECT_NE(run.lblFailure.get().find(path("film.avi")), std::string::npos) << run.lblFailure.get();
+    EXPECT_EQ(window.sbr.Panel(1).get(), run.lblFailure.get());
+    EXPECT_TRUE(platform.messages.empty()) << lastMessage();
+    EXPECT_NE(bytesOf(platform.folder + "/ErrLog.asr").find("Form_Load"), std::string::npos);
+}
+
+TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
+{
+    film();
+    expectsErrors = true;
+    const std::string refused = "Error Saving Timeline. Please select a different ";
+    const struct {
+        const char* what;
+        std::string name;
+        std::function<void()> ahead;
+        std::string message;
+    } cases[] = {
+        {"compressor", "old.avi", [&] { engineCalls.failCall({"PrepareAviFile"}, 1, engine::kDone); },
+         refused + "compressor and try again."},
+        {"profile", "old.wmv",
+         [&] {
+             frmExportTimeline::optWMF_Click();
+             engineCalls.failCall({"PrepareWindowsMediaFile"}, 1, engine::kDone);
+         },
+         refused + "profile and try again."},
+        {"engine", "old.avi", [&] { engineCalls.failCall({"PrepareAviFile"}, 1, engine::kDiskFull); }, ""},
+        {"start", "old.avi", [&] { engineCalls.failCall({"StartSave"}); }, ""},
+        {"folder", "nowhere/film.avi", [] {}, ""},
+        {"read-only", "readonly.avi", [] {}, ""},
+        {"silent", "old.avi", [&] { platform.isVolumeSilent = true; }, ""},
+    };
+    for (const char* const name : {"old.avi", "old.wmv", "readonly.avi"}) {
+        writeBytes(path(name), "old");
+    }
+    ::chmod(path("readonly.avi").c_str(), 0444);
+    const std::string before = files();
+    for (const auto& [what, name, ahead, message] : cases) {
+        SCOPED_TRACE(what);
+        platform.messages.clear();
+        saveAs(name, ahead);
+        platform.isVolumeSilent = false;
+        EXPECT_EQ(outcome, "");
+        EXPECT_TRUE(dialogue.SaveCancelled);
+        ASSERT_EQ(platform.messages.size(), 1u);
+        EXPECT_TRUE(lastMessage() == message || (message.empty() && !lastMessage().starts_with(refused)))
+            << lastMessage();
+        for (const char* const old : {"old.avi", "old.wmv", "readonly.avi"}) {
+            EXPECT_EQ(bytesOf(path(old)), "old") << old;
+        }
+    }
+    EXPECT_TRUE(platform.trashed.empty());
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(RunTest, NothingIsOverwrittenUnasked)
+{
+    film();
+    writeBytes(path("film.avi"), "old");
+    saveAs("film.avi");
+    EXPECT_EQ(platform.trashed, std::vector<std::string>{"film (old).avi"});
+    EXPECT_EQ(files(), "film.avi");
+
+    platform.hasTrash = false;
+    writeBytes(path("film.avi"), "old");
+    writeBytes(path("film (old).avi"), "older");
+    saveAs("film.avi");
+    EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi");
+    EXPECT_EQ(bytesOf(path("film (old 2).avi")), "old");
+
+    inDialogue([&] { // asked about, and unchanged since: also after a compressor that refuses
+        platform.savedFiles = {path("film.avi")};
+        frmExportTimeline::cmdBrowse_Click();
+        engineCalls.failCall({"PrepareAviFile"}, 1, engine::kDone);
+        save();
+        save();
+    });
+    EXPECT_EQ(outcome, "&Done Save Complete");
+    EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi");
+
+    inDialogue([&] { // a file that is open is no place for a movie
+        dialogue.txtSaveFileName.Text = media("h264.mp4");
+        save();
+    });
+    EXPECT_EQ(outcome, "");
+    EXPECT_EQ(lastMessage(), "Unable to save to file \"" + media("h264.mp4")
+                                 + "\" as it is being used by Quillmont. Please specify another filename.");
+}
+
+} // namespace
+} // namespace logic_test
