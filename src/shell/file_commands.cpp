@@ -4,8 +4,10 @@
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
+#include "export/frmExportTimeline.h"
 #include "media/media_files.h"
 #include "media/moduleTarnwick.h"
+#include "shell/frmPreferences.h"
 
 namespace mdiTarnwick {
 
@@ -45,6 +47,21 @@ void mnuFileRF_Click(std::size_t index)
         state::markModified();
     }
     EnableOrDisableMenuItems();
+}
+
+void mnuFileExportTimeline_Click()
+{
+    if (!state::BusyOpening) {
+        frmExportTimeline::ShowModal();
+        EnableOrDisableMenuItems();
+    }
+}
+
+void mnuToolsOptions_Click()
+{
+    if (!state::BusyOpening) {
+        frmPreferences::ShowModal();
+    }
 }
 
 } // namespace mdiTarnwick

@@ -13,4 +13,9 @@ void mnuFileClose_Click();
 /// Opens a file of the recent list by its place in the menu, from 0.
 void mnuFileRF_Click(std::size_t index);
 
+/// Saves the timeline as a movie, by its dialogue.
+void mnuFileExportTimeline_Click();
+/// The preferences.
+void mnuToolsOptions_Click();
+
 } // namespace mdiTarnwick

@@ -6,6 +6,10 @@
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
+#include "export/frmAdvancedSaveOptions_form.h"
+#include "export/frmExportTimeline_form.h"
+#include "export/frmProfileProperties_form.h"
+#include "export/frmProgressBar_form.h"
 #include "hand/frmTimeline_events.h"
 #include "media/frmMediaList_events.h"
 #include "media/frmMediaList_form.h"
@@ -14,6 +18,7 @@
 #include "preview/frmPreview_form.h"
 #include "project/frmNewProject_form.h"
 #include "shell/context_keys.h"
+#include "shell/frmPreferences_form.h"
 #include "shell/frmTools_events.h"
 #include "shell/frmTools_form.h"
 #include "shell/help_form.h"
@@ -184,6 +189,11 @@ void MainWindow::bindHooks()
     mdiTarnwick::unload = [this] { close(); };
     new HelpDesk(this);
     frmNewProject::connectScreens();
+    frmExportTimeline::connectScreens();
+    frmAdvancedSaveOptions::connectScreens();
+    frmProgressBar::connectScreens();
+    frmProfileProperties::connectScreens();
+    frmPreferences::connectScreens();
     mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
     mdiTarnwick::showAbout = [this] {
         QMessageBox::about(this, tr("About Quillmont"),

@@ -50,7 +50,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuFileSaveProject", "&Save Project", "Ctrl+S", &m.mnuFileSaveProject, mdiTarnwick::mnuFileSaveProject_Click, &T::hasRows},
     {kEntry, "mnuFileSaveProjectAs", "Save Project &As...", "", &m.mnuFileSaveProjectAs, mdiTarnwick::mnuFileSaveProjectAs_Click, &T::hasRows},
     rule(),
-    {kEntry, "mnuFileExportTimeline", "Save &Timeline...", "", &m.mnuFileExportTimeline, nullptr, &T::hasTimeline},
+    {kEntry, "mnuFileExportTimeline", "Save &Timeline...", "", &m.mnuFileExportTimeline, mdiTarnwick::mnuFileExportTimeline_Click, &T::hasTimeline},
     rule(),
     {kEntry, "mnuFilePreview", "Previe&w...", "Ctrl+W", &m.mnuFilePreview, mdiTarnwick::mnuFilePreview_Click, &T::isRowSelected},
     rule(),
@@ -120,7 +120,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuToolsRepeatAudio", "Repeat A&udio", "Ctrl+F3", &m.mnuToolsRepeatAudio, mdiTarnwick::mnuToolsRepeatAudio_Click, &T::canRepeatAudio},
     {kEntry, "mnuToolsAddText", "Add Te&xt", "Ctrl+F5", &m.mnuToolsAddText, nullptr, &T::hasVideo},
     rule(),
-    {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions},
+    {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions, mdiTarnwick::mnuToolsOptions_Click, nullptr, true},
 
     {kTop, "mnuWindow", "&Window", "", &m.mnuWindow},
     {kCheck, "mnuViewMediaList", "&Media List", "", &m.mnuViewMediaList, mdiTarnwick::mnuViewMediaList_Click, nullptr, true},

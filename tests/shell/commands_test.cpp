@@ -31,12 +31,13 @@ TEST_F(CommandsTest, EntriesOverLayouts)
     const std::string edits = "mnuEditCut mnuEditCopy mnuEditClear mnuEditCrop ";
     const std::string always = "mnuToolsSplitTimeline mnuToolsPackTimelineBars";
     put("B 0-1000=0-5000");
-    EXPECT_EQ(enabled(), "mnuEditClearTimeline " + always);
+    EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline " + always);
     select(audio(2), 0);
-    EXPECT_EQ(enabled(), "mnuEditClearTimeline " + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always);
+    EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline " + edits
+                             + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always);
     put("V 0-5000 E 0-500 O 0-2500=0-5000#0");
-    const std::string rows =
-        "mnuEditClearTimeline mnuEditAddEffectToTimeline mnuEditClearEffect mnuEditAddToOverlay mnuEditClearOverlay ";
+    const std::string rows = "mnuFileExportTimeline mnuEditClearTimeline mnuEditAddEffectToTimeline mnuEditClearEffect "
+                             "mnuEditAddToOverlay mnuEditClearOverlay ";
     EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always + " mnuToolsRepeatAudio");
     moduleTimeline::ClearMFSTSubSelections();
     EXPECT_EQ(enabled(), rows + always);
@@ -58,10 +59,11 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
     EXPECT_TRUE(window.tbr.Button("ADD_TO_TIMELINE").Enabled);
     EXPECT_TRUE(window.tbr.Button("SAVE_PROJECT").Enabled);
     mdiTarnwick::tbr_ButtonClick("ADD_TO_TIMELINE");
-    EXPECT_EQ(enabled(), project
-                             + "mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
-                               "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
-                               "mnuToolsPackTimelineBars");
+    EXPECT_EQ(enabled(),
+              project
+                  + "mnuFileExportTimeline mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
+                    "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
+                    "mnuToolsPackTimelineBars");
     EXPECT_TRUE(tools.cmdAdd.Enabled);
     mdiTarnwick::mnuAddEffectBlur_Click();
     std::string name(10, ' ');

@@ -64,8 +64,10 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     EnableOrDisableMenuItems();
     EXPECT_EQ(tools.tvwActions.generation(), before); // the same list is not made anew
     frmTimeline::Form_Activate();
-    EXPECT_EQ(texts(tools.tvwActions),
-              "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks" + save);
+    EXPECT_EQ(
+        texts(tools.tvwActions),
+        "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks|Save timeline..."
+            + save);
     click(2, 1);
     EXPECT_EQ(tools.lvwHistory.get().size(), 2U);
     click(1, 1);
@@ -73,7 +75,7 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     click(0, 1);
     EXPECT_EQ(texts(tools.tvwActions),
               "Undo|Redo|Show/Hide selection sliders|Delete selection|Cut selection|Copy selection|Crop selection|"
-              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks"
+              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks|Save timeline..."
                   + save);
     frmTools::ActionsClear();
     frmTools::ActionsBuildMediaList();
