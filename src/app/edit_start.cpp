@@ -1,7 +1,10 @@
 #include "app/edit_start.h"
 
+#include "core/forms/frmAdvancedSaveOptions.h"
+#include "core/forms/frmExportTimeline.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
+#include "core/forms/frmProgressBar.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -40,6 +43,9 @@ void renewState()
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
+    renew(forms::frmExportTimeline);
+    renew(forms::frmAdvancedSaveOptions);
+    renew(forms::frmProgressBar);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);

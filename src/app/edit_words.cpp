@@ -3,6 +3,7 @@
 #include "app/edit_dump.h"
 #include "app/edit_hand.h"
 #include "app/edit_media.h"
+#include "app/edit_movie.h"
 #include "app/edit_operands.h"
 #include "history/ModuleHistory.h"
 #include "journal/journal.h"
@@ -173,6 +174,7 @@ constexpr Word kWords[] = {
     {"say", "TEXT", [](EditSession&, Operands& o) { o.printed() << o.word() << std::endl; }, "prints a word"},
     {"save", "PATH", [](EditSession& s, Operands& o) { s.saveProject(o.word()); }, "saves the project under that name"},
     {"open", "PATH", [](EditSession& s, Operands& o) { s.openProject(o.word()); }, "opens a project, unsaved work goes"},
+    {"movie", "PATH", [](EditSession&, Operands& o) { saveMovie(o.word()); }, "saves the timeline as a movie, by its ending"},
     {"dump", "", dump, "prints the timeline and the history"},
 };
 // clang-format on
