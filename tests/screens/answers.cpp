@@ -78,6 +78,10 @@ void Answers::note(const QMessageBox& box)
 
 void Answers::answer(QWidget& dialog, const Answer& planned)
 {
+    if (planned.deeds) {
+        planned.deeds();
+        return;
+    }
     if (planned.button.empty() && planned.paths.empty()) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
         return;

@@ -21,10 +21,12 @@ public:
     ~Answers();
 
     /// The next box is answered by the button of this text ("&Yes").
-    void click(const std::string& button) { planned_.push_back({button, {}}); }
+    void click(const std::string& button) { planned_.push_back({button, {}, {}}); }
     /// The next dialogue asks for files, to open or to save; these paths are typed into it. None: whatever it asks, it
     /// is left by Escape.
-    void open(std::vector<std::string> paths) { planned_.push_back({{}, std::move(paths)}); }
+    void open(std::vector<std::string> paths) { planned_.push_back({{}, std::move(paths), {}}); }
+    /// The next dialogue is one of the program's own: this is done in it, which closes it.
+    void work(std::function<void()> deeds) { planned_.push_back({{}, {}, std::move(deeds)}); }
     /// Runs in the next dialogue, ahead of its answer.
     std::function<void()> meanwhile;
 
@@ -36,6 +38,7 @@ private:
     struct Answer {
         std::string button;
         std::vector<std::string> paths;
+        std::function<void()> deeds;
     };
 
     void look();

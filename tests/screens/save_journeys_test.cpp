@@ -1,0 +1,185 @@
+// A movie saved as a person saves it: the dialogues clicked and typed into, the file read back.
+
+#include "screens/screen_harness.h"
+
+#include "support/movie_reader.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+namespace screens_test {
+namespace {
+
+class SaveScreen : public ScreenTest {
+protected:
+    void SetUp() override
+    {
+        ScreenTest::SetUp();
+        opened({"mpeg4.avi"});
+        key(Qt::Key_F2);
+        ASSERT_TRUE(until([&] { return barEnd("picVideo0") > 0; }));
+    }
+
+    std::string path(const std::string& name) const { return folder_.path().toStdString() + "/" + name; }
+
+    /// Opens Save Timeline; runs `deeds` in it as soon as it stands.
+    void inDialogue(std::function<void()> deeds)
+    {
+        answers.work([deeds = std::move(deeds)] {
+            deeds();
+            if (QWidget* const left = front()) {
+                left->close();
+            }
+        });
+        choose("&File", "Save &Timeline...");
+    }
+    /// Clicks a button that opens a dialogue; `deeds` runs in that one.
+    void into(const char* button, std::function<void()> deeds)
+    {
+        answers.work(std::move(deeds));
+        press(button);
+    }
+    static QDialog* front() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
+    template <class Widget>
+    static Widget& part(const char* name)
+    {
+        auto* const found = front()->findChild<Widget*>(name);
+        if (found == nullptr) {
+            throw std::runtime_error(std::string("there is no ") + name);
+        }
+        return *found;
+    }
+    static void press(const char* button) { QTest::mouseClick(&part<QPushButton>(button), Qt::LeftButton); }
+    static void type(const char* box, const std::string& text)
+    {
+        auto& edit = part<QLineEdit>(box);
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClicks(&edit, QString::fromStdString(text));
+        settle();
+    }
+    static void pick(const char* list, const char* entry)
+    {
+        auto& box = part<QComboBox>(list);
+        box.setFocus();
+        const int place = box.findText(entry);
+        ASSERT_GE(place, 0) << entry;
+        box.setCurrentIndex(place);
+        settle();
+    }
+    static std::string text(const char* label) { return part<QLabel>(label).text().toStdString(); }
+    /// Saves to the end, in the window that follows.
+    void save()
+    {
+        into("cmdOK", [] {
+            EXPECT_TRUE(until([] { return part<QPushButton>("cmdCancel").text() == "&Done"; }));
+            EXPECT_EQ(text("lblFramesSaved"), "Save Complete");
+            EXPECT_EQ(part<QProgressBar>("pbr").value(), 100);
+            press("cmdCancel");
+        });
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+TEST_F(SaveScreen, AnAviWithACompressorASizeAndATitle)
+{
+    inDialogue([&] {
+        EXPECT_EQ(part<QListWidget>("lstSaveStreams").count(), 2);
+        type("txtSaveFileName", path("film.avi"));
+        into("cmdAdvanced", [] {
+            pick("cboVideoCompressor", "H.264");
+            pick("cboAudioCompressor", "MP3");
+            pick("cboVideoDimension", "Custom");
+            type("txtHeight", "120");
+            EXPECT_EQ(part<QLineEdit>("txtWidth").text(), "160");
+            part<QTabWidget>("tbs").setCurrentIndex(2);
+            type("txtTitle", "By the sea");
+            press("cmdOK");
+        });
+        settle();
+        EXPECT_EQ(text("lblVideoDim"), "160 x 120 pixels");
+        save();
+    });
+    const auto movie = testmedia::readMovie(path("film.avi"));
+    EXPECT_EQ(movie.format + " " + movie.videoCodec + " " + movie.soundCodec, "avi h264 mp3");
+    EXPECT_TRUE(movie.codedWidthPx == 160 && movie.codedHeightPx == 120);
+    EXPECT_EQ(shell.opened, std::vector<std::string>{path("film.avi")});
+}
+
+TEST_F(SaveScreen, AWindowsMediaFileOfOneTrack)
+{
+    inDialogue([&] {
+        QTest::mouseClick(&part<QRadioButton>("optWMF"), Qt::LeftButton);
+        settle();
+        EXPECT_EQ(text("lblFPS"), "15");
+        auto& tracks = part<QListWidget>("lstSaveStreams");
+        tracks.setFocus();
+        tracks.setCurrentRow(1);
+        QTest::keyClick(&tracks, Qt::Key_Space); // without its sound
+        type("txtSaveFileName", path("film.wmv"));
+        into("cmdOK", [] {
+            QTest::mouseClick(&part<QCheckBox>("chkPreviewWhenDone"), Qt::LeftButton, {}, {8, 8});
+            EXPECT_TRUE(until([] { return part<QPushButton>("cmdCancel").text() == "&Done"; }));
+            press("cmdCancel");
+        });
+    });
+    const auto movie = testmedia::readMovie(path("film.wmv"));
+    EXPECT_TRUE(movie.format == "asf" && movie.soundCodec.empty() && !movie.frames.empty());
+    EXPECT_TRUE(shell.opened.empty());
+}
+
+TEST_F(SaveScreen, EscapeCancelsTheRunAndThenTheDialogue)
+{
+    inDialogue([&] {
+        type("txtSaveFileName", path("film.avi"));
+        into("cmdOK", [] { QTest::keyClick(front(), Qt::Key_Escape); });
+        ASSERT_NE(front(), nullptr);
+        EXPECT_EQ(front()->objectName().toStdString(), "frmExportTimeline");
+        EXPECT_EQ(part<QLineEdit>("txtSaveFileName").text().toStdString(), path("film.avi"));
+        QTest::keyClick(front(), Qt::Key_Escape);
+    });
+    EXPECT_EQ(front(), nullptr);
+    EXPECT_TRUE(shell.opened.empty());
+}
+
+TEST_F(SaveScreen, EveryControlOfTheDialoguesHasAName)
+{
+    inDialogue([&] {
+        EXPECT_GT(expectNames(*front()), 8);
+        into("cmdAdvanced", [&] {
+            for (int tab = 0; tab < 3; ++tab) {
+                part<QTabWidget>("tbs").setCurrentIndex(tab);
+                settle();
+                expectNames(*front());
+            }
+            part<QTabWidget>("tbs").setCurrentIndex(1);
+            into("cmdProperties", [] {
+                expectNames(*front());
+                press("cmdCancel");
+            });
+            press("cmdCancel");
+        });
+    });
+    answers.work([] {
+        for (int tab = 0; tab < 3; ++tab) {
+            part<QTabWidget>("tbSettings").setCurrentIndex(tab);
+            settle();
+            expectNames(*front());
+        }
+        press("cmdCancel");
+    });
+    choose("&Tools", "Optio&ns...");
+}
+
+} // namespace
+} // namespace screens_test
