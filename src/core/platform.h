@@ -144,7 +144,7 @@ class Machine {
 public:
     virtual ~Machine() = default;
     /// Asks on a thread of its own, so that nothing hangs with a disk. Lets events run while it waits, where it is told
-    /// to wait for longer than a moment.
+    /// to wait for longer than a moment; what the person does meanwhile is answered behind it.
     virtual VolumeNews askVolume(std::string_view path, std::int32_t longestMs) = 0;
     /// To the trash of its volume; false, and the file stays, where there is none.
     virtual bool moveToTrash(std::string_view path) = 0;

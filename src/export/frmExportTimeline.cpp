@@ -332,6 +332,9 @@ void cmdOK_Click()
 {
     Trapped(kModule, "cmdOK_Click", [] {
         const std::string name = SaveFileName();
+        if (!frmProgressBar::DoesDiskAnswer(name)) {
+            return;
+        }
         if (media::isListed(name)) {
             tellUser("Unable to save to file \"" + name
                      + "\" as it is being used by Quillmont. Please specify another filename.");

@@ -49,7 +49,6 @@ struct Running {
     exporting::SaveEstimate estimate;
 };
 std::optional<Running> running;
-bool isPreparing = false;
 
 void close()
 {
@@ -141,10 +140,6 @@ std::unique_ptr<exporting::KeptFile> oldFile(const std::string& path)
 
 bool start(const std::string& path)
 {
-    if (!ports.machine->askVolume(path, kLongestWaitMs).hasAnswered) {
-        throw engine::RuntimeError(engine::error_number::kPathFileAccess,
-                                   "The folder of \"" + path + "\" does not answer. Choose another one.");
-    }
     addTracks();
     setRange();
     auto kept = oldFile(path);
@@ -316,15 +311,21 @@ void tick()
 
 } // namespace
 
+bool DoesDiskAnswer(const std::string& path)
+{
+    const WaitCursor wait;
+    const bool answers = ports.machine->askVolume(path, kLongestWaitMs).hasAnswered;
+    if (!answers) {
+        const std::string text = "The folder of \"" + path + "\" does not answer. Choose another one.";
+        note(text);
+        tellUser(text);
+    }
+    return answers;
+}
+
 void ShowModal()
 {
-    if (isPreparing) { // events run while a disk is waited for
-        return;
-    }
-    isPreparing = true;
-    const bool runs = Form_Load();
-    isPreparing = false;
-    if (!runs) {
+    if (!Form_Load()) {
         frmExportTimeline::SetSaveCancelled(true);
         return;
     }

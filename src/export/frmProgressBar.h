@@ -11,6 +11,7 @@
 // State: `forms::frmProgressBar`. Each routine traps its errors. Interface thread only.
 
 #include <functional>
+#include <string>
 
 namespace frmProgressBar {
 
@@ -19,8 +20,11 @@ inline std::function<void()> showDialogue;
 /// Closes it. Set by the screens.
 inline std::function<void()> closeDialogue;
 
+/// Whether the disk of that path can be used at all; where it keeps silent, the person is told. Asked ahead of anything
+/// else that touches the path, which would hang with it.
+bool DoesDiskAnswer(const std::string& path);
+
 /// Prepares the save and, when it runs, shows the window. `forms::frmExportTimeline.SaveCancelled` says how it went.
-/// Comes back at once while another call waits for a disk.
 void ShowModal();
 /// Whether the save runs.
 bool Form_Load();

@@ -30,10 +30,11 @@ std::string pathOf(engine::Handle file)
 
 bool isListed(const std::string& path)
 {
+    std::error_code ignored;
+    const bool isThere = std::filesystem::exists(path, ignored); // else no listed file can be the same
     return std::ranges::any_of(state::FileCollection, [&](engine::Handle file) {
         const std::string listed = pathOf(file);
-        std::error_code ignored;
-        return listed == path || std::filesystem::equivalent(listed, path, ignored);
+        return listed == path || (isThere && std::filesystem::equivalent(listed, path, ignored));
     });
 }
 

@@ -1,7 +1,9 @@
 #include "windowing/qt_machine.h"
 
+#include "windowing/show_pass.h"
 #include "windowing/text.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
@@ -73,7 +75,8 @@ VolumeNews QtMachine::askVolume(std::string_view path, std::int32_t longestMs)
         if (steady_clock::now() >= deadline) {
             return {};
         }
-        ports.events->letRun();
+        const ShowPass::Calm calm;
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
 }
 

@@ -200,7 +200,12 @@ TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
         {"start", "old.avi", [&] { engineCalls.failCall({"StartSave"}); }, ""},
         {"folder", "nowhere/film.avi", [] {}, ""},
         {"read-only", "readonly.avi", [] {}, ""},
-        {"silent", "old.avi", [&] { platform.isVolumeSilent = true; }, ""},
+        {"silent", "old.avi", // also where the path would be refused for its file
+         [&] {
+             platform.isVolumeSilent = true;
+             dialogue.txtSaveFileName.Text = media("h264.mp4");
+         },
+         "The folder of \"" + media("h264.mp4") + "\" does not answer. Choose another one."},
     };
     for (const char* const name : {"old.avi", "old.wmv", "readonly.avi"}) {
         writeBytes(path(name), "old");
