@@ -325,7 +325,7 @@ void cmdAdvanced_Click()
 std::string SaveFileName()
 {
     const std::string name = trimmedName();
-    return name.empty() || fs::path(name).has_parent_path() ? name : inWorkingFolder(name);
+    return name.empty() ? name : inWorkingFolder(name); // a whole path stays as it is
 }
 
 void cmdOK_Click()

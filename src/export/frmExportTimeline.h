@@ -41,7 +41,7 @@ void cmdOK_Click();
 void cmdCancel_Click();
 void cmdHelp_Click();
 
-/// The movie's path: what is typed, without blanks around it; a bare name lies in the working folder.
+/// The movie's path: what is typed, without blanks around it; what is no whole path begins in the working folder.
 std::string SaveFileName();
 
 } // namespace frmExportTimeline

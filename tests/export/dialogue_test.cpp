@@ -90,6 +90,8 @@ TEST_F(DialogueTest, TheNameAndItsEnding)
         EXPECT_TRUE(!dialogue.cmdOK.Enabled && dialogue.cmdAdvanced.Enabled);
         dialogue.txtSaveFileName.Text = std::string(" film.avi ");
         EXPECT_EQ(frmExportTimeline::SaveFileName(), path("film.avi")) << "a bare name lies in the working folder";
+        dialogue.txtSaveFileName.Text = std::string("movies/film.avi");
+        EXPECT_EQ(frmExportTimeline::SaveFileName(), path("movies/film.avi"));
         choose({});
         EXPECT_TRUE(!dialogue.cmdOK.Enabled && !dialogue.cmdAdvanced.Enabled);
     });
