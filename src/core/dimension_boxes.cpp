@@ -53,6 +53,16 @@ void listClicked(DimensionBoxes& boxes)
     }
 }
 
+/// Whether the boxes would not take it.
+bool isTooLarge(const DimensionBoxes& boxes, std::string_view size)
+{
+    const auto isOver = [&](std::string_view side) {
+        const auto number = numberIn(std::string(side));
+        return boxes.Limit > 0 && number && *number >= boxes.Limit;
+    };
+    return isOver(size.substr(0, size.find(' '))) || isOver(size.substr(size.rfind(' ') + 1));
+}
+
 /// A side was typed. `ratio`: of the other side to it.
 void sideChanged(DimensionBoxes& boxes, TextBox& box, std::int32_t& accepted, TextBox& other, double ratio)
 {
@@ -105,6 +115,14 @@ void reset(DimensionBoxes& boxes, std::vector<std::string> list, std::int32_t li
 
 void choose(DimensionBoxes& boxes, std::string_view text)
 {
+    if (isTooLarge(boxes, text)) { // as of a clip that is not on the timeline now
+        std::vector<std::string> list = boxes.cboDimension.List;
+        if (std::ranges::find(list, text) == list.end()) {
+            list.insert(std::ranges::find(list, kCustom), std::string(text));
+            boxes.cboDimension.ListIndex = -1; // the places move
+            boxes.cboDimension.List = std::move(list);
+        }
+    }
     if (!chooseText(boxes.cboDimension, text)) {
         chooseText(boxes.cboDimension, kCustom);
         const bool guard = std::exchange(boxes.DimensionGuard, false);

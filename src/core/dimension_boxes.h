@@ -33,7 +33,8 @@ inline constexpr const char* kCustom = "Custom";
 /// changed: behind each of these; may be none.
 void reset(DimensionBoxes& boxes, std::vector<std::string> list, std::int32_t limit,
            std::function<void()> changed = nullptr);
-/// Chooses that entry; what the list does not hold is put into the boxes as the person's own.
+/// Chooses that entry; what the list does not hold is put into the boxes as the person's own, or, where a side is over
+/// their limit, into the list.
 void choose(DimensionBoxes& boxes, std::string_view text);
 /// One side as it stands in its box, rounded with ties to even. Nothing when it is no number of 16 bits.
 std::optional<std::int16_t> sideIn(const TextBox& box);

@@ -93,8 +93,10 @@ void loadSettings()
     check(save->SetKeyFrameRate(number("Key Frame Rate", kUsualRate)));
     check(save->SetQuality(number("Quality", kUsualQuality)));
     const std::string size = stored(kSaveOptions, "Video Dimension", "320 x 240");
-    const std::int32_t width = wholeNumber(size.substr(0, size.find(' ')), state::ProjectWidth);
-    const std::int32_t height = wholeNumber(size.substr(size.rfind(' ') + 1), state::ProjectHeight);
+    constexpr std::int32_t kUsualWidth = 320;
+    constexpr std::int32_t kUsualHeight = 240;
+    const std::int32_t width = wholeNumber(size.substr(0, size.find(' ')), kUsualWidth);
+    const std::int32_t height = wholeNumber(size.substr(size.rfind(' ') + 1), kUsualHeight);
     check(save->SetVideoSize(width, height));
     form.lblVideoDim = dimension::textOf(width, height);
 }

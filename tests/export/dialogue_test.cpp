@@ -157,6 +157,14 @@ TEST_F(DialogueTest, SettingsGoToTheEngineAtEachOpening)
     });
     inDialogue([&] { EXPECT_EQ(told(&engine::ITWSave::GetFrameRate), 25) << "it lasted for one opening"; });
     EXPECT_EQ(frmAdvancedSaveOptions::GetTitle(), "A day") << "the texts stay";
+    platform.settings[kSaveOptions + "Video Dimension"] = "3840 x 2160"; // of a clip that is not here
+    inDialogue([&] {
+        inOptions([&] { EXPECT_EQ(chosenText(options.VideoDimension.cboDimension), "3840 x 2160"); });
+        EXPECT_EQ(dialogue.lblVideoDim.get(), "3840 x 2160 pixels");
+    });
+    platform.settings[kSaveOptions + "Video Dimension"] = "wide";
+    state::ProjectWidth = 1280;
+    inDialogue([&] { EXPECT_EQ(dialogue.lblVideoDim.get(), "320 x 240 pixels"); });
 }
 
 TEST_F(DialogueTest, ACompressorIsChosenAtOnceAndKnowsItsNumbers)

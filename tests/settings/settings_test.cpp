@@ -113,7 +113,8 @@ TEST_F(SettingsTest, ABadValueIsTheDefault)
         {"Save Options/Audio Profile", "Mine", "Mine"},
         {"Save Options/Video Profile", "gone", "Video for dial-up modems or LAN (28.8 to 100 Kbps)"},
         {"Save Options/Video Dimension", "640 x 480", "640 x 480"},
-        {"Save Options/Video Dimension", "641 x 360", "641 x 360"}};
+        {"Save Options/Video Dimension", "641 x 360", "641 x 360"},
+        {"Save Options/Video Dimension", "3840 x 2160", "3840 x 2160"}};
     for (const auto& [key, value, expected] : cases) {
         EXPECT_EQ(readFrom(key, value), expected) << key << " " << value;
     }
