@@ -138,7 +138,9 @@ void load()
     form.tbSettings = std::string("GENERAL");
     forgetAnswers();
     fillLists();
+    const std::string folder = state::WorkingFolder; // a new project may have its own, which looking leaves to it
     ModuleSettings::LoadPreferences();
+    state::WorkingFolder = folder;
     answerChanges();
     cboVideoCompressorST_Click();
     OnCboVideoSettingClick();
@@ -159,10 +161,20 @@ void chooseColour(const char* handler, Shown<std::int32_t>& label)
             {{kCancelled, [] {}}});
 }
 
+/// Why new files cannot be kept there, for the person; empty when they can.
+std::string troubleWith(const std::string& folder)
+{
+    constexpr std::int32_t kLongestWaitMs = 5000; // for a disk that may have gone to sleep
+    if (!ports.machine->askVolume(folder + "/", kLongestWaitMs).hasAnswered) {
+        return "The folder \"" + folder + "\" does not answer.\r\nPlease choose another working folder.";
+    }
+    return disk::troubleWithFolder(folder);
+}
+
 /// Stored, and seen at once; false when the folder cannot be one, and the person knows.
 bool apply()
 {
-    if (const std::string trouble = disk::troubleWithFolder(form.txtPath.Text.get()); !trouble.empty()) {
+    if (const std::string trouble = troubleWith(form.txtPath.Text.get()); !trouble.empty()) {
         tellUser(trouble);
         form.tbSettings = std::string("GENERAL");
         if (form.txtPath.SetFocus) {

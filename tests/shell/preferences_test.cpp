@@ -31,7 +31,7 @@ protected:
 
 TEST_F(PreferencesTest, OnlyOkAndApplyStore)
 {
-    state::WorkingFolder = platform.folder;
+    state::WorkingFolder = "/of/the/project";
     platform.settings["Quillmont 1.1/Working DIR/Path"] = platform.folder;
     platform.settings["Quillmont 1.1/Save Options/FPS"] = "24";
     inDialogue([&] {
@@ -45,6 +45,7 @@ TEST_F(PreferencesTest, OnlyOkAndApplyStore)
         EXPECT_TRUE(dialogue.cmdApply.Enabled);
         frmPreferences::cmdCancel_Click();
     });
+    EXPECT_EQ(state::WorkingFolder, "/of/the/project");
     EXPECT_EQ(state::VideoBarFill, 0xFFFF80);
     EXPECT_FALSE(isOpen);
     inDialogue([&] {
@@ -82,12 +83,17 @@ TEST_F(PreferencesTest, AFolderThatCannotBeUsedIsSaid)
             frmPreferences::cmdOk_Click();
             EXPECT_TRUE(isOpen) << folder;
         }
+        dialogue.txtPath.Text = platform.folder;
+        platform.isVolumeSilent = true;
+        frmPreferences::cmdApply_Click();
+        EXPECT_TRUE(dialogue.cmdApply.Enabled) << "a disk that has gone is not touched";
+        platform.isVolumeSilent = false;
         platform.pickedFolders = {platform.folder + "/"};
         frmPreferences::cmdBrowse_Click();
         EXPECT_EQ(dialogue.txtPath.Text.get(), platform.folder);
         frmPreferences::cmdOk_Click();
     });
-    EXPECT_EQ(platform.messages.size(), 3u);
+    EXPECT_EQ(platform.messages.size(), 4u);
     EXPECT_EQ(state::WorkingFolder, platform.folder);
 }
 
