@@ -36,7 +36,7 @@ Dialogue::Dialogue() : SaveDialogue("frmAdvancedSaveOptions", QObject::tr("Advan
     tabs->setObjectName("tbs");
     tabs->addTab(makeAvi(), tr("AVI &Options"));
     tabs->addTab(makeWindowsMedia(), tr("&Windows Media Options"));
-    tabs->addTab(makeTexts(), tr("Descri&ption"));
+    tabs->addTab(makeTexts(), tr("Descriptio&n"));
     tabs->setCurrentIndex(form().tbs.get() == "AVI_OPTIONS" ? 0 : 1);
     connect(tabs, &QTabWidget::currentChanged, this, [](int place) {
         if (place < 2) {
@@ -93,7 +93,7 @@ QWidget* Dialogue::makeTexts()
     auto* const rows = new QFormLayout(page);
     rows->addRow(tr("&Title:"), textBox("txtTitle", {}, form().txtTitle));
     rows->addRow(tr("A&uthor:"), textBox("txtAuthor", {}, form().txtAuthor));
-    rows->addRow(tr("Ra&ting:"), textBox("txtRating", {}, form().txtRating));
+    rows->addRow(tr("&Rating:"), textBox("txtRating", {}, form().txtRating));
     rows->addRow(tr("Cop&yright:"), textBox("txtCopyright", {}, form().txtCopyright));
     rows->addRow(tr("D&escription:"), textBox("txtDescription", {}, form().txtDescription));
     return page;

@@ -23,11 +23,13 @@ QGridLayout* SaveDialogue::values(forms::CompressionValues& values, Ticks ticks)
          values.PFrameFrequency, 1}};
     auto* const grid = new QGridLayout;
     for (int place = 0; const Row& row : rows) {
+        // Ahead of its slider, as Tab goes.
+        QCheckBox* const box = ticks == kTicked ? checkBox(row.box, row.text, row.value.chk) : nullptr;
         QSlider* const slide = slider(row.slider, QString(row.text).remove('&'), row.value.sld);
         slide->setTickInterval(row.tickInterval);
         slide->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
-        if (ticks == kTicked) {
-            grid->addWidget(checkBox(row.box, row.text, row.value.chk), place, 0);
+        if (box != nullptr) {
+            grid->addWidget(box, place, 0);
         } else {
             auto* const label = new QLabel(row.text, this);
             label->setBuddy(slide);

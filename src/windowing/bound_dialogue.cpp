@@ -166,6 +166,8 @@ QBoxLayout* BoundDialogue::labelled(const QString& text, QWidget* widget, int st
 QBoxLayout* BoundDialogue::dimension(const char* listName, const QString& label, const QString& ownLabel,
                                      DimensionBoxes& state)
 {
+    auto* const column = new QVBoxLayout; // Tab goes as the widgets are made: the list first
+    column->addLayout(labelled(label, list(listName, {}, state.cboDimension)));
     auto* const own = new QGroupBox(ownLabel, this);
     own->setObjectName("fmeCustomPreview");
     auto* const into = new QLabel("x", own);
@@ -189,8 +191,6 @@ QBoxLayout* BoundDialogue::dimension(const char* listName, const QString& label,
     auto* const ownColumn = new QVBoxLayout(own);
     ownColumn->addLayout(row);
     ownColumn->addWidget(hint);
-    auto* const column = new QVBoxLayout;
-    column->addLayout(labelled(label, list(listName, {}, state.cboDimension)));
     column->addWidget(own);
     also([this, own, into, hint, &state] {
         own->setEnabled(state.fmeCustomPreviewEnabled);

@@ -76,6 +76,23 @@ protected:
         settle();
     }
     static std::string text(const char* label) { return part<QLabel>(label).text().toStdString(); }
+    /// Tab goes from control to control as one reads: to the right in a row, then down.
+    static void expectReadingOrder()
+    {
+        const QWidget* before = nullptr;
+        QRect last;
+        for (const QWidget* next = front()->nextInFocusChain(); next != front(); next = next->nextInFocusChain()) {
+            if (!next->isVisible() || (next->focusPolicy() & Qt::TabFocus) == 0 || next->focusProxy() != nullptr) {
+                continue;
+            }
+            const QRect place(next->mapTo(front(), QPoint()), next->size());
+            const bool isInRow = place.top() <= last.bottom() && last.top() <= place.bottom();
+            EXPECT_TRUE(before == nullptr || (isInRow ? place.left() > last.left() : place.top() > last.top()))
+                << before->objectName().toStdString() << " is ahead of " << next->objectName().toStdString();
+            before = next;
+            last = place;
+        }
+    }
     /// Saves to the end, in the window that follows.
     void save()
     {
@@ -152,15 +169,17 @@ TEST_F(SaveScreen, EscapeCancelsTheRunAndThenTheDialogue)
     EXPECT_TRUE(shell.opened.empty());
 }
 
-TEST_F(SaveScreen, EveryControlOfTheDialoguesHasAName)
+TEST_F(SaveScreen, EveryControlOfTheDialoguesHasANameAndItsPlace)
 {
     inDialogue([&] {
         EXPECT_GT(expectNames(*front()), 8);
+        expectReadingOrder();
         into("cmdAdvanced", [&] {
             for (int tab = 0; tab < 3; ++tab) {
                 part<QTabWidget>("tbs").setCurrentIndex(tab);
                 settle();
                 expectNames(*front());
+                expectReadingOrder();
             }
             part<QTabWidget>("tbs").setCurrentIndex(1);
             into("cmdProperties", [] {
@@ -175,6 +194,7 @@ TEST_F(SaveScreen, EveryControlOfTheDialoguesHasAName)
             part<QTabWidget>("tbSettings").setCurrentIndex(tab);
             settle();
             expectNames(*front());
+            expectReadingOrder();
         }
         press("cmdCancel");
     });
