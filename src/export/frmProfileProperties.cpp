@@ -89,6 +89,16 @@ void SetVideoAudioProperties(ITWProfiles& profiles)
     form.txtAudioFormat = moduleProfiles::inThousands(hertz) + " KHz" + (channels == 1 ? ", Mono" : ", Stereo");
 }
 
+/// Nothing of the profile that was shown last.
+void clear()
+{
+    for (auto* const text : {&form.txtProfileName, &form.txtDescription, &form.txtTotalStreams, &form.txtVideoDimension,
+                             &form.txtAudioFormat}) {
+        *text = std::string(kNothing);
+    }
+    form.lvwStreamDetails = std::vector<forms::StreamDetails>();
+}
+
 } // namespace
 
 void ShowModal(std::string_view profile)
@@ -112,12 +122,15 @@ void SetProfileDetails(std::int16_t systemIndex, std::string_view name, bool isS
 
 void Form_Load()
 {
-    form.tbs = std::string("GENERAL");
+    clear();
     Trapped(kModule, "Form_Load", [] {
         const auto profiles = EngineAs<ITWProfiles>();
         Bool16 ok = kFalse;
         check(form.bSystemProfileSet ? profiles->OpenSystemProfile(form.iSystemIndex, ok)
                                      : profiles->OpenProfile(form.sName, ok));
+        if (ok == kFalse) { // its file has gone since the list was made
+            return;
+        }
         SetGeneralProperties(*profiles);
         SetVideoAudioProperties(*profiles);
         check(profiles->CloseProfile());

@@ -12,7 +12,6 @@ namespace forms {
 using StreamDetails = std::array<std::string, 6>;
 
 struct FrmProfileProperties {
-    Shown<std::string> tbs{"GENERAL"}; // the tab in front, else "VIDEO" or "AUDIO"
     Shown<std::string> txtProfileName, txtDescription, txtTotalStreams;
     Shown<std::string> txtVideoDimension, txtAudioFormat;
     Shown<std::vector<StreamDetails>> lvwStreamDetails; // none: there is no tab "VIDEO"
