@@ -120,7 +120,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuToolsRepeatAudio", "Repeat A&udio", "Ctrl+F3", &m.mnuToolsRepeatAudio, mdiTarnwick::mnuToolsRepeatAudio_Click, &T::canRepeatAudio},
     {kEntry, "mnuToolsAddText", "Add Te&xt", "Ctrl+F5", &m.mnuToolsAddText, nullptr, &T::hasVideo},
     rule(),
-    {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions, mdiTarnwick::mnuToolsOptions_Click, nullptr, true},
+    {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions, mdiTarnwick::mnuToolsOptions_Click},
 
     {kTop, "mnuWindow", "&Window", "", &m.mnuWindow},
     {kCheck, "mnuViewMediaList", "&Media List", "", &m.mnuViewMediaList, mdiTarnwick::mnuViewMediaList_Click, nullptr, true},
