@@ -198,15 +198,20 @@ void resetControls()
 
 // --- Running -------------------------------------------------------------------------------------------------------
 
+void forgetEstimate()
+{
+    for (auto* const label : {&form.lblTimeLeft, &form.lblSpeed, &form.lblSize}) {
+        *label = std::string();
+    }
+}
+
 void end(const char* text)
 {
     form.cmdCancel = std::string(kDone);
     form.tmSave.Enabled = false;
     form.lblFramesSaved = std::string(text);
     form.lblComplete = std::string();
-    for (auto* const label : {&form.lblTimeLeft, &form.lblSpeed, &form.lblSize}) {
-        *label = std::string();
-    }
+    forgetEstimate();
     running->awake.reset();
 }
 
@@ -214,6 +219,8 @@ void end(const char* text)
 void tellFailure(const std::string& text)
 {
     form.lblFailure = text;
+    forgetEstimate(); // it will not come to that
+    running->awake.reset();
     note(text);
 }
 

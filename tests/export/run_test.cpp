@@ -167,12 +167,19 @@ TEST_F(RunTest, AWriterThatFailsIsToldAndNeverComplete)
     {
         constexpr rlim_t kRoom = 100'000;
         const testmedia::FullDisk full(kRoom);
+        engineCalls.answer = [&](const std::string&) -> std::optional<engine::Status> {
+            if (run.lblFailure.get().empty()) {
+                run.lblTimeLeft = std::string("0:01:05 left");
+            }
+            return std::nullopt;
+        };
         saveAs(
             "film.avi", [] {}, 200);
     }
     EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
     EXPECT_NE(run.lblFailure.get().find(path("film.avi")), std::string::npos) << run.lblFailure.get();
     EXPECT_EQ(window.sbr.Panel(1).get(), run.lblFailure.get());
+    EXPECT_EQ(run.lblTimeLeft.get(), "") << "nothing is left to come";
     EXPECT_TRUE(platform.messages.empty()) << lastMessage();
     EXPECT_NE(bytesOf(platform.folder + "/ErrLog.asr").find("Form_Load"), std::string::npos);
 }
