@@ -1,14 +1,19 @@
 // quillmont-screens-bench: how long the main window takes, painting included, in ms. Needs no display.
 //
 // Every line is the median and the worst of its rounds, from the event or the call to the next frame that is painted,
-// with 2,000 items on the tracks; the last one is the longest time in which no event was served while 100 small files
-// were being opened.
+// with 2,000 items on the tracks. The dialogues of a save: from the command until they are painted. The first line is
+// the longest time in which no event was served while 100 small files were being opened.
 
+#include "core/forms/frmExportTimeline.h"
 #include "core/forms/frmMediaList.h"
+#include "core/forms/frmProgressBar.h"
 #include "core/forms/frmTimeline.h"
 #include "core/upcalls.h"
+#include "export/frmExportTimeline.h"
+#include "export/frmProgressBar.h"
 #include "media/moduleTarnwick.h"
 #include "screens_program.h"
+#include "shell/file_commands.h"
 #include "timeline/moduleTimeline.h"
 
 #include <QApplication>
@@ -18,6 +23,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cstdio>
+#include <thread>
 
 namespace {
 
@@ -89,6 +95,59 @@ void measureOpening(const std::vector<std::string>& paths)
                 rows, all, longest, longest < 50 ? "yes" : "NO");
 }
 
+/// Runs the command, whose dialogue is painted, timed, worked in and closed.
+void openDialogue(void (*command)(), std::vector<double>& times, const std::function<void()>& deeds = {})
+{
+    const auto begin = Clock::now();
+    QTimer::singleShot(0, [&] {
+        QWidget* const dialogue = QApplication::activeModalWidget();
+        dialogue->grab();
+        times.push_back(millisecondsSince(begin));
+        if (deeds) {
+            deeds();
+        }
+        dialogue->close();
+    });
+    command();
+}
+
+void measureSave(const QString& movie)
+{
+    std::vector<double> save;
+    std::vector<double> advanced;
+    std::vector<double> preparing;
+    std::vector<double> ticks;
+    std::vector<double> cancelling;
+    auto pressed = Clock::now();
+    const auto options = [&] { openDialogue(frmExportTimeline::cmdAdvanced_Click, advanced); };
+    for (int round = 0; round < 20; ++round) {
+        openDialogue(mdiTarnwick::mnuFileExportTimeline_Click, save, options);
+    }
+    const auto window = std::exchange(frmProgressBar::showDialogue, [&] {
+        preparing.push_back(millisecondsSince(pressed));
+        for (int round = 0; round < 100; ++round) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            const auto begin = Clock::now();
+            forms::frmProgressBar.tmSave.tick();
+            ticks.push_back(millisecondsSince(begin));
+        }
+        const auto begin = Clock::now();
+        frmProgressBar::cmdCancel_Click();
+        cancelling.push_back(millisecondsSince(begin));
+    });
+    openDialogue(mdiTarnwick::mnuFileExportTimeline_Click, save, [&] {
+        forms::frmExportTimeline.txtSaveFileName.Text = movie.toStdString();
+        pressed = Clock::now();
+        frmExportTimeline::cmdOK_Click();
+    });
+    frmProgressBar::showDialogue = window;
+    print("opening Save Timeline", save, 300);
+    print("opening its advanced options", advanced, 300);
+    print("preparing the save of 100 files", preparing, 200);
+    print("a tick while a movie is saved", ticks, 2);
+    print("cancelling it", cancelling, 200);
+}
+
 } // namespace
 
 int main(int count, char** words)
@@ -110,5 +169,6 @@ int main(int count, char** words)
     fillTracks();
     measureTimeline(program);
     measureCommands(program);
+    measureSave(folder.filePath("film.avi"));
     std::fflush(stdout);
 }

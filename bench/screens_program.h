@@ -5,6 +5,7 @@
 #include "core/platform.h"
 #include "shell/mdiTarnwick_form.h"
 #include "windowing/ini_settings.h"
+#include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
 
@@ -46,6 +47,7 @@ private:
     QtFonts fonts_;
     IniSettings settings_;
     QtShell shell_;
+    QtMachine machine_;
     ShowPass pass_;
     std::unique_ptr<MainWindow> window_;
 };
