@@ -79,7 +79,10 @@ VolumeNews EditPlatform::askVolume(std::string_view path, std::int32_t)
 {
     std::error_code error;
     const fs::path file(path);
-    const fs::space_info space = fs::space(file.has_parent_path() ? file.parent_path() : ".", error);
+    fs::space_info space = fs::space(file, error);
+    if (error) {
+        space = fs::space(file.has_parent_path() ? file.parent_path() : ".", error);
+    }
     VolumeNews news;
     news.hasAnswered = true;
     if (!error) {

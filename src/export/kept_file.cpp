@@ -11,20 +11,31 @@
 
 namespace exporting {
 
+namespace {
+
+std::string keptAs(const std::string& aside)
+{
+    return "The old file of that name is kept as " + file_text::ExtractFileName(aside) + ".";
+}
+
+} // namespace
+
 void askForPlace(const std::string& path) { const disk::WholeFile asked(path); }
 
-KeptFile::KeptFile(const std::string& path) : path_(path)
+KeptFile::KeptFile(const std::string& path)
 {
-    std::error_code ignored;
-    if (std::filesystem::exists(path, ignored)) {
-        aside_ = disk::setAside(path);
+    // A link stays one: the movie is written where it leads, so the file there makes room.
+    std::error_code error;
+    path_ = std::filesystem::canonical(path, error).string();
+    if (!error) {
+        aside_ = disk::setAside(path_);
     }
 }
 
 KeptFile::~KeptFile()
 {
-    if (!aside_.empty()) {
-        disk::putBack(aside_, path_);
+    if (!aside_.empty() && !disk::putBack(aside_, path_)) {
+        media::say(keptAs(aside_));
     }
 }
 
@@ -32,9 +43,9 @@ void KeptFile::letGo()
 {
     const std::string aside = std::exchange(aside_, {});
     if (!aside.empty()) {
-        const std::string name = file_text::ExtractFileName(aside);
-        media::say(ports.machine->moveToTrash(aside) ? "The old file of that name is in the trash: " + name + "."
-                                                     : "The old file of that name is kept as " + name + ".");
+        const bool isInTrash = ports.machine->moveToTrash(aside);
+        media::say(isInTrash ? "The old file of that name is in the trash: " + file_text::ExtractFileName(aside) + "."
+                             : keptAs(aside));
     }
 }
 

@@ -11,7 +11,8 @@ namespace exporting {
 void askForPlace(const std::string& path);
 
 /// Nobody is to lose a file unasked: it is renamed beside itself while the object lives, and gets its name back with
-/// the object's end, unless `letGo` was called. Nothing happens where there is no file.
+/// the object's end, unless `letGo` was called. Of links the file that they lead to is meant. Nothing happens where
+/// there is no file.
 class KeptFile {
 public:
     /// Raises `disk::Refused`.
@@ -24,7 +25,7 @@ public:
     void letGo();
 
 private:
-    std::string path_;
+    std::string path_;  // without links
     std::string aside_; // empty: none
 };
 

@@ -35,7 +35,7 @@ VolumeNews newsOf(const std::string& path)
     VolumeNews news;
     news.hasAnswered = true;
     struct statvfs volume {};
-    if (::statvfs(fs::path(path).parent_path().c_str(), &volume) == 0) {
+    if (::statvfs(path.c_str(), &volume) == 0 || ::statvfs(fs::path(path).parent_path().c_str(), &volume) == 0) {
         news.freeBytes = static_cast<std::int64_t>(volume.f_bavail) * static_cast<std::int64_t>(volume.f_frsize);
     }
     std::error_code none;

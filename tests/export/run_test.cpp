@@ -10,6 +10,7 @@ namespace logic_test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 class RunTest : public ExportTest {
 protected:
@@ -251,6 +252,16 @@ TEST_F(RunTest, NothingIsOverwrittenUnasked)
     saveAs("film.avi");
     EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi");
     EXPECT_EQ(bytesOf(path("film (old 2).avi")), "old");
+
+    writeBytes(path("real.avi"), "old");
+    fs::create_symlink("real.avi", path("link.avi"));
+    saveAs("link.avi"); // a link stays one, and what it leads to is kept
+    EXPECT_TRUE(fs::is_symlink(path("link.avi")));
+    EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi link.avi real (old).avi real.avi");
+    EXPECT_EQ(bytesOf(path("real (old).avi")), "old");
+    for (const std::string& name : {"link.avi"s, "real.avi"s, "real (old).avi"s}) {
+        fs::remove(path(name));
+    }
 
     inDialogue([&] { // asked about, and unchanged since: also after a compressor that refuses
         platform.savedFiles = {path("film.avi")};
