@@ -35,6 +35,22 @@ int renameUnlessThere(const fs::path& from, const fs::path& to)
     return error.value();
 }
 
+/// "film (old).avi"; the stem gives way where that is longer than names may be, at a whole character of UTF-8.
+fs::path withMark(const fs::path& old, const std::string& mark)
+{
+    constexpr std::size_t kLongestName = 255;
+    const std::string end = mark + old.extension().string();
+    std::string stem = old.stem().string();
+    if (stem.size() + end.size() > kLongestName && end.size() < kLongestName) {
+        std::size_t length = kLongestName - end.size();
+        while (length > 0 && (static_cast<unsigned char>(stem[length]) & 0xC0) == 0x80) {
+            --length;
+        }
+        stem.resize(length);
+    }
+    return old.parent_path() / (stem + end);
+}
+
 } // namespace
 
 std::string setAside(const std::string& path)
@@ -42,7 +58,7 @@ std::string setAside(const std::string& path)
     const fs::path old(path);
     for (int number = 1;; ++number) {
         const std::string mark = number == 1 ? " (old)" : " (old " + std::to_string(number) + ")";
-        const fs::path aside = old.parent_path() / (old.stem().string() + mark + old.extension().string());
+        const fs::path aside = withMark(old, mark);
         const int error = renameUnlessThere(old, aside);
         if (error == 0) {
             return aside.string();

@@ -259,7 +259,12 @@ TEST_F(RunTest, NothingIsOverwrittenUnasked)
     EXPECT_TRUE(fs::is_symlink(path("link.avi")));
     EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi link.avi real (old).avi real.avi");
     EXPECT_EQ(bytesOf(path("real (old).avi")), "old");
-    for (const std::string& name : {"link.avi"s, "real.avi"s, "real (old).avi"s}) {
+    const std::string longest(251, 'x'); // as long as names may be
+    writeBytes(path(longest + ".avi"), "old");
+    saveAs(longest + ".avi");
+    const std::string kept = longest.substr(6) + " (old).avi";
+    EXPECT_EQ(bytesOf(path(kept)), "old");
+    for (const std::string& name : {longest + ".avi", kept, "link.avi"s, "real.avi"s, "real (old).avi"s}) {
         fs::remove(path(name));
     }
 
