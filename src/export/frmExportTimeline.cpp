@@ -172,6 +172,14 @@ std::string freeName()
     return name;
 }
 
+/// What is open in the program is no place for a movie: its media, and the project itself.
+bool isInUse(const std::string& path)
+{
+    std::error_code ignored;
+    return media::isListed(path) || path == state::ProjectFilePath
+           || fs::equivalent(path, state::ProjectFilePath, ignored);
+}
+
 void changeExtension(std::string_view extension)
 {
     form.txtSaveFileName.Text = file_text::ChangeExtension(form.txtSaveFileName.Text.get(), extension);
@@ -337,7 +345,7 @@ void cmdOK_Click()
         if (!frmProgressBar::DoesDiskAnswer(name)) {
             return;
         }
-        if (media::isListed(name)) {
+        if (isInUse(name)) {
             tellUser("Unable to save to file \"" + name
                      + "\" as it is being used by Quillmont. Please specify another filename.");
             return;

@@ -278,13 +278,16 @@ TEST_F(RunTest, NothingIsOverwrittenUnasked)
     EXPECT_EQ(outcome, "&Done Save Complete");
     EXPECT_EQ(files(), "film (old 2).avi film (old).avi film.avi");
 
-    inDialogue([&] { // a file that is open is no place for a movie
-        dialogue.txtSaveFileName.Text = media("h264.mp4");
-        save();
-    });
-    EXPECT_EQ(outcome, "");
-    EXPECT_EQ(lastMessage(), "Unable to save to file \"" + media("h264.mp4")
-                                 + "\" as it is being used by Quillmont. Please specify another filename.");
+    state::ProjectFilePath = path("film.qpj");
+    for (const std::string& name : {media("h264.mp4"), path("film.qpj")}) { // what is open is no place for a movie
+        inDialogue([&] {
+            dialogue.txtSaveFileName.Text = name;
+            save();
+        });
+        EXPECT_EQ(outcome, "");
+        EXPECT_EQ(lastMessage(), "Unable to save to file \"" + name
+                                     + "\" as it is being used by Quillmont. Please specify another filename.");
+    }
 }
 
 } // namespace
