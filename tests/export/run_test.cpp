@@ -189,6 +189,7 @@ TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
 {
     film();
     expectsErrors = true;
+    std::optional<testmedia::FullDisk> full;
     const std::string refused = "Error Saving Timeline. Please select a different ";
     const struct {
         const char* what;
@@ -208,6 +209,7 @@ TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
         {"start", "old.avi", [&] { engineCalls.failCall({"StartSave"}); }, ""},
         {"folder", "nowhere/film.avi", [] {}, ""},
         {"read-only", "readonly.avi", [] {}, ""},
+        {"full", "new.avi", [&] { full.emplace(100); }, ""},
         {"silent", "old.avi", // also where the path would be refused for its file
          [&] {
              platform.isVolumeSilent = true;
@@ -224,6 +226,7 @@ TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
         SCOPED_TRACE(what);
         platform.messages.clear();
         saveAs(name, ahead);
+        full.reset();
         platform.isVolumeSilent = false;
         EXPECT_EQ(outcome, "");
         EXPECT_TRUE(dialogue.SaveCancelled);

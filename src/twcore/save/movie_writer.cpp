@@ -122,7 +122,13 @@ bool MovieWriter::open(MovieFormat format, const std::string& path, const MovieS
         return fail(AVERROR_MUXER_NOT_FOUND);
     }
     describe(streams);
-    return openFile() && writeHeader();
+    if (openFile() && writeHeader()) {
+        return true;
+    }
+    if (isMade_ && writesTo(path_)) { // nobody is left with an empty file that they never had
+        ::unlink(path_.c_str());
+    }
+    return false;
 }
 
 void MovieWriter::describe(const MovieStreams& streams)
@@ -144,7 +150,12 @@ void MovieWriter::describe(const MovieStreams& streams)
 
 bool MovieWriter::openFile()
 {
-    descriptor_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    constexpr mode_t kUsualMode = 0666;
+    descriptor_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kUsualMode);
+    isMade_ = descriptor_ >= 0;
+    if (!isMade_ && errno == EEXIST) {
+        descriptor_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, kUsualMode);
+    }
     if (descriptor_ < 0) {
         diskError_ = errno;
         return fail(0);

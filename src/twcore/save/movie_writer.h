@@ -34,7 +34,7 @@ public:
     MovieWriter& operator=(const MovieWriter&) = delete;
 
     /// Begins a movie, with room in its header for descriptive fields. What stood at the path is truncated. False when
-    /// the file cannot be made or the format refuses a stream.
+    /// the file cannot be made or the format refuses a stream; then a file that was not there is gone again.
     bool open(MovieFormat format, const std::string& path, const MovieStreams& streams);
 
     /// Stamps in frames for the picture, in samples for the sound; Windows Media files take both in one order of time.
@@ -66,7 +66,8 @@ private:
     MovieFormat format_ = MovieFormat::kAvi;
     std::string path_;
     int descriptor_ = -1;
-    dev_t device_ = 0; // which file it is, from its opening on
+    bool isMade_ = false; // nothing stood there before
+    dev_t device_ = 0;    // which file it is, from its opening on
     ino_t inode_ = 0;
     int diskError_ = 0; // errno of the first refusal
     AVIOContext* bytes_ = nullptr;
