@@ -24,17 +24,21 @@ struct OpenDialogue {
     OpenDialogue& operator=(const OpenDialogue&) = delete;
 };
 
-/// Ticks as the window's timer does, until the save has come to an end of one kind or another.
-void watch()
+/// Ticks as the window's timer does, until the save has come to an end of one kind or another. Whether the movie is
+/// whole: the button is called the same after a full disk.
+bool watch()
 {
     while (run.tmSave.Enabled && run.lblFailure.get().empty()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(run.tmSave.Interval));
         run.tmSave.tick();
     }
+    const bool isWhole = run.lblFramesSaved.get() == "Save Complete";
     frmProgressBar::cmdCancel_Click();
+    return isWhole;
 }
 
-void pressSave(const std::string& path)
+/// Whether the movie was saved.
+bool pressSave(const std::string& path)
 {
     const std::string ending = std::filesystem::path(path).extension().string();
     if (ending == ".wmv" || ending == ".wma") {
@@ -44,12 +48,14 @@ void pressSave(const std::string& path)
     if (!forms::frmExportTimeline.cmdOK.Enabled) {
         throw WrongWords("there is nothing to save");
     }
-    frmProgressBar::showDialogue = [] {
+    bool isWhole = false; // a save that never begins
+    frmProgressBar::showDialogue = [&] {
         run.chkPreviewWhenDone.Value = std::int16_t{0};
-        watch();
+        isWhole = watch();
     };
-    forms::frmExportTimeline.SaveCancelled = true; // a save that never begins
     frmExportTimeline::cmdOK_Click();
+    frmProgressBar::showDialogue = nullptr;
+    return isWhole;
 }
 
 } // namespace
@@ -57,9 +63,9 @@ void pressSave(const std::string& path)
 void saveMovie(const std::string& path)
 {
     const OpenDialogue dialogue;
-    pressSave(std::filesystem::absolute(path).string());
-    if (forms::frmExportTimeline.SaveCancelled) {
-        throw std::runtime_error("no movie was saved: " + run.lblFailure.get());
+    if (!pressSave(std::filesystem::absolute(path).string())) {
+        const std::string cause = run.lblFailure.get(); // else a message has told it
+        throw std::runtime_error("no movie was saved" + (cause.empty() ? "" : ": " + cause));
     }
 }
 
