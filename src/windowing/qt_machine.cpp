@@ -65,7 +65,7 @@ VolumeNews QtMachine::askVolume(std::string_view path, std::int32_t longestMs)
     for (;;) {
         {
             std::unique_lock held(question->lock);
-            const auto wait = std::min(kMoment, duration_cast<milliseconds>(deadline - steady_clock::now()));
+            const auto wait = std::min(kMoment, ceil<milliseconds>(deadline - steady_clock::now()));
             question->answered.wait_for(held, wait, [&] { return question->news.hasAnswered; });
             if (question->news.hasAnswered) {
                 asked_.erase(std::string(path));
