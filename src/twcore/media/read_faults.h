@@ -6,17 +6,19 @@
 
 #include <atomic>
 #include <cstdint>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace twcore {
 
 struct ReadFault {
     std::string path;
-    int cause = 0; // errno
+    int cause = 0; // errno; 0: it has become shorter
 
     /// A failure code of the engine.
     std::uint32_t code() const;
@@ -32,6 +34,8 @@ public:
     void expect(const std::vector<std::string>& paths);
     /// A read, or an opening, that failed with this errno.
     void note(const std::string& path, int cause);
+    /// Notes one of the expected files that has become shorter since: what is gone of it was film and not damage.
+    void noteShorter();
 
     bool any() const noexcept { return any_; }
     std::optional<ReadFault> first() const;
@@ -41,6 +45,7 @@ private:
     mutable std::mutex mutex_; // guards what follows
     bool expects_ = false;
     std::set<std::string> missing_;
+    std::map<std::string, struct stat> present_;
     std::optional<ReadFault> first_;
 };
 

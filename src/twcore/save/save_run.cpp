@@ -121,6 +121,8 @@ SaveState SaveRun::run()
     try {
         faults_.expect(readPaths());
         writeMovie();
+        faults_.noteShorter();
+        checkReads();
         const bool closed = writer_.close();
         if (cancelled_) {
             return SaveState::kStopped;
