@@ -185,6 +185,25 @@ TEST_F(RunTest, AWriterThatFailsIsToldAndNeverComplete)
     EXPECT_NE(bytesOf(platform.folder + "/ErrLog.asr").find("Form_Load"), std::string::npos);
 }
 
+TEST_F(RunTest, AMovieThatIsGoneFromItsNameIsNeverComplete)
+{
+    film();
+    expectsErrors = true;
+    options.Title = "A day";
+    engineCalls.answer = [&](const std::string& operation) -> std::optional<engine::Status> {
+        if (operation.ends_with("StartSave")) { // another program's turn
+            fs::rename(path("film.avi"), path("moved.avi"));
+            fs::copy_file(media("mjpeg.avi"), path("film.avi"));
+        }
+        return std::nullopt;
+    };
+    saveAs(
+        "film.avi", [] {}, 200);
+    EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
+    EXPECT_NE(run.lblFailure.get().find("was moved, removed or replaced"), std::string::npos) << run.lblFailure.get();
+    EXPECT_EQ(bytesOf(path("film.avi")), bytesOf(media("mjpeg.avi"))) << "the texts are not for it";
+}
+
 TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
 {
     film();

@@ -127,12 +127,10 @@ SaveState SaveRun::run()
         if (cancelled_) {
             return SaveState::kStopped;
         }
-        if (closed && isWhole()) {
+        error_ = closed ? lack() : writer_.error();
+        if (error_.code == 0) {
             return SaveState::kComplete;
         }
-        error_ = closed ? WriteError{engine::kFailed.code(),
-                                     "\"" + order_.path + "\" is not whole: frames or samples are missing."}
-                        : writer_.error();
     } catch (const ReadFailed& failure) {
         writer_.close();
         error_ = {failure.code, failure.what()};
@@ -265,10 +263,18 @@ void SaveRun::checkReads() const
     }
 }
 
-bool SaveRun::isWhole() const
+/// What keeps a movie that was written to its end from being the one that was meant; code 0: nothing.
+WriteError SaveRun::lack() const
 {
     const bool pictures = !order_.picture || writer_.packetsWritten(true) == clock_.frameCount();
-    return pictures && (!order_.hasSound || soundEnd_ >= samplesMeant_);
+    if (!pictures || (order_.hasSound && soundEnd_ < samplesMeant_)) {
+        return {engine::kFailed.code(), "\"" + order_.path + "\" is not whole: frames or samples are missing."};
+    }
+    if (!writer_.writesTo(order_.path)) {
+        return {engine::kFailed.code(),
+                "\"" + order_.path + "\" was moved, removed or replaced while it was saved. Save it again."};
+    }
+    return {};
 }
 
 } // namespace twcore

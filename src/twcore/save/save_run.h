@@ -73,7 +73,7 @@ private:
     void writeSoundBefore(std::int64_t sample);
     void putPicture(const AVPacket& packet);
     void finishPictures();
-    bool isWhole() const;
+    WriteError lack() const;
     std::vector<std::string> readPaths() const;
     void checkReads() const;
 
