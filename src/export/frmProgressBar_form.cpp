@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace frmProgressBar {
 
@@ -54,7 +55,12 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     column->addLayout(estimate);
     QLabel* const failure = said("lblFailure", form().lblFailure);
     failure->setWordWrap(true);
-    also([failure] { failure->setVisible(!form().lblFailure.get().empty()); });
+    also([this, failure] {
+        failure->setVisible(!form().lblFailure.get().empty());
+        if (layout()->hasHeightForWidth()) { // the window does not grow by itself with a text of many lines
+            resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+        }
+    });
     column->addWidget(failure);
     auto* const row = new QHBoxLayout;
     row->addWidget(checkBox("chkPreviewWhenDone", tr("&Preview when done"), form().chkPreviewWhenDone));
