@@ -8,7 +8,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingReply>
 #include <QDBusUnixFileDescriptor>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -80,7 +82,23 @@ VolumeNews QtMachine::askVolume(std::string_view path, std::int32_t longestMs)
     }
 }
 
-bool QtMachine::moveToTrash(std::string_view path) { return QFile::moveToTrash(fromProgram(path)); }
+bool QtMachine::moveToTrash(std::string_view path)
+{
+    QString there;
+    const QString here = fromProgram(path);
+    if (!QFile::moveToTrash(here, &there)) {
+        return false;
+    }
+    const QFileInfo trashed(there);
+    if (there.isEmpty() || trashed.isAbsolute() || !QFile::rename(there, here)) {
+        return true;
+    }
+    // Where the person's trash cannot be made, the toolkit makes one of the folder that the program stands in.
+    QFile::remove("info/" + trashed.fileName() + ".trashinfo");
+    QDir().rmdir("info");
+    QDir().rmdir("files");
+    return false;
+}
 
 std::shared_ptr<void> QtMachine::keepAwake(std::string_view why)
 {
