@@ -91,8 +91,15 @@ public:
         }
         struct stat facts {};
         const bool isMade = file_.get() >= 0;
-        path_ = isMade ? path_ : std::string();
-        orThrow(isMade && ::stat(target_.c_str(), &facts) == 0 && ::fchmod(file_.get(), facts.st_mode & 07777) == 0);
+        if (isMade && ::stat(target_.c_str(), &facts) == 0 && ::fchmod(file_.get(), facts.st_mode & 07777) == 0) {
+            return;
+        }
+        const int error = errno;
+        if (isMade) {
+            ::unlink(path_.c_str());
+        }
+        errno = error;
+        orThrow(false);
     }
     ~Sibling()
     {
