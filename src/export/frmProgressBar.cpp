@@ -281,6 +281,7 @@ std::int32_t stateOfSave()
         check(EngineAs<ITWSave>()->GetSaveState(now));
     } catch (const engine::RuntimeError& error) {
         tellFailure(error.what());
+        running->awake.reset(); // the window may stand all night
         now = engine::save_state::kFailed;
     }
     return now;
