@@ -7,9 +7,9 @@
 #include "windowing/text.h"
 
 #include <QHBoxLayout>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace frmProgressBar {
 
@@ -22,6 +22,7 @@ public:
     Dialogue();
 
 private:
+    QPlainTextEdit* makeFailure();
     QLabel* line(const char* name, const Shown<std::string>& state);
 };
 
@@ -37,7 +38,9 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     bar->setObjectName("pbr");
     bar->setAccessibleName(tr("Progress"));
     bar->setTextVisible(false);
-    bar->setMinimumWidth(fontMetrics().averageCharWidth() * 56);
+    // The longest that the line below says: a window that grows with it would jump about.
+    bar->setMinimumWidth(fontMetrics().horizontalAdvance(
+        tr("00:00:00 left     1000 times as fast as it plays     about 1000 MB in the end")));
     also([bar, saving] {
         bar->setRange(form().pbr.Min(), form().pbr.Max());
         bar->setValue(form().pbr.Value());
@@ -53,15 +56,7 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     estimate->addWidget(line("lblSpeed", form().lblSpeed), 1);
     estimate->addWidget(line("lblSize", form().lblSize));
     column->addLayout(estimate);
-    QLabel* const failure = said("lblFailure", form().lblFailure);
-    failure->setWordWrap(true);
-    also([this, failure] {
-        failure->setVisible(!form().lblFailure.get().empty());
-        if (layout()->hasHeightForWidth()) { // the window does not grow by itself with a text of many lines
-            resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
-        }
-    });
-    column->addWidget(failure);
+    column->addWidget(makeFailure());
     auto* const row = new QHBoxLayout;
     row->addWidget(checkBox("chkPreviewWhenDone", tr("&Preview when done"), form().chkPreviewWhenDone));
     row->addStretch();
@@ -73,6 +68,30 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     cancel->setFocus();
     driveTimer(this, form().tmSave);
     start();
+}
+
+/// Why the save fails, with paths of any length: all of it can be read, wherever it has to be broken.
+QPlainTextEdit* Dialogue::makeFailure()
+{
+    constexpr int kLines = 5;
+    auto* const failure = new QPlainTextEdit(this);
+    failure->setObjectName("lblFailure");
+    failure->setAccessibleName(tr("Failure"));
+    failure->setReadOnly(true);
+    failure->setTabChangesFocus(true);
+    failure->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    failure->setFrameShape(QFrame::NoFrame);
+    failure->viewport()->setAutoFillBackground(false);
+    failure->document()->setDocumentMargin(0);
+    failure->setFixedHeight(fontMetrics().lineSpacing() * kLines);
+    also([failure] {
+        const QString text = fromProgram(form().lblFailure.get());
+        if (failure->toPlainText() != text) { // else what is selected stays so
+            failure->setPlainText(text);
+        }
+        failure->setVisible(!text.isEmpty());
+    });
+    return failure;
 }
 
 /// A label that keeps its height while it has nothing to say.

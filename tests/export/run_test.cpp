@@ -183,6 +183,17 @@ TEST_F(RunTest, AWriterThatFailsIsToldAndNeverComplete)
     EXPECT_EQ(run.lblTimeLeft.get(), "") << "nothing is left to come";
     EXPECT_TRUE(platform.messages.empty()) << lastMessage();
     EXPECT_NE(bytesOf(platform.folder + "/ErrLog.asr").find("Form_Load"), std::string::npos);
+
+    inDialogue([&] {
+        frmProgressBar::showDialogue = [&] {
+            run.lblTimeLeft = run.lblSize = std::string("as it looked so far");
+            engineCalls.failCall({"GetSaveState"});
+            run.tmSave.tick();
+            EXPECT_EQ(run.lblTimeLeft.get() + run.lblSize.get(), "") << "there is nothing to expect any more";
+            frmProgressBar::cmdCancel_Click();
+        };
+        frmExportTimeline::cmdOK_Click();
+    });
 }
 
 TEST_F(RunTest, AMovieThatIsGoneFromItsNameIsNeverComplete)

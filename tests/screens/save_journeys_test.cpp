@@ -2,6 +2,7 @@
 
 #include "screens/screen_harness.h"
 
+#include "core/forms/frmProgressBar.h"
 #include "support/movie_reader.h"
 
 #include <QCheckBox>
@@ -9,11 +10,15 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTreeWidget>
+#include <set>
 
 namespace screens_test {
 namespace {
@@ -153,6 +158,30 @@ TEST_F(SaveScreen, AWindowsMediaFileOfOneTrack)
     const auto movie = testmedia::readMovie(path("film.wmv"));
     EXPECT_TRUE(movie.format == "asf" && movie.soundCodec.empty() && !movie.frames.empty());
     EXPECT_TRUE(shell.opened.empty());
+}
+
+TEST_F(SaveScreen, WhyItFailsCanBeReadToItsEnd)
+{
+    const std::string name(150, 'x'); // no blank to break it at
+    inDialogue([&] {
+        type("txtSaveFileName", path(name));
+        into("cmdOK", [&] {
+            const QSize before = front()->size();
+            forms::FrmProgressBar& run = forms::frmProgressBar;
+            run.tmSave.Enabled = false;
+            run.lblTimeLeft = std::string("10:59:59 left");
+            run.lblSpeed = std::string("100 times as fast as it plays");
+            run.lblSize = std::string("about 100 MB in the end");
+            settle();
+            EXPECT_EQ(front()->size(), before) << "the window jumps as the labels fill";
+            run.lblFailure = "Cannot write \"" + path(name) + "\". Choose another disk.";
+            settle();
+            auto& failure = part<QPlainTextEdit>("lblFailure");
+            EXPECT_TRUE(failure.isVisible() && front()->rect().contains(failure.geometry()));
+            EXPECT_EQ(failure.verticalScrollBar()->maximum(), 0);
+            QTest::keyClick(front(), Qt::Key_Escape);
+        });
+    });
 }
 
 TEST_F(SaveScreen, EscapeCancelsTheRunAndThenTheDialogue)
