@@ -61,7 +61,7 @@ QWidget* Dialogue::makeAvi()
     column->addLayout(compressors);
     column->addLayout(values(form().Values, kTicked));
     column->addLayout(
-        dimension("cboVideoDimension", tr("Video &dimension"), tr("Custom Video Di&mension"), form().VideoDimension));
+        dimension("cboVideoDimension", tr("Video &dimension:"), tr("Custom Video Di&mension"), form().VideoDimension));
     column->addStretch();
     return page;
 }
@@ -93,7 +93,7 @@ QWidget* Dialogue::makeTexts()
     auto* const rows = new QFormLayout(page);
     rows->addRow(tr("&Title:"), textBox("txtTitle", {}, form().txtTitle));
     rows->addRow(tr("A&uthor:"), textBox("txtAuthor", {}, form().txtAuthor));
-    rows->addRow(tr("&Rating:"), textBox("txtRating", {}, form().txtRating));
+    rows->addRow(tr("Rat&ing:"), textBox("txtRating", {}, form().txtRating));
     rows->addRow(tr("Cop&yright:"), textBox("txtCopyright", {}, form().txtCopyright));
     rows->addRow(tr("D&escription:"), textBox("txtDescription", {}, form().txtDescription));
     return page;

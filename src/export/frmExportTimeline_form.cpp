@@ -121,7 +121,7 @@ QBoxLayout* Dialogue::makeFile()
 {
     QLineEdit* const name = textBox("txtSaveFileName", {}, form().txtSaveFileName);
     name->setMinimumWidth(fontMetrics().averageCharWidth() * 44);
-    QBoxLayout* const row = labelled(tr("&File name"), name);
+    QBoxLayout* const row = labelled(tr("&File name:"), name);
     row->addWidget(button("cmdBrowse", tr("&Browse..."), cmdBrowse_Click));
     return row;
 }

@@ -12,6 +12,7 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace frmProfileProperties {
 
@@ -93,7 +94,13 @@ QWidget* Dialogue::makeVideo()
         }
         table->addTopLevelItem(new QTreeWidgetItem(texts));
     }
-    table->header()->resizeSections(QHeaderView::ResizeToContents);
+    QHeaderView& header = *table->header();
+    header.setStretchLastSection(false);
+    header.resizeSections(QHeaderView::ResizeToContents);
+    constexpr int kMostCharacters = 110; // a stream may have a long name
+    table->setMinimumWidth(
+        std::min(header.length() + table->frameWidth() * 2, fontMetrics().averageCharWidth() * kMostCharacters));
+    header.setStretchLastSection(true);
     rows->addWidget(table);
     return page;
 }

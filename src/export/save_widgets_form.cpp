@@ -33,6 +33,7 @@ QGridLayout* SaveDialogue::values(forms::CompressionValues& values, Ticks ticks)
         } else {
             auto* const label = new QLabel(row.text, this);
             label->setBuddy(slide);
+            also([label, &value = row.value] { label->setEnabled(value.lblEnabled); });
             grid->addWidget(label, place, 0);
         }
         grid->addWidget(slide, place, 1);

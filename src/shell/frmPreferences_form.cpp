@@ -78,7 +78,7 @@ Dialogue::Dialogue() : SaveDialogue("frmPreferences", QObject::tr("Options"), cm
     auto* const tabs = new QTabWidget(this);
     tabs->setObjectName("tbSettings");
     tabs->addTab(makeGeneral(), tr("&General"));
-    tabs->addTab(makeAvi(), tr("AVI Save &Options"));
+    tabs->addTab(makeAvi(), tr("AVI &Save Options"));
     tabs->addTab(makeWindowsMedia(), tr("&Windows Media Format Save Options"));
     connect(tabs, &QTabWidget::currentChanged, this, [this](int place) {
         if (!isShowing()) {
