@@ -56,6 +56,9 @@ QWidget* SaveDialogue::profile(const char* listName, const char* boxName, forms:
     stack->addWidget(all);
     stack->addWidget(chosen);
     stack->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    also([stack, &choice] { stack->setCurrentIndex(choice.txtProfileVisible ? 1 : 0); });
+    also([stack, &choice] {
+        stack->setCurrentIndex(choice.txtProfileVisible ? 1 : 0);
+        stack->setFocusProxy(stack->currentWidget()); // where its label's key leads
+    });
     return stack;
 }

@@ -77,6 +77,7 @@ QComboBox* BoundDialogue::list(const char* name, const QString& accessibleName, 
     box->setObjectName(name);
     box->setAccessibleName(accessibleName);
     box->setMaxVisibleItems(20);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToContents); // also one that is shown late: the window keeps its width
     connect(box, &QComboBox::currentIndexChanged, this, [this, &state](int place) {
         if (!isShowing_) {
             state.ListIndex = place;

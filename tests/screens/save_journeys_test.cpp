@@ -114,6 +114,11 @@ protected:
             for (int tab = 0; tabs != nullptr && tab < tabs->count(); ++tab) {
                 note(tabs->tabText(tab));
             }
+            const auto* const label = qobject_cast<const QLabel*>(part);
+            if (const QWidget* to = label != nullptr ? label->buddy() : nullptr; to != nullptr) {
+                to = to->focusProxy() != nullptr ? to->focusProxy() : to;
+                EXPECT_NE(to->focusPolicy(), Qt::NoFocus) << label->text().toStdString() << " leads nowhere";
+            }
             if (part->isVisible() && tabs == nullptr) {
                 note(part->property("text").toString());
                 note(part->property("title").toString());
