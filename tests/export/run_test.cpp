@@ -2,6 +2,9 @@
 
 #include "export/export_harness.h"
 
+#include "engine/ITWSave.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
 #include "support/movie_reader.h"
 
 #include <sys/stat.h>
@@ -269,6 +272,12 @@ TEST_F(RunTest, ASaveThatCannotBeginLeavesTheOldFile)
     }
     EXPECT_TRUE(platform.trashed.empty());
     EXPECT_EQ(files(), before);
+
+    saveAs("odd.avi", [&] { // as a size of one's own gets by the lock
+        engine::check(engine::EngineAs<engine::ITWSave>()->SetVideoSize(101, 76));
+        engine::check(engine::EngineAs<engine::ITWSave>()->SetVideoCompressor("H.264"));
+    });
+    EXPECT_TRUE(window.sbr.Panel(1).get().ends_with("Try an even width and height.")) << window.sbr.Panel(1).get();
 }
 
 TEST_F(RunTest, NothingIsOverwrittenUnasked)

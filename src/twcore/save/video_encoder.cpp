@@ -267,6 +267,9 @@ std::unique_ptr<VideoEncoder> openLibraryEncoder(const VideoEncoding& encoding, 
     if (const int error = avcodec_open2(context.get(), codec, nullptr); error < 0) {
         why = std::string(compressor.name) + " cannot encode pictures of " + std::to_string(encoding.size.width) + " x "
               + std::to_string(encoding.size.height) + ": " + ffText(error) + ".";
+        if ((encoding.size.width | encoding.size.height) % 2 != 0) { // the encoder itself only says "external"
+            why += " Try an even width and height.";
+        }
         return nullptr;
     }
     return std::make_unique<LibraryEncoder>(compressor.name, std::move(context));
