@@ -1,7 +1,9 @@
 // quillmont: the editor.
 
 #include "core/start_up.h"
+#include "core/upcalls.h"
 #include "engine/engine_access.h"
+#include "engine/runtime_error.h"
 #include "journal/journal.h"
 #include "journal/leftover.h"
 #include "journal/offer_form.h"
@@ -74,6 +76,14 @@ bool isAnswered(int count, char** words)
     return true;
 }
 
+/// In the status bar and in the log: the desktop itself may have shown nothing.
+void sayThatNoneOpens(const std::string& path)
+{
+    const std::string text = "There is no program that opens " + path + ".";
+    media::say(text);
+    ReportError("quillmont", "openWithDesktop*", engine::RuntimeError(engine::error_number::kInvalidCall, text));
+}
+
 /// Keeps the journal from here on, and offers what a killed run has left. path: of the command line, which is not
 /// opened then; empty: none. True when the program holds work that was brought back.
 bool offerWork(std::unique_ptr<TurnEnd>& turns, const std::string& path)
@@ -114,6 +124,8 @@ int main(int count, char** words)
     ShowPass pass;
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();
+
+    shell.openFailedLater = sayThatNoneOpens;
 
     const std::string project = projectOfCommandLine(count, words);
     const auto lock = instanceLock();

@@ -11,15 +11,18 @@
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMessageBox>
+#include <QProcess>
 #include <QStandardPaths>
 #include <QSysInfo>
 #include <QUrl>
+#include <unistd.h>
 
 namespace {
 
@@ -87,6 +90,30 @@ DateTime fromToolkit(const QDateTime& moment)
     const QDate date = moment.date();
     const QTime time = moment.time();
     return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+/// True when it runs. What it then says comes late: at some desktops only with the end of the program it has found.
+bool startOpener(const QString& opener, const QUrl& url, std::function<void()> failedLater)
+{
+    constexpr qint64 kSoonMs = 5000;    // from then on it is how that program ended
+    auto* const process = new QProcess; // nobody's, as its end would be that of what it has started
+    process->setProcessChannelMode(QProcess::ForwardedChannels);
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setChildProcessModifier([] { ::setsid(); }); // Ctrl+C at a terminal is for this program alone
+    QElapsedTimer since;
+    since.start();
+    QObject::connect(process, &QProcess::finished, [process, since, failed = std::move(failedLater)](int code) {
+        if (code != 0 && since.elapsed() < kSoonMs) {
+            failed();
+        }
+        process->deleteLater();
+    });
+    process->start(opener, {QString::fromLatin1(url.toEncoded())});
+    if (process->waitForStarted()) {
+        return true;
+    }
+    delete process;
+    return false;
 }
 
 QFileInfo existing(std::string_view path)
@@ -198,7 +225,15 @@ double QtFonts::textHeight() { return QFontMetricsF(trackFont()).height(); }
 bool QtShell::openWithDesktop(std::string_view path)
 {
     const bool isPage = path.starts_with("https://") || path.starts_with("http://");
-    return QDesktopServices::openUrl(isPage ? QUrl(fromProgram(path)) : QUrl::fromLocalFile(fromProgram(path)));
+    const QUrl url = isPage ? QUrl(fromProgram(path)) : QUrl::fromLocalFile(fromProgram(path));
+    // The toolkit asks the same opener, but does not listen to its answer.
+    const QString opener = QStandardPaths::findExecutable("xdg-open");
+    return opener.isEmpty() ? QDesktopServices::openUrl(url)
+                            : startOpener(opener, url, [this, name = std::string(path)] {
+                                  if (openFailedLater) {
+                                      openFailedLater(name);
+                                  }
+                              });
 }
 
 std::string QtShell::temporaryFolder() { return toProgram(QDir::tempPath()) + "/"; }

@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
+#include <string>
 
 /// The window that boxes and dialogues belong to; may be none.
 QWidget* dialogOwner();
@@ -52,6 +54,10 @@ private:
 
 class QtShell final : public Shell {
 public:
+    /// Runs where the desktop finds out only after `openWithDesktop` has come back that there is no program. Set it at
+    /// the start of the program.
+    std::function<void(const std::string& path)> openFailedLater;
+
     bool openWithDesktop(std::string_view path) override;
     std::string temporaryFolder() override;
     std::string programFolder() override;

@@ -3,6 +3,7 @@
 #include "screens/screen_harness.h"
 
 #include "core/forms/frmProgressBar.h"
+#include "support/files.h"
 #include "support/movie_reader.h"
 
 #include <QCheckBox>
@@ -18,6 +19,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
+#include <filesystem>
 #include <set>
 
 namespace screens_test {
@@ -210,6 +212,21 @@ TEST_F(SaveScreen, WhyItFailsCanBeReadToItsEnd)
             QTest::keyClick(front(), Qt::Key_Escape);
         });
     });
+}
+
+TEST_F(SaveScreen, AnOpenerThatFindsNoProgramIsHeard)
+{
+    const std::string opener = path("xdg-open");
+    testmedia::writeBytes(opener, "#!/bin/sh\n[ \"$1\" = file:///film.avi ]\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(path("")) + ":" + before);
+    std::string said;
+    QtShell desktop;
+    desktop.openFailedLater = [&](const std::string& name) { said += name; };
+    EXPECT_TRUE(desktop.openWithDesktop("/film.avi") && desktop.openWithDesktop("/other.avi"));
+    qputenv("PATH", before);
+    EXPECT_TRUE(until([&] { return said == "/other.avi"; })) << said;
 }
 
 TEST_F(SaveScreen, EscapeCancelsTheRunAndThenTheDialogue)
