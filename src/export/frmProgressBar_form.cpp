@@ -61,8 +61,10 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     row->addWidget(checkBox("chkPreviewWhenDone", tr("&Preview when done"), form().chkPreviewWhenDone));
     row->addStretch();
     QPushButton* const cancel = button("cmdCancel", {}, cmdCancel_Click);
-    cancel->setDefault(true);
-    also([cancel] { cancel->setText(fromProgram(form().cmdCancel.get())); });
+    also([cancel] {
+        cancel->setText(fromProgram(form().cmdCancel.get()));
+        cancel->setDefault(!form().tmSave.Enabled); // the Enter that began a save, held too long, is no cancel
+    });
     row->addWidget(cancel);
     column->addLayout(row);
     cancel->setFocus();
