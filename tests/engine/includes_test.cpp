@@ -116,8 +116,8 @@ const std::vector<Floor> kFloors = {
     {"project", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"journal", {"items", "timeline", "history", "preview", "editing", "media", "settings", "project", "disk"}},
     {"shell",
-     {"items", "timeline", "history", "preview", "editing", "hand", "media", "report", "settings", "project",
-      "journal", "export", "disk"}},
+     {"items", "timeline", "history", "preview", "editing", "hand", "media", "report", "settings", "project", "journal",
+      "export", "disk"}},
 };
 
 TEST(Includes, RoomsStandOnTheirFloors)

@@ -44,8 +44,8 @@ public:
     bool isVolumeSilent = false;
     std::optional<std::int64_t> freeBytes = std::int64_t{1} << 40;
     bool hasTrash = true;
-    std::vector<std::string> trashed; // or meant to be; names without folders
-    std::weak_ptr<void> awake;        // what keeps the machine so
+    std::vector<std::string> trashed;      // or meant to be; names without folders
+    std::weak_ptr<void> awake;             // what keeps the machine so
     std::deque<std::string> pickedFolders; // for the folder picker; cancelled when there is none left
     std::function<void()> whileEventsRun;  // called by letRun
     int eventsRun = 0;
