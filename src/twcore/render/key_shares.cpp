@@ -11,8 +11,7 @@ namespace twcore {
 namespace {
 
 constexpr int kTolerance = 20; // of the 255 steps of a part of the colour
-constexpr int kAround = 2;     // pixels to either side
-constexpr int kLines = 2 * kAround + 1;
+constexpr int kLines = 2 * KeyShares::kAround + 1;
 constexpr int kOpaquePart = 240; // of 256: nearly the farthest colour is the farthest colour
 constexpr int kBlock = 32;       // pixels that are judged at once
 
@@ -118,6 +117,17 @@ void KeyShares::find()
         shareLine(y);
     }
     firstRun_.push_back(runs_.size());
+}
+
+bool KeyShares::isNearKey(int x, int y)
+{
+    for (int row = std::max(y - kAround, 0); row <= std::min(y + kAround, height_ - 1); ++row) {
+        const auto* const line = distances(row) + x; // with its margin
+        if (std::any_of(line - kAround, line + kAround + 1, [](int far) { return far <= kTolerance; })) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void KeyShares::spreadLine(int y)

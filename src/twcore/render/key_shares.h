@@ -38,6 +38,15 @@ public:
     /// From the distances.
     void find();
 
+    /// Whether the key is within reach: what has none around it is opaque, or clear, and no mixture.
+    bool isNearKey(int x, int y);
+    /// For what turns out to be no mixture.
+    void makeOpaque(int x, int y)
+    {
+        share_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x)] = 255;
+    }
+    static constexpr int kAround = 2; // pixels to either side that a mixture reaches
+
     /// 0 clear to 255 opaque.
     const std::uint8_t* line(int y) const { return share_.data() + std::ptrdiff_t{y} * width_; }
     /// What is not clear in a line, from left to right.

@@ -85,6 +85,43 @@ void OverlayKey::findShares(const Planes& overlay, const KeyRgb& key)
         distances(overlay.line(0, y), overlay.line(1, y), overlay.line(2, y), key, shares_.distances(y), overlay.width);
     }
     shares_.find();
+    keepFlatColours(overlay);
+}
+
+/// A pixel at the key's edge that goes on inside in the same colour is no mixture, however far from the key its other
+/// neighbours are: the ground of a title stays whole beside brighter letters.
+void OverlayKey::keepFlatColours(const Planes& overlay)
+{
+    constexpr int kAlike = 2; // of the 255 steps of a part of the colour
+    constexpr int kAround = KeyShares::kAround;
+    const auto goesOnInside = [&](int x, int y) {
+        const auto isAlike = [&](int otherX, int otherY) {
+            for (int plane = 0; plane < 3; ++plane) {
+                if (std::abs(overlay.line(plane, y)[x] - overlay.line(plane, otherY)[otherX]) > kAlike) {
+                    return false;
+                }
+            }
+            return true;
+        };
+        for (int row = std::max(y - kAround, 0); row <= std::min(y + kAround, overlay.height - 1); ++row) {
+            for (int column = std::max(x - kAround, 0); column <= std::min(x + kAround, overlay.width - 1); ++column) {
+                if (isAlike(column, row) && !shares_.isNearKey(column, row)) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    for (int y = 0; y < overlay.height; ++y) {
+        for (const KeyShares::Run& run : shares_.runs(y)) {
+            for (int x = run.first; run.kind == KeyShares::Kind::kMixed && x < run.last; ++x) {
+                const int share = shares_.line(y)[x];
+                if (share > 0 && share < 255 && goesOnInside(x, y)) {
+                    shares_.makeOpaque(x, y);
+                }
+            }
+        }
+    }
 }
 
 OverlayKey::Span OverlayKey::spanOf(int y) const

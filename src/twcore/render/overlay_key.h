@@ -28,6 +28,7 @@ public:
 
 private:
     void findShares(const Planes& overlay, const KeyRgb& key);
+    void keepFlatColours(const Planes& overlay);
     void unmix(const Planes& overlay, const KeyRgb& key);
     void takePlanes(const Planes& overlay);
     void takeLuma(const Planes& overlay, const Colour& colour);
