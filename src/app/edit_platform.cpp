@@ -32,7 +32,8 @@ std::string taken(std::string& answer)
 } // namespace
 
 EditPlatform::EditPlatform(std::ostream& told, std::string folder)
-    : told_(told), folder_(std::move(folder)), before_(std::exchange(ports, {this, this, this, this, this, this, this}))
+    : told_(told), folder_(std::move(folder)),
+      before_(std::exchange(ports, {this, this, this, this, this, this, this, &letters_}))
 {}
 
 EditPlatform::~EditPlatform() { ports = before_; }

@@ -5,6 +5,7 @@
 //
 // Interface thread only, as the ports.
 
+#include "core/block_letters.h"
 #include "core/platform.h"
 
 #include <iosfwd>
@@ -40,6 +41,7 @@ public:
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view, std::string_view) override { return {}; }
     std::int32_t chooseColour(std::int32_t present) override { return present; }
+    void chooseFont(TextFont&, std::int32_t&) override {}
     void letRun() override {}
     VolumeNews askVolume(std::string_view path, std::int32_t longestMs) override;
     bool moveToTrash(std::string_view) override { return false; }
@@ -70,6 +72,7 @@ private:
     std::string folder_;
     std::string stateFolder_ = folder_;
     std::map<std::string, std::string> settings_; // "application/section/key"
+    BlockLetters letters_;
     Ports before_;
 };
 

@@ -19,6 +19,7 @@
 #include "windowing/desktop_class_root.h"
 #include "windowing/icons.h"
 #include "windowing/ini_settings.h"
+#include "windowing/qt_lettering.h"
 #include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
@@ -119,8 +120,9 @@ int main(int count, char** words)
     IniSettings settings;
     QtShell shell;
     QtMachine machine;
+    QtLettering lettering;
     DesktopClassRoot classRoot(desktopPlaces());
-    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &machine, &classRoot};
+    ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &machine, &lettering, &classRoot};
     ShowPass pass;
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();

@@ -5,6 +5,8 @@
 //
 // All of it is called from the interface thread. Texts and paths are UTF-8. A port raises no error but those told here.
 
+#include "core/lettering.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -62,6 +64,8 @@ public:
     virtual std::string pickFolder(std::string_view title, std::string_view folder) = 0;
     /// A colour, red in its low byte. present: the one that it begins with. Raises error 32755 when it is cancelled.
     virtual std::int32_t chooseColour(std::int32_t present) = 0;
+    /// A font and its colour, changed in place; errors as above.
+    virtual void chooseFont(TextFont& font, std::int32_t& colour) = 0;
 };
 
 class Events {
@@ -173,6 +177,7 @@ struct Ports {
     SettingsStore* settings = nullptr;
     Shell* shell = nullptr;
     Machine* machine = nullptr;
+    Lettering* lettering = nullptr;
     ClassRoot* classRoot = nullptr; // may stay none: then nothing is told to the desktop
 };
 inline Ports ports;

@@ -2,6 +2,7 @@
 
 #include "engine/runtime_error.h"
 #include "windowing/file_choice.h"
+#include "windowing/font_dialog.h"
 #include "windowing/painter_canvas.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -207,6 +208,24 @@ std::int32_t QtCommonDialogs::chooseColour(std::int32_t present)
     }
     const QColor chosen = dialog.currentColor();
     return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
+}
+
+void QtCommonDialogs::chooseFont(TextFont& font, std::int32_t& colour)
+{
+    QFont present(fromProgram(font.Name));
+    present.setPointSizeF(font.Size);
+    present.setBold(font.Bold);
+    present.setItalic(font.Italic);
+    present.setUnderline(font.Underline);
+    present.setStrikeOut(font.Strikethrough);
+    FontDialog dialog(present, colour, dialogOwner());
+    if (!isAccepted(dialog)) {
+        raiseCancelled();
+    }
+    const QFont chosen = dialog.currentFont();
+    font = {toProgram(chosen.family()), chosen.pointSizeF(), chosen.bold(), chosen.italic(),
+            chosen.underline(),         chosen.strikeOut()};
+    colour = dialog.colour();
 }
 
 void QtEvents::letRun()

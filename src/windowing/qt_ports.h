@@ -25,6 +25,7 @@ public:
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view title, std::string_view folder) override;
     std::int32_t chooseColour(std::int32_t present) override;
+    void chooseFont(TextFont& font, std::int32_t& colour) override;
 
 private:
     QString lastFolder_;

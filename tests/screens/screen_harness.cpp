@@ -64,7 +64,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
     renew(forms::frmVolume);
-    ports = {&messages_, &dialogs_, &events_, &fonts_, &settings_, &shell, &machine_};
+    ports = {&messages_, &dialogs_, &events_, &fonts_, &settings_, &shell, &machine_, &lettering_};
 }
 
 ScreenTest::~ScreenTest() { ports = {}; }

@@ -9,6 +9,7 @@
 #include "screens/answers.h"
 #include "shell/mdiTarnwick_form.h"
 #include "windowing/ini_settings.h"
+#include "windowing/qt_lettering.h"
 #include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
@@ -130,6 +131,7 @@ private:
     QtFonts fonts_;
     IniSettings settings_;
     QtMachine machine_;
+    QtLettering lettering_;
     std::unique_ptr<ShowPass> pass_;
 };
 

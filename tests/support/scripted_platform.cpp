@@ -35,7 +35,7 @@ void renew(Form& form)
 
 ScriptedPlatform::ScriptedPlatform() : before_(ports)
 {
-    ports = {this, this, this, this, this, this, this, this};
+    ports = {this, this, this, this, this, this, this, &letters_, this};
     state::reset();
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
@@ -116,6 +116,12 @@ std::int32_t ScriptedPlatform::chooseColour(std::int32_t present)
 {
     colourRequests.push_back(present);
     return static_cast<std::int32_t>(std::stol(nextPath(chosenColours), nullptr, 16));
+}
+
+void ScriptedPlatform::chooseFont(TextFont& font, std::int32_t& colour)
+{
+    colour = static_cast<std::int32_t>(std::stol(nextPath(chosenColours), nullptr, 16));
+    font = chosenFont;
 }
 
 VolumeNews ScriptedPlatform::askVolume(std::string_view path, std::int32_t)

@@ -2,6 +2,7 @@
 
 // The program's ports with scripted answers, and the program put back to its start; for tests of the logic.
 
+#include "core/block_letters.h"
 #include "core/platform.h"
 
 #include <deque>
@@ -41,6 +42,7 @@ public:
     std::vector<SaveFileRequest> saveRequests;
     std::deque<std::string> chosenColours; // "C0E0FF", in the same way
     std::vector<std::int32_t> colourRequests;
+    TextFont chosenFont; // for the font dialogue, with the next of the colours
     bool isVolumeSilent = false;
     std::optional<std::int64_t> freeBytes = std::int64_t{1} << 40;
     bool hasTrash = true;
@@ -67,6 +69,7 @@ public:
     std::string saveFile(const SaveFileRequest& request) override;
     std::string pickFolder(std::string_view title, std::string_view folder) override;
     std::int32_t chooseColour(std::int32_t present) override;
+    void chooseFont(TextFont& font, std::int32_t& colour) override;
     VolumeNews askVolume(std::string_view path, std::int32_t longestMs) override;
     bool moveToTrash(std::string_view path) override;
     std::shared_ptr<void> keepAwake(std::string_view why) override;
@@ -98,6 +101,7 @@ public:
 private:
     std::string nextPath(std::deque<std::string>& paths);
 
+    BlockLetters letters_;
     Ports before_;
 };
 
