@@ -5,16 +5,10 @@
 #include "engine/runtime_error.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
-#include <utility>
 
 namespace project {
 
@@ -22,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kFolder = ".quillmont-staging-"; // a name that nobody gives a folder of his own
+constexpr const char* kFolder = ".quillmont-staging-"; // a name that nobody gives a folder of his own
 
 [[noreturn]] void raise(std::int32_t number, const std::string& text) { throw engine::RuntimeError(number, text); }
 
@@ -76,31 +70,6 @@ void copyBytes(const std::string& from, const std::string& to, const std::string
     }
 }
 
-/// Nothing, and `errno`, when another process holds it, it has gone, or is no folder of ours.
-disk::Descriptor lockOn(const std::string& folder)
-{
-    disk::Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    struct stat named {};
-    const bool isHeld = opened.get() >= 0 && ::flock(opened.get(), LOCK_EX | LOCK_NB) == 0
-                        && ::stat(folder.c_str(), &named) == 0 && named.st_uid == ::geteuid();
-    return isHeld ? std::move(opened) : disk::Descriptor();
-}
-
-/// What a killed run left is locked by nobody.
-void removeAbandoned(const std::string& runtime)
-{
-    std::error_code none;
-    for (fs::directory_iterator entry(runtime, none), end; !none && entry != end; entry.increment(none)) {
-        if (!entry->path().filename().string().starts_with(kFolder)) {
-            continue;
-        }
-        std::error_code ignored;
-        if (const auto lock = lockOn(entry->path().string()); lock.get() >= 0) {
-            fs::remove_all(entry->path(), ignored);
-        }
-    }
-}
-
 } // namespace
 
 std::string temporaryNameOf(const std::string& path)
@@ -136,26 +105,16 @@ disk::WholeFile placeOf(const std::string& path)
     }
 }
 
-Staging::Staging()
+disk::RunFolder Staging::makeFolder()
 {
-    const std::string runtime = ports.shell->runtimeFolder();
-    removeAbandoned(runtime);
-    do {
-        folder_ = (fs::path(runtime) / kFolder).string() + "XXXXXX";
-        if (mkdtemp(folder_.data()) == nullptr) {
-            raise(numberOf(errno), "No folder can be made in \"" + runtime + "\".");
-        }
-        lock_ = lockOn(folder_);
-        // Until it was locked, another run may have taken it for abandoned.
-    } while (lock_.get() < 0 && (errno == EWOULDBLOCK || errno == ENOENT));
-    path_ = folder_ + "/project.qpj";
+    try {
+        return disk::RunFolder(ports.shell->runtimeFolder(), kFolder);
+    } catch (const disk::Refused& refused) {
+        raise(numberOf(refused), refused.what());
+    }
 }
 
-Staging::~Staging()
-{
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-}
+Staging::Staging() : folder_(makeFolder()), path_(folder_.path() + "/project.qpj") {}
 
 void Staging::copyFrom(const std::string& project) const
 {

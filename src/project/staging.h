@@ -10,6 +10,7 @@
 // name is taken, 76 no such folder, 0x80070005 no permission, 75 no file at all; 61 the disk is full, 57 it fails; 321
 // what cannot be a project. Interface thread only.
 
+#include "disk/run_folder.h"
 #include "disk/whole_file.h"
 
 #include <cstdint>
@@ -39,9 +40,6 @@ class Staging {
 public:
     /// Makes the folder, which goes with the object, and removes those of runs that were killed.
     Staging();
-    ~Staging();
-    Staging(const Staging&) = delete;
-    Staging& operator=(const Staging&) = delete;
 
     /// Of the copy; there is no file yet.
     const std::string& path() const { return path_; }
@@ -52,8 +50,9 @@ public:
     void putIn(disk::WholeFile& place) const;
 
 private:
-    std::string folder_;
-    disk::Descriptor lock_; // on the folder: while it is held, nobody takes it for what a killed run left
+    static disk::RunFolder makeFolder();
+
+    disk::RunFolder folder_;
     std::string path_;
 };
 
