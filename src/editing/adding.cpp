@@ -195,8 +195,15 @@ void showAddedFiles(const Adding& done)
     }
 }
 
+/// A key's colour, each part 0 to 255.
+struct KeyColour {
+    std::int16_t red = 0;
+    std::int16_t green = 0;
+    std::int16_t blue = 0;
+};
+
 /// An overlay and its key, both or neither: the two lists are counted alike.
-bool addOverlay(ITWTimeline& engine, Handle stream)
+bool addOverlay(ITWTimeline& engine, Handle stream, const KeyColour& key)
 {
     Bool16 ok = kFalse;
     check(engine.AppendSource(state::OverlayTrack, stream, -1, ok));
@@ -205,7 +212,7 @@ bool addOverlay(ITWTimeline& engine, Handle stream)
     }
     const auto place = static_cast<std::int16_t>(Items(engine, ItemKind::kSource, state::OverlayTrack).count() - 1);
     try {
-        AddNewKeyTransition(state::OverlayTrack, 0, 0, 0);
+        AddNewKeyTransition(state::OverlayTrack, key.red, key.green, key.blue);
     } catch (...) {
         (void)engine.RemoveTransition(state::OverlayTrack, place, ok); // if it came as far as that
         (void)engine.RemoveSource(state::OverlayTrack, place, ok);
@@ -214,13 +221,13 @@ bool addOverlay(ITWTimeline& engine, Handle stream)
     return true;
 }
 
-void addSelectedOverlays(Adding& done)
+void addOverlays(const std::vector<Handle>& files, const KeyColour& key, Adding& done)
 {
     const auto engine = EngineAs<ITWTimeline>();
-    for (const Handle file : selectedFiles()) {
+    for (const Handle file : files) {
         for (const Handle stream : streamsOf(file)) {
             if (isVideoStream(stream)) {
-                done.isAdded |= addWithHistory("Overlay", [&] { return addOverlay(*engine, stream); });
+                done.isAdded |= addWithHistory("Overlay", [&] { return addOverlay(*engine, stream, key); });
                 done.isPictureAdded = done.isAdded;
             }
         }
@@ -265,7 +272,15 @@ void OnEditAddToOverlayClick()
         return;
     }
     Adding done;
-    Trapped(kModule, kRoutine, [&] { addSelectedOverlays(done); });
+    Trapped(kModule, kRoutine, [&] { addOverlays(selectedFiles(), {}, done); });
+    Trapped(kModule, kRoutine, [&] { showAddedOverlays(done); });
+}
+
+void AddOverlaysOfFile(Handle file, std::int16_t red, std::int16_t green, std::int16_t blue)
+{
+    constexpr const char* kRoutine = "AddOverlaysOfFile";
+    Adding done;
+    Trapped(kModule, kRoutine, [&] { addOverlays({file}, {red, green, blue}, done); });
     Trapped(kModule, kRoutine, [&] { showAddedOverlays(done); });
 }
 

@@ -22,6 +22,9 @@ void OnEditAddToTimelineClick();
 /// Puts the picture of every selected file behind the last overlay, with its key. Sound is left out.
 void OnEditAddToOverlayClick();
 
+/// The same for one file, with a key of this colour (0 to 255 each).
+void AddOverlaysOfFile(engine::Handle file, std::int16_t red, std::int16_t green, std::int16_t blue);
+
 /// Puts the effect that is selected in the tools panel on the lane: from the main slider on with the engine's default
 /// length, or over the selection when it is shown. True unless a message said that it failed. The caller keeps the
 /// history.

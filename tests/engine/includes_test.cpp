@@ -113,11 +113,12 @@ const std::vector<Floor> kFloors = {
     {"hand", {"items", "timeline", "history", "preview", "editing"}},
     {"media", {"items", "timeline", "preview", "editing", "volume", "settings"}},
     {"export", {"items", "timeline", "preview", "editing", "media", "settings", "disk"}},
+    {"tools", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"project", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"journal", {"items", "timeline", "history", "preview", "editing", "media", "settings", "project", "disk"}},
     {"shell",
      {"items", "timeline", "history", "preview", "editing", "hand", "media", "report", "settings", "project", "journal",
-      "export", "disk"}},
+      "export", "tools", "disk"}},
 };
 
 TEST(Includes, RoomsStandOnTheirFloors)

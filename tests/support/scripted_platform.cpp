@@ -1,5 +1,6 @@
 #include "support/scripted_platform.h"
 
+#include "core/forms/frmAddText.h"
 #include "core/forms/frmAdvancedSaveOptions.h"
 #include "core/forms/frmExportTimeline.h"
 #include "core/forms/frmMediaList.h"
@@ -40,6 +41,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
+    renew(forms::frmAddText);
     renew(forms::frmExportTimeline);
     renew(forms::frmAdvancedSaveOptions);
     renew(forms::frmProgressBar);

@@ -1,0 +1,412 @@
+#include "tools/frmAddText.h"
+
+#include "core/forms/frmAddText.h"
+#include "core/platform.h"
+#include "core/shared_state.h"
+#include "core/trap.h"
+#include "core/wait_cursor.h"
+#include "engine/ITWPreview.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "items/items.h"
+#include "timeline/moduleTimeline.h"
+#include "timeline/sliders.h"
+#include "tools/text_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace frmAddText {
+
+using engine::check;
+using engine::EngineAs;
+
+namespace {
+
+constexpr const char* kModule = "frmAddText";
+constexpr std::int32_t kCancelled = 32755;
+
+forms::FrmAddText& form = forms::frmAddText;
+
+std::int32_t width() { return form.picWorkspace.canvas.width(); }
+std::int32_t height() { return form.picWorkspace.canvas.height(); }
+
+/// The key takes the letters away, or what is behind them.
+std::string warning()
+{
+    const std::int32_t key = chooseKey().ground;
+    if (tools::isKeyedOut(form.picColorDisplay, key)) {
+        return "The letters will not be seen over the video: their color is too near to the key color";
+    }
+    const bool hasGround = !form.mnuFormatTransparentBackground.Checked;
+    return hasGround && tools::isKeyedOut(form.picBackColorDisplay, key)
+               ? "The background will not be seen over the video: its color is too near to the key color"
+               : std::string();
+}
+
+void say(const std::string& text)
+{
+    form.Told = text;
+    const std::string warned = warning();
+    form.sbr.Panel("STATUS") = warned.empty() ? text : warned;
+}
+
+void showPlaces()
+{
+    const auto pair = [](std::int32_t one, std::int32_t other) {
+        return std::to_string(one) + " x " + std::to_string(other);
+    };
+    form.sbr.Panel("TEXT_POSITION") = pair(form.TextLeft, form.TextTop);
+    form.sbr.Panel("IMAGE_DIMENSION") = pair(width(), height());
+}
+
+/// The frame, and the text on it.
+void draw()
+{
+    engine::PixelCanvas& canvas = form.picWorkspace.canvas;
+    canvas = form.Picture;
+    tools::paintOver(canvas, lookOf());
+    form.picWorkspace.Refresh();
+}
+
+void moveTo(std::int32_t left, std::int32_t top)
+{
+    form.TextLeft = left;
+    form.TextTop = top;
+    OnTextChange();
+}
+
+/// A source of the first video row under the main slider: the frame of its stream at the slider's time, whatever part
+/// of the stream the source shows.
+void drawFrame()
+{
+    const engine::Handle track = state::TrackCollection.Item(1);
+    const engine::Milliseconds now = moduleTimeline::GetSliderPosition();
+    const std::int16_t seq = moduleTimeline::GetSequenceNumberFromPos(track, now);
+    if (seq < 0) {
+        return;
+    }
+    engine::Handle stream = 0;
+    check(EngineAs<engine::ITWTimeline>()->GetSourceStream(track, seq, stream));
+    constexpr double kPerSecond = 1000;
+    check(EngineAs<engine::ITWPreview>()->DrawKeyFrame(stream, now / kPerSecond, form.picWorkspaceBack.hDC(), width(),
+                                                       height()));
+    form.Picture = form.picWorkspaceBack.canvas;
+}
+
+void fillLists()
+{
+    constexpr int kSmallest = 7;
+    constexpr int kLargest = 72;
+    form.cboFonts.List = ports.lettering->names();
+    std::vector<std::string> sizes;
+    for (int size = kSmallest; size <= kLargest; ++size) {
+        sizes.push_back(std::to_string(size));
+    }
+    form.cboSize.List = sizes;
+    form.cboSize.Text = std::string("8");
+}
+
+void setFont(const TextFont& font)
+{
+    form.Font = font;
+    form.cboFonts.Text = font.Name;
+    std::string size = std::to_string(font.Size);
+    size.erase(size.find_last_not_of('0') + 1);
+    form.cboSize.Text = size.ends_with('.') ? size.substr(0, size.size() - 1) : size;
+    form.mnuFormatFontStyleBold.Checked = font.Bold;
+    form.mnuFormatFontStyleItalic.Checked = font.Italic;
+    form.mnuFormatFontStyleUnderline.Checked = font.Underline;
+    form.mnuFormatFontStyleStrikethrough.Checked = font.Strikethrough;
+}
+
+void toggle(Menu& menu, bool TextFont::*style)
+{
+    LeaveTyping();
+    form.Font.*style = !(form.Font.*style);
+    menu.Checked = form.Font.*style;
+    OnTextChange();
+}
+
+/// A colour out of the platform's dialogue; one that is cancelled changes nothing.
+void chooseColour(const char* routine, Shown<std::int32_t>& colour)
+{
+    LeaveTyping();
+    Trapped(kModule, routine,
+            [&] {
+                colour = ports.dialogs->chooseColour(colour);
+                OnTextChange();
+            },
+            {{kCancelled, [] {}}});
+}
+
+struct NamedPosition {
+    const char* image;
+    const char* toolTip;
+};
+constexpr std::array kPositions = {
+    NamedPosition{"TOP_LEFT", "Position Text - Top Left"},
+    NamedPosition{"TOP_RIGHT", "Position Text - Top Right"},
+    NamedPosition{"BOTTOM_LEFT", "Position Text - Bottom Left"},
+    NamedPosition{"BOTTOM_RIGHT", "Position Text - Bottom Right"},
+    NamedPosition{"CENTER_LEFT", "Position Text - Center Left"},
+    NamedPosition{"CENTER_RIGHT", "Position Text - Center Right"},
+};
+
+void showPosition(Position position)
+{
+    const NamedPosition& named = kPositions.at(static_cast<std::size_t>(position));
+    form.TextPosition = position;
+    form.tbrPosition.Picture = std::string(named.image);
+    form.tbrPosition.ToolTipText = std::string(named.toolTip);
+}
+
+std::int32_t middle(std::int32_t whole, std::int32_t part) { return whole / 2 - part / 2; }
+
+std::string trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+} // namespace
+
+void ShowModal()
+{
+    Form_Load();
+    if (showDialogue) {
+        showDialogue();
+    }
+}
+
+void Form_Load()
+{
+    Trapped(kModule, "Form_Load", [] {
+        const WaitCursor wait;
+        form.TextLeft = form.TextTop = 0;
+        form.TextFile.clear();
+        form.KeyRed = form.KeyGreen = form.KeyBlue = 0;
+        form.TwinBackColor = 0; // so that the key of an overlay without any choice takes it away
+        form.Caption = std::string("Add Text");
+        form.txtTextVisible = false;
+        form.txtText.Text.changed = OnTextChange;
+        fillLists();
+        form.picWorkspace.canvas.resize(state::ProjectWidth, state::ProjectHeight);
+        form.picWorkspaceBack.canvas.resize(state::ProjectWidth, state::ProjectHeight);
+        form.Picture = form.picWorkspaceBack.canvas;
+        drawFrame();
+        mnuFileNew_Click();
+        say("Ready");
+    });
+}
+
+void mnuFileNew_Click()
+{
+    form.txtTextVisible = false;
+    setFont({.Name = "Arial", .Size = 16});
+    form.picBackColorDisplay = 0xFFFFFF;
+    form.picColorDisplay = 0;
+    form.mnuFormatTransparentBackground.Checked = false;
+    showPosition(kTopLeft);
+    form.txtText.Text = std::string();
+    OnTextChange(); // measures what is placed now
+    mnuFormatCenterHorizontally_Click();
+    mnuFormatCenterVertically_Click();
+}
+
+void mnuFileSave_Click()
+{
+    LeaveTyping();
+    OnFileSaveClick();
+}
+
+void mnuFileSaveas_Click()
+{
+    LeaveTyping();
+    SaveAs();
+}
+
+void mnuFileSaveAndClose_Click()
+{
+    LeaveTyping();
+    if (OnFileSaveClick()) {
+        mnuFileClose_Click();
+    }
+}
+
+void mnuFileSaveAndAdd_Click()
+{
+    LeaveTyping();
+    if (OnFileSaveClick()) {
+        AddBitmapToMediaList(form.TextFile);
+    }
+}
+
+void mnuFileSaveAddAndClose_Click()
+{
+    LeaveTyping();
+    if (OnFileSaveClick()) {
+        AddBitmapToMediaList(form.TextFile);
+        mnuFileClose_Click();
+    }
+}
+
+void mnuFileClose_Click()
+{
+    if (closeDialogue) {
+        closeDialogue();
+    }
+}
+
+void OnFormatText()
+{
+    if (trimmed(form.txtText.Text).empty()) {
+        form.txtText.Text = std::string("Sample Text");
+    }
+    OnTextChange();
+    form.txtTextVisible = true;
+    if (form.txtText.SetFocus) {
+        form.txtText.SetFocus();
+    }
+}
+
+void mnuFormatBackgroundColor_Click() { chooseColour("mnuFormatBackgroundColor_Click", form.picBackColorDisplay); }
+
+void mnuFormatFontColor_Click() { chooseColour("mnuFormatFontColor_Click", form.picColorDisplay); }
+
+void mnuFormatTransparentBackground_Click()
+{
+    LeaveTyping();
+    form.mnuFormatTransparentBackground.Checked = !form.mnuFormatTransparentBackground.Checked;
+    OnTextChange();
+}
+
+void mnuFormatFont_Click()
+{
+    LeaveTyping();
+    Trapped(kModule, "mnuFormatFont_Click",
+            [] {
+                TextFont font = form.Font;
+                std::int32_t colour = form.picColorDisplay;
+                ports.dialogs->chooseFont(font, colour);
+                setFont(font);
+                form.picColorDisplay = colour;
+                OnTextChange();
+            },
+            {{kCancelled, [] {}}});
+}
+
+void mnuFormatFontStyleBold_Click() { toggle(form.mnuFormatFontStyleBold, &TextFont::Bold); }
+void mnuFormatFontStyleItalic_Click() { toggle(form.mnuFormatFontStyleItalic, &TextFont::Italic); }
+void mnuFormatFontStyleUnderline_Click() { toggle(form.mnuFormatFontStyleUnderline, &TextFont::Underline); }
+void mnuFormatFontStyleStrikethrough_Click() { toggle(form.mnuFormatFontStyleStrikethrough, &TextFont::Strikethrough); }
+
+void PlaceText(Position position)
+{
+    LeaveTyping();
+    const tools::TextSize size = tools::measure(lookOf());
+    const bool isRight = position == kTopRight || position == kBottomRight || position == kCenterRight;
+    const bool isBottom = position == kBottomLeft || position == kBottomRight;
+    const bool isCenter = position == kCenterLeft || position == kCenterRight;
+    showPosition(position);
+    moveTo(isRight ? width() - 1 - size.width : 0, isBottom   ? height() - 1 - size.height
+                                                   : isCenter ? middle(height(), form.imgDragHeight)
+                                                              : 0);
+}
+
+void tbrPosition_Click() { PlaceText(static_cast<Position>(form.TextPosition)); }
+
+void mnuFormatCenterHorizontally_Click()
+{
+    LeaveTyping();
+    moveTo(middle(width(), form.imgDragWidth), form.TextTop);
+}
+
+void mnuFormatCenterVertically_Click()
+{
+    LeaveTyping();
+    moveTo(form.TextLeft, middle(height(), form.imgDragHeight));
+}
+
+void ChooseFont(const std::string& name)
+{
+    form.cboFonts.Text = name;
+    form.Font.Name = name;
+    OnTextChange();
+}
+
+void ChooseSize(const std::string& size)
+{
+    constexpr double kLargest = 1000;
+    char* end = nullptr;
+    const double points = std::strtod(size.c_str(), &end);
+    if (end == size.c_str() || *end != '\0' || !(points >= 1) || points > kLargest) {
+        setFont(form.Font); // the text says again what holds
+        return;
+    }
+    form.cboSize.Text = size;
+    form.Font.Size = points;
+    OnTextChange();
+}
+
+void OnTextChange()
+{
+    const tools::TextSize size = tools::measure(lookOf());
+    form.imgDragLeft = form.TextLeft;
+    form.imgDragTop = form.TextTop;
+    form.imgDragWidth = size.width + 1;
+    form.imgDragHeight = size.height + 1;
+    if (!form.txtTextVisible) {
+        draw();
+    }
+    showPlaces();
+    say(form.Told);
+}
+
+void LeaveTyping()
+{
+    if (form.txtTextVisible) {
+        form.txtTextVisible = false;
+        OnTextChange();
+    }
+}
+
+void picWorkspace_KeyDown(Key key, bool isShift)
+{
+    say(isShift ? "Ready" : "Use the 'Shift' key with the direction keys to nudge text");
+    const std::int32_t step = isShift ? 1 : 5;
+    if (key == Key::kLeft && form.TextLeft > 0) {
+        moveTo(form.TextLeft - step, form.TextTop);
+    } else if (key == Key::kUp && form.TextTop > 0) {
+        moveTo(form.TextLeft, form.TextTop - step);
+    } else if (key == Key::kRight && form.imgDragWidth + form.TextLeft < width()) {
+        moveTo(form.TextLeft + step, form.TextTop);
+    } else if (key == Key::kDown && form.imgDragHeight + form.TextTop < height()) {
+        moveTo(form.TextLeft, form.TextTop + step);
+    }
+}
+
+void picWorkspace_MouseMove() { say("Click to move text using the direction keys"); }
+
+void picWorkspace_DragDrop(std::int32_t x, std::int32_t y) { moveTo(x - form.DragOffsetX, y - form.DragOffsetY); }
+
+void imgDrag_MouseMove(std::int32_t x, std::int32_t y)
+{
+    form.DragOffsetX = x;
+    form.DragOffsetY = y;
+    say("Click to type your text");
+}
+
+void imgDrag_DragDrop(std::int32_t x, std::int32_t y)
+{
+    if (x == form.DragOffsetX && y == form.DragOffsetY) {
+        OnFormatText();
+        return;
+    }
+    moveTo(form.TextLeft + x - form.DragOffsetX, form.TextTop + y - form.DragOffsetY);
+}
+
+void Form_MouseMove() { say("Ready"); }
+
+} // namespace frmAddText
