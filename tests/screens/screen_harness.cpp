@@ -1,5 +1,6 @@
 #include "screens/screen_harness.h"
 
+#include "core/forms/frmAddText.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
@@ -60,6 +61,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
+    renew(forms::frmAddText);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);
