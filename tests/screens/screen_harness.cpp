@@ -4,6 +4,7 @@
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
+#include "core/forms/frmTakeSnap.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -62,6 +63,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
     renew(forms::frmAddText);
+    renew(forms::frmTakeSnap);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);

@@ -9,6 +9,7 @@
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmProfileProperties.h"
 #include "core/forms/frmProgressBar.h"
+#include "core/forms/frmTakeSnap.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -42,6 +43,7 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
     renew(forms::frmAddText);
+    renew(forms::frmTakeSnap);
     renew(forms::frmExportTimeline);
     renew(forms::frmAdvancedSaveOptions);
     renew(forms::frmProgressBar);
