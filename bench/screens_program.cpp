@@ -85,7 +85,7 @@ MessageAnswer NoBoxes::show(std::string_view text, MessageIcon, MessageButtons b
 
 Program::Program()
 {
-    ports = {&boxes_, &dialogs_, &events_, &fonts_, &settings_, &shell_, &machine_};
+    ports = {&boxes_, &dialogs_, &events_, &fonts_, &settings_, &shell_, &machine_, &lettering_};
     twcore::registerTarnwickTimeline();
     StartProgram({.anotherInstanceRuns = [] { return false; },
                   .showSplash = [] {},

@@ -5,6 +5,7 @@
 #include "core/platform.h"
 #include "shell/mdiTarnwick_form.h"
 #include "windowing/ini_settings.h"
+#include "windowing/qt_lettering.h"
 #include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
 #include "windowing/show_pass.h"
@@ -48,6 +49,7 @@ private:
     IniSettings settings_;
     QtShell shell_;
     QtMachine machine_;
+    QtLettering lettering_;
     ShowPass pass_;
     std::unique_ptr<MainWindow> window_;
 };

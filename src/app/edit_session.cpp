@@ -166,7 +166,7 @@ void EditSession::openMedia(const std::string& name, std::int32_t lengthMs, bool
 
 void EditSession::saveProject(const std::string& path)
 {
-    platform_.savedFile = path;
+    platform_.savedFile = fs::absolute(path).string();
     mdiTarnwick::mnuFileSaveProjectAs_Click();
     if (state::SaveCancelled) {
         throw std::runtime_error("cannot save " + path);
@@ -176,7 +176,7 @@ void EditSession::saveProject(const std::string& path)
 void EditSession::openProject(const std::string& path)
 {
     ModuleProject::EmptyProject();
-    mdiTarnwick::OpenCommandLine(path);
+    mdiTarnwick::OpenCommandLine(fs::absolute(path).string());
     if (state::ProjectOpenFailed) {
         throw std::runtime_error("cannot open " + path);
     }
