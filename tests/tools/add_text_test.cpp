@@ -4,6 +4,7 @@
 
 #include "core/forms/frmAddText.h"
 #include "engine/ITWKeyTransition.h"
+#include "engine/ITWPreview.h"
 #include "support/files.h"
 #include "tools/frmAddText.h"
 #include "tools/text_file.h"
@@ -201,6 +202,14 @@ TEST_F(AddTextTest, SavedAndPutOverTheFilm)
     frmAddText::mnuFileSave_Click(); // over the old one, and nobody asks
     EXPECT_NE(testmedia::bytesOf(path("title.bmp")), before);
     EXPECT_EQ(platform.saveRequests.size(), 3u);
+    frmAddText::mnuFileSaveAndAdd_Click();
+    Handle stream = 0;
+    check(timelineCalls->GetSourceStream(state::OverlayTrack, 1, stream));
+    PixelPicture frame;
+    check(engine::EngineAs<engine::ITWPreview>()->DrawKeyFrame(stream, 0, frame.hDC(), 320, 240));
+    EXPECT_EQ(frame.canvas.at(0, 0), title.picWorkspaceBack.canvas.at(0, 0));
+    EXPECT_EQ(frame.canvas.at(title.TextLeft + 80, title.TextTop + 12), 0xFF000000u) << "the new text, which is longer";
+    ModuleHistory::OnEditUndoClick();
     ModuleHistory::OnEditUndoClick();
     EXPECT_EQ(text(), "V 0-5000");
 }
