@@ -19,6 +19,7 @@
 #include "export/moduleProfiles.h"
 #include "items/track_rows.h"
 #include "media/media_files.h"
+#include "media/working_folder.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
@@ -38,7 +39,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModule = "frmExportTimeline";
 constexpr const char* kSaveOptions = "Save Options";
-constexpr std::int32_t kLongestWaitMs = 5000; // for a disk that may have gone to sleep
 
 forms::FrmExportTimeline& form = forms::frmExportTimeline;
 
@@ -150,28 +150,6 @@ std::string trimmedName()
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
-bool doesFileExist(const std::string& path)
-{
-    engine::Bool16 exists = engine::kFalse;
-    check(engine::Engine->FileExists(path, exists));
-    return exists != engine::kFalse;
-}
-
-std::string inWorkingFolder(const std::string& name) { return (fs::path(state::WorkingFolder) / name).string(); }
-
-/// The first of MyMovie.avi, MyMovie1.avi and so on that is not there. A folder that keeps silent is not asked again.
-std::string freeName()
-{
-    std::string name = inWorkingFolder("MyMovie.avi");
-    if (!ports.machine->askVolume(name, kLongestWaitMs).hasAnswered) {
-        return name;
-    }
-    for (int number = 1; doesFileExist(name); ++number) {
-        name = inWorkingFolder("MyMovie" + std::to_string(number) + ".avi");
-    }
-    return name;
-}
-
 /// What is open in the program is no place for a movie: its media, and the project itself.
 bool isInUse(const std::string& path)
 {
@@ -211,7 +189,7 @@ void load()
     showRange();
     form.AgreedName.clear();
     form.txtSaveFileName.Text.changed = txtSaveFileName_Change;
-    form.txtSaveFileName.Text = freeName();
+    form.txtSaveFileName.Text = media::freeNameInWorkingFolder("MyMovie", "avi");
     moduleProfiles::InitProfiles();
     moduleProfiles::EnumProfiles();
 }
@@ -334,8 +312,7 @@ void cmdAdvanced_Click()
 
 std::string SaveFileName()
 {
-    const std::string name = trimmedName();
-    return name.empty() ? name : inWorkingFolder(name); // a whole path stays as it is
+    return media::inWorkingFolder(trimmedName());
 }
 
 void cmdOK_Click()

@@ -6,7 +6,8 @@
 
 namespace media {
 
-/// A name without a folder, or with a part of a path, goes below the working folder; the empty one stays.
+/// A name without a folder, or with a part of a path, goes below the working folder; a whole path stays, and the empty
+/// name.
 std::string inWorkingFolder(const std::string& name);
 
 /// The first of NAME.EXT, NAME1.EXT and so on in the working folder that is not there. A folder that keeps silent is
