@@ -8,6 +8,7 @@
 #include "shell/mdiTarnwick_events.h"
 #include "shell/panel_places.h"
 #include "shell/project_commands.h"
+#include "shell/tools_commands.h"
 #include "shell/track_menu.h"
 #include "shell/tutorial.h"
 #include "timeline/moduleScaleRenderer.h"
@@ -65,7 +66,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     rule(),
     {kEntry, "mnuEditAddToTimeline", "&Add to Timeline", "F2", &m.mnuEditAddToTimeline, mdiTarnwick::mnuEditAddToTimeline_Click, &T::hasRows},
     {kEntry, "mnuEditClearTimeline", "Clear &Timeline", "", &m.mnuEditClearTimeline, mdiTarnwick::mnuEditClearTimeline_Click, &T::hasTimeline},
-    {kEntry, "mnuEditStretchMode", "Set Stretch &Mode", "Ctrl+M", &m.mnuEditStretchMode, nullptr, &T::canSetStretchMode},
+    {kEntry, "mnuEditStretchMode", "Set Stretch &Mode", "Ctrl+M", &m.mnuEditStretchMode, mdiTarnwick::mnuEditStretchMode_Click, &T::canSetStretchMode},
     rule(),
     {kSubMenu, "mnuEditAddEffectToTimeline", "Add &Effect to Timeline", "", &m.mnuEditAddEffectToTimeline, nullptr, &T::hasVideo},
     {kSubEntry, "mnuAddEffectFade", "&Fade", "", &m.mnuAddEffectFade, mdiTarnwick::mnuAddEffectFade_Click},
@@ -78,7 +79,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     rule(),
     {kEntry, "mnuEditAddToOverlay", "A&dd to Overlay", "F4", &m.mnuEditAddToOverlay, mdiTarnwick::mnuEditAddToOverlay_Click, &T::hasVideo},
     {kEntry, "mnuEditClearOverlay", "Clear O&verlay", "", &m.mnuEditClearOverlay, mdiTarnwick::mnuEditClearOverlay_Click, &T::hasOverlays},
-    {kEntry, "mnuEditSetOverlayTransparency", "Set Overlay &Key Color", "Ctrl+L", &m.mnuEditSetOverlayTransparency, nullptr, &T::canSetKeyColor},
+    {kEntry, "mnuEditSetOverlayTransparency", "Set Overlay &Key Color", "Ctrl+L", &m.mnuEditSetOverlayTransparency, mdiTarnwick::mnuEditSetOverlayTransparency_Click, &T::canSetKeyColor},
     rule(),
     {kEntry, "mnuEditCut", "Cu&t", "Ctrl+X", &m.mnuEditCut, mdiTarnwick::mnuEditCut_Click, &T::canEdit},
     {kEntry, "mnuEditCopy", "&Copy", "Ctrl+C", &m.mnuEditCopy, mdiTarnwick::mnuEditCopy_Click, &T::canEdit},
@@ -167,9 +168,9 @@ const std::array kEditContext = std::to_array<MenuRow>({
     {kEntry, "mnuEC_AddMarker", "&Add Marker", "", &m.mnuEC_AddMarker, frmTimeline::cmdAddBookmark_Click},
     {kEntry, "mnuEC_RemoveMarker", "&Remove Marker", "", &m.mnuEC_RemoveMarker, frmTimeline::cmdRemoveBookmark_Click},
     rule("s23", &m.s23),
-    {kEntry, "mnuEC_StretchMode", "Set Stretch &Mode", "", &m.mnuEC_StretchMode, nullptr, &T::canSetStretchMode},
+    {kEntry, "mnuEC_StretchMode", "Set Stretch &Mode", "", &m.mnuEC_StretchMode, mdiTarnwick::mnuEditStretchMode_Click, &T::canSetStretchMode},
     rule("sr1", &m.sr1),
-    {kEntry, "mnuEC_SetOverlayTransparency", "Set Overlay &Key Color", "", &m.mnuEC_SetOverlayTransparency, nullptr, &T::canSetKeyColor},
+    {kEntry, "mnuEC_SetOverlayTransparency", "Set Overlay &Key Color", "", &m.mnuEC_SetOverlayTransparency, mdiTarnwick::mnuEditSetOverlayTransparency_Click, &T::canSetKeyColor},
     rule("sr2", &m.sr2),
     {kCheck, "mnuEC_SelSliders", "&Selection Sliders", "", &m.mnuEC_SelSliders, moduleTimeline::ToggleSelSliders},
 });

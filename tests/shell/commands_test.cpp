@@ -42,7 +42,9 @@ TEST_F(CommandsTest, EntriesOverLayouts)
     moduleTimeline::ClearMFSTSubSelections();
     EXPECT_EQ(enabled(), rows + always);
     select(state::OverlayTrack, 0);
-    EXPECT_EQ(enabled(), rows + edits + "mnuEditRestoreSize " + always);
+    EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline mnuEditStretchMode mnuEditAddEffectToTimeline "
+                         "mnuEditClearEffect mnuEditAddToOverlay mnuEditClearOverlay mnuEditSetOverlayTransparency "
+                             + edits + "mnuEditRestoreSize " + always);
     showSelection(1000, 2000);
     EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + always);
 }

@@ -1,0 +1,26 @@
+#include "shell/tools_commands.h"
+
+#include "core/shared_state.h"
+#include "core/upcalls.h"
+#include "tools/frmStretchMode.h"
+#include "tools/overlay_transparency.h"
+
+namespace mdiTarnwick {
+
+namespace {
+
+void run(void (*tool)())
+{
+    if (!state::BusyOpening && !state::InSelectionUpdate) {
+        tool();
+        EnableOrDisableMenuItems();
+    }
+}
+
+} // namespace
+
+void mnuEditStretchMode_Click() { run(frmStretchMode::ShowModal); }
+
+void mnuEditSetOverlayTransparency_Click() { run(moduleTimeline::OnEditSetOverlayTransparencyClick); }
+
+} // namespace mdiTarnwick

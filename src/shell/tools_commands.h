@@ -1,0 +1,13 @@
+#pragma once
+
+// The commands of the menus that open a tool over the timeline. While files or a project are being opened, and while
+// another edit runs, they are refused without a word. Raise nothing. Interface thread only.
+
+namespace mdiTarnwick {
+
+/// How the selected sources are fitted to the movie.
+void mnuEditStretchMode_Click();
+/// The colour that the selected overlay loses.
+void mnuEditSetOverlayTransparency_Click();
+
+} // namespace mdiTarnwick
