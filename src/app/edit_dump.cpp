@@ -26,9 +26,21 @@ std::vector<LaidItem> readSources(const EditSession& session, ITWTimeline& engin
                         {source->times.mediaStart, source->times.mediaStop},
                         std::string(session.nameOfStream(source->stream)),
                         source->stream,
-                        items.isSelected(seq)});
+                        items.isSelected(seq),
+                        source->mode});
     }
     return read;
+}
+
+void readKeys(std::vector<LaidItem>& overlays, Handle track)
+{
+    const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
+    for (std::int16_t seq = 0; LaidItem & overlay : overlays) {
+        engine::check(keys->GetKeyRed(track, seq, overlay.key[0]));
+        engine::check(keys->GetKeyGreen(track, seq, overlay.key[1]));
+        engine::check(keys->GetKeyBlue(track, seq, overlay.key[2]));
+        ++seq;
+    }
 }
 
 std::vector<LaidItem> readEffects(ITWTimeline& engine, Handle track)
@@ -61,7 +73,15 @@ void append(std::string& text, std::string_view track, std::size_t seq, const La
         return " " + std::to_string(times.start) + " " + std::to_string(times.stop);
     };
     text.append(track).append(" ").append(std::to_string(seq)).append(range(item.times));
-    text.append(withMedia ? range(item.media) : "").append(" ").append(item.name).append("\n");
+    text.append(withMedia ? range(item.media) : "").append(" ").append(item.name);
+    text.append(item.mode == 0 ? "" : " stretch " + std::to_string(item.mode));
+    if (item.key != std::array<std::int16_t, 3>{}) {
+        text += " key";
+        for (const std::int16_t part : item.key) {
+            text += " " + std::to_string(part);
+        }
+    }
+    text += "\n";
 }
 
 } // namespace
@@ -75,6 +95,7 @@ LaidTimeline readTimeline(const EditSession& session)
         timeline.row(track) =
             track == EditTrack::kEffects ? readEffects(*engine, handle) : readSources(session, *engine, handle);
     }
+    readKeys(timeline.row(EditTrack::kOverlay), handleOf(EditTrack::kOverlay));
     timeline.transitions = readTransitions(*engine, handleOf(EditTrack::kOverlay));
     return timeline;
 }

@@ -16,6 +16,8 @@ struct LaidItem {
     std::string name;          // of the media file, or of the effect
     engine::Handle stream = 0; // of sources
     bool isSelected = false;
+    std::int16_t mode = 0;             // of sources: how they are fitted to the movie
+    std::array<std::int16_t, 3> key{}; // of overlays: red, green, blue
 
     bool operator==(const LaidItem&) const = default;
 };
@@ -30,8 +32,8 @@ struct LaidTimeline {
 };
 LaidTimeline readTimeline(const EditSession& session);
 
-/// A line each: "video 0 0 1000 0 1000 clip" (track, number, start, stop, media start, media stop, name), then effects
-/// and transitions without media times.
+/// A line each: "video 0 0 1000 0 1000 clip" (track, number, start, stop, media start, media stop, name), with
+/// " stretch 2" and " key 0 255 0" where these are not 0 and black; then effects and transitions without media times.
 std::string asText(const LaidTimeline& timeline);
 /// "history 3 3 2": the index, the entries, the rows.
 std::string historyText();

@@ -2,9 +2,11 @@
 
 #include "core/forms/frmAdvancedSaveOptions.h"
 #include "core/forms/frmExportTimeline.h"
+#include "core/forms/frmKeyColor.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmProgressBar.h"
+#include "core/forms/frmStretchMode.h"
 #include "core/forms/frmTimeline.h"
 #include "core/forms/frmTools.h"
 #include "core/forms/mdiTarnwick.h"
@@ -46,6 +48,8 @@ void renewState()
     renew(forms::frmExportTimeline);
     renew(forms::frmAdvancedSaveOptions);
     renew(forms::frmProgressBar);
+    renew(forms::frmKeyColor);
+    renew(forms::frmStretchMode);
     renew(forms::frmPreview);
     renew(forms::frmTools);
     renew(forms::mdiTarnwick);

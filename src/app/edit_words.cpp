@@ -5,6 +5,7 @@
 #include "app/edit_media.h"
 #include "app/edit_movie.h"
 #include "app/edit_operands.h"
+#include "app/edit_tools.h"
 #include "history/ModuleHistory.h"
 #include "journal/journal.h"
 #include "shell/edit_commands.h"
@@ -131,6 +132,29 @@ void changeTrackOf(EditSession&, Operands& operands)
     changeTrack(fromTrack, from, toTrack, operands.number());
 }
 
+void keyColour(EditSession& session, Operands& operands)
+{
+    const std::int16_t seq = operands.seq();
+    std::array<std::string, 3> colour;
+    for (std::string& part : colour) {
+        part = std::to_string(operands.number(0, 255));
+    }
+    setKeyColour(session, seq, colour);
+}
+
+void stretchMode(EditSession& session, Operands& operands)
+{
+    std::optional<OneItem> item;
+    const bool isTracks = operands.isNext("tracks");
+    if (isTracks || operands.isNext("selected")) {
+        operands.word();
+    } else {
+        const EditTrack track = operands.track();
+        item = OneItem{track, operands.seq()};
+    }
+    setStretchMode(session, item, isTracks, operands.number(0, 3));
+}
+
 void dump(EditSession& session, Operands& operands)
 {
     operands.printed() << asText(readTimeline(session)) << historyText() << "." << std::endl;
@@ -163,6 +187,8 @@ constexpr Word kWords[] = {
     {"clear", "", plain<mdiTarnwick::mnuEditClearTimeline_Click>, ""},
     {"clear-effects", "", plain<mdiTarnwick::mnuEditClearEffect_Click>, ""},
     {"clear-overlays", "", plain<mdiTarnwick::mnuEditClearOverlay_Click>, ""},
+    {"key-color", "SEQ RED GREEN BLUE", keyColour, "gives an overlay its key colour, 0 to 255 each"},
+    {"stretch", "TRACK SEQ|selected|tracks MODE", stretchMode, "stretch mode: of one source, the selected, or all of their tracks"},
     {"drag", "TRACK SEQ MS", dragItem, "drags an item by its middle"},
     {"resize", "TRACK SEQ MS", resizeItem, "drags an item by its right end"},
     {"nudge", "PIXELS", nudgeSelected, "a direction key: -5, -1, 1 or 5"},
@@ -192,7 +218,8 @@ std::vector<std::string> wordsOf(std::string_view line)
 bool takesThatMany(const Word& word, std::size_t count)
 {
     const auto most = word.takes.empty() ? 0 : std::ranges::count(word.takes, ' ') + 1;
-    return static_cast<std::ptrdiff_t>(count) == most || (word.name == "range" && count == 1);
+    return static_cast<std::ptrdiff_t>(count) == most || (word.name == "range" && count == 1)
+           || (word.name == "stretch" && count == 2);
 }
 
 std::string usageOf(const Word& word)

@@ -13,7 +13,7 @@ namespace walk_test {
 namespace {
 
 /// Lines with how often they come, and the words to choose from. Drawn are a row, an item of the row ahead of it (SEQ
-/// from 0, PLACE from 1), a TIME, a RANGE between two, a SPAN from one, its MEDIA, milliseconds to go BY.
+/// from 0, PLACE from 1), an OVERLAY, a TIME, a RANGE between two, a SPAN from one, its MEDIA, milliseconds to go BY.
 constexpr std::string_view kLines[] = {
     "16 add|overlay clip|pic|song|tiny|long",
     "4 put video|overlay clip|pic|tiny|long SPAN MEDIA",
@@ -33,6 +33,9 @@ constexpr std::string_view kLines[] = {
     "6 shuffle ROW PLACE PLACE",
     "7 change-track audio1|audio2 PLACE audio1|audio2 PLACE",
     "4 nudge -5|-1|1|5",
+    "6 key-color OVERLAY 0|255 0|128|255 0|7",
+    "5 stretch video|overlay SEQ 0|1|2|3",
+    "4 stretch selected|tracks 0|1|2|3",
     "10 undo|undo|undo|redo|redo",
     "3 jump PLACE",
 };
@@ -72,14 +75,15 @@ std::string Drawing::word(const std::string& choices)
     if (const auto track = app::trackNamed(word)) {
         row_ = static_cast<Row>(*track);
     }
-    return word == "SEQ"     ? std::to_string(seq())
-           : word == "PLACE" ? std::to_string(seq() + 1)
-           : word == "TIME"  ? std::to_string(time())
-           : word == "BY"    ? std::to_string(pick(3) == 0 ? pick(41) - 20 : pick(6000) - 3000)
-           : word == "RANGE" ? range()
-           : word == "SPAN"  ? span()
-           : word == "MEDIA" ? media()
-                             : word;
+    row_ = word == "OVERLAY" ? kOverlay : row_;
+    return word == "SEQ" || word == "OVERLAY" ? std::to_string(seq())
+           : word == "PLACE"                  ? std::to_string(seq() + 1)
+           : word == "TIME"                   ? std::to_string(time())
+           : word == "BY"                     ? std::to_string(pick(3) == 0 ? pick(41) - 20 : pick(6000) - 3000)
+           : word == "RANGE"                  ? range()
+           : word == "SPAN"                   ? span()
+           : word == "MEDIA"                  ? media()
+                                              : word;
 }
 
 const Piece& Drawing::any(const Pieces& lane) { return lane[static_cast<std::size_t>(pick(std::ssize(lane)))]; }

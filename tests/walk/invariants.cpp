@@ -24,20 +24,6 @@ std::int16_t numberOf(const LaidItem& item, const std::vector<app::OpenedMedia>&
     return found == media.end() ? std::int16_t{0} : static_cast<std::int16_t>(found - media.begin() + 1);
 }
 
-/// Calls visit(track, seq, number of its file) for each source with a picture.
-template <class Visit>
-void forEachPicture(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media, const Visit& visit)
-{
-    for (const EditTrack track : {EditTrack::kVideo, EditTrack::kOverlay}) {
-        const auto& items = timeline.row(track);
-        for (std::size_t seq = 0; seq < items.size(); ++seq) {
-            visit(track, static_cast<std::int16_t>(seq), numberOf(items[seq], media));
-        }
-    }
-}
-
-std::int16_t modeOf(std::int16_t number) { return static_cast<std::int16_t>(number % 4); }
-
 bool isInOrder(const std::vector<LaidItem>& items)
 {
     engine::Milliseconds end = 0;
@@ -57,17 +43,22 @@ bool areKeysInStep(const app::LaidTimeline& timeline)
 void markSources(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media)
 {
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
-    const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
-    forEachPicture(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
-        engine::check(engine->SetSourceStretchMode(app::handleOf(track), seq, modeOf(number)));
-        if (track == EditTrack::kOverlay) {
-            engine::Bool16 ok = engine::kFalse;
-            engine::check(keys->SetKeyColor(app::handleOf(track), seq, number, 20, 30, ok));
+    for (const EditTrack track : {EditTrack::kVideo, EditTrack::kOverlay}) {
+        for (std::int16_t seq = 0; const LaidItem& item : timeline.row(track)) {
+            if (item.mode == 0) {
+                const std::int16_t number = numberOf(item, media);
+                engine::Bool16 ok = engine::kFalse;
+                engine::check(
+                    engine->SetSourceStretchMode(app::handleOf(track), seq, static_cast<std::int16_t>(1 + number % 3)));
+                engine::check(engine::EngineAs<engine::ITWKeyTransition>()->SetKeyColor(app::handleOf(track), seq,
+                                                                                        number, 20, 30, ok));
+            }
+            ++seq;
         }
-    });
+    }
 }
 
-std::string wrongInAny(const app::LaidTimeline& timeline, const std::vector<app::OpenedMedia>& media)
+std::string wrongInAny(const app::LaidTimeline& timeline)
 {
     std::string wrong;
     const auto engine = engine::EngineAs<engine::ITWTimeline>();
@@ -90,18 +81,6 @@ std::string wrongInAny(const app::LaidTimeline& timeline, const std::vector<app:
     const bool hasKeys = timeline.transitions.size() == timeline.row(EditTrack::kOverlay).size();
     wrong +=
         isInOrder(timeline.transitions) && hasKeys ? "" : "the transitions are not in order, or not one an overlay\n";
-    const auto keys = engine::EngineAs<engine::ITWKeyTransition>();
-    forEachPicture(timeline, media, [&](EditTrack track, std::int16_t seq, std::int16_t number) {
-        std::int16_t red = number;
-        std::int16_t mode = 0;
-        engine::check(engine->GetSourceStretchMode(app::handleOf(track), seq, mode));
-        if (track == EditTrack::kOverlay) {
-            engine::check(keys->GetKeyRed(app::handleOf(track), seq, red));
-        }
-        if (mode != modeOf(number) || red != number) {
-            wrong += std::string(app::nameOf(track)) + " " + std::to_string(seq) + " has lost its mode or its key\n";
-        }
-    });
     for (const std::string& error : app::takeLoggedErrors()) {
         // Media without length have no rate; all rows undone have no entry below; a bar has no room for that many
         // ticks.

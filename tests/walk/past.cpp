@@ -28,7 +28,7 @@ Past::Marks Past::readMarks()
 std::string Past::wrongBehind(const std::vector<std::string>& words, const std::string& before, const std::string& now)
 {
     static constexpr std::array kSteps{"undo", "redo", "jump"};
-    static constexpr std::array kUnnoted{"media", "put", "effect", "nudge"};
+    static constexpr std::array kUnnoted{"media", "put", "effect", "nudge", "stretch"};
     const Marks was = std::exchange(marks_, readMarks());
     const bool isModified = std::exchange(state::ProjectModified, false);
     std::string wrong;

@@ -50,14 +50,15 @@ std::string CheckedRun::run(const std::string& line)
     const Timeline before = now_;
     app::runLine(session_, line, messages_);
     now_ = readNow(session_);
-    const std::string text = app::asText(now_.laid);
-    if (text != textBefore && (word == "put" || word == "add" || word == "overlay")) {
+    std::string wrong = isStep ? "" : oracle_.wrongBehind(words, before, now_);
+    if (app::asText(now_.laid) != textBefore && (word == "put" || word == "add" || word == "overlay")) {
         markSources(now_.laid, session_.media());
+        now_ = readNow(session_);
         word == "put" ? void() : ModuleHistory::StoreCurrentTLImage(); // a redo of the adding keeps the marks
     }
-    return (isStep ? "" : oracle_.wrongBehind(words, before, now_)) + past_.wrongBehind(words, textBefore, text)
-           + (keepsStep && !areKeysInStep(now_.laid) ? "an overlay has its transition elsewhere\n" : "")
-           + wrongInAny(now_.laid, session_.media());
+    wrong += past_.wrongBehind(words, textBefore, app::asText(now_.laid));
+    wrong += keepsStep && !areKeysInStep(now_.laid) ? "an overlay has its transition elsewhere\n" : "";
+    return wrong + wrongInAny(now_.laid);
 }
 
 /// The first line that goes wrong, and how.
