@@ -26,6 +26,8 @@
 #include "shell/menus_form.h"
 #include "shell/panel_places.h"
 #include "timeline/frmTimeline_form.h"
+#include "tools/frmKeyColor_form.h"
+#include "tools/frmStretchMode_form.h"
 #include "volume/frmVolume_form.h"
 #include "windowing/cut_label.h"
 #include "windowing/icons.h"
@@ -194,6 +196,8 @@ void MainWindow::bindHooks()
     frmProgressBar::connectScreens();
     frmProfileProperties::connectScreens();
     frmPreferences::connectScreens();
+    frmKeyColor::connectScreens();
+    frmStretchMode::connectScreens();
     mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
     mdiTarnwick::showAbout = [this] {
         QMessageBox::about(this, tr("About Quillmont"),

@@ -112,7 +112,6 @@ const std::vector<Floor> kFloors = {
     {"editing", {"items", "timeline", "history", "preview", "volume"}},
     {"hand", {"items", "timeline", "history", "preview", "editing"}},
     {"media", {"items", "timeline", "preview", "editing", "volume", "settings"}},
-    {"tools", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"export", {"items", "timeline", "preview", "editing", "media", "settings", "disk"}},
     {"tools", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"project", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
