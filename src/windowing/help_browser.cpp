@@ -64,6 +64,7 @@ HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent)
     setObjectName("helpPage");
     setAccessibleName(tr("Page of the help"));
     setFrameShape(QFrame::NoFrame);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // one that comes while a page is set would have it set anew
     document()->setDocumentMargin(kMarginPx);
     document()->setIndentWidth(kMarginPx); // of lists
     setLineWrapMode(QTextEdit::FixedPixelWidth);

@@ -224,6 +224,21 @@ TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
     EXPECT_GT(links, 100);
 }
 
+TEST_F(HelpScreen, EveryPageIsShownOnce)
+{
+    key(Qt::Key_F1);
+    for (const std::string& name : filesBelow(":/help")) {
+        if (name.ends_with(".htm")) {
+            mdiTarnwick::showHelp("1_Welcome.htm");
+            mdiTarnwick::showHelp(name);
+            settle();
+            QTextDocument whole;
+            whole.setHtml(textOf(QUrl("qrc:/help/" + QString::fromStdString(name))));
+            EXPECT_EQ(page().toPlainText().size(), whole.toPlainText().size()) << name;
+        }
+    }
+}
+
 TEST_F(HelpScreen, ThePageOfKeysNamesThemAll)
 {
     key(Qt::Key_F1);
