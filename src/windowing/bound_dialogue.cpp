@@ -208,7 +208,12 @@ QBoxLayout* BoundDialogue::dimension(const char* listName, const QString& label,
 
 void runDialogue(QDialog& dialogue)
 {
-    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const bool waits = QApplication::overrideCursor() != nullptr; // else its parts have pointers of their own
+    if (waits) {
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
     dialogue.exec();
-    QApplication::restoreOverrideCursor();
+    if (waits) {
+        QApplication::restoreOverrideCursor();
+    }
 }

@@ -59,7 +59,7 @@ private:
     bool isShowing_ = false;
 };
 
-/// Modal, with the plain pointer.
+/// Modal, and the pointer does not say that the program is at work.
 void runDialogue(QDialog& dialogue);
 
 /// Connects a dialogue to the program's hooks: `show` makes one and comes back when `close` has ended it.

@@ -63,6 +63,7 @@ TEST_F(ToolScreen, TheDropperPicksWhatIsSeenBelowIt)
     work("picOverlay0", Qt::Key_L, [&] {
         EXPECT_EQ(boxes(), "0 0 0");
         auto& frame = part<QWidget>("imgDisplay");
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "the dropper is not seen";
         const QImage seen = frame.grab().toImage();
         std::set<std::string> colours;
         tell(frame, QEvent::MouseButtonPress, {2, 2});
