@@ -310,10 +310,7 @@ void cmdAdvanced_Click()
     runFormatHandler();
 }
 
-std::string SaveFileName()
-{
-    return media::inWorkingFolder(trimmedName());
-}
+std::string SaveFileName() { return media::inWorkingFolder(trimmedName()); }
 
 void cmdOK_Click()
 {

@@ -26,8 +26,10 @@
 #include "shell/menus_form.h"
 #include "shell/panel_places.h"
 #include "timeline/frmTimeline_form.h"
+#include "tools/frmAddText_form.h"
 #include "tools/frmKeyColor_form.h"
 #include "tools/frmStretchMode_form.h"
+#include "tools/frmTakeSnap_form.h"
 #include "volume/frmVolume_form.h"
 #include "windowing/cut_label.h"
 #include "windowing/icons.h"
@@ -196,6 +198,8 @@ void MainWindow::bindHooks()
     frmProgressBar::connectScreens();
     frmProfileProperties::connectScreens();
     frmPreferences::connectScreens();
+    frmAddText::connectScreens();
+    frmTakeSnap::connectScreens();
     frmKeyColor::connectScreens();
     frmStretchMode::connectScreens();
     mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };

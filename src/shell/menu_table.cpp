@@ -117,9 +117,9 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuToolsCapture", "&Capture...", "F3", &m.mnuToolsCapture},
     {kEntry, "mnuToolsSplitTimeline", "&Split Timeline Tracks", "F11", &m.mnuToolsSplitTimeline, mdiTarnwick::mnuToolsSplitTimeline_Click, &T::hasTimeline},
     {kEntry, "mnuToolsPackTimelineBars", "&Pack Timeline Tracks", "F12", &m.mnuToolsPackTimelineBars, mdiTarnwick::mnuToolsPackTimelineBars_Click, &T::hasTimeline},
-    {kEntry, "mnuToolsTakeSnap", "&Take Snap", "Ctrl+F2", &m.mnuToolsTakeSnap, nullptr, &T::hasVideo},
+    {kEntry, "mnuToolsTakeSnap", "&Take Snap", "Ctrl+F2", &m.mnuToolsTakeSnap, mdiTarnwick::mnuToolsTakeSnap_Click, &T::hasVideo},
     {kEntry, "mnuToolsRepeatAudio", "Repeat A&udio", "Ctrl+F3", &m.mnuToolsRepeatAudio, mdiTarnwick::mnuToolsRepeatAudio_Click, &T::canRepeatAudio},
-    {kEntry, "mnuToolsAddText", "Add Te&xt", "Ctrl+F5", &m.mnuToolsAddText, nullptr, &T::hasVideo},
+    {kEntry, "mnuToolsAddText", "Add Te&xt", "Ctrl+F5", &m.mnuToolsAddText, mdiTarnwick::mnuToolsAddText_Click, &T::hasVideo},
     rule(),
     {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions, mdiTarnwick::mnuToolsOptions_Click},
 

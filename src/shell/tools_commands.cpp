@@ -2,7 +2,9 @@
 
 #include "core/shared_state.h"
 #include "core/upcalls.h"
+#include "tools/frmAddText.h"
 #include "tools/frmStretchMode.h"
+#include "tools/frmTakeSnap.h"
 #include "tools/overlay_transparency.h"
 
 namespace mdiTarnwick {
@@ -22,5 +24,9 @@ void run(void (*tool)())
 void mnuEditStretchMode_Click() { run(frmStretchMode::ShowModal); }
 
 void mnuEditSetOverlayTransparency_Click() { run(moduleTimeline::OnEditSetOverlayTransparencyClick); }
+
+void mnuToolsAddText_Click() { run(frmAddText::ShowModal); }
+
+void mnuToolsTakeSnap_Click() { run(frmTakeSnap::ShowModal); }
 
 } // namespace mdiTarnwick

@@ -9,5 +9,9 @@ namespace mdiTarnwick {
 void mnuEditStretchMode_Click();
 /// The colour that the selected overlay loses.
 void mnuEditSetOverlayTransparency_Click();
+/// A title is written, which may go over the film.
+void mnuToolsAddText_Click();
+/// A still of the movie at the main slider.
+void mnuToolsTakeSnap_Click();
 
 } // namespace mdiTarnwick

@@ -38,15 +38,17 @@ TEST_F(CommandsTest, EntriesOverLayouts)
     put("V 0-5000 E 0-500 O 0-2500=0-5000#0");
     const std::string rows = "mnuFileExportTimeline mnuEditClearTimeline mnuEditAddEffectToTimeline mnuEditClearEffect "
                              "mnuEditAddToOverlay mnuEditClearOverlay ";
-    EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always + " mnuToolsRepeatAudio");
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always
+                             + " mnuToolsTakeSnap mnuToolsRepeatAudio mnuToolsAddText");
+    const std::string pictures = always + " mnuToolsTakeSnap mnuToolsAddText";
     moduleTimeline::ClearMFSTSubSelections();
-    EXPECT_EQ(enabled(), rows + always);
+    EXPECT_EQ(enabled(), rows + pictures);
     select(state::OverlayTrack, 0);
     EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline mnuEditStretchMode mnuEditAddEffectToTimeline "
                          "mnuEditClearEffect mnuEditAddToOverlay mnuEditClearOverlay mnuEditSetOverlayTransparency "
-                             + edits + "mnuEditRestoreSize " + always);
+                             + edits + "mnuEditRestoreSize " + pictures);
     showSelection(1000, 2000);
-    EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + always);
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + pictures);
 }
 
 TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
@@ -65,7 +67,7 @@ TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
               project
                   + "mnuFileExportTimeline mnuFilePreview mnuEditUndo mnuEditAddToTimeline mnuEditClearTimeline "
                     "mnuEditAddEffectToTimeline mnuEditAddToOverlay mnuToolsSplitTimeline "
-                    "mnuToolsPackTimelineBars");
+                    "mnuToolsPackTimelineBars mnuToolsTakeSnap mnuToolsAddText");
     EXPECT_TRUE(tools.cmdAdd.Enabled);
     mdiTarnwick::mnuAddEffectBlur_Click();
     std::string name(10, ' ');

@@ -66,7 +66,8 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     frmTimeline::Form_Activate();
     EXPECT_EQ(
         texts(tools.tvwActions),
-        "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks|Save timeline..."
+        "Undo|Show/Hide selection sliders|Add an effect|Split timeline tracks|Pack timeline tracks|Add text as overlay|"
+        "Save timeline..."
             + save);
     click(2, 1);
     EXPECT_EQ(tools.lvwHistory.get().size(), 2U);
@@ -75,7 +76,8 @@ TEST_F(ToolsPanelTest, ActionsFollowThePanelAndTheTimeline)
     click(0, 1);
     EXPECT_EQ(texts(tools.tvwActions),
               "Undo|Redo|Show/Hide selection sliders|Delete selection|Cut selection|Copy selection|Crop selection|"
-              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks|Save timeline..."
+              "Crop source(s)|Add an effect|Split timeline tracks|Pack timeline tracks|Add text as overlay|"
+              "Save timeline..."
                   + save);
     frmTools::ActionsClear();
     frmTools::ActionsBuildMediaList();
