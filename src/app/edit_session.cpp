@@ -3,6 +3,7 @@
 #include "app/edit_errors.h"
 #include "app/edit_media.h"
 #include "app/edit_start.h"
+#include "core/forms/frmAddText.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmTools.h"
 #include "core/shared_state.h"
@@ -22,6 +23,7 @@
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "tools/frmAddText.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -269,6 +271,19 @@ void EditSession::addToOverlay(std::string_view name)
 {
     chooseRow(mediaNamed(name));
     mdiTarnwick::mnuEditAddToOverlay_Click();
+}
+
+void EditSession::addTitle(const std::string& name)
+{
+    const std::int32_t filesBefore = state::FileCollection.Count();
+    frmAddText::Form_Load();
+    forms::frmAddText.txtText.Text = name;
+    platform_.savedFile = (fs::path(mediaFolder_) / (name + ".bmp")).string();
+    frmAddText::mnuFileSaveAddAndClose_Click();
+    if (state::FileCollection.Count() == filesBefore) {
+        throw std::runtime_error("cannot add the title " + name);
+    }
+    media_.push_back(openedAs(name, state::FileCollection.Item(state::FileCollection.Count())));
 }
 
 void EditSession::addEffect(std::string_view name)

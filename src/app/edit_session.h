@@ -90,6 +90,9 @@ public:
 
     void addToTimeline(std::string_view name);
     void addToOverlay(std::string_view name);
+    /// Writes the name over the picture at the slider and puts it over the film. The file of an earlier title of that
+    /// name is written over.
+    void addTitle(const std::string& name);
     /// A name of the tools panel's list.
     void addEffect(std::string_view name);
 

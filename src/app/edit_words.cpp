@@ -37,13 +37,20 @@ void plain(EditSession&, Operands&)
     Command();
 }
 
-void openMedia(EditSession& session, Operands& operands)
+/// One that can be a file's.
+const std::string& plainName(Operands& operands)
 {
     const std::string& name = operands.word();
     const auto isPlain = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_' || c == '-'; };
     if (!std::ranges::all_of(name, isPlain)) {
         throw WrongWords("a name is made of letters, digits, \"_\" and \"-\"");
     }
+    return name;
+}
+
+void openMedia(EditSession& session, Operands& operands)
+{
+    const std::string& name = plainName(operands);
     const std::int32_t lengthMs = operands.number(1, kLongestMediaMs);
     const std::string& kinds = operands.word();
     if (kinds != "v" && kinds != "a" && kinds != "va") {
@@ -51,6 +58,8 @@ void openMedia(EditSession& session, Operands& operands)
     }
     session.openMedia(name, lengthMs, kinds.starts_with('v'), kinds.ends_with('a'));
 }
+
+void addTitle(EditSession& session, Operands& operands) { session.addTitle(plainName(operands)); }
 
 void put(EditSession& session, Operands& operands)
 {
@@ -173,6 +182,7 @@ constexpr Word kWords[] = {
     {"range", "START STOP|off", showRange, "shows the selection sliders, or hides them"},
     {"add", "NAME", [](EditSession& s, Operands& o) { s.addToTimeline(o.word()); }, "adds a file to the timeline"},
     {"overlay", "NAME", [](EditSession& s, Operands& o) { s.addToOverlay(o.word()); }, "adds a file as an overlay"},
+    {"title", "NAME", addTitle, "writes the name as a title, and adds it as an overlay"},
     {"add-effect", "NAME", [](EditSession& s, Operands& o) { s.addEffect(o.word()); }, "adds an effect"},
     {"cut", "", plain<mdiTarnwick::mnuEditCut_Click>, "the commands of the menus:"},
     {"copy", "", plain<mdiTarnwick::mnuEditCopy_Click>, ""},

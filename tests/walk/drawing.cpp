@@ -16,6 +16,7 @@ namespace {
 /// from 0, PLACE from 1), an OVERLAY, a TIME, a RANGE between two, a SPAN from one, its MEDIA, milliseconds to go BY.
 constexpr std::string_view kLines[] = {
     "16 add|overlay clip|pic|song|tiny|long",
+    "1 title one|two",
     "4 put video|overlay clip|pic|tiny|long SPAN MEDIA",
     "4 put audio1|audio2 clip|song|tiny|long SPAN MEDIA",
     "4 add-effect Fade|Pixelate|Blur|Wave|Emboss|Engrave",
@@ -39,7 +40,7 @@ constexpr std::string_view kLines[] = {
     "10 undo|undo|undo|redo|redo",
     "3 jump PLACE",
 };
-constexpr std::size_t kAddingLines = 5; // at the head
+constexpr std::size_t kAddingLines = 6; // at the head
 
 } // namespace
 

@@ -328,6 +328,18 @@ void stretchMode(Command& c)
     }
 }
 
+/// Black on white stands on blue.
+void title(Command& c)
+{
+    constexpr Ms kStillMs = 5000;
+    Piece piece;
+    piece.name = c.words[1];
+    piece.key = {0, 0, 255};
+    lay(piece, c.t.end(kOverlay), kStillMs);
+    piece.media = rangeOf(0, kStillMs);
+    c.t.on(kOverlay).push_back(piece);
+}
+
 // --- By hand -------------------------------------------------------------------------------------------------------
 
 void moveSelected(Command& c, Ms by)
@@ -397,6 +409,7 @@ constexpr std::pair<std::string_view, void (*)(Command&)> kRules[] = {
     {"nudge", nudge},
     {"shuffle", rearrange},
     {"change-track", rearrange},
+    {"title", title},
     {"key-color", keyColour},
     {"stretch", stretchMode},
 };
