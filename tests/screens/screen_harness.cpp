@@ -1,6 +1,7 @@
 #include "screens/screen_harness.h"
 
 #include "core/forms/frmAddText.h"
+#include "core/forms/frmAdvancedSaveOptions.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
@@ -62,6 +63,7 @@ ScreenTest::ScreenTest()
     renew(forms::frmTimeline);
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
+    renew(forms::frmAdvancedSaveOptions);
     renew(forms::frmAddText);
     renew(forms::frmTakeSnap);
     renew(forms::frmPreview);
