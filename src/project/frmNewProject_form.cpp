@@ -57,15 +57,10 @@ QBoxLayout* Dialogue::makeFolder()
 
 QBoxLayout* Dialogue::makeButtons()
 {
-    auto* const row = new QHBoxLayout;
-    row->addWidget(button("cmdDefault", tr("&Defaults"), cmdDefault_Click));
-    row->addStretch();
-    QPushButton* const ok = button("cmdOK", tr("OK"), cmdOK_Click);
-    ok->setDefault(true);
-    row->addWidget(ok);
-    row->addWidget(button("cmdCancel", tr("Cancel"), cmdCancel_Click));
-    row->addWidget(button("cmdHelp", tr("&Help"), cmdHelp_Click));
-    return row;
+    QPushButton* const usual = button("cmdDefault", tr("&Defaults"), cmdDefault_Click); // ahead of the others for Tab
+    return lastRow({button("cmdOK", tr("OK"), cmdOK_Click), button("cmdCancel", tr("Cancel"), cmdCancel_Click),
+                    button("cmdHelp", tr("&Help"), cmdHelp_Click)},
+                   usual);
 }
 
 } // namespace

@@ -207,15 +207,9 @@ QWidget* Dialogue::makeWindowsMedia()
 
 QBoxLayout* Dialogue::makeButtons()
 {
-    auto* const row = new QHBoxLayout;
-    row->addStretch();
-    QPushButton* const ok = button("cmdOk", tr("OK"), cmdOk_Click);
-    ok->setDefault(true);
-    row->addWidget(ok);
-    row->addWidget(button("cmdCancel", tr("Cancel"), cmdCancel_Click));
-    row->addWidget(button("cmdApply", tr("&Apply"), cmdApply_Click, &form().cmdApply));
-    row->addWidget(button("Command1", tr("&Help"), Command1_Click));
-    return row;
+    return lastRow({button("cmdOk", tr("OK"), cmdOk_Click), button("cmdCancel", tr("Cancel"), cmdCancel_Click),
+                    button("cmdApply", tr("&Apply"), cmdApply_Click, &form().cmdApply),
+                    button("Command1", tr("&Help"), Command1_Click)});
 }
 
 } // namespace

@@ -181,13 +181,7 @@ QLayout* Dialogue::makePrimaries()
 
 QBoxLayout* Dialogue::makeButtons()
 {
-    auto* const row = new QHBoxLayout;
-    row->addStretch();
-    QPushButton* const ok = button("cmdOK", tr("OK"), cmdOK_Click);
-    ok->setDefault(true);
-    row->addWidget(ok);
-    row->addWidget(button("cmdCancel", tr("Cancel"), cmdCancel_Click));
-    return row;
+    return lastRow({button("cmdOK", tr("OK"), cmdOK_Click), button("cmdCancel", tr("Cancel"), cmdCancel_Click)});
 }
 
 } // namespace

@@ -81,14 +81,8 @@ QLabel* Dialogue::makePreview()
 
 QBoxLayout* Dialogue::makeButtons()
 {
-    auto* const row = new QHBoxLayout;
-    row->addStretch();
-    QPushButton* const ok = button("cmdOK", tr("OK"), cmdOK_Click);
-    ok->setDefault(true);
-    row->addWidget(ok);
-    row->addWidget(button("cmdCancel", tr("Cancel"), cmdCancel_Click));
-    row->addWidget(button("cmdHelp", tr("&Help"), cmdHelp_Click));
-    return row;
+    return lastRow({button("cmdOK", tr("OK"), cmdOK_Click), button("cmdCancel", tr("Cancel"), cmdCancel_Click),
+                    button("cmdHelp", tr("&Help"), cmdHelp_Click)});
 }
 
 } // namespace

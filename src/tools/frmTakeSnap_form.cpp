@@ -71,14 +71,8 @@ QBoxLayout* Dialogue::makeSize()
 
 QBoxLayout* Dialogue::makeButtons()
 {
-    QPushButton* const ok = button("cmdOK", tr("&OK"), cmdOK_Click, &form().cmdOK);
-    ok->setDefault(true);
-    auto* const row = new QHBoxLayout;
-    row->addWidget(button("cmdHelp", tr("Help"), cmdHelp_Click));
-    row->addStretch();
-    row->addWidget(ok);
-    row->addWidget(button("cmdCancel", tr("Cancel"), cmdCancel_Click));
-    return row;
+    return lastRow({button("cmdOK", tr("&OK"), cmdOK_Click, &form().cmdOK),
+                    button("cmdCancel", tr("Cancel"), cmdCancel_Click), button("cmdHelp", tr("Help"), cmdHelp_Click)});
 }
 
 } // namespace

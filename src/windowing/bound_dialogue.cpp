@@ -164,6 +164,20 @@ QBoxLayout* BoundDialogue::labelled(const QString& text, QWidget* widget, int st
     return row;
 }
 
+QBoxLayout* BoundDialogue::lastRow(std::initializer_list<QPushButton*> buttons, QPushButton* apart)
+{
+    auto* const row = new QHBoxLayout;
+    if (apart != nullptr) {
+        row->addWidget(apart);
+    }
+    row->addStretch();
+    for (QPushButton* const made : buttons) {
+        row->addWidget(made);
+    }
+    (*buttons.begin())->setDefault(true);
+    return row;
+}
+
 QBoxLayout* BoundDialogue::dimension(const char* listName, const QString& label, const QString& ownLabel,
                                      DimensionBoxes& state)
 {

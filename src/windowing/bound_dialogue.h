@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <functional>
+#include <initializer_list>
 #include <vector>
 
 class QBoxLayout;
@@ -42,6 +43,9 @@ protected:
     QBoxLayout* dimension(const char* listName, const QString& label, const QString& ownLabel, DimensionBoxes& state);
     /// A label ahead of the widget, which its key leads to.
     static QBoxLayout* labelled(const QString& label, QWidget* widget, int stretch = 1);
+
+    /// The last row, from the left: those apart, and behind a gap the others, of which the first answers Enter.
+    static QBoxLayout* lastRow(std::initializer_list<QPushButton*> buttons, QPushButton* apart = nullptr);
 
     /// Runs at each show pass, behind the bound widgets.
     void also(std::function<void()> show) { shows_.push_back(std::move(show)); }
