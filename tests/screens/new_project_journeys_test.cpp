@@ -15,11 +15,6 @@ namespace {
 class NewProjectScreen : public ScreenTest {
 protected:
     static QWidget& dialogue() { return *QApplication::activeModalWidget(); }
-    template <class Widget>
-    static Widget& part(const char* name)
-    {
-        return *dialogue().findChild<Widget*>(name);
-    }
     /// A key where the dialogue's focus is.
     static void press(Qt::Key key, Qt::KeyboardModifiers keys = {})
     {

@@ -8,7 +8,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -54,16 +53,6 @@ protected:
     {
         answers.work(std::move(deeds));
         press(button);
-    }
-    static QDialog* front() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
-    template <class Widget>
-    static Widget& part(const char* name)
-    {
-        auto* const found = front()->findChild<Widget*>(name);
-        if (found == nullptr) {
-            throw std::runtime_error(std::string("there is no ") + name);
-        }
-        return *found;
     }
     static void press(const char* button) { QTest::mouseClick(&part<QPushButton>(button), Qt::LeftButton); }
     static void type(const char* box, const std::string& text)

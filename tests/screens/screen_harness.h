@@ -15,6 +15,8 @@
 #include "windowing/show_pass.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QTest>
 #include <functional>
@@ -68,6 +70,19 @@ protected:
         return *found;
     }
     QWidget& find(const char* name) const { return find<QWidget>(name); }
+
+    /// The dialogue in front; nullptr when there is none.
+    static QDialog* front() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
+    /// A widget of the dialogue in front.
+    template <class Widget>
+    static Widget& part(const char* name)
+    {
+        auto* const found = front() != nullptr ? front()->findChild<Widget*>(name) : nullptr;
+        if (found == nullptr) {
+            throw std::runtime_error(std::string("there is no ") + name);
+        }
+        return *found;
+    }
 
     // --- Doing -----------------------------------------------------------------------------------------------------
 

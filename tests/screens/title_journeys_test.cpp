@@ -8,7 +8,6 @@
 #include "tools/frmAddText.h"
 
 #include <QAction>
-#include <QDialog>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLineEdit>
@@ -31,16 +30,6 @@ protected:
     }
 
     std::string path(const std::string& name) const { return folder_.path().toStdString() + "/" + name; }
-    static QDialog* front() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
-    template <class Widget>
-    static Widget& part(const char* name)
-    {
-        auto* const found = front()->findChild<Widget*>(name);
-        if (found == nullptr) {
-            throw std::runtime_error(std::string("there is no ") + name);
-        }
-        return *found;
-    }
     void inDialogue(Qt::Key command, std::function<void()> deeds)
     {
         answers.work([deeds = std::move(deeds)] {

@@ -2,7 +2,6 @@
 
 #include "screens/screen_harness.h"
 
-#include <QDialog>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -33,11 +32,6 @@ protected:
         });
         key(opening, Qt::ControlModifier);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    }
-    template <class Widget>
-    static Widget& part(const char* name)
-    {
-        return *QApplication::activeModalWidget()->findChild<Widget*>(name);
     }
     /// "0 255 0", as the boxes of the key colour say.
     static std::string boxes()
