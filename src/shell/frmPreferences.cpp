@@ -53,13 +53,11 @@ std::function<void()> andChanged(void (*handler)())
 
 void fillProfiles(forms::PreferredProfile& profile, bool isVideo)
 {
-    std::vector<std::string> three;
-    for (std::int32_t setting = 0; setting < 3; ++setting) {
-        three.push_back(frmAdvancedSaveOptions::profileOfSetting(setting, isVideo));
-    }
+    using frmAdvancedSaveOptions::profileOfSetting;
     profile.cboSetting.ListIndex.changed = nullptr;
     profile.cboProfile.ListIndex.changed = nullptr;
-    profile.cboSetting.List = std::move(three);
+    profile.cboSetting.List = std::vector<std::string>{profileOfSetting(0, isVideo), profileOfSetting(1, isVideo),
+                                                       profileOfSetting(2, isVideo)};
     ComboBox ignored; // the dialogue of a save has another list of settings
     frmAdvancedSaveOptions::FillWMFProfiles(profile.cboProfile, ignored, isVideo);
 }
