@@ -148,7 +148,7 @@ void NewFileDialog::accept()
                == QMessageBox::Yes;
     if (isFree) {
         path_ = QDir::cleanPath(file.absoluteFilePath());
-        QDialog::accept();
+        done(Accepted); // past the accept of QFileDialog, to which quotes divide names
     }
 }
 
