@@ -32,6 +32,8 @@ protected:
         ShellTest::TearDown();
     }
 
+    static constexpr int kEnoughTicks = 6000;
+
     std::string path(const std::string& name) const { return platform.folder + "/" + name; }
     /// Opens the dialogue, does that in it, and closes it.
     static void inDialogue(const std::function<void()>& deeds)
@@ -57,13 +59,17 @@ protected:
         dialogue.lstSaveStreams = rows;
         frmExportTimeline::lstSaveStreams_Click();
     }
-    /// Presses Save; the run goes on to "Done" or for so many ticks, and then its button is pressed.
-    void save(int ticks = 600)
+    /// Presses Save; the run goes on to "Done", a while behind a failure, or for so many ticks, and then its button is
+    /// pressed.
+    void save(int ticks = kEnoughTicks)
     {
         frmProgressBar::showDialogue = [this, ticks] {
-            for (int i = 0; i < ticks && run.cmdCancel.get() != "&Done"; ++i) {
+            constexpr int kWhile = 20;
+            int behind = 0;
+            for (int i = 0; i < ticks && behind < kWhile && run.cmdCancel.get() != "&Done"; ++i) {
                 std::this_thread::sleep_for(std::chrono::milliseconds(5));
                 run.tmSave.tick();
+                behind += run.lblFailure.get().empty() ? 0 : 1;
             }
             outcome = run.cmdCancel.get() + " " + run.lblFramesSaved.get();
             frmProgressBar::cmdCancel_Click();

@@ -26,7 +26,7 @@ protected:
     }
     /// Saves under that name, by default as the dialogue opens.
     void saveAs(
-        const std::string& name, const std::function<void()>& ahead = [] {}, int ticks = 600)
+        const std::string& name, const std::function<void()>& ahead = [] {}, int ticks = kEnoughTicks)
     {
         inDialogue([&] {
             dialogue.txtSaveFileName.Text = path(name);
@@ -177,8 +177,7 @@ TEST_F(RunTest, AWriterThatFailsIsToldAndNeverComplete)
             }
             return std::nullopt;
         };
-        saveAs(
-            "film.avi", [] {}, 200);
+        saveAs("film.avi");
     }
     EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
     EXPECT_NE(run.lblFailure.get().find(path("film.avi")), std::string::npos) << run.lblFailure.get();
@@ -211,8 +210,7 @@ TEST_F(RunTest, AMovieThatIsGoneFromItsNameIsNeverComplete)
         }
         return std::nullopt;
     };
-    saveAs(
-        "film.avi", [] {}, 200);
+    saveAs("film.avi");
     EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
     EXPECT_NE(run.lblFailure.get().find("was moved, removed or replaced"), std::string::npos) << run.lblFailure.get();
     EXPECT_EQ(bytesOf(path("film.avi")), bytesOf(media("mjpeg.avi"))) << "the texts are not for it";
