@@ -205,12 +205,12 @@ struct KeyColour {
 /// An overlay and its key, both or neither: the two lists are counted alike.
 bool addOverlay(ITWTimeline& engine, Handle stream, const KeyColour& key)
 {
+    const std::int16_t place = Items(engine, ItemKind::kSource, state::OverlayTrack).count();
     Bool16 ok = kFalse;
     check(engine.AppendSource(state::OverlayTrack, stream, -1, ok));
     if (ok == kFalse) {
         return false;
     }
-    const auto place = static_cast<std::int16_t>(Items(engine, ItemKind::kSource, state::OverlayTrack).count() - 1);
     try {
         AddNewKeyTransition(state::OverlayTrack, key.red, key.green, key.blue);
     } catch (...) {
@@ -291,6 +291,9 @@ void AddNewKeyTransition(Handle track, std::int16_t red, std::int16_t green, std
     const auto times = sources.times(static_cast<std::int16_t>(sources.count() - 1)).value_or(items::ItemTimes{});
     Bool16 ok = kFalse;
     check(engine->AddTransitionAt(track, "DxtKey", times.start, times.stop, ok));
+    if (ok == kFalse) { // the last transition is another source's, which keeps its key
+        throw engine::RuntimeError(engine::error_number::kInvalidCall, "There is no room for the key of the overlay.");
+    }
     std::int16_t count = 0;
     check(engine->GetTransitionCount(track, count));
     const auto last = static_cast<std::int16_t>(count - 1);

@@ -214,6 +214,27 @@ TEST_F(AddTextTest, SavedAndPutOverTheFilm)
     EXPECT_EQ(text(), "V 0-5000");
 }
 
+TEST_F(AddTextTest, ATitleComesWithItsKeyOrNotAtAll)
+{
+    expectsErrors = true;
+    title.TextFile = path("title.bmp");
+    write("x");
+    colours(kBlue, kWhite);
+    const auto addFailing = [&](const std::string& call, int nth, const engine::Status& with) {
+        lay("V 0-5000 O 0-500#30");
+        engineCalls.failCall({call}, nth, with);
+        frmAddText::mnuFileSaveAndAdd_Click();
+        const bool wasMet = !engineCalls.failsLater();
+        engineCalls.failCall({}, 0);
+        const bool isAdded = ModuleHistory::HistoryIndex > 0;
+        EXPECT_EQ(text(), isAdded ? "V 0-5000 O 0-500#30 ?500-5500#0,255,0" : "V 0-5000 O 0-500#30") << call << nth;
+        return wasMet;
+    };
+    for (int nth = 1; addFailing("GetSourceCount", nth, engine::kFailed); ++nth) {
+    }
+    EXPECT_TRUE(addFailing("AddTransitionAt", 1, engine::kDone));
+}
+
 TEST_F(AddTextTest, WithoutAPictureUnderTheSlider)
 {
     lay("V 1000-5000");
