@@ -18,6 +18,7 @@ namespace twcore {
 namespace {
 
 constexpr std::chrono::seconds kMostWait{2};
+constexpr int kMostLinks = 40;
 
 using Pixels = std::vector<std::uint32_t>;
 
@@ -169,12 +170,17 @@ bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::
     }
     std::error_code error;
     std::filesystem::path target(path);
-    if (std::filesystem::is_symlink(target, error)) {
-        target = std::filesystem::weakly_canonical(target, error); // a link stays one
+    for (int links = 0; std::filesystem::is_symlink(target, error); ++links) { // a link stays one
+        if (links == kMostLinks) {
+            return false;
+        }
+        target = target.parent_path() / std::filesystem::read_symlink(target, error);
     }
-    const auto kind = std::filesystem::status(target, error).type();
-    if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {
-        return false; // a folder, or a device that must not be replaced
+    struct stat old {};
+    const bool isThere = ::stat(target.c_str(), &old) == 0;
+    if (isThere ? !S_ISREG(old.st_mode) || (old.st_mode & S_IWUSR) == 0 || ::access(target.c_str(), W_OK) != 0
+                : errno != ENOENT) {
+        return false; // a folder, a device that must not be replaced, or what somebody wants to keep
     }
     const std::string bytes = bitmapOf(canvas, size);
     std::filesystem::path made;
@@ -182,7 +188,7 @@ bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::
     if (descriptor < 0) {
         return false;
     }
-    const bool isWritten = writeAll(descriptor, bytes);
+    const bool isWritten = writeAll(descriptor, bytes) && (!isThere || ::fchmod(descriptor, old.st_mode & 07777) == 0);
     const bool isClosed = ::close(descriptor) == 0;
     if (isWritten && isClosed && ::rename(made.c_str(), target.c_str()) == 0) {
         return true;

@@ -18,7 +18,8 @@ bool drawFrame(std::function<MediaFilePtr(const Patience&)> find, double seconds
                engine::PixelCanvas& canvas);
 
 /// Writes the upper left of a canvas in that size, black where it is smaller, as a bitmap of 24 bits a pixel. False
-/// when it cannot be written: then what stood there before stands there still.
+/// when it cannot be written, or an old file is read-only: then what stood there before stands there still. A new
+/// file has the rights of the old one, and of a link the file that it leads to is meant.
 bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::string& path);
 
 } // namespace twcore

@@ -127,6 +127,18 @@ TEST_F(CanvasTest, BitmapsHoldWhatWasDrawn)
     }
     EXPECT_EQ(folder.names().size(), 1u);
     EXPECT_EQ(testmedia::bytesOf(file).size(), 54u + 320 * 240 * 3);
+
+    namespace fs = std::filesystem;
+    fs::create_symlink("later.bmp", folder / "link.bmp");
+    EXPECT_TRUE(save(folder / "link.bmp", 1, 1));
+    EXPECT_TRUE(fs::is_symlink(folder / "link.bmp"));
+    EXPECT_EQ(fs::file_size(folder / "later.bmp"), 58u);
+    fs::permissions(file, fs::perms(0600));
+    EXPECT_TRUE(save(file, 1, 1));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
+    fs::permissions(file, fs::perms(0400));
+    EXPECT_FALSE(save(file, 2, 1)) << "somebody wants to keep it";
+    EXPECT_EQ(fs::file_size(file), 58u);
 }
 
 TEST(Surfaces, ASinkThatIsRemovedIsCalledNoMore)
