@@ -1,6 +1,7 @@
 #include "tools/frmAddText.h"
 
 #include "core/forms/frmAddText.h"
+#include "core/numbers.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
@@ -15,7 +16,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <charconv>
 
 namespace frmAddText {
 
@@ -112,9 +113,9 @@ void setFont(const TextFont& font)
 {
     form.Font = font;
     form.cboFonts.Text = font.Name;
-    std::string size = std::to_string(font.Size);
-    size.erase(size.find_last_not_of('0') + 1);
-    form.cboSize.Text = size.ends_with('.') ? size.substr(0, size.size() - 1) : size;
+    std::array<char, 32> size{}; // with a point, whatever the desktop's language is
+    const auto end = std::to_chars(size.data(), size.data() + size.size(), font.Size).ptr;
+    form.cboSize.Text = std::string(size.data(), end);
     form.mnuFormatFontStyleBold.Checked = font.Bold;
     form.mnuFormatFontStyleItalic.Checked = font.Italic;
     form.mnuFormatFontStyleUnderline.Checked = font.Underline;
@@ -195,7 +196,7 @@ void Form_Load()
         form.picWorkspace.canvas.resize(state::ProjectWidth, state::ProjectHeight);
         form.picWorkspaceBack.canvas.resize(state::ProjectWidth, state::ProjectHeight);
         form.Picture = form.picWorkspaceBack.canvas;
-        drawFrame();
+        Trapped(kModule, "drawFrame*", drawFrame); // without it, there is still a text to write
         mnuFileNew_Click();
         say("Ready");
     });
@@ -339,9 +340,10 @@ void ChooseFont(const std::string& name)
 void ChooseSize(const std::string& size)
 {
     constexpr double kLargest = 1000;
-    char* end = nullptr;
-    const double points = std::strtod(size.c_str(), &end);
-    if (end == size.c_str() || *end != '\0' || !(points >= 1) || points > kLargest) {
+    double points = 0;
+    Trapped(kModule, "ChooseSize", [&] { points = numbers::fromText(size); },
+            {{engine::error_number::kTypeMismatch, [] {}}});
+    if (!(points >= 1) || points > kLargest) {
         setFont(form.Font); // the text says again what holds
         return;
     }

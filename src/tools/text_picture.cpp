@@ -104,8 +104,13 @@ void fill(engine::PixelCanvas& picture, const Box& box, Pixel pixel)
 template <class Take>
 void forLetters(const engine::PixelCanvas& picture, const TextLook& look, const Take& take)
 {
-    int top = look.top;
+    const int height = ports.lettering->lineHeight(look.font);
+    int top = look.top - height;
     for (const std::string_view line : linesOf(look.text)) {
+        top += height;
+        if (top + 2 * height < 0 || top - height > picture.height()) {
+            continue; // letters reach no farther out of their line than that
+        }
         const Letters letters = ports.lettering->line(look.font, line, look.fontColour);
         const int left = look.left + letters.left;
         const int from = std::max(-left, 0);
@@ -118,7 +123,6 @@ void forLetters(const engine::PixelCanvas& picture, const TextLook& look, const 
                 }
             }
         }
-        top += ports.lettering->lineHeight(look.font);
     }
 }
 
@@ -219,10 +223,11 @@ private:
 TextSize measure(const TextLook& look)
 {
     TextSize size;
-    for (const std::string_view line : linesOf(look.text)) {
+    const auto lines = linesOf(look.text);
+    for (const std::string_view line : lines) {
         size.width = std::max(size.width, ports.lettering->lineWidth(look.font, line));
-        size.height += ports.lettering->lineHeight(look.font);
     }
+    size.height = static_cast<std::int32_t>(lines.size()) * ports.lettering->lineHeight(look.font);
     return size;
 }
 

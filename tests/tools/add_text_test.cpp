@@ -242,6 +242,20 @@ TEST_F(AddTextTest, WithoutAPictureUnderTheSlider)
     write("x");
     EXPECT_EQ(title.Picture.at(10, 10), engine::PixelCanvas::kBlack);
     EXPECT_EQ(title.picWorkspace.canvas.width(), 320);
+    lay("V 0-5000");
+    expectsErrors = true;
+    engineCalls.failCall({"DrawKeyFrame"});
+    frmAddText::Form_Load();
+    EXPECT_EQ(title.txtText.Text.get(), "") << "a frame that fails leaves a new text, not the last one";
+    std::string lines;
+    for (int i = 0; i < 9; ++i) {
+        lines += "\r\n";
+    }
+    write(lines + "x");
+    frmAddText::PlaceText(frmAddText::kTopLeft);
+    EXPECT_EQ(title.picWorkspace.canvas.at(4, 9 * 24 + 4), 0xFF000000u);
+    frmAddText::picWorkspace_DragDrop(title.DragOffsetX, title.DragOffsetY - 9 * 24);
+    EXPECT_EQ(title.picWorkspace.canvas.at(4, 4), 0xFF000000u) << "lines above the picture count";
 }
 
 } // namespace
