@@ -79,31 +79,38 @@ void addTrack(ITWSave& save, Handle track)
     }
 }
 
-/// A moment of the timeline as the movie will have it. What cannot be rendered leaves no file, and so an empty picture.
-void SaveTimelineSection()
+/// A moment of the timeline as the movie will have it.
+void renderMoment(ITWSave& save)
 {
     constexpr Milliseconds kMoment = 100;
-    const auto save = EngineAs<ITWSave>();
     const Handle video = state::TrackCollection.Item(1);
     const Milliseconds now = moduleTimeline::GetSliderPosition();
     Bool16 ok = kFalse;
-    check(save->ResetSave());
-    addTrack(*save, video);
-    addTrack(*save, state::OverlayTrack);
-    check(save->SetSaveEffects(engine::toBool16(!moduleTWState::IsEffectDisabled(video))));
-    check(save->SetSaveWholeTimeline(kFalse));
-    check(save->SetSaveRange(now, now + kMoment));
+    check(save.ResetSave());
+    addTrack(save, video);
+    addTrack(save, state::OverlayTrack);
+    check(save.SetSaveEffects(engine::toBool16(!moduleTWState::IsEffectDisabled(video))));
+    check(save.SetSaveWholeTimeline(kFalse));
+    check(save.SetSaveRange(now, now + kMoment));
     form.SnapBaseName = baseNameAt(now);
+    check(save.SetVideoSize(form.SnapWidth, form.SnapHeight));
+    check(engine::Engine->DeleteFile(form.SnapTempFile, ok));
+    check(save.PrepareAviFile(form.SnapTempFile, ok));
+    check(save.RunSaveToEnd());
+}
+
+/// What cannot be rendered leaves no file, and so an empty picture.
+void SaveTimelineSection()
+{
+    constexpr const char* kRoutine = "SaveTimelineSection*";
+    const auto save = EngineAs<ITWSave>();
+    Bool16 ok = kFalse;
+    form.SnapBaseName = kNoName;
     form.SnapWidth = state::ProjectWidth;
     form.SnapHeight = state::ProjectHeight;
-    check(save->SetVideoSize(form.SnapWidth, form.SnapHeight));
-    check(engine::Engine->DeleteFile(form.SnapTempFile, ok));
-    Trapped(kModule, "SaveTimelineSection*", [&] {
-        check(save->PrepareAviFile(form.SnapTempFile, ok));
-        check(save->RunSaveToEnd());
-    });
-    check(save->StopSave(ok));
-    check(save->CloseSave());
+    Trapped(kModule, kRoutine, [&] { renderMoment(*save); });
+    Trapped(kModule, kRoutine, [&] { check(save->StopSave(ok)); });
+    Trapped(kModule, kRoutine, [&] { check(save->CloseSave()); });
 }
 
 /// The engine scales, so that the size counts when the still is drawn.
@@ -132,13 +139,15 @@ void fillDimension()
 {
     constexpr std::int32_t kLimit = 2000;
     DimensionBoxes& boxes = form.Dimension;
+    // A box must not draw the still anew while the other one shows the side of the last.
+    boxes.txtWidth.Text.changed = boxes.txtHeight.Text.changed = nullptr;
+    boxes.txtWidth.Text = std::to_string(form.SnapWidth); // a frame may be larger than what can be typed
+    boxes.txtHeight.Text = std::to_string(form.SnapHeight);
     dimension::reset(boxes, {}, 0, ResizeSnap);
     boxes.AspectRatio = form.SnapAspect;
     boxes.CustomWidth = form.SnapWidth;
     boxes.CustomHeight = form.SnapHeight;
     boxes.txtWidth.Enabled = boxes.txtHeight.Enabled = boxes.chkLockAspectRatio.Enabled = true;
-    boxes.txtWidth.Text = std::to_string(form.SnapWidth); // a frame may be larger than what can be typed
-    boxes.txtHeight.Text = std::to_string(form.SnapHeight);
     boxes.Limit = kLimit;
 }
 

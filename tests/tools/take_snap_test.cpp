@@ -133,17 +133,27 @@ TEST_F(TakeSnapTest, SizesAndNames)
     inDialogue([&] { EXPECT_EQ(snap.txtSaveTo.Text.get(), path("clip1.bmp")); });
     moduleTimeline::SetSliderPosition(0, false);
     lay("V x1000-2000");
-    inDialogue([&] { EXPECT_EQ(snap.txtSaveTo.Text.get(), path("Snap.bmp")) << "nothing under the slider"; });
+    snap.Dimension.chkLockAspectRatio.Value = std::int16_t{0};
+    state::ProjectWidth = 64;
+    state::ProjectHeight = 48;
+    inDialogue([&] {
+        EXPECT_EQ(snap.txtSaveTo.Text.get(), path("Snap.bmp")) << "nothing under the slider";
+        EXPECT_EQ(snap.picWorkspace.canvas.width(), 64) << "not the sides of the last still";
+        EXPECT_EQ(snap.picWorkspace.canvas.height(), 48);
+        EXPECT_EQ(snap.Dimension.txtHeight.Text.get(), "48");
+    });
 }
 
 TEST_F(TakeSnapTest, ARenderingThatFails)
 {
     lay("V 0-2000");
-    for (const char* const call : {"PrepareAviFile", "RunSaveToEnd"}) {
+    for (const char* const call : {"ResetSave", "PrepareAviFile", "RunSaveToEnd", "StopSave"}) {
         engineCalls.failCall({call});
         expectsErrors = true;
         const Pixels pixels = snapped();
-        EXPECT_EQ(std::ranges::count(pixels, engine::PixelCanvas::kBlack), 320 * 240) << call;
+        const bool isEmpty = std::string_view(call) != "StopSave"; // by then it was rendered
+        EXPECT_EQ(std::ranges::count(pixels, engine::PixelCanvas::kBlack) == 320 * 240, isEmpty) << call;
+        EXPECT_EQ(pixels.size(), 320u * 240) << call;
         EXPECT_EQ(leftBehind(), 0);
     }
 }
