@@ -188,7 +188,10 @@ bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::
     if (descriptor < 0) {
         return false;
     }
-    const bool isWritten = writeAll(descriptor, bytes) && (!isThere || ::fchmod(descriptor, old.st_mode & 07777) == 0);
+    if (isThere) {
+        (void)!::fchmod(descriptor, old.st_mode & 07777); // some disks know no rights
+    }
+    const bool isWritten = writeAll(descriptor, bytes);
     const bool isClosed = ::close(descriptor) == 0;
     if (isWritten && isClosed && ::rename(made.c_str(), target.c_str()) == 0) {
         return true;
