@@ -143,6 +143,7 @@ void fillDimension()
     boxes.txtWidth.Text.changed = boxes.txtHeight.Text.changed = nullptr;
     boxes.txtWidth.Text = std::to_string(form.SnapWidth); // a frame may be larger than what can be typed
     boxes.txtHeight.Text = std::to_string(form.SnapHeight);
+    boxes.chkLockAspectRatio.Value = std::int16_t{0};
     dimension::reset(boxes, {}, 0, ResizeSnap);
     boxes.AspectRatio = form.SnapAspect;
     boxes.CustomWidth = form.SnapWidth;
@@ -181,7 +182,7 @@ void Form_Load()
     Trapped(kModule, "Form_Load", [] {
         const WaitCursor wait;
         form.SnapTempFile = makeFolder() ? folder->path() + "/QMT_Snap.avi" : "";
-        SaveTimelineSection();
+        Trapped(kModule, "SaveTimelineSection", SaveTimelineSection);
         form.SnapAspect = static_cast<double>(form.SnapWidth) / form.SnapHeight;
         draw();
         fillDimension();
@@ -203,7 +204,7 @@ void cmdBrowse_Click()
     constexpr std::int32_t kCancelled = 32755;
     Trapped(kModule, "cmdBrowse_Click",
             [] {
-                const std::filesystem::path present(form.txtSaveTo.Text.get());
+                const std::filesystem::path present(media::inWorkingFolder(form.txtSaveTo.Text));
                 form.txtSaveTo.Text = ports.dialogs->saveFile({.filters = {{"Bitmap File", {"*.bmp"}}},
                                                                .folder = present.parent_path().string(),
                                                                .defaultExtension = "bmp",

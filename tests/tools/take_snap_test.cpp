@@ -130,7 +130,18 @@ TEST_F(TakeSnapTest, SizesAndNames)
     });
     EXPECT_EQ(closed, 1);
     EXPECT_EQ(fs::file_size(path("clip.bmp")), 54u + 160 * 120 * 3);
-    inDialogue([&] { EXPECT_EQ(snap.txtSaveTo.Text.get(), path("clip1.bmp")); });
+    inDialogue([&] {
+        EXPECT_EQ(snap.txtSaveTo.Text.get(), path("clip1.bmp"));
+        EXPECT_EQ(snap.Dimension.chkLockAspectRatio.Value, 0) << "as at each opening";
+        snap.Dimension.chkLockAspectRatio.Value = std::int16_t{0};
+        snap.Dimension.txtWidth.Text = std::string("200");
+        snap.Dimension.txtHeight.Text = std::string("100");
+    });
+    inDialogue([&] {
+        EXPECT_EQ(snap.picWorkspace.canvas.width(), 320) << "not in the size of the last time";
+        EXPECT_EQ(snap.picWorkspace.canvas.height(), 240);
+        EXPECT_EQ(snap.Dimension.txtHeight.Text.get(), "240");
+    });
     moduleTimeline::SetSliderPosition(0, false);
     lay("V x1000-2000");
     snap.Dimension.chkLockAspectRatio.Value = std::int16_t{0};
