@@ -151,6 +151,9 @@ void Form_Load()
     const WaitCursor wait;
     Trapped(kModule, "Form_Load", [] {
         form.Picking = false;
+        form.PickedRed = form.KeyColorRed; // nothing is picked yet
+        form.PickedGreen = form.KeyColorGreen;
+        form.PickedBlue = form.KeyColorBlue;
         const std::array<std::int32_t, 3> present{form.KeyColorRed, form.KeyColorGreen, form.KeyColorBlue};
         bindControls();
         putIntoBoxes(present);
@@ -199,8 +202,10 @@ void imgDisplay_MouseUp() { form.Picking = false; }
 
 void cmdOK_Click()
 {
-    history::runTrapped(kModule, "cmdOK_Click", "SetKeyColor", applyColour, UpdatePreview);
-    close();
+    Trapped(kModule, "cmdOK_Click", [] { // one that failed leaves the dialogue, and what is chosen in it
+        history::run("SetKeyColor", applyColour, UpdatePreview);
+        close();
+    });
 }
 
 void cmdCancel_Click() { close(); }

@@ -159,7 +159,11 @@ TEST_F(ToolDialogues, OkWithAKeyColourMakesOneStep)
     EXPECT_GT(refreshes(), before);
     run({"no key", "V 0-900 O 0-300*", setBlue(5), "V 0-900 O 0-300*"});
     EXPECT_FALSE(state::ProjectModified);
+    int closed = 0;
+    frmKeyColor::closeDialogue = [&] { ++closed; };
     runFailing("V 0-900 O 0-300#30*", setBlue(8), {"SetKeyColor"});
+    EXPECT_EQ(closed, 0) << "it may be tried again";
+    frmKeyColor::closeDialogue = nullptr;
 }
 
 TEST_F(ToolDialogues, StretchModeOpensOnThatOfTheFirstSelectedSource)
