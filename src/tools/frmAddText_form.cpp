@@ -6,6 +6,7 @@
 #include "windowing/bound_dialogue.h"
 #include "windowing/icons.h"
 #include "windowing/text.h"
+#include "windowing/turn_end.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -139,6 +140,7 @@ Dialogue::Dialogue()
         view->showTitle();
     });
     start();
+    TurnEnd::endTurnsIn(*this); // a title that is put over the film is journalled while the next one is written
     const QSize around(40,
                        tools_->sizeHint().height() * 2 + bar->sizeHint().height() + status->sizeHint().height() + 40);
     resize((view->size() + around).expandedTo({640, 420}).boundedTo(screen()->availableSize() * 0.92));

@@ -10,6 +10,7 @@
 #include "screens/screen_harness.h"
 #include "windowing/turn_end.h"
 
+#include <QDialog>
 #include <QEventLoop>
 #include <QThread>
 #include <QTimer>
@@ -47,6 +48,26 @@ TEST_F(JournalScreen, ATurnEndsBehindAHandlerAndNeverInIt)
     program.exec();
     EXPECT_EQ(inside, 0);
     EXPECT_GT(ended, 0);
+}
+
+TEST_F(JournalScreen, ATurnEndsInAWindowOfWholeCommandsAndInNoBox)
+{
+    for (const bool isForCommands : {false, true}) {
+        int inside = 0;
+        QDialog dialogue;
+        const TurnEnd turns([&] { inside += dialogue.isVisible() ? 1 : 0; });
+        if (isForCommands) {
+            TurnEnd::endTurnsIn(dialogue);
+        }
+        QEventLoop program;
+        answers.work([&] { QTimer::singleShot(30, &dialogue, &QDialog::accept); });
+        QTimer::singleShot(0, &program, [&] {
+            dialogue.exec();
+            program.quit();
+        });
+        program.exec();
+        EXPECT_EQ(inside > 0, isForCommands);
+    }
 }
 
 /// One clip of a second, just added, and a marker; as a killed run has left it.
