@@ -236,7 +236,10 @@ QComboBox* Dialogue::editableList(const char* name, const QString& accessibleNam
         box->addItem(fromProgram(text));
     }
     connect(box, &QComboBox::textActivated, this, [chosen](const QString& text) { chosen(toProgram(text)); });
-    connect(box->lineEdit(), &QLineEdit::returnPressed, this, [box, chosen] { chosen(toProgram(box->currentText())); });
+    connect(box->lineEdit(), &QLineEdit::returnPressed, this, [box, &state, chosen] {
+        chosen(toProgram(box->currentText()));
+        box->setEditText(fromProgram(state.Text.get())); // what was refused goes
+    });
     also([box, &state, shown = std::string()]() mutable {
         if (shown != state.Text.get() || !box->lineEdit()->hasFocus()) { // else somebody is typing
             shown = state.Text.get();

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QTextDocument>
+#include <algorithm>
 
 namespace {
 
@@ -159,6 +160,12 @@ void TitleView::leaveEvent(QEvent* event)
     PixelView::leaveEvent(event);
 }
 
+/// The pointer leaves the picture in the middle of a drag: its edge counts, where the text can be taken again.
+QPoint TitleView::within(QPoint at) const
+{
+    return {std::clamp(at.x(), 0, width() - 1), std::clamp(at.y(), 0, height() - 1)};
+}
+
 void TitleView::press(QPoint at)
 {
     setFocus();
@@ -173,10 +180,11 @@ void TitleView::press(QPoint at)
 void TitleView::move(QPoint at)
 {
     if (isDragging_) {
-        drawnTo_ = at - QPoint(form().DragOffsetX, form().DragOffsetY);
+        drawnTo_ = within(at) - QPoint(form().DragOffsetX, form().DragOffsetY);
         update();
     } else if (isEmpty()) {
         setCursor(Qt::IBeamCursor);
+        frmAddText::imgDrag_MouseMove(0, 0); // a click begins the text wherever it is
     } else if (handle().contains(at)) {
         setCursor(Qt::SizeAllCursor);
         frmAddText::imgDrag_MouseMove(at.x() - form().imgDragLeft, at.y() - form().imgDragTop);
@@ -196,6 +204,7 @@ void TitleView::release(QPoint at)
         return;
     }
     isDragging_ = false;
+    at = within(at);
     if (handle().contains(at)) {
         frmAddText::imgDrag_DragDrop(at.x() - form().imgDragLeft, at.y() - form().imgDragTop);
     } else {

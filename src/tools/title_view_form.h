@@ -24,6 +24,7 @@ protected:
 private:
     static bool isEmpty();
     QRect handle() const;
+    QPoint within(QPoint at) const;
     void paintHint();
     void press(QPoint at);
     void move(QPoint at);

@@ -8,6 +8,7 @@
 #include "tools/frmAddText.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLineEdit>
@@ -77,12 +78,25 @@ TEST_F(TitleScreen, WrittenMovedAndPutOverTheFilm)
         QTest::mouseRelease(&view, Qt::LeftButton, {}, at - QPoint(50, 30));
         settle();
         EXPECT_EQ(text("TEXT_POSITION"), std::to_string(at.x() - 55) + " x " + std::to_string(at.y() - 35));
+        QTest::mousePress(&view, Qt::LeftButton, {}, at - QPoint(50, 30));
+        QTest::mouseRelease(&view, Qt::LeftButton, {}, {-400, -1});
+        settle();
+        EXPECT_EQ(text("TEXT_POSITION"), "-5 x -5") << "where it can be taken again";
+        QTest::mousePress(&view, Qt::LeftButton, {}, {1, 1});
+        QTest::mouseRelease(&view, Qt::LeftButton, {}, at - QPoint(49, 29));
         QTest::keyClick(&view, Qt::Key_Right, Qt::ShiftModifier);
         settle();
         EXPECT_EQ(text("TEXT_POSITION"), std::to_string(at.x() - 54) + " x " + std::to_string(at.y() - 35));
         QTest::keyClick(&view, Qt::Key_B, Qt::ControlModifier);
         settle();
         EXPECT_TRUE(part<QAction>("mnuFormatFontStyleBold").isChecked());
+        auto& size = part<QComboBox>("cboSize");
+        size.setFocus();
+        size.lineEdit()->selectAll();
+        type("large");
+        QTest::keyClick(size.lineEdit(), Qt::Key_Return);
+        settle();
+        EXPECT_EQ(size.currentText(), "16");
         QTest::mouseClick(&view, Qt::LeftButton, {}, at - QPoint(50, 30)); // a press and a release at once
         settle();
         EXPECT_TRUE(edit.isVisible());
