@@ -33,10 +33,15 @@ forms::FrmAddText& form = forms::frmAddText;
 std::int32_t width() { return form.picWorkspace.canvas.width(); }
 std::int32_t height() { return form.picWorkspace.canvas.height(); }
 
-/// The key takes the letters away, or what is behind them.
+/// The key takes the letters away, or what is behind them, or leaves the ground that it should take.
 std::string warning()
 {
-    const std::int32_t key = chooseKey().ground;
+    const KeyChoice choice = chooseKey();
+    const std::int32_t key = choice.ground;
+    if (!tools::isKeyedOut(key, choice.red | choice.green << 8 | choice.blue << 16)) {
+        // Black with white sets the blue of the key alone: red that an earlier save has left stays in it.
+        return "The video will not be seen: with these colors now, close the window and open it again";
+    }
     if (tools::isKeyedOut(form.picColorDisplay, key)) {
         return "The letters will not be seen over the video: their color is too near to the key color";
     }

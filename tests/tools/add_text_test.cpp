@@ -161,6 +161,8 @@ TEST_F(AddTextTest, TheKeyFollowsTheColours)
         colours(letters, behind, true);
         ASSERT_TRUE(frmAddText::OnFileSaveClick());
         EXPECT_EQ(key(), expected) << std::hex << letters << " on " << behind;
+        EXPECT_EQ(std::string(title.sbr.Panel("STATUS")).starts_with("The video will not be seen"),
+                  key() == "0 0 255, 255 0 255");
     }
     EXPECT_EQ(title.picWorkspaceBack.canvas.at(0, 0), 0xFF000000u);
     colours(0x101010, kWhite);
@@ -247,6 +249,7 @@ TEST_F(AddTextTest, WithoutAPictureUnderTheSlider)
     engineCalls.failCall({"DrawKeyFrame"});
     frmAddText::Form_Load();
     EXPECT_EQ(title.txtText.Text.get(), "") << "a frame that fails leaves a new text, not the last one";
+    EXPECT_EQ(std::string(title.sbr.Panel("STATUS")), "Ready");
     std::string lines;
     for (int i = 0; i < 9; ++i) {
         lines += "\r\n";
