@@ -67,12 +67,14 @@ void showPlaces()
     form.sbr.Panel("IMAGE_DIMENSION") = pair(width(), height());
 }
 
-/// The frame, and the text on it.
+/// The frame, and the text on it: while somebody types, the edit box has it.
 void draw()
 {
     engine::PixelCanvas& canvas = form.picWorkspace.canvas;
     canvas = form.Picture;
-    tools::paintOver(canvas, lookOf());
+    if (!form.txtTextVisible) {
+        tools::paintOver(canvas, lookOf());
+    }
     form.picWorkspace.Refresh();
 }
 
@@ -273,6 +275,7 @@ void OnFormatText()
     OnTextChange();
     form.txtTextVisible = true;
     if (form.txtText.SetFocus) {
+    draw();
         form.txtText.SetFocus();
     }
 }

@@ -133,6 +133,11 @@ Dialogue::Dialogue()
     area->setAlignment(Qt::AlignCenter);
     area->setFocusPolicy(Qt::NoFocus);
     column->addWidget(area, 1);
+    view->sought = [area](const QRect& place) {
+        constexpr int kAround = 90; // pixels; holds the hint, too
+        const QPoint middle = place.center();
+        area->ensureVisible(middle.x(), middle.y(), place.width() / 2 + kAround, place.height() / 2 + kAround / 4);
+    };
     QStatusBar* const status = makeStatus();
     column->addWidget(status);
     also([this, view] {

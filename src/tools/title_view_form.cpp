@@ -8,8 +8,10 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -51,6 +53,7 @@ void TitleView::makeEdit()
             form().txtText.Text = toProgram(edit_->toPlainText().replace("\n", "\r\n"));
         }
     });
+    connect(edit_, &QPlainTextEdit::cursorPositionChanged, this, [this] { seekCaret(); });
     form().txtText.SetFocus = [this] {
         showTitle();
         edit_->setFocus();
@@ -65,9 +68,31 @@ QRect TitleView::handle() const
     return {form().imgDragLeft, form().imgDragTop, form().imgDragWidth, form().imgDragHeight};
 }
 
-void TitleView::showTitle()
+/// Over the text. It has room for all of it, but grew after the letter that needed the room.
+void TitleView::placeEdit()
 {
     constexpr int kCaret = 3; // room behind the last letter
+    edit_->setGeometry(handle().adjusted(0, 0, kCaret, 0));
+    edit_->horizontalScrollBar()->setValue(0);
+    edit_->verticalScrollBar()->setValue(0);
+}
+
+void TitleView::seek(const QRect& place) const
+{
+    if (sought && isVisible()) {
+        sought(place);
+    }
+}
+
+void TitleView::seekCaret() const
+{
+    if (form().txtTextVisible) {
+        seek(edit_->cursorRect().translated(edit_->pos()));
+    }
+}
+
+void TitleView::showTitle()
+{
     isShowing_ = true;
     showPicture();
     const bool wasTyping = edit_->hasFocus();
@@ -80,11 +105,14 @@ void TitleView::showTitle()
         if (edit_->toPlainText() != shownText()) {
             edit_->setPlainText(shownText());
         }
-        edit_->setGeometry(handle().adjusted(0, 0, kCaret, 0));
+        placeEdit();
+    }
+    if (wasTyping && !form().txtTextVisible) {
+        setFocus(); // ahead of hiding, which would look for another part
     }
     edit_->setVisible(form().txtTextVisible);
-    if (wasTyping && !form().txtTextVisible) {
-        setFocus();
+    if (std::exchange(placed_, handle()) != handle()) {
+        form().txtTextVisible ? seekCaret() : seek(handle());
     }
     isShowing_ = false;
     update();
@@ -164,6 +192,12 @@ void TitleView::leaveEvent(QEvent* event)
 QPoint TitleView::within(QPoint at) const
 {
     return {std::clamp(at.x(), 0, width() - 1), std::clamp(at.y(), 0, height() - 1)};
+}
+
+void TitleView::showEvent(QShowEvent* event)
+{
+    PixelView::showEvent(event);
+    seek(handle());
 }
 
 void TitleView::press(QPoint at)

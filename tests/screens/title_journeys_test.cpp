@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 
 namespace screens_test {
@@ -66,10 +67,13 @@ TEST_F(TitleScreen, WrittenMovedAndPutOverTheFilm)
         QTest::keyClick(&edit, Qt::Key_Return);
         type("in the hills");
         EXPECT_LE(edit.document()->size().height(), 2);
+        EXPECT_EQ(edit.horizontalScrollBar()->value(), 0) << "the first letters are cut";
+        const forms::FrmAddText& form = forms::frmAddText;
+        EXPECT_NE(form.picWorkspace.canvas.at(form.imgDragLeft, form.imgDragTop), 0xFFFFFFFFu)
+            << "the text stands under the box, too";
         QTest::keyClick(&edit, Qt::Key_Escape);
         settle();
         EXPECT_FALSE(edit.isVisible());
-        const forms::FrmAddText& form = forms::frmAddText;
         const QImage seen = view.grab({form.imgDragLeft, form.imgDragTop, form.imgDragWidth, 20}).toImage();
         EXPECT_EQ(seen.pixel(seen.width() - 4, 4) & 0xFFFFFF, 0xFFFFFFu) << "the ground behind a short line";
         const QPoint at(form.imgDragLeft + 5, form.imgDragTop + 5);
@@ -119,9 +123,15 @@ TEST_F(TitleScreen, AKeyShowsAtOnce)
     state::ProjectHeight = 720;
     inDialogue(Qt::Key_F5, [&] {
         auto& view = part<QWidget>("picWorkspace");
-        QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
-        forms::frmAddText.Font.Size = 72;
+        const auto isSeen = [&](QPoint place) { return view.visibleRegion().contains(place); };
+        front()->resize(640, 420); // less than the picture
+        settle();
+        ASSERT_FALSE(isSeen(view.rect().center() + QPoint(80, 0)));
+        QTest::mouseClick(&view, Qt::LeftButton, {}, view.rect().center());
         type("Winter in the hills");
+        auto& edit = part<QPlainTextEdit>("txtText");
+        EXPECT_TRUE(edit.viewport()->visibleRegion().contains(edit.cursorRect().center()));
+        forms::frmAddText.Font.Size = 72;
         QTest::keyClick(&part<QPlainTextEdit>("txtText"), Qt::Key_Escape);
         frmAddText::PlaceText(frmAddText::kTopLeft);
         settle();
@@ -133,6 +143,7 @@ TEST_F(TitleScreen, AKeyShowsAtOnce)
             settle();
         }
         EXPECT_EQ(text("TEXT_POSITION"), "20 x 0");
+        EXPECT_TRUE(isSeen({20, 0}));
         const double ms = static_cast<double>(clock.nsecsElapsed()) / 1e6 / kSteps;
         RecordProperty("msForAKey", std::to_string(ms));
         EXPECT_LT(ms, 48) << "a busy machine; asked are 16";
