@@ -51,13 +51,6 @@ std::string warning()
                : std::string();
 }
 
-void say(const std::string& text)
-{
-    form.Told = text;
-    const std::string warned = warning();
-    form.sbr.Panel("STATUS") = warned.empty() ? text : warned;
-}
-
 void showPlaces()
 {
     const auto pair = [](std::int32_t one, std::int32_t other) {
@@ -180,6 +173,13 @@ std::string trimmed(const std::string& text)
 
 } // namespace
 
+void say(const std::string& text)
+{
+    form.Told = text;
+    const std::string warned = warning();
+    form.sbr.Panel("STATUS") = warned.empty() ? text : warned;
+}
+
 void ShowModal()
 {
     Form_Load();
@@ -218,6 +218,7 @@ void mnuFileNew_Click()
     form.mnuFormatTransparentBackground.Checked = false;
     showPosition(kTopLeft);
     form.txtText.Text = std::string();
+    form.Told = "Ready";
     OnTextChange(); // measures what is placed now
     mnuFormatCenterHorizontally_Click();
     mnuFormatCenterVertically_Click();
@@ -274,8 +275,8 @@ void OnFormatText()
     }
     OnTextChange();
     form.txtTextVisible = true;
-    if (form.txtText.SetFocus) {
     draw();
+    if (form.txtText.SetFocus) {
         form.txtText.SetFocus();
     }
 }

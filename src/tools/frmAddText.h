@@ -17,6 +17,9 @@ enum Position : std::int16_t { kTopLeft, kTopRight, kBottomLeft, kBottomRight, k
 inline std::function<void()> showDialogue;
 inline std::function<void()> closeDialogue;
 
+/// In the status, unless a warning about the colours stands there.
+void say(const std::string& text);
+
 /// Opens the window and comes back when it is closed.
 void ShowModal();
 void Form_Load();

@@ -10,6 +10,7 @@
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "media/opening.h"
+#include "tools/frmAddText.h"
 
 namespace frmAddText {
 
@@ -41,8 +42,10 @@ bool SaveBitmapToFile(const std::string& file)
                                                                 twin.height(), ok));
     if (ok == kFalse) {
         tellUser("Unable to save \"" + file + "\". Please choose another folder or name.");
+        return false;
     }
-    return ok != kFalse;
+    say("Saved " + file_text::ExtractFileName(file) + ".");
+    return true;
 }
 
 /// Asks for the file and writes it. Raises error 32755 when it is cancelled.
@@ -124,6 +127,7 @@ void AddBitmapToMediaList(const std::string& file)
         }
         moduleTimeline::AddOverlaysOfFile(state::FileCollection.Item(state::FileCollection.Count()), form.KeyRed,
                                           form.KeyGreen, form.KeyBlue);
+        say("Saved " + file_text::ExtractFileName(file) + ", and added it to the overlays.");
     });
 }
 

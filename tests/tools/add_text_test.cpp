@@ -170,7 +170,7 @@ TEST_F(AddTextTest, TheKeyFollowsTheColours)
     colours(kRed, 0x101010);
     EXPECT_TRUE(std::string(title.sbr.Panel("STATUS")).starts_with("The background will not be seen"));
     colours(kRed, 0x101010, true);
-    EXPECT_EQ(std::string(title.sbr.Panel("STATUS")), "Ready");
+    EXPECT_EQ(std::string(title.sbr.Panel("STATUS")), "Saved title.bmp.");
 }
 
 TEST_F(AddTextTest, SavedAndPutOverTheFilm)
@@ -203,6 +203,7 @@ TEST_F(AddTextTest, SavedAndPutOverTheFilm)
     write("Another");
     frmAddText::mnuFileSave_Click(); // over the old one, and nobody asks
     EXPECT_NE(testmedia::bytesOf(path("title.bmp")), before);
+    EXPECT_EQ(std::string(title.sbr.Panel("STATUS")), "Saved title.bmp.");
     EXPECT_EQ(platform.saveRequests.size(), 3u);
     frmAddText::mnuFileSaveAndAdd_Click();
     Handle stream = 0;
