@@ -15,6 +15,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLocale>
@@ -218,13 +219,16 @@ void QtCommonDialogs::chooseFont(TextFont& font, std::int32_t& colour)
     present.setItalic(font.Italic);
     present.setUnderline(font.Underline);
     present.setStrikeOut(font.Strikethrough);
+    // The dialogue knows only what is installed: a name that is not is offered as the font that stands in for it.
+    const QString shown = QFontInfo(present).family();
+    present.setFamily(shown);
     FontDialog dialog(present, colour, dialogOwner());
     if (!isAccepted(dialog)) {
         raiseCancelled();
     }
     const QFont chosen = dialog.currentFont();
-    font = {toProgram(chosen.family()), chosen.pointSizeF(), chosen.bold(), chosen.italic(),
-            chosen.underline(),         chosen.strikeOut()};
+    const std::string name = chosen.family() == shown ? font.Name : toProgram(chosen.family());
+    font = {name, chosen.pointSizeF(), chosen.bold(), chosen.italic(), chosen.underline(), chosen.strikeOut()};
     colour = dialog.colour();
 }
 
