@@ -5,6 +5,7 @@
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
+#include "core/upcalls.h"
 #include "editing/adding.h"
 #include "engine/ITWPreview.h"
 #include "engine/check.h"
@@ -44,6 +45,7 @@ bool SaveBitmapToFile(const std::string& file)
         tellUser("Unable to save \"" + file + "\". Please choose another folder or name.");
         return false;
     }
+    UpdatePreview(); // the file may stand on the timeline already
     say("Saved " + file_text::ExtractFileName(file) + ".");
     return true;
 }

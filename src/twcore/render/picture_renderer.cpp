@@ -32,6 +32,14 @@ bool isFilm(const AVFrame& frame)
     return shape != nullptr && (shape->flags & AV_PIX_FMT_FLAG_ALPHA) == 0 && colourOf(frame).matrix != Matrix::kRgb;
 }
 
+/// When a still's file was written; of a film always the same.
+std::filesystem::file_time_type changeOf(const MediaFile& media)
+{
+    std::error_code error; // a file that is gone has changed, too
+    return media.picture && media.picture->isStill ? std::filesystem::last_write_time(media.path, error)
+                                                   : std::filesystem::file_time_type();
+}
+
 } // namespace
 
 PictureRenderer::PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads,
@@ -65,7 +73,8 @@ PictureReader& PictureRenderer::readerFor(const MediaFilePtr& media, std::size_t
         if (readers_.size() >= kMaxReaders) {
             readers_.erase(std::ranges::min_element(readers_, {}, &Reader::lastUse));
         }
-        readers_.push_back({media, layer, std::make_unique<PictureReader>(media, decoderThreads_, patience_), 0});
+        readers_.push_back(
+            {media, layer, std::make_unique<PictureReader>(media, decoderThreads_, patience_), changeOf(*media), 0});
         found = readers_.end() - 1;
     }
     found->lastUse = ++uses_;
@@ -75,7 +84,10 @@ PictureReader& PictureRenderer::readerFor(const MediaFilePtr& media, std::size_t
 void PictureRenderer::takeReaders(PictureRenderer& other)
 {
     readers_ = std::move(other.readers_);
-    std::erase_if(readers_, [](const Reader& r) { return r.reader->isBroken(); }); // its file may be back
+    std::erase_if(readers_, [](const Reader& r) {
+        return r.reader->isBroken() // its file may be back
+               || changeOf(*r.media) != r.changed;
+    });
     uses_ = other.uses_;
 }
 

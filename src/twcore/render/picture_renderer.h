@@ -10,6 +10,7 @@
 #include "twcore/render/plan.h"
 #include "twcore/render/plane_key.h"
 
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -29,7 +30,8 @@ public:
 
     /// No frame from this one on will be asked for next, so that nothing is decoded for it.
     void expectUpTo(std::int64_t end) { expectedEnd_ = end; }
-    /// Takes over the files that another renderer has open, for another plan or size. Both have the same patience.
+    /// Takes over the files that another renderer has open, for another plan or size; but for stills that have been
+    /// written anew since, as a title is. Both have the same patience.
     void takeReaders(PictureRenderer& other);
 
 private:
@@ -37,6 +39,7 @@ private:
         MediaFilePtr media;
         std::size_t layer;
         std::unique_ptr<PictureReader> reader;
+        std::filesystem::file_time_type changed; // of a still: when its file was written
         std::uint64_t lastUse = 0;
     };
     /// What the last picture was made of.

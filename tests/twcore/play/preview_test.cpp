@@ -188,6 +188,20 @@ TEST_F(PreviewTest, AnEditFindsAFileThatIsBack)
     EXPECT_GT(loudest(device.lastHeard(300)), 0.01f);
 }
 
+TEST_F(PreviewTest, ARefreshShowsAStillThatIsWrittenAnew)
+{
+    const testmedia::TempFolder folder;
+    const auto file = folder / "title.png";
+    std::filesystem::copy_file(medium("still.png"), file);
+    lay(video, stream(file.string(), true), 0, 2000, 0);
+    build();
+    EXPECT_TRUE(shows(16));
+    std::filesystem::copy_file(medium("alpha.png"), file, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) + std::chrono::seconds(1));
+    expectOk(preview, &PreviewInterface::RefreshPreview);
+    EXPECT_TRUE(shows(17));
+}
+
 TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)
 {
     layBoth("h264.mp4", 0, 4000, 0);
