@@ -150,14 +150,20 @@ TEST_F(SaveTest, APictureThatIsLongInTheEncoderHoldsUpNobody)
 {
     // A save is stopped while such a picture is in hand, and another one takes its name meanwhile.
     layBoth("h264.mp4", {0, 4000, 0, 4000});
-    ASSERT_TRUE(prepare({.video = "Cinepak", .width = 480, .height = 272}, folder / "movie.avi"));
-    std::filesystem::create_hard_link(folder / "movie.avi", folder / "old.avi");
-    did(&ITWSave::StartSave);
-    while (told<std::int32_t>(&ITWSave::GetSavePosition) == 0) {
+    bool isInHand = false;
+    for (int attempt = 0; attempt < 5 && !isInHand; ++attempt) { // on a busy machine it may be done by chance
+        std::filesystem::remove(folder / "movie.avi");
+        std::filesystem::remove(folder / "old.avi");
+        ASSERT_TRUE(prepare({.video = "Cinepak", .width = 480, .height = 272}, folder / "movie.avi"));
+        std::filesystem::create_hard_link(folder / "movie.avi", folder / "old.avi");
+        did(&ITWSave::StartSave);
+        while (told<std::int32_t>(&ITWSave::GetSavePosition) == 0) {
+        }
+        did(&ITWSave::StopSave);
+        check(EngineAs<ITWSave>()->CloseSave());
+        isInHand = !did(&ITWSave::WaitForStopped, 0);
     }
-    did(&ITWSave::StopSave);
-    check(EngineAs<ITWSave>()->CloseSave());
-    EXPECT_FALSE(did(&ITWSave::WaitForStopped, 0)) << "the picture was waited for";
+    EXPECT_TRUE(isInHand) << "the picture was waited for";
     EXPECT_EQ(saved({.rangeStart = 0, .rangeStop = 400}).numbers().size(), 10u);
     EXPECT_TRUE(did(&ITWSave::WaitForStopped, 60000));
     EXPECT_EQ(testmedia::readMovie(folder / "movie.avi").numbers().size(), 10u) << "the old save wrote into it";
