@@ -36,7 +36,7 @@ std::string freeNameInWorkingFolder(const std::string& name, const std::string& 
         return path;
     }
     for (int number = 1; doesFileExist(path); ++number) {
-        path = inWorkingFolder(name + std::to_string(number) + "." + extension);
+        path = inWorkingFolder(std::string(name).append(std::to_string(number)).append(".").append(extension));
     }
     return path;
 }
