@@ -59,6 +59,7 @@ Dialogue::Dialogue() : BoundDialogue("frmKeyColor", QObject::tr("Overlay Key Col
     rows->addLayout(makeButtons());
     rows->setSizeConstraint(QLayout::SetFixedSize);
     start();
+    findChild<QLineEdit*>("txtRed")->setFocus();
 }
 
 QWidget* Dialogue::makeFrame()
@@ -132,14 +133,15 @@ QLayout* Dialogue::makeNumbers()
                         {"txtBlue", "sldBlue", tr("&Blue"), form().txtBlue, form().sldBlue}};
     auto* const grid = new QGridLayout;
     for (int place = 0; const Row& row : rows) {
-        QLineEdit* const box = textBox(row.box, {}, row.boxState);
-        box->setFixedWidth(fontMetrics().horizontalAdvance("00000") + 16);
-        auto* const label = new QLabel(row.text, this);
-        label->setBuddy(box);
+        // Tab goes as the widgets are made: along the row.
         QSlider* const slide = slider(row.slider, QString(row.text).remove('&'), row.sliderState);
         slide->setTickInterval(51);
         slide->setPageStep(16);
         slide->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+        QLineEdit* const box = textBox(row.box, {}, row.boxState);
+        box->setFixedWidth(fontMetrics().horizontalAdvance("00000") + 16);
+        auto* const label = new QLabel(row.text, this);
+        label->setBuddy(box);
         grid->addWidget(label, place, 0);
         grid->addWidget(slide, place, 1);
         grid->addWidget(box, place, 2);
@@ -163,7 +165,6 @@ QLayout* Dialogue::makePrimaries()
         made->setObjectName(QString("lblPrimaryColors%1").arg(index));
         made->setAccessibleName(primary.name);
         made->setToolTip(primary.name);
-        made->setAutoRaise(true);
         made->setFocusPolicy(Qt::StrongFocus);
         made->setIconSize(kPiece);
         made->setIcon(QIcon(piece(primary.colour, kPiece)));
