@@ -157,7 +157,10 @@ void Dialogue::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Escape) {
         BoundDialogue::keyPressEvent(event);
+        return;
     }
+    findChild<QWidget*>("picWorkspace")->setFocus(); // what is half typed in a list goes
+    show::mark();
 }
 
 void Dialogue::add(QMenu* menu, const std::vector<Entry>& entries)

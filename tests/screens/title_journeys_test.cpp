@@ -101,6 +101,10 @@ TEST_F(TitleScreen, WrittenMovedAndPutOverTheFilm)
         QTest::keyClick(size.lineEdit(), Qt::Key_Return);
         settle();
         EXPECT_EQ(size.currentText(), "16");
+        type("2");
+        QTest::keyClick(size.lineEdit(), Qt::Key_Escape);
+        settle();
+        EXPECT_EQ(size.currentText(), "16");
         QTest::mouseClick(&view, Qt::LeftButton, {}, at - QPoint(50, 30)); // a press and a release at once
         settle();
         EXPECT_TRUE(edit.isVisible());
