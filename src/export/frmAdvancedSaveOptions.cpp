@@ -4,6 +4,7 @@
 #include "core/forms/frmExportTimeline.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/numbers.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "core/wait_cursor.h"
@@ -152,11 +153,7 @@ std::string trimmed(const TextBox& box)
 void ShowModal()
 {
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
 }
 
 void Form_Load()

@@ -5,6 +5,7 @@
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
@@ -199,11 +200,7 @@ void load()
 void ShowModal()
 {
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
     Form_Unload();
 }
 

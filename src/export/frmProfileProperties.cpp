@@ -2,6 +2,7 @@
 
 #include "core/dimension_boxes.h"
 #include "core/forms/frmProfileProperties.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "engine/ITWProfiles.h"
 #include "engine/check.h"
@@ -106,11 +107,7 @@ void ShowModal(std::string_view profile)
     const bool isSystem = moduleProfiles::IsSystemProfile(profile);
     SetProfileDetails(moduleProfiles::GetSysProfileIndex(profile), isSystem ? "" : profile, isSystem);
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
 }
 
 void SetProfileDetails(std::int16_t systemIndex, std::string_view name, bool isSystem)

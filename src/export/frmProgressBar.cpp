@@ -5,6 +5,7 @@
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
@@ -337,11 +338,7 @@ void ShowModal()
         frmExportTimeline::SetSaveCancelled(true);
         return;
     }
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
     running.reset();
 }
 

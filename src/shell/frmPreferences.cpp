@@ -4,6 +4,7 @@
 #include "core/forms/frmPreferences.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "core/wait_cursor.h"
@@ -190,11 +191,7 @@ bool apply()
 void ShowModal()
 {
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
     Form_Unload();
 }
 

@@ -4,6 +4,7 @@
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/wait_cursor.h"
 #include "engine/ITWPreview.h"
@@ -153,9 +154,7 @@ void say(const std::string& text)
 void ShowModal()
 {
     Form_Load();
-    if (showDialogue) {
-        showDialogue();
-    }
+    ShowDialogue(kModule, showDialogue);
 }
 
 void Form_Load()

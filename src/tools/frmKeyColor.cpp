@@ -3,6 +3,7 @@
 #include "core/forms/frmKeyColor.h"
 #include "core/numbers.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "core/wait_cursor.h"
@@ -139,11 +140,7 @@ void SetStreamHandle(engine::Handle stream) { form.StreamHandle = stream; }
 void ShowModal()
 {
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
 }
 
 void Form_Load()

@@ -2,6 +2,7 @@
 
 #include "core/forms/frmStretchMode.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/moduleTWState.h"
@@ -92,11 +93,7 @@ void close()
 void ShowModal()
 {
     Form_Load();
-    Trapped(kModule, "ShowModal", [] {
-        if (showDialogue) {
-            showDialogue();
-        }
-    });
+    ShowDialogue(kModule, showDialogue);
 }
 
 void Form_Load()

@@ -4,6 +4,7 @@
 #include "core/forms/frmTakeSnap.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
+#include "core/show_dialogue.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "core/wait_cursor.h"
@@ -171,9 +172,7 @@ bool makeFolder()
 void ShowModal()
 {
     Form_Load();
-    if (showDialogue) {
-        showDialogue();
-    }
+    ShowDialogue(kModule, showDialogue);
     Form_Unload();
 }
 

@@ -158,9 +158,11 @@ TEST_F(TakeSnapTest, SizesAndNames)
 TEST_F(TakeSnapTest, ARenderingThatFails)
 {
     lay("V 0-2000");
+    expectsErrors = true;
+    inDialogue([] { throw engine::RuntimeError(engine::error_number::kInvalidCall, "a handler that fails"); });
+    EXPECT_EQ(leftBehind(), 0);
     for (const char* const call : {"ResetSave", "PrepareAviFile", "RunSaveToEnd", "StopSave"}) {
         engineCalls.failCall({call});
-        expectsErrors = true;
         const Pixels pixels = snapped();
         const bool isEmpty = std::string_view(call) != "StopSave"; // by then it was rendered
         EXPECT_EQ(std::ranges::count(pixels, engine::PixelCanvas::kBlack) == 320 * 240, isEmpty) << call;
