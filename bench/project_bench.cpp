@@ -3,6 +3,7 @@
 
 #include "app/edit_session.h"
 #include "core/shared_state.h"
+#include "disk/run_folder.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
@@ -85,7 +86,7 @@ int main(int count, char** words)
         }
     }
     std::ranges::sort(paths);
-    const app::RunFolder folder;
+    const disk::RunFolder folder(fs::temp_directory_path().string(), "quillmont-bench-");
     const std::string project = folder.path() + "/bench.qpj";
     measure("opening the files", [&] {
         session.openProject("");

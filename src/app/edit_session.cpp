@@ -26,7 +26,6 @@
 #include "tools/frmAddText.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
@@ -45,15 +44,6 @@ using items::Items;
 using items::ItemTimes;
 
 namespace {
-
-std::string newFolder()
-{
-    std::string pattern = (fs::temp_directory_path() / "quillmont-edit-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("cannot make a folder in " + fs::temp_directory_path().string());
-    }
-    return pattern;
-}
 
 Items itemsOf(ITWTimeline& engine, EditTrack track)
 {
@@ -116,15 +106,8 @@ void showChanged()
 
 } // namespace
 
-RunFolder::RunFolder() : path_(newFolder()) {}
-
-RunFolder::~RunFolder()
-{
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
-
-EditSession::EditSession(std::ostream& told) : platform_(told, folder_.path())
+EditSession::EditSession(std::ostream& told)
+    : folder_(fs::temp_directory_path().string(), "quillmont-edit-"), platform_(told, folder_.path())
 {
     startEditing();
     tellReportedErrors(told);

@@ -8,6 +8,7 @@
 
 #include "app/edit_platform.h"
 #include "app/edit_tracks.h"
+#include "disk/run_folder.h"
 #include "items/items.h"
 
 #include <iosfwd>
@@ -22,20 +23,6 @@ namespace app {
 class WrongWords : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
-};
-
-/// A folder of the run's own, gone with it.
-class RunFolder {
-public:
-    /// Raises std::runtime_error when there is no room for one.
-    RunFolder();
-    ~RunFolder();
-    RunFolder(const RunFolder&) = delete;
-    RunFolder& operator=(const RunFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
 };
 
 /// A media file as it was opened. Streams are 0 where it has none.
@@ -105,7 +92,7 @@ private:
     void chooseRow(const OpenedMedia& media);
     void nameListedMedia();
 
-    RunFolder folder_;
+    disk::RunFolder folder_;
     std::string mediaFolder_ = folder_.path();
     EditPlatform platform_;
     std::vector<OpenedMedia> media_;
