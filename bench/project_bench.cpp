@@ -10,6 +10,7 @@
 #include "engine/engine_access.h"
 #include "history/ModuleHistory.h"
 #include "media/opening.h"
+#include "project/ModuleProject.h"
 #include "shell/project_commands.h"
 
 #include <algorithm>
@@ -89,7 +90,7 @@ int main(int count, char** words)
     const disk::RunFolder folder(fs::temp_directory_path().string(), "quillmont-bench-");
     const std::string project = folder.path() + "/bench.qpj";
     measure("opening the files", [&] {
-        session.openProject("");
+        ModuleProject::EmptyProject();
         moduleTarnwick::OpenDroppedFiles(paths);
     });
     fillRows();
