@@ -4,9 +4,11 @@
 // "device context" are given out here.
 //
 // A `FrameSink` is a place on the screen that takes finished pictures, on engine threads. A `PixelCanvas` holds pixels
-// that the engine draws on and reads from, and its owner too, on the interface thread. Numbers are never reused; one
+// that the engine draws on and reads from, and its owner too, on the interface thread. A `ControlPanelHost` shows a
+// device's controls to people. Numbers are never reused; one
 // that names nothing drops what it gets.
 
+#include "engine/control_panel.h"
 #include "engine/types.h"
 
 #include <cstddef>
@@ -170,6 +172,25 @@ public:
         const std::lock_guard lock(mutex_);
         canvases_.erase(number);
     }
+    /// The host is the caller's and lives until it is removed.
+    std::int32_t add(ControlPanelHost& host)
+    {
+        const std::lock_guard lock(mutex_);
+        hosts_.emplace(++last_, &host);
+        return last_;
+    }
+    void removeHost(std::int32_t number)
+    {
+        const std::lock_guard lock(mutex_);
+        hosts_.erase(number);
+    }
+    /// nullptr when the number names none.
+    ControlPanelHost* controlPanelHost(std::int32_t number) const
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = hosts_.find(number);
+        return found != hosts_.end() ? found->second : nullptr;
+    }
     /// nullptr when the number names none.
     PixelCanvas* canvas(std::int32_t number) const
     {
@@ -207,6 +228,7 @@ private:
     mutable std::mutex mutex_; // guards what follows
     std::map<std::int32_t, std::shared_ptr<Entry>> sinks_;
     std::map<std::int32_t, PixelCanvas*> canvases_;
+    std::map<std::int32_t, ControlPanelHost*> hosts_;
     std::int32_t last_ = 0;
 };
 
