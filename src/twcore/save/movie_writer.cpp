@@ -58,14 +58,21 @@ std::string adviceOn(int diskError)
 
 } // namespace
 
+WriteError refusedBy(int diskError, const std::string& path)
+{
+    return {statusOf(diskError), "Cannot write \"" + path + "\": " + std::generic_category().message(diskError) + ". "
+                                     + adviceOn(diskError)};
+}
+
 MovieWriter::~MovieWriter() { close(); }
 
 bool MovieWriter::fail(int ffError)
 {
-    if (error_.code == 0) {
-        const std::string cause = diskError_ != 0 ? std::generic_category().message(diskError_) : ffText(ffError);
-        error_.code = diskError_ != 0 ? statusOf(diskError_) : engine::kFailed.code();
-        error_.text = "Cannot write \"" + path_ + "\": " + cause + ". " + adviceOn(diskError_);
+    if (error_.code == 0 && diskError_ != 0) {
+        error_ = refusedBy(diskError_, path_);
+    } else if (error_.code == 0) {
+        error_ = {engine::kFailed.code(),
+                  "Cannot write \"" + path_ + "\": " + ffText(ffError) + ". " + adviceOn(diskError_)};
     }
     return false;
 }
@@ -238,6 +245,12 @@ bool MovieWriter::write(const AVPacket& packet, int stream, AVRational base)
     }
     ++(stream == pictureStream_ ? picturePackets_ : soundPackets_);
     return true;
+}
+
+bool MovieWriter::flush()
+{
+    avio_flush(bytes_);
+    return diskError_ == 0 || fail(0);
 }
 
 bool MovieWriter::close()

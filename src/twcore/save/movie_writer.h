@@ -17,6 +17,9 @@ struct WriteError {
     std::string text;
 };
 
+/// The same for a path that the disk refused with this errno.
+WriteError refusedBy(int diskError, const std::string& path);
+
 enum class MovieFormat { kAvi, kWindowsMedia };
 
 /// What a movie holds; a null description leaves a stream out.
@@ -41,6 +44,9 @@ public:
     /// False when the disk refuses.
     bool writePicture(const AVPacket& packet) { return write(packet, pictureStream_, pictureBase_); }
     bool writeSound(const AVPacket& packet) { return write(packet, soundStream_, soundBase_); }
+
+    /// Hands on what the writer holds back, so that no kill can take it. False when the disk refuses.
+    bool flush();
 
     /// Writes the index and closes. False when the disk refuses. A second call does nothing.
     bool close();
