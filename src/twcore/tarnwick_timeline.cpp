@@ -1,6 +1,7 @@
 #include "twcore/tarnwick_timeline.h"
 
 #include "engine/factory.h"
+#include "twcore/capture/capture_interface.h"
 #include "twcore/engine_options.h"
 #include "twcore/files/core_root.h"
 #include "twcore/media/ff.h"
@@ -48,6 +49,7 @@ public:
         offer(static_cast<engine::ITWProjectStore*>(&projectStore_));
         offer(static_cast<engine::ITWSave*>(&saveInterface_));
         offer(static_cast<engine::ITWProfiles*>(&profilesInterface_));
+        offer(static_cast<engine::ITWCapture*>(&captureInterface_));
         offer(static_cast<EngineOptions*>(&saveInterface_));
         return found;
     }
@@ -60,6 +62,7 @@ private:
     ProjectStore projectStore_;
     SaveInterface saveInterface_;
     ProfilesInterface profilesInterface_;
+    CaptureInterface captureInterface_{profilesInterface_};
 };
 
 } // namespace

@@ -57,8 +57,7 @@ Pixels frameOf(const MediaFilePtr& media, double seconds, PictureSize size, cons
     if (!frame) {
         return {};
     }
-    PictureFitter fitter({size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}});
-    return packed(*fitter.fit(frame, *media->picture, {{0, 0, size.width, size.height}}));
+    return pixelsOf(frame, *media->picture, size);
 }
 
 void put(std::string& bytes, std::uint32_t value, int count)
@@ -163,6 +162,15 @@ bool drawFrame(std::function<MediaFilePtr(const Patience&)> find, double seconds
     return true;
 }
 
+Pixels pixelsOf(const SharedFrame& frame, const PictureFacts& facts, PictureSize size)
+{
+    if (!isDrawable(size)) {
+        return {};
+    }
+    PictureFitter fitter({size, AV_PIX_FMT_GBRP, {Matrix::kRgb, true}});
+    return packed(*fitter.fit(frame, facts, {{0, 0, size.width, size.height}}));
+}
+
 bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::string& path)
 {
     if (!isDrawable(size) || path.empty() || path.find('\0') != std::string::npos) {
@@ -180,6 +188,7 @@ bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::
     const bool isThere = ::stat(target.c_str(), &old) == 0;
     if (isThere ? !S_ISREG(old.st_mode) || (old.st_mode & S_IWUSR) == 0 || ::access(target.c_str(), W_OK) != 0
                 : errno != ENOENT) {
+        errno = isThere ? EACCES : errno;
         return false; // a folder, a device that must not be replaced, or what somebody wants to keep
     }
     const std::string bytes = bitmapOf(canvas, size);
@@ -196,7 +205,9 @@ bool saveBitmap(const engine::PixelCanvas& canvas, PictureSize size, const std::
     if (isWritten && isClosed && ::rename(made.c_str(), target.c_str()) == 0) {
         return true;
     }
+    const int cause = errno;
     ::unlink(made.c_str());
+    errno = cause;
     return false;
 }
 

@@ -43,6 +43,9 @@ public:
     Status GetStreamName(TextBuffer buffer) override;
     Status GetStreamType(std::int16_t& type) override;
 
+    /// The open one.
+    const std::optional<Profile>& opened() const noexcept { return open_; }
+
 private:
     void open(std::optional<Profile> profile);
     int streamCount() const;
