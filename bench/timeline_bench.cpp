@@ -63,6 +63,7 @@ public:
     DateTime now() override { return {}; }
     std::string asText(const DateTime&) override { return {}; }
     std::string systemText() override { return {}; }
+    int colourDepth() override { return 24; }
     void copyWithRename(std::string_view, std::string_view) override {}
 
 private:

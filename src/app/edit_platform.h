@@ -65,6 +65,7 @@ public:
     DateTime now() override { return {}; }
     std::string asText(const DateTime&) override { return {}; }
     std::string systemText() override { return {}; }
+    int colourDepth() override { return 0; }
     void copyWithRename(std::string_view from, std::string_view to) override;
 
 private:

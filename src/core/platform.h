@@ -132,6 +132,8 @@ public:
     virtual std::string asText(const DateTime& moment) = 0;
     /// What "OS" says in a report: the system's name and its version numbers.
     virtual std::string systemText() = 0;
+    /// Bits that the screen has for a pixel's colour.
+    virtual int colourDepth() = 0;
     /// Copies with a new name on a collision, showing its progress. Raises error 53, 70 or 76.
     virtual void copyWithRename(std::string_view from, std::string_view to) = 0;
 };

@@ -21,6 +21,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QProcess>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QSysInfo>
 #include <QUrl>
@@ -301,6 +302,8 @@ std::string QtShell::systemText()
     return toProgram(name + " Version: [" + QSysInfo::kernelVersion() + "] Major: [" + part(0) + "] Minor: [" + part(1)
                      + "] Platform: [" + QSysInfo::kernelType() + "]");
 }
+
+int QtShell::colourDepth() { return QGuiApplication::primaryScreen()->depth(); }
 
 void QtShell::copyWithRename(std::string_view from, std::string_view to)
 {

@@ -69,5 +69,6 @@ public:
     DateTime now() override;
     std::string asText(const DateTime& moment) override;
     std::string systemText() override;
+    int colourDepth() override;
     void copyWithRename(std::string_view from, std::string_view to) override;
 };

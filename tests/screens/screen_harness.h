@@ -45,6 +45,7 @@ public:
     DateTime now() override { return real_.now(); }
     std::string asText(const DateTime& moment) override { return real_.asText(moment); }
     std::string systemText() override { return real_.systemText(); }
+    int colourDepth() override { return real_.colourDepth(); }
     void copyWithRename(std::string_view from, std::string_view to) override { real_.copyWithRename(from, to); }
 
     std::vector<std::string> opened;

@@ -61,6 +61,7 @@ public:
     std::string statePart;
     std::string temporaryPart;
     bool opensWithDesktop = true;
+    int depth = 24; // of the screen's colours
     DateTime moment{2026, 3, 4, 5, 6, 7};
 
     MessageAnswer show(std::string_view text, MessageIcon icon, MessageButtons buttons,
@@ -93,6 +94,7 @@ public:
     DateTime now() override { return moment; }
     std::string asText(const DateTime& moment) override;
     std::string systemText() override { return "Test system"; }
+    int colourDepth() override { return depth; }
     void copyWithRename(std::string_view from, std::string_view to) override;
     void setString(std::string_view key, std::string_view name, std::string_view text) override;
     void setNumber(std::string_view key, std::string_view name, std::uint32_t number) override;
