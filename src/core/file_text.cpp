@@ -121,6 +121,13 @@ std::string ChangeExtension(std::string_view name, std::string_view ext)
     return changed;
 }
 
+std::string Trimmed(std::string_view text)
+{
+    const auto first = text.find_first_not_of(' ');
+    return std::string(first == std::string_view::npos ? std::string_view()
+                                                       : text.substr(first, text.find_last_not_of(' ') + 1 - first));
+}
+
 std::string WithoutSeparator(std::string folder)
 {
     while (folder.size() > 1 && isSeparator(folder.back())) {

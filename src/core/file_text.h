@@ -31,6 +31,9 @@ std::string ExtractFileName(std::string_view path);
 /// is called.
 std::string ChangeExtension(std::string_view name, std::string_view ext);
 
+/// Without the blanks around it.
+std::string Trimmed(std::string_view text);
+
 /// A folder without separators at its end; the root stays one.
 std::string WithoutSeparator(std::string folder);
 

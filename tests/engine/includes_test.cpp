@@ -113,12 +113,13 @@ const std::vector<Floor> kFloors = {
     {"hand", {"items", "timeline", "history", "preview", "editing"}},
     {"media", {"items", "timeline", "preview", "editing", "volume", "settings"}},
     {"export", {"items", "timeline", "preview", "editing", "media", "settings", "disk"}},
+    {"capture", {"media", "settings", "export", "disk"}},
     {"tools", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"project", {"items", "timeline", "history", "preview", "editing", "media", "settings", "disk"}},
     {"journal", {"items", "timeline", "history", "preview", "editing", "media", "settings", "project", "disk"}},
     {"shell",
      {"items", "timeline", "history", "preview", "editing", "hand", "media", "report", "settings", "project", "journal",
-      "export", "tools", "disk"}},
+      "export", "capture", "tools", "disk"}},
 };
 
 TEST(Includes, RoomsStandOnTheirFloors)

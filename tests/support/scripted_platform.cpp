@@ -2,6 +2,9 @@
 
 #include "core/forms/frmAddText.h"
 #include "core/forms/frmAdvancedSaveOptions.h"
+#include "core/forms/frmCapture.h"
+#include "core/forms/frmCaptureOptions.h"
+#include "core/forms/frmCaptureValues.h"
 #include "core/forms/frmExportTimeline.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
@@ -47,6 +50,9 @@ ScriptedPlatform::ScriptedPlatform() : before_(ports)
     renew(forms::frmExportTimeline);
     renew(forms::frmAdvancedSaveOptions);
     renew(forms::frmProgressBar);
+    renew(forms::frmCapture);
+    renew(forms::frmCaptureValues);
+    renew(forms::frmCaptureOptions);
     renew(forms::frmProfileProperties);
     renew(forms::frmPreferences);
     renew(forms::frmPreview);

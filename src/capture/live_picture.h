@@ -1,0 +1,52 @@
+#pragma once
+
+// The engine's capture, in the steps that all commands of the capture window are made of.
+//
+// What answers no has failed, with the engine's words in the log; a picture that cannot be had is said in its place on
+// the window. Other failures of the engine are raised. Interface thread only.
+
+#include "engine/status.h"
+#include "engine/types.h"
+
+#include <string>
+
+namespace capture {
+
+/// What a step came to. The text is the engine's, for people; often empty.
+struct Answer {
+    bool isOk = false;
+    std::string text;
+
+    explicit operator bool() const { return isOk; }
+};
+
+Answer init();
+void release();
+/// Released and made anew: no device is set, nothing compresses.
+void renew();
+/// What runs ends. Answers why a capture has ended early, if it did.
+std::string stop();
+
+/// Those of the shared state.
+void setVideoDevice();
+void setAudioDevice();
+std::string videoDeviceAt(std::int16_t index);
+std::string audioDeviceAt(std::int16_t index);
+
+/// Connects the devices; the chosen compressors go to the engine ahead of it.
+Answer build();
+/// The picture goes to the window's workspace.
+Answer setWindow();
+Answer run();
+enum class Window { kNone, kWorkspace };
+/// The window where there is one, and run.
+Answer runLive(Window window);
+/// The same behind build.
+Answer goLive(Window window);
+/// All of it anew with the stored devices, where nothing less helps; each stream that has one is on then.
+void rebuild();
+
+/// A preview that is switched off stays so.
+void keepPreviewOff();
+
+} // namespace capture
