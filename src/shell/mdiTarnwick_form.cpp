@@ -1,5 +1,8 @@
 #include "shell/mdiTarnwick_form.h"
 
+#include "capture/frmCaptureOptions_form.h"
+#include "capture/frmCaptureValues_form.h"
+#include "capture/frmCapture_form.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmPreview.h"
 #include "core/forms/frmTimeline.h"
@@ -197,6 +200,9 @@ void MainWindow::bindHooks()
     frmAdvancedSaveOptions::connectScreens();
     frmProgressBar::connectScreens();
     frmProfileProperties::connectScreens();
+    frmCapture::connectScreens();
+    frmCaptureValues::connectScreens();
+    frmCaptureOptions::connectScreens();
     frmPreferences::connectScreens();
     frmAddText::connectScreens();
     frmTakeSnap::connectScreens();

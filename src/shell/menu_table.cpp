@@ -114,7 +114,7 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuToolsRemoveBookmark", "&Remove Marker", "F9", &m.mnuToolsRemoveBookmark, frmTimeline::cmdRemoveBookmark_Click},
     {kEntry, "mnueditclearmarkers", "Remove All &Markers", "", &m.mnueditclearmarkers, frmTimeline::mnueditclearmarkers_Click},
     rule(),
-    {kEntry, "mnuToolsCapture", "&Capture...", "F3", &m.mnuToolsCapture},
+    {kEntry, "mnuToolsCapture", "&Capture...", "F3", &m.mnuToolsCapture, mdiTarnwick::mnuToolsCapture_Click},
     {kEntry, "mnuToolsSplitTimeline", "&Split Timeline Tracks", "F11", &m.mnuToolsSplitTimeline, mdiTarnwick::mnuToolsSplitTimeline_Click, &T::hasTimeline},
     {kEntry, "mnuToolsPackTimelineBars", "&Pack Timeline Tracks", "F12", &m.mnuToolsPackTimelineBars, mdiTarnwick::mnuToolsPackTimelineBars_Click, &T::hasTimeline},
     {kEntry, "mnuToolsTakeSnap", "&Take Snap", "Ctrl+F2", &m.mnuToolsTakeSnap, mdiTarnwick::mnuToolsTakeSnap_Click, &T::hasVideo},

@@ -1,5 +1,6 @@
 #include "shell/tools_commands.h"
 
+#include "capture/frmCapture.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
 #include "tools/frmAddText.h"
@@ -26,6 +27,8 @@ void mnuEditStretchMode_Click() { run(frmStretchMode::ShowModal); }
 void mnuEditSetOverlayTransparency_Click() { run(moduleTimeline::OnEditSetOverlayTransparencyClick); }
 
 void mnuToolsAddText_Click() { run(frmAddText::ShowModal); }
+
+void mnuToolsCapture_Click() { run(frmCapture::ShowModal); }
 
 void mnuToolsTakeSnap_Click() { run(frmTakeSnap::ShowModal); }
 

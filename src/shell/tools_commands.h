@@ -11,6 +11,8 @@ void mnuEditStretchMode_Click();
 void mnuEditSetOverlayTransparency_Click();
 /// A title is written, which may go over the film.
 void mnuToolsAddText_Click();
+/// The window that records a camera and a microphone.
+void mnuToolsCapture_Click();
 /// A still of the movie at the main slider.
 void mnuToolsTakeSnap_Click();
 
