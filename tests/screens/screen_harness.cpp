@@ -2,6 +2,9 @@
 
 #include "core/forms/frmAddText.h"
 #include "core/forms/frmAdvancedSaveOptions.h"
+#include "core/forms/frmCapture.h"
+#include "core/forms/frmCaptureOptions.h"
+#include "core/forms/frmCaptureValues.h"
 #include "core/forms/frmMediaList.h"
 #include "core/forms/frmNewProject.h"
 #include "core/forms/frmPreview.h"
@@ -64,6 +67,9 @@ ScreenTest::ScreenTest()
     renew(forms::frmMediaList);
     renew(forms::frmNewProject);
     renew(forms::frmAdvancedSaveOptions);
+    renew(forms::frmCapture);
+    renew(forms::frmCaptureValues);
+    renew(forms::frmCaptureOptions);
     renew(forms::frmAddText);
     renew(forms::frmTakeSnap);
     renew(forms::frmPreview);
