@@ -1,5 +1,6 @@
 #include "capture/applied_options.h"
 
+#include "capture/entries.h"
 #include "capture/frmCapture.h"
 #include "capture/frmCaptureOptions.h"
 #include "capture/live_picture.h"
@@ -95,6 +96,17 @@ void noteDevices()
     session.AudioDeviceOk = session.AudioDeviceOk || !session.AudioDeviceName.empty();
 }
 
+/// Both devices were set, so both streams run, if one was off before.
+void tickStreams()
+{
+    if (session.AudioDeviceOk && !session.mnuCaptureStreamAudio.Checked) {
+        tickAudioStream(true);
+    }
+    if (session.VideoDeviceOk && !session.mnuCaptureStreamVideo.Checked) {
+        tickVideoStream(true);
+    }
+}
+
 void goOnAsBefore(const Session& before)
 {
     tellUser("Compressor Failure: Please select another compressor and try again.", MessageIcon::kCritical);
@@ -126,6 +138,8 @@ bool applyOptions(Options options)
     noteDevices();
     keepPreviewOff();
     frmCaptureOptions::SaveTakeSnapOptions();
+    tickStreams();
+    frmCapture::ResizeToCaptureDimension();
     return true;
 }
 

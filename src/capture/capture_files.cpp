@@ -9,6 +9,7 @@
 #include "core/file_text.h"
 #include "core/forms/frmCapture.h"
 #include "core/forms/frmMediaList.h"
+#include "core/forms/mdiTarnwick.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
@@ -19,6 +20,7 @@
 #include "media/moduleTarnwick.h"
 #include "settings/recent_lists.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -54,6 +56,15 @@ void play(const std::string& path)
     }
 }
 
+/// Unless it is among the recent files already.
+void noteRecent(const std::string& path)
+{
+    if (std::ranges::none_of(forms::mdiTarnwick.mnuFileRF,
+                             [&](const Menu& recent) { return recent.Caption.get() == path; })) {
+        ModuleSettings::UpdateResentFileMenu();
+    }
+}
+
 void addToMediaList(const std::string& path)
 {
     if (state::BusyOpening) {
@@ -64,7 +75,7 @@ void addToMediaList(const std::string& path)
     moduleTarnwick::OpenResentFile(path);
     if (forms::frmMediaList.lvwMediaList.Count() > rowsBefore) {
         state::markModified();
-        ModuleSettings::UpdateResentFileMenu();
+        noteRecent(path);
         form.sbr.Panel(1) = file_text::ExtractFileName(path) + " is in the media list.";
     }
     EnableOrDisableMenuItems();

@@ -1,27 +1,22 @@
 // A capture: its file, its beginning, the look at it thirty times a second, its end.
 
+#include "capture/capture_file.h"
 #include "capture/entries.h"
 #include "capture/frmCapture.h"
 #include "capture/frmCaptureValues.h"
 #include "capture/live_picture.h"
-#include "core/file_text.h"
 #include "core/forms/frmCapture.h"
 #include "core/numbers.h"
 #include "core/platform.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
-#include "disk/whole_file.h"
+#include "core/wait_cursor.h"
 #include "engine/ITWCapture.h"
 #include "engine/ITWProfiles.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
-#include "export/frmProgressBar.h"
-#include "export/kept_file.h"
 #include "export/moduleProfiles.h"
-#include "media/media_files.h"
-#include "media/working_folder.h"
 
-#include <filesystem>
 #include <optional>
 
 namespace frmCapture {
@@ -53,55 +48,6 @@ double secondsPassed()
 {
     constexpr double kMsPerSecond = 1000;
     return (ports.events->ticks() - static_cast<std::uint32_t>(form.CaptureStartTick)) / kMsPerSecond;
-}
-
-// --- The file ------------------------------------------------------------------------------------------------------
-
-std::string fileToCapture()
-{
-    const std::string name = file_text::Trimmed(form.CaptureFile);
-    return media::inWorkingFolder(!name.empty()                ? name
-                                  : form.CaptureFormat == kAsf ? std::string("Capture1.asf")
-                                                               : std::string("Capture1.avi"));
-}
-
-/// To the trash where there is one. False, and the person knows why, when it stays.
-bool isRemoved(const std::string& path)
-{
-    try {
-        exporting::askForPlace(path); // what cannot be replaced is not thrown away either
-    } catch (const disk::Refused& refused) {
-        tellUser(refused.what(), MessageIcon::kCritical);
-        return false;
-    }
-    std::error_code error;
-    if (ports.machine->moveToTrash(path)) {
-        return true;
-    }
-    std::filesystem::remove(path, error);
-    if (!error) {
-        return true;
-    }
-    tellUser("Unable to delete \"" + path + "\": " + error.message()
-                 + ". Please specify a different capture file name.",
-             MessageIcon::kCritical);
-    return false;
-}
-
-bool isPlaceFree(const std::string& path)
-{
-    if (!frmProgressBar::DoesDiskAnswer(path)) {
-        return false;
-    }
-    if (media::isListed(path)) {
-        tellUser("The specified file is being used by Quillmont. Please specify a different capture file name.");
-        return false;
-    }
-    Bool16 exists = kFalse;
-    check(engine::Engine->FileExists(path, exists));
-    return exists == kFalse
-           || (askUser("Overwrite Exisiting File " + path + "?", MessageButtons::kYesNo) == MessageAnswer::kYes
-               && isRemoved(path));
 }
 
 // --- The beginning -------------------------------------------------------------------------------------------------
@@ -172,7 +118,7 @@ std::optional<bool> isUsable(engine::Status (ITWCapture::*ask)(std::int16_t&))
 void begin()
 {
     running.emplace();
-    running->awake = ports.machine->keepAwake("Capturing");
+    running->awake = ports.machine->keepAwake("Capturing a movie");
     running->hasVideo = form.VideoStreamOn && isUsable(&ITWCapture::GetVideoDeviceStatus).value_or(false);
     running->hasAudio = form.AudioStreamOn && isUsable(&ITWCapture::GetAudioDeviceStatus).value_or(false);
     form.tm.Enabled = true;
@@ -213,10 +159,11 @@ void StartCapture()
         form.CaptureAllowed = true;
         return;
     }
-    form.CaptureFile = fileToCapture();
-    if (!isPlaceFree(form.CaptureFile)) {
+    form.CaptureFile = capture::fileToCapture();
+    if (!capture::isPlaceFree(form.CaptureFile)) {
         return;
     }
+    const WaitCursor wait;
     if (form.CaptureFormat == kAsf) {
         openProfile();
     }
@@ -376,8 +323,11 @@ void mnuCaptureStart_Click()
 void mnuCaptureStop_Click()
 {
     std::string why;
-    Trapped(kModule, "mnuCaptureStop_Click", [&] { why = stop(); });
-    Trapped(kModule, "mnuCaptureStop_Click", previewAgain);
+    {
+        const WaitCursor wait;
+        Trapped(kModule, "mnuCaptureStop_Click", [&] { why = stop(); });
+        Trapped(kModule, "mnuCaptureStop_Click", previewAgain);
+    }
     Form_Resize(form.picMainWorkspace.ScaleWidth, form.picMainWorkspace.ScaleHeight);
     enableAfterStop();
     if (!why.empty()) {

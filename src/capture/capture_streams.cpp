@@ -64,8 +64,6 @@ void turnOver(const Stream& stream)
     ResizeToCaptureDimension();
 }
 
-void chooseMaster(std::int16_t master) { capture::chooseSyncMaster(master); }
-
 /// Over the host of the window.
 void showDialog(const char* handler, engine::Status (ITWCapture::*show)(std::int32_t))
 {
@@ -113,9 +111,9 @@ void mnuCaptureStreamVideo_Click()
     Trapped(kModule, "mnuCaptureStreamVideo_Click", [] { turnOver(kVideo); });
 }
 
-void mnuaudiomaster_Click() { chooseMaster(1); }
-void mnuvideomaster_Click() { chooseMaster(0); }
-void mnuNone_Click() { chooseMaster(-1); }
+void mnuaudiomaster_Click() { capture::chooseSyncMaster(1); }
+void mnuvideomaster_Click() { capture::chooseSyncMaster(0); }
+void mnuNone_Click() { capture::chooseSyncMaster(-1); }
 
 void mnuCaptureCameraSettings_Click() { showDialog("mnuCaptureCameraSettings_Click", &ITWCapture::ShowCameraSettings); }
 

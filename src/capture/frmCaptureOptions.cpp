@@ -158,13 +158,6 @@ void confirm()
     if (!capture::applyOptions(capture::Options::kAll)) {
         return;
     }
-    if (session.AudioDeviceOk && !session.mnuCaptureStreamAudio.Checked) {
-        capture::tickAudioStream(true);
-    }
-    if (session.VideoDeviceOk && !session.mnuCaptureStreamVideo.Checked) {
-        capture::tickVideoStream(true);
-    }
-    frmCapture::ResizeToCaptureDimension();
     close();
 }
 
@@ -314,7 +307,6 @@ void cmdApply_Click()
 {
     Trapped(kModule, "cmdApply_Click", [] {
         if (capture::applyOptions(capture::Options::kDevices)) {
-            frmCapture::ResizeToCaptureDimension();
             enableApply(false);
         }
     });

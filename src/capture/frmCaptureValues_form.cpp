@@ -3,6 +3,7 @@
 #include "capture/frmCaptureValues.h"
 #include "core/forms/frmCaptureValues.h"
 #include "windowing/bound_dialogue.h"
+#include "windowing/show_pass.h"
 #include "windowing/text.h"
 
 #include <QHBoxLayout>
@@ -62,7 +63,11 @@ QGroupBox* Dialogue::makeEnd()
     auto* const byTime = new QRadioButton(tr("Stop &after"), group);
     byTime->setObjectName("optDurationStop");
     connect(byHand, &QRadioButton::clicked, this, [] { optManualStop_Click(); });
-    connect(byTime, &QRadioButton::clicked, this, [] { optDurationStop_Click(); });
+    connect(byTime, &QRadioButton::clicked, this, [this] {
+        optDurationStop_Click();
+        showPass().runNow(); // what takes the keys has to be enabled
+        form().txtDuration.SetFocus();
+    });
     also([byHand, byTime] { (form().optDurationStop ? byTime : byHand)->setChecked(true); });
     duration_ = textBox("txtDuration", tr("Seconds until the capture stops"), form().txtDuration);
     duration_->setFixedWidth(fontMetrics().horizontalAdvance("0000000000") + 16);

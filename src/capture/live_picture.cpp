@@ -50,8 +50,9 @@ bool isCompressor(const std::string& name) { return !name.empty() && name != frm
 
 Answer sayWhetherLive(Answer last)
 {
-    form.lblHint = last ? std::string()
-                        : "There is no picture. Close other programs that use the devices, and open this window again.";
+    form.lblHint =
+        last ? std::string()
+             : "There is no picture. Connect the camera, close other programs that use it, and open this window again.";
     return last;
 }
 
@@ -138,6 +139,7 @@ void rebuild()
     goLive(form.VideoDeviceOk ? Window::kWorkspace : Window::kNone);
     tickAudioStream(form.AudioDeviceOk);
     tickVideoStream(form.VideoDeviceOk);
+    keepPreviewOff();
 }
 
 void keepPreviewOff()

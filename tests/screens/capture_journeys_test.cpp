@@ -132,9 +132,8 @@ TEST_F(CaptureScreen, TheEndsThatNobodyChose)
     inWindow("camera,microphone", [&] {
         answers.work([&] {
             part<QRadioButton>("optDurationStop").click();
-            settle();
             auto& seconds = part<QLineEdit>("txtDuration");
-            seconds.selectAll();
+            EXPECT_TRUE(seconds.hasFocus());
             QTest::keyClicks(&seconds, "a1x");
             EXPECT_EQ(seconds.text(), "1");
             QTest::keyClick(&seconds, Qt::Key_Return);

@@ -1,0 +1,73 @@
+#include "capture/capture_file.h"
+
+#include "core/file_text.h"
+#include "core/forms/frmCapture.h"
+#include "core/platform.h"
+#include "disk/whole_file.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "export/frmProgressBar.h"
+#include "export/kept_file.h"
+#include "media/media_files.h"
+#include "media/working_folder.h"
+
+#include <filesystem>
+
+namespace capture {
+
+using engine::Bool16;
+using engine::check;
+using engine::kFalse;
+
+namespace {
+
+/// To the trash where there is one. False, and the person knows why, when it stays.
+bool isRemoved(const std::string& path)
+{
+    try {
+        exporting::askForPlace(path); // what cannot be replaced is not thrown away either
+    } catch (const disk::Refused& refused) {
+        tellUser(refused.what(), MessageIcon::kCritical);
+        return false;
+    }
+    std::error_code error;
+    if (ports.machine->moveToTrash(path)) {
+        return true;
+    }
+    std::filesystem::remove(path, error);
+    if (!error) {
+        return true;
+    }
+    tellUser("Unable to delete \"" + path + "\": " + error.message()
+                 + ". Please specify a different capture file name.",
+             MessageIcon::kCritical);
+    return false;
+}
+
+} // namespace
+
+std::string fileToCapture()
+{
+    const std::string name = file_text::Trimmed(forms::frmCapture.CaptureFile);
+    return media::inWorkingFolder(!name.empty()                          ? name
+                                  : forms::frmCapture.CaptureFormat == 1 ? std::string("Capture1.asf")
+                                                                         : std::string("Capture1.avi"));
+}
+
+bool isPlaceFree(const std::string& path)
+{
+    if (!frmProgressBar::DoesDiskAnswer(path)) {
+        return false;
+    }
+    if (media::isListed(path)) {
+        tellUser("The specified file is being used by Quillmont. Please specify a different capture file name.");
+        return false;
+    }
+    Bool16 exists = kFalse;
+    check(engine::Engine->FileExists(path, exists));
+    return exists == kFalse
+           || (askUser("Overwrite Exisiting File " + path + "?", MessageButtons::kYesNo) == MessageAnswer::kYes
+               && isRemoved(path));
+}
+
+} // namespace capture
