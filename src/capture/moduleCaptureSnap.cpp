@@ -58,11 +58,7 @@ void takeSide(std::int16_t& side, const std::string& text)
 void load()
 {
     const std::string folder = stored("Folder");
-    if (folder.find_first_not_of(' ') != std::string::npos) {
-        SnapFolder = folder;
-    } else if (SnapFolder.empty()) {
-        SnapFolder = state::WorkingFolder;
-    }
+    SnapFolder = folder.find_first_not_of(' ') != std::string::npos ? folder : state::WorkingFolder;
     std::vector<std::string> pieces; // "640", "x", "480"
     std::istringstream size(stored("Dimension"));
     for (std::string piece; std::getline(size, piece, ' ');) {

@@ -14,7 +14,8 @@ inline std::int16_t SnapHeight = 240;
 inline bool SnapUseCaptureDimension = true; // else in the size above
 inline std::int16_t SnapCounter = 0;        // the number that is tried next
 
-/// Reads them. What is not in the store, or makes no sense, stays; a folder that nobody chose is the working folder.
+/// Reads them. What is not in the store, or makes no sense, stays; a folder that nobody has stored is the working
+/// folder.
 void LoadSettings();
 void StoreSettings();
 

@@ -96,6 +96,9 @@ void FrameView::paintEvent(QPaintEvent*)
     }
     if (!words.isEmpty()) {
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        if (picture.pixels != nullptr) { // the words are to be read, and the picture is no longer live
+            painter.fillRect(rect(), QColor(0x16, 0x18, 0x1C, 0xD0));
+        }
         painter.setPen(QColor(0xE6, 0xE8, 0xEA));
         painter.drawText(rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, words);
     }
