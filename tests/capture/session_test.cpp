@@ -199,12 +199,13 @@ TEST_F(CaptureTest, AnOldFileMakesRoomWhenThePersonAgrees)
     const std::string file = path("Capture1.avi");
     for (const bool hasTrash : {true, false}) {
         platform.hasTrash = hasTrash;
+        platform.trashed.clear();
         writeBytes(file, "old");
         inWindow([&] {
             platform.answers = {MessageAnswer::kYes};
             start();
             EXPECT_TRUE(frmCapture::IsCapturing());
-            EXPECT_EQ(platform.trashed.back(), "Capture1.avi");
+            EXPECT_EQ(platform.trashed, std::vector<std::string>{"Capture1.avi"});
             EXPECT_FALSE(!hasTrash && std::filesystem::exists(file));
         });
     }
@@ -266,6 +267,23 @@ TEST_F(CaptureTest, WhatEndsACapture)
         platform.isVolumeSilent = false;
         devices->videoStatus = devices->audioStatus = 0;
         devices->statuses.clear();
+    }
+}
+
+TEST_F(CaptureTest, AnAmpleDiskIsAskedOnceASecondANearlyFullOneAtEachTick)
+{
+    for (const auto& [freeBytes, endsAt] : {std::pair{std::int64_t{1} << 40, 1000u}, {std::int64_t{1} << 29, 33u}}) {
+        platform.tickCount = 0;
+        inWindow([&, freeBytes = freeBytes, endsAt = endsAt] {
+            platform.freeBytes = freeBytes;
+            start();
+            tickAt(0);
+            platform.freeBytes = 0;
+            tickAt(endsAt - 1);
+            EXPECT_EQ(window.tm.Enabled, endsAt == 1000);
+            tickAt(endsAt);
+            EXPECT_FALSE(window.tm.Enabled);
+        });
     }
 }
 
