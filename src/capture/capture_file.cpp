@@ -3,6 +3,7 @@
 #include "core/file_text.h"
 #include "core/forms/frmCapture.h"
 #include "core/platform.h"
+#include "core/shared_state.h"
 #include "disk/whole_file.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -44,6 +45,14 @@ bool isRemoved(const std::string& path)
     return false;
 }
 
+/// What is open in the program is no place for a recording: its media, and the project itself.
+bool isInUse(const std::string& path)
+{
+    std::error_code ignored;
+    return media::isListed(path) || path == state::ProjectFilePath
+           || std::filesystem::equivalent(path, state::ProjectFilePath, ignored);
+}
+
 } // namespace
 
 std::string fileToCapture()
@@ -59,7 +68,7 @@ bool isPlaceFree(const std::string& path)
     if (!frmProgressBar::DoesDiskAnswer(path)) {
         return false;
     }
-    if (media::isListed(path)) {
+    if (isInUse(path)) {
         tellUser("The specified file is being used by Quillmont. Please specify a different capture file name.");
         return false;
     }

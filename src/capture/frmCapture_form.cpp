@@ -22,6 +22,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace frmCapture {
 
@@ -201,8 +202,20 @@ void Window::fit()
     layout()->activate();
     const QSize around = size() - view_->size();
     const QSize frame = frameSize() - size();
-    const QSize picture(form().CaptureWidth, form().CaptureHeight);
-    resize((picture + around).boundedTo(screen()->availableSize() - frame));
+    const QRect room = screen()->availableGeometry();
+    const QSize most = room.size() - frame - around;
+    QSize picture(form().CaptureWidth, form().CaptureHeight);
+    while (picture.width() > most.width() || picture.height() > most.height()) {
+        picture /= 2; // such as the screen itself, of which the window would hide all that is to be captured
+    }
+    resize(picture + around);
+    const QSize outer = size() + frame;
+    const QPoint last(room.right() + 1 - outer.width(), room.bottom() + 1 - outer.height());
+    const QPoint at(std::clamp(x(), room.left(), std::max(room.left(), last.x())),
+                    std::clamp(y(), room.top(), std::max(room.top(), last.y())));
+    if (at != pos()) { // what has grown over the edge of the screen comes back
+        move(at);
+    }
 }
 
 // --- Menus and toolbar ---------------------------------------------------------------------------------------------

@@ -211,13 +211,17 @@ TEST_F(CaptureTest, AnOldFileMakesRoomWhenThePersonAgrees)
     }
     std::filesystem::remove(file);
     open({"mjpeg.avi"});
-    inWindow([&] {
-        window.CaptureFile = "  " + media("mjpeg.avi") + " ";
-        start();
-        EXPECT_FALSE(frmCapture::IsCapturing());
-    });
-    EXPECT_EQ(platform.messages.back().text,
-              "The specified file is being used by Quillmont. Please specify a different capture file name.");
+    state::ProjectFilePath = path("film.qpj");
+    for (const std::string& used : {media("mjpeg.avi"), state::ProjectFilePath}) {
+        told();
+        inWindow([&] {
+            window.CaptureFile = "  " + used + " ";
+            start();
+            EXPECT_FALSE(frmCapture::IsCapturing());
+        });
+        EXPECT_EQ(told(),
+                  "The specified file is being used by Quillmont. Please specify a different capture file name.");
+    }
 }
 
 TEST_F(CaptureTest, WhatEndsACapture)
