@@ -63,7 +63,7 @@ QGroupBox* Dialogue::makeEnd()
     auto* const byTime = new QRadioButton(tr("Stop &after"), group);
     byTime->setObjectName("optDurationStop");
     connect(byHand, &QRadioButton::clicked, this, [] { optManualStop_Click(); });
-    connect(byTime, &QRadioButton::clicked, this, [this] {
+    connect(byTime, &QRadioButton::clicked, this, [] {
         optDurationStop_Click();
         showPass().runNow(); // what takes the keys has to be enabled
         form().txtDuration.SetFocus();
