@@ -267,6 +267,8 @@ void ResizeToCaptureDimension()
             fitWindow();
         }
     });
+    // Also where the window has that size already: the engine may have forgotten the place.
+    Form_Resize(form.picMainWorkspace.ScaleWidth, form.picMainWorkspace.ScaleHeight);
 }
 
 void SetCaptureVideoDimension(std::int32_t width, std::int32_t height)
