@@ -113,10 +113,13 @@ void goOnAsBefore(const Session& before)
     before.putBack();
     stop();
     renew();
-    setVideoDevice();
-    setAudioDevice();
-    goLive(session.VideoDeviceOk ? Window::kWorkspace : Window::kNone);
-    keepPreviewOff();
+    if (session.mnuCaptureStreamVideo.Checked) {
+        setVideoDevice();
+    }
+    if (session.mnuCaptureStreamAudio.Checked) { // one that is switched off is not to be heard
+        setAudioDevice();
+    }
+    goLive(liveWindow());
     frmCapture::ResizeToCaptureDimension();
 }
 
@@ -136,7 +139,6 @@ bool applyOptions(Options options)
         return false;
     }
     noteDevices();
-    keepPreviewOff();
     frmCaptureOptions::SaveTakeSnapOptions();
     tickStreams();
     frmCapture::ResizeToCaptureDimension();

@@ -52,7 +52,7 @@ void play(const std::string& path)
     } else if (!ports.shell->openWithDesktop(path)) {
         tellUser("Application Access Failure.");
         capture::stop();
-        capture::goLive(form.VideoDeviceOk ? capture::Window::kWorkspace : capture::Window::kNone);
+        capture::goLive(capture::liveWindow());
     }
 }
 

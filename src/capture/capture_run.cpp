@@ -77,11 +77,11 @@ void enableDeviceEntries()
 }
 
 /// The live picture comes back, so that the person can choose again.
-void recover(bool withWindow)
+void recover()
 {
     form.sbr.Panel(1) = std::string();
     capture::showCapturing(false);
-    capture::goLive(withWindow ? capture::Window::kWorkspace : capture::Window::kNone);
+    capture::goLive(capture::liveWindow());
     enableDeviceEntries();
 }
 
@@ -90,7 +90,7 @@ void giveUp(const std::string& text, MessageIcon icon)
 {
     form.tm.Enabled = false;
     tellUser(text, icon);
-    recover(form.VideoDeviceOk);
+    recover();
     capture::enable({&form.mnuCaptureStart}, true);
     capture::enableButtons({"START_CAPTURE"}, true);
 }
@@ -179,7 +179,7 @@ void StartCapture()
     } else {
         form.tm.Enabled = false;
         tellSilence(ran.text);
-        recover(form.mnuCaptureStreamVideo.Checked);
+        recover();
     }
 }
 
@@ -256,8 +256,7 @@ void tick()
 void previewAgain()
 {
     if (capture::build()) {
-        capture::runLive(form.mnuCaptureStreamVideo.Checked ? capture::Window::kWorkspace : capture::Window::kNone);
-        capture::keepPreviewOff();
+        capture::runLive(capture::liveWindow());
     } else {
         capture::rebuild();
     }

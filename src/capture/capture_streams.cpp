@@ -56,11 +56,8 @@ void turnOver(const Stream& stream)
     if (stream.other.Checked) {
         stream.setOther();
     }
-    const bool hasPicture = form.mnuCaptureStreamVideo.Checked;
-    capture::goLive(hasPicture ? Window::kWorkspace : Window::kNone);
-    if (stream.other.Checked) {
-        form.mnuCapturePreview.Checked = true;
-    }
+    form.mnuCapturePreview.Checked = true; // ahead of the picture, which comes as it is ticked
+    capture::goLive(capture::liveWindow());
     ResizeToCaptureDimension();
 }
 

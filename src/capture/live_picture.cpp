@@ -116,13 +116,19 @@ Answer run()
     return answer("RunGraph", status, ok);
 }
 
+Window liveWindow() { return form.mnuCaptureStreamVideo.Checked ? Window::kWorkspace : Window::kNone; }
+
 Answer runLive(Window window)
 {
     Answer last{true, {}};
     if (window == Window::kWorkspace) {
         last = setWindow();
     }
-    return sayWhetherLive(last ? run() : last);
+    last = last ? run() : last;
+    if (window == Window::kWorkspace) {
+        keepPreviewOff(); // a window that is set shows
+    }
+    return sayWhetherLive(std::move(last));
 }
 
 Answer goLive(Window window)
@@ -139,7 +145,6 @@ void rebuild()
     goLive(form.VideoDeviceOk ? Window::kWorkspace : Window::kNone);
     tickAudioStream(form.AudioDeviceOk);
     tickVideoStream(form.VideoDeviceOk);
-    keepPreviewOff();
 }
 
 void keepPreviewOff()

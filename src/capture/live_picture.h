@@ -39,14 +39,16 @@ Answer build();
 Answer setWindow();
 Answer run();
 enum class Window { kNone, kWorkspace };
-/// The window where there is one, and run.
+/// Of a picture, unless that stream is switched off.
+Window liveWindow();
+/// The window where there is one, and run. A preview that is switched off stays so.
 Answer runLive(Window window);
 /// The same behind build.
 Answer goLive(Window window);
 /// All of it anew with the stored devices, where nothing less helps; each stream that has one is on then.
 void rebuild();
 
-/// A preview that is switched off stays so.
+/// Where a window was set, and the preview is switched off.
 void keepPreviewOff();
 
 } // namespace capture

@@ -83,6 +83,13 @@ TEST_F(CaptureDialoguesTest, RefusedOptionsLeaveTheSessionAsItWas)
                            "SetVideoWindow RunGraph");
         EXPECT_EQ(window.VideoDeviceName + window.CaptureVideoCompressor, "Cam");
         EXPECT_EQ(window.CaptureFormat, 0);
+        frmCapture::mnuCaptureStreamAudio_Click();
+        calls();
+        devices->refused = {"RunGraph"};
+        inOptions([&] { frmCaptureOptions::cmdApply_Click(); });
+        EXPECT_TRUE(calls().ends_with("StopCapture ReleaseCapture InitCapture SetVideoDevice(Cam) BuildGraph "
+                                      "SetVideoWindow RunGraph"))
+            << "sound that is switched off stays so";
     });
 }
 

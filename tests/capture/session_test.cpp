@@ -119,8 +119,7 @@ TEST_F(CaptureTest, ACaptureFromItsStartToItsEnd)
         devices->refused = {"BuildGraph"};
         frmCapture::mnuCaptureStop_Click();
         EXPECT_EQ(calls(), "StopCapture SetCaptureVideoCompressor(Motion JPEG) BuildGraph ReleaseCapture InitCapture "
-                           "SetAudioDevice(Mic) SetVideoDevice(Cam) SetCaptureVideoCompressor(Motion JPEG) BuildGraph "
-                           "SetPreviewing(0)");
+                           "SetAudioDevice(Mic) SetVideoDevice(Cam) SetCaptureVideoCompressor(Motion JPEG) BuildGraph");
         EXPECT_FALSE(window.lblHint.get().empty());
     });
     calls();
@@ -148,6 +147,22 @@ TEST_F(CaptureTest, WhatDoesNotBegin)
         {"a compressor that refuses", [&] { devices->refused = {"StartCaptureToFile"}; },
          "Compressor Failure: Please select another compressor and try again.",
          "StartCaptureToFile(Capture1.avi,0,1) " + kRecovered},
+        {"one that refuses sound alone",
+         [&] {
+             devices->refused = {"StartCaptureToFile"};
+             frmCapture::mnuCaptureStreamVideo_Click();
+             calls();
+         },
+         "Compressor Failure: Please select another compressor and try again.",
+         "StartCaptureToFile(Capture1.avi,0,1) BuildGraph RunGraph"},
+        {"one that refuses without a preview",
+         [&] {
+             devices->refused = {"StartCaptureToFile"};
+             frmCapture::mnuCapturePreview_Click();
+             calls();
+         },
+         "Compressor Failure: Please select another compressor and try again.",
+         "StartCaptureToFile(Capture1.avi,0,1) " + kRecovered + " SetPreviewing(0)"},
         {"a folder that is closed",
          [&] {
              devices->statuses = {{"StartCaptureToFile", Status(engine::kAccessDenied.code(), "It is closed.")}};
