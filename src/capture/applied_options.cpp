@@ -56,13 +56,25 @@ void takeChosen(std::string& stored, const ComboBox& box)
     }
 }
 
+/// One that could not be used so far, and cannot now, stays out: it must not keep the other from its work.
+DeviceStatus takeDevice(std::string& stored, const ComboBox& box, void (*set)(), DeviceStatus (*status)())
+{
+    const bool wasOut = stored.empty();
+    takeChosen(stored, box);
+    set();
+    const DeviceStatus now = wasOut && !stored.empty() ? status() : DeviceStatus::kUsable;
+    if (now != DeviceStatus::kUsable) {
+        stored.clear();
+        set();
+    }
+    return now;
+}
+
 /// The devices at once, the compressors with the next build.
 void takeDevices()
 {
-    takeChosen(session.VideoDeviceName, form.cmbVideoDevices);
-    setVideoDevice();
-    takeChosen(session.AudioDeviceName, form.cmbAudioDevices);
-    setAudioDevice();
+    tellVideo(takeDevice(session.VideoDeviceName, form.cmbVideoDevices, setVideoDevice, videoStatus));
+    tellAudio(takeDevice(session.AudioDeviceName, form.cmbAudioDevices, setAudioDevice, audioStatus));
     takeChosen(session.CaptureVideoCompressor, form.cmbVideoCompressors);
     takeChosen(session.CaptureAudioCompressor, form.cmbAudioCompressors);
 }

@@ -13,6 +13,7 @@
 
 namespace frmCapture {
 
+using capture::DeviceStatus;
 using capture::Window;
 using engine::Bool16;
 using engine::check;
@@ -25,19 +26,47 @@ constexpr const char* kModule = "frmCapture";
 
 forms::FrmCapture& form = forms::frmCapture;
 
+struct Device {
+    std::string& name; // of the one that is set; empty: none could be used so far
+    bool& isOk;
+    DeviceStatus (*status)();
+    std::string (*nameAt)(std::int16_t);
+    void (*tell)(DeviceStatus);
+    void (*set)();
+};
+
+const Device kMicrophone{form.AudioDeviceName,   form.AudioDeviceOk, capture::audioStatus,
+                         capture::audioDeviceAt, capture::tellAudio, capture::setAudioDevice};
+const Device kCamera{form.VideoDeviceName,   form.VideoDeviceOk, capture::videoStatus,
+                     capture::videoDeviceAt, capture::tellVideo, capture::setVideoDevice};
+
 /// One of the two, seen from either side.
 struct Stream {
     Menu& entry;
     Menu& other;
     void (*tick)(bool);
-    void (*setDevice)();
-    void (*setOther)();
+    const Device& device;
+    const Device& otherDevice;
 };
 
-const Stream kAudio{form.mnuCaptureStreamAudio, form.mnuCaptureStreamVideo, capture::tickAudioStream,
-                    capture::setAudioDevice, capture::setVideoDevice};
-const Stream kVideo{form.mnuCaptureStreamVideo, form.mnuCaptureStreamAudio, capture::tickVideoStream,
-                    capture::setVideoDevice, capture::setAudioDevice};
+const Stream kAudio{form.mnuCaptureStreamAudio, form.mnuCaptureStreamVideo, capture::tickAudioStream, kMicrophone,
+                    kCamera};
+const Stream kVideo{form.mnuCaptureStreamVideo, form.mnuCaptureStreamAudio, capture::tickVideoStream, kCamera,
+                    kMicrophone};
+
+/// One that was missing or busy at the opening may have come since. Asked ahead of any device that is set.
+DeviceStatus lookAgain(const Device& device)
+{
+    if (!device.name.empty()) {
+        return DeviceStatus::kUsable;
+    }
+    const DeviceStatus status = device.status();
+    if (status == DeviceStatus::kUsable) {
+        device.name = device.nameAt(0);
+        device.isOk = true;
+    }
+    return status;
+}
 
 void turnOver(const Stream& stream)
 {
@@ -47,18 +76,20 @@ void turnOver(const Stream& stream)
         return;
     }
     const WaitCursor wait;
-    stream.tick(isOn);
     capture::stop();
     capture::renew();
-    if (isOn) {
-        stream.setDevice();
+    const DeviceStatus status = isOn ? lookAgain(stream.device) : DeviceStatus::kUsable;
+    stream.tick(isOn && status == DeviceStatus::kUsable); // else a file would lack what is ticked
+    if (stream.entry.Checked) {
+        stream.device.set();
     }
     if (stream.other.Checked) {
-        stream.setOther();
+        stream.otherDevice.set();
     }
     form.mnuCapturePreview.Checked = true; // ahead of the picture, which comes as it is ticked
     capture::goLive(capture::liveWindow());
     ResizeToCaptureDimension();
+    stream.device.tell(status);
 }
 
 /// Over the host of the window.

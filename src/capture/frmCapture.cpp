@@ -17,6 +17,7 @@
 
 namespace frmCapture {
 
+using capture::DeviceStatus;
 using engine::check;
 using engine::EngineAs;
 using engine::ITWCapture;
@@ -26,15 +27,6 @@ namespace {
 constexpr const char* kModule = "frmCapture";
 
 forms::FrmCapture& form = forms::frmCapture;
-
-enum DeviceStatus : std::int16_t { kUsable, kNotFound, kNotInitialized };
-
-std::int16_t statusOf(engine::Status (ITWCapture::*ask)(std::int16_t&))
-{
-    std::int16_t status = kNotFound;
-    check((EngineAs<ITWCapture>().get()->*ask)(status));
-    return status;
-}
 
 /// With fewer colours the stills would be useless.
 void offerSnaps(bool isOffered)
@@ -113,7 +105,7 @@ void withoutCamera()
 {
     form.VideoDeviceOk = false;
     const std::string screen = capture::videoDeviceAt(0); // it is no camera until somebody chooses it
-    tellUser("Video Device Not Found.");
+    capture::tellVideo(DeviceStatus::kNotFound);
     form.sbr.Panel(1) = std::string("Capture device not found");
     capture::release();
     standIdle(screen.empty() ? "Connect a camera and open this window again."
@@ -123,26 +115,22 @@ void withoutCamera()
     form.cmdCaptureScreen.Enabled = !screen.empty();
 }
 
-void checkAudio(std::int16_t status)
+void checkAudio(DeviceStatus status)
 {
-    form.AudioDeviceOk = status == kUsable;
-    if (status == kNotFound) {
-        tellUser("Audio device not found.");
-    } else if (status == kNotInitialized) {
-        tellUser("Audio device could not be initialized.");
-    }
+    form.AudioDeviceOk = status == DeviceStatus::kUsable;
+    capture::tellAudio(status);
 }
 
 /// A device that is there and cannot be used must not be among those that the engine takes by itself.
-bool bringPicture(std::int16_t videoStatus, std::int16_t audioStatus)
+bool bringPicture(DeviceStatus videoStatus, DeviceStatus audioStatus)
 {
     if (!form.VideoDeviceOk && !form.AudioDeviceOk) {
         return false;
     }
-    if (form.VideoDeviceOk && audioStatus == kNotInitialized) {
+    if (form.VideoDeviceOk && audioStatus == DeviceStatus::kNotInitialized) {
         capture::setVideoDevice();
     }
-    if (form.AudioDeviceOk && videoStatus == kNotInitialized) {
+    if (form.AudioDeviceOk && videoStatus == DeviceStatus::kNotInitialized) {
         capture::setAudioDevice();
     }
     const auto window = form.VideoDeviceOk ? capture::Window::kWorkspace : capture::Window::kNone;
@@ -157,7 +145,7 @@ bool bringPicture(std::int16_t videoStatus, std::int16_t audioStatus)
 }
 
 /// From the devices that are known to be there to the end of the opening.
-void open(std::int16_t videoStatus, std::int16_t audioStatus)
+void open(DeviceStatus videoStatus, DeviceStatus audioStatus)
 {
     checkAudio(audioStatus);
     if (!bringPicture(videoStatus, audioStatus)) {
@@ -186,18 +174,16 @@ void load()
         return;
     }
     form.VideoDeviceOk = form.AudioDeviceOk = form.CaptureAllowed = true;
-    const std::int16_t videoStatus = statusOf(&ITWCapture::GetVideoDeviceStatus);
-    if (videoStatus == kNotFound) {
+    const DeviceStatus videoStatus = capture::videoStatus();
+    if (videoStatus == DeviceStatus::kNotFound) {
         withoutCamera();
         return;
     }
-    if (videoStatus == kNotInitialized) {
-        form.VideoDeviceOk = false;
-        tellUser("Video device could not be initialized.");
-    }
-    const std::int16_t audioStatus = statusOf(&ITWCapture::GetAudioDeviceStatus);
+    form.VideoDeviceOk = videoStatus == DeviceStatus::kUsable;
+    capture::tellVideo(videoStatus);
+    const DeviceStatus audioStatus = capture::audioStatus();
     form.VideoDeviceName = form.VideoDeviceOk ? capture::videoDeviceAt(0) : std::string();
-    form.AudioDeviceName = audioStatus == kUsable ? capture::audioDeviceAt(0) : std::string();
+    form.AudioDeviceName = audioStatus == DeviceStatus::kUsable ? capture::audioDeviceAt(0) : std::string();
     open(videoStatus, audioStatus);
 }
 
@@ -206,17 +192,17 @@ void captureScreen()
     if (!initTold()) {
         return;
     }
-    const std::int16_t audioStatus = statusOf(&ITWCapture::GetAudioDeviceStatus); // before only the screen takes part
+    const DeviceStatus audioStatus = capture::audioStatus(); // before only the screen takes part
     capture::setVideoDevice();
     form.AudioDeviceName.clear();
-    if (audioStatus == kUsable) {
+    if (audioStatus == DeviceStatus::kUsable) {
         form.AudioDeviceName = capture::audioDeviceAt(0);
         capture::setAudioDevice();
     }
     form.VideoDeviceOk = true;
     form.cmdCaptureScreen.Visible = false;
     form.sbr.Panel(1) = std::string();
-    open(kUsable, audioStatus);
+    open(DeviceStatus::kUsable, audioStatus);
 }
 
 } // namespace

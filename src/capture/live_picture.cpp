@@ -2,6 +2,7 @@
 
 #include "capture/entries.h"
 #include "core/forms/frmCapture.h"
+#include "core/platform.h"
 #include "core/upcalls.h"
 #include "engine/ITWCapture.h"
 #include "engine/check.h"
@@ -46,6 +47,13 @@ std::string deviceAt(engine::Status (ITWCapture::*nameAt)(std::int16_t, engine::
                             [&](auto buffer) { return (EngineAs<ITWCapture>().get()->*nameAt)(index, buffer); });
 }
 
+DeviceStatus statusOf(engine::Status (ITWCapture::*ask)(std::int16_t&))
+{
+    auto status = static_cast<std::int16_t>(DeviceStatus::kNotFound);
+    check((EngineAs<ITWCapture>().get()->*ask)(status));
+    return static_cast<DeviceStatus>(status);
+}
+
 bool isCompressor(const std::string& name) { return !name.empty() && name != frmAdvancedSaveOptions::kUncompressed; }
 
 Answer sayWhetherLive(Answer last)
@@ -78,6 +86,26 @@ std::string stop()
     const engine::Status status = EngineAs<ITWCapture>()->StopCapture();
     note("StopCapture", status);
     return status.text();
+}
+
+DeviceStatus videoStatus() { return statusOf(&ITWCapture::GetVideoDeviceStatus); }
+
+DeviceStatus audioStatus() { return statusOf(&ITWCapture::GetAudioDeviceStatus); }
+
+void tellVideo(DeviceStatus status)
+{
+    if (status != DeviceStatus::kUsable) {
+        tellUser(status == DeviceStatus::kNotFound ? "Video Device Not Found."
+                                                   : "Video device could not be initialized.");
+    }
+}
+
+void tellAudio(DeviceStatus status)
+{
+    if (status != DeviceStatus::kUsable) {
+        tellUser(status == DeviceStatus::kNotFound ? "Audio device not found."
+                                                   : "Audio device could not be initialized.");
+    }
 }
 
 void setVideoDevice() { check(EngineAs<ITWCapture>()->SetVideoDevice(form.VideoDeviceName)); }

@@ -8,6 +8,7 @@
 #include "engine/status.h"
 #include "engine/types.h"
 
+#include <cstdint>
 #include <string>
 
 namespace capture {
@@ -26,6 +27,14 @@ void release();
 void renew();
 /// What runs ends. Answers why a capture has ended early, if it did.
 std::string stop();
+
+enum class DeviceStatus : std::int16_t { kUsable, kNotFound, kNotInitialized };
+/// Of the devices that take part.
+DeviceStatus videoStatus();
+DeviceStatus audioStatus();
+/// Says in a box what is wrong with it, if anything is.
+void tellVideo(DeviceStatus status);
+void tellAudio(DeviceStatus status);
 
 /// Those of the shared state.
 void setVideoDevice();

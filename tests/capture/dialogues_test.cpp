@@ -59,6 +59,19 @@ TEST_F(CaptureDialoguesTest, OptionsGoToTheEngine)
     });
 }
 
+TEST_F(CaptureDialoguesTest, AMicrophoneInUseKeepsNoOptionsBack)
+{
+    devices->audioStatus = 2;
+    inWindow([&] {
+        told(), calls();
+        EXPECT_TRUE(inOptions([&] { frmCaptureOptions::cmdOK_Click(); }));
+        EXPECT_EQ(told(), "Audio device could not be initialized.");
+        EXPECT_EQ(calls(), "StopCapture ReleaseCapture InitCapture SetVideoDevice(Cam) SetAudioDevice(Mic) "
+                           "SetAudioDevice BuildGraph SetVideoWindow RunGraph");
+        EXPECT_FALSE(window.mnuCaptureStreamAudio.Checked || window.AudioDeviceOk);
+    });
+}
+
 TEST_F(CaptureDialoguesTest, RefusedOptionsLeaveTheSessionAsItWas)
 {
     inWindow([&] {

@@ -356,6 +356,23 @@ TEST_F(CaptureTest, StreamsAndTheirDevices)
     });
 }
 
+TEST_F(CaptureTest, AStreamWithoutADeviceIsNotTicked)
+{
+    devices->audioStatus = 1;
+    inWindow([&] {
+        told(), calls();
+        frmCapture::mnuCaptureStreamAudio_Click();
+        EXPECT_EQ(told(), "Audio device not found.");
+        EXPECT_FALSE(window.mnuCaptureStreamAudio.Checked || window.mnuToolsAudioSettings.Enabled);
+        EXPECT_EQ(calls(), "StopCapture ReleaseCapture InitCapture SetVideoDevice(Cam) BuildGraph SetVideoWindow "
+                           "RunGraph");
+        devices->audioStatus = 0; // it has been plugged in
+        frmCapture::mnuCaptureStreamAudio_Click();
+        EXPECT_TRUE(window.mnuCaptureStreamAudio.Checked && window.AudioDeviceOk);
+        EXPECT_NE(calls().find("SetAudioDevice(Mic)"), std::string::npos);
+    });
+}
+
 TEST_F(CaptureTest, TheDevicesOwnDialogues)
 {
     int fitted = 0;
