@@ -137,8 +137,7 @@ bool CaptureInterface::openVideo()
         video.feed.reset();
         auto source = answeredWithin<std::unique_ptr<OpenCamera>>(kDriverPatience,
                                                                   [device = video.device] { return device->open(); });
-        video.hasFailed = !source || !*source;
-        if (!video.hasFailed) {
+        if (source && *source) {
             video.feed = std::make_unique<PictureFeed>(std::move(*source));
             showLive();
         }
@@ -153,8 +152,7 @@ bool CaptureInterface::openAudio()
         audio.feed.reset();
         auto source = answeredWithin<std::unique_ptr<OpenMicrophone>>(
             kDriverPatience, [device = audio.device, rate = session().soundRate] { return device->open(rate); });
-        audio.hasFailed = !source || !*source;
-        if (!audio.hasFailed) {
+        if (source && *source) {
             audio.feed = std::make_unique<SoundFeed>(std::move(*source));
             audio.feed->setLevel(session().level);
         }
@@ -198,7 +196,7 @@ engine::Status CaptureInterface::SetVideoDevice(Text name)
         isScreenPicked_ = isScreenPicked_ || (isThere && found->isScreen);
         const auto camera = isThere ? found->camera : nullptr;
         if (now.video.device != camera) {
-            now.video = {camera, nullptr, false};
+            now.video = {camera, nullptr};
         }
     });
 }
@@ -213,7 +211,7 @@ engine::Status CaptureInterface::SetAudioDevice(Text name)
         const auto found = entryNamed(now.devices.microphones, name);
         const auto microphone = found != now.devices.microphones.end() ? found->microphone : nullptr;
         if (now.audio.device != microphone) {
-            now.audio = {microphone, nullptr, false};
+            now.audio = {microphone, nullptr};
         }
     });
 }

@@ -61,7 +61,6 @@ private:
     struct Part {
         std::shared_ptr<Device> device; // none: no such stream
         std::unique_ptr<Feed> feed;     // open
-        bool hasFailed = false;         // to open, the last time
     };
 
     struct Session {
