@@ -111,6 +111,9 @@ void optManualStop_Click()
 
 void optDurationStop_Click()
 {
+    if (form.optDurationStop) {
+        return; // what was typed stays
+    }
     session.StopMode = 1;
     form.optDurationStop = true;
     form.txtDuration.Enabled = true;

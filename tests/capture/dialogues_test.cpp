@@ -200,6 +200,7 @@ TEST_F(CaptureDialoguesTest, TheQuestionAheadOfACapture)
                               "The capture duration is too long. Please specify at most 2147483647 seconds.|"
                               "Please specify a valid capture duration.");
             values.txtDuration.Text = std::string("2.5");
+            frmCaptureValues::optDurationStop_Click(); // once more
             platform.savedFiles = {path("chosen.avi")};
             frmCaptureValues::cmdBrowse_Click();
             frmCaptureValues::cmdBrowse_Click(); // cancelled
