@@ -268,7 +268,7 @@ void SaveTakeSnapOptions()
 {
     const std::string folder = file_text::Trimmed(form.txtSnapFolder.Text.get());
     if (!folder.empty()) {
-        moduleCaptureSnap::SnapFolder = folder;
+        moduleCaptureSnap::SetSnapFolder(folder);
     }
     moduleCaptureSnap::SnapWidth =
         dimension::sideIn(form.SnapDimension.txtWidth).value_or(moduleCaptureSnap::SnapWidth);

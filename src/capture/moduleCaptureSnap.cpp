@@ -145,6 +145,14 @@ void StoreSettings()
     });
 }
 
+void SetSnapFolder(const std::string& folder)
+{
+    if (folder != SnapFolder && SnapCounter > kLastNumber) {
+        SnapCounter = 0;
+    }
+    SnapFolder = folder;
+}
+
 std::string TakeSnapFile()
 {
     std::string told = kNoSnap;

@@ -18,6 +18,8 @@ inline std::int16_t SnapCounter = 0;        // the number that is tried next
 /// folder.
 void LoadSettings();
 void StoreSettings();
+/// Another folder may have room where the one before was full.
+void SetSnapFolder(const std::string& folder);
 
 /// Saves the present picture under the first free number from the counter on: "Snap0000.bmp". A folder that is not
 /// there is made. Answers what the status bar is to say; why there is no snap the person has been told.

@@ -436,13 +436,14 @@ TEST_F(CaptureTest, Snaps)
         EXPECT_EQ(snap(), "Snap10000.bmp (" + path("new/snaps") + ")");
         EXPECT_EQ(snap(), "Unable to take snap. Too many snaps present.");
         EXPECT_EQ(told(), "There are too many snaps present in the folder to which the snaps are being saved.");
+        moduleCaptureSnap::SetSnapFolder(path("other"));
+        EXPECT_EQ(snap(), "Snap0000.bmp (" + path("other") + ")");
         expectsErrors = true;
         moduleCaptureSnap::SnapCounter = 20;
-        moduleCaptureSnap::SnapFolder = path("other");
         devices->statuses = {{"TakeSnap", Status(engine::kAccessDenied.code(), "It is closed.")}};
         EXPECT_EQ(snap(), "Unable to take snap.");
         EXPECT_EQ(told(), "It is closed.");
-        EXPECT_EQ(window.LastSnapFile, path("new/snaps/Snap10000.bmp"));
+        EXPECT_EQ(window.LastSnapFile, path("other/Snap0000.bmp"));
     });
 }
 
