@@ -153,6 +153,17 @@ bool isFileStarted()
     return ok != kFalse;
 }
 
+/// Of what is ticked. A device that has gone meanwhile would be missed only in the finished file.
+bool areDevicesUsable()
+{
+    using capture::DeviceStatus;
+    const auto video = form.VideoStreamOn ? capture::videoStatus() : DeviceStatus::kUsable;
+    const auto audio = form.AudioStreamOn ? capture::audioStatus() : DeviceStatus::kUsable;
+    capture::tellVideo(video);
+    capture::tellAudio(audio);
+    return video == DeviceStatus::kUsable && audio == DeviceStatus::kUsable;
+}
+
 void StartCapture()
 {
     if (!form.CaptureAllowed) {
@@ -160,7 +171,7 @@ void StartCapture()
         return;
     }
     form.CaptureFile = capture::fileToCapture();
-    if (!capture::isPlaceFree(form.CaptureFile)) {
+    if (!areDevicesUsable() || !capture::isPlaceFree(form.CaptureFile)) {
         return;
     }
     const WaitCursor wait;

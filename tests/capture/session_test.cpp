@@ -181,6 +181,7 @@ TEST_F(CaptureTest, WhatDoesNotBegin)
          },
          "You must enable both the streams (Video and Audio) to capture in ASF.",
          "StartCaptureToFile(Capture1.asf,1,1) SetVideoWindow RunGraph " + kRecovered},
+        {"a microphone that is there no more", [&] { devices->audioStatus = 1; }, "Audio device not found.", ""},
         {"a file that is there", [&] { writeBytes(file, "old"); }, "Overwrite Exisiting File " + file + "?", ""},
         {"a cancelled question", [&] { window.CaptureAllowed = false; }, "", ""},
         {"a disk that keeps silent", [&] { platform.isVolumeSilent = true; },
@@ -204,6 +205,7 @@ TEST_F(CaptureTest, WhatDoesNotBegin)
         devices->statuses.clear();
         devices->onCall = nullptr;
         platform.isVolumeSilent = false;
+        devices->audioStatus = 0;
         std::filesystem::remove(file);
         calls();
     }
