@@ -157,11 +157,17 @@ bool isFileStarted()
 bool areDevicesUsable()
 {
     using capture::DeviceStatus;
-    const auto video = form.VideoStreamOn ? capture::videoStatus() : DeviceStatus::kUsable;
-    const auto audio = form.AudioStreamOn ? capture::audioStatus() : DeviceStatus::kUsable;
-    capture::tellVideo(video);
-    capture::tellAudio(audio);
-    return video == DeviceStatus::kUsable && audio == DeviceStatus::kUsable;
+    const auto video = [] { return form.VideoStreamOn ? capture::videoStatus() : DeviceStatus::kUsable; };
+    const auto audio = [] { return form.AudioStreamOn ? capture::audioStatus() : DeviceStatus::kUsable; };
+    if (video() == DeviceStatus::kUsable && audio() == DeviceStatus::kUsable) {
+        return true;
+    }
+    capture::goLive(capture::liveWindow()); // it may have been plugged in again
+    const DeviceStatus lastVideo = video();
+    const DeviceStatus lastAudio = audio();
+    capture::tellVideo(lastVideo);
+    capture::tellAudio(lastAudio);
+    return lastVideo == DeviceStatus::kUsable && lastAudio == DeviceStatus::kUsable;
 }
 
 void StartCapture()

@@ -181,7 +181,8 @@ TEST_F(CaptureTest, WhatDoesNotBegin)
          },
          "You must enable both the streams (Video and Audio) to capture in ASF.",
          "StartCaptureToFile(Capture1.asf,1,1) SetVideoWindow RunGraph " + kRecovered},
-        {"a microphone that is there no more", [&] { devices->audioStatus = 1; }, "Audio device not found.", ""},
+        {"a microphone that is there no more", [&] { devices->audioStatus = 1; }, "Audio device not found.",
+         kRecovered},
         {"a file that is there", [&] { writeBytes(file, "old"); }, "Overwrite Exisiting File " + file + "?", ""},
         {"a cancelled question", [&] { window.CaptureAllowed = false; }, "", ""},
         {"a disk that keeps silent", [&] { platform.isVolumeSilent = true; },
@@ -209,6 +210,19 @@ TEST_F(CaptureTest, WhatDoesNotBegin)
         std::filesystem::remove(file);
         calls();
     }
+}
+
+TEST_F(CaptureTest, ADeviceThatWasPluggedInAgainCaptures)
+{
+    inWindow([&] {
+        devices->videoStatus = 1;
+        devices->onCall = [&](const std::string& call) {
+            devices->videoStatus = call == "BuildGraph" ? 0 : devices->videoStatus;
+        };
+        start();
+        EXPECT_EQ(told(), "");
+        EXPECT_TRUE(frmCapture::IsCapturing());
+    });
 }
 
 TEST_F(CaptureTest, AnOldFileMakesRoomWhenThePersonAgrees)
