@@ -61,7 +61,7 @@ public:
     /// After StartCaptureToFile false also where a profile wants a stream for which no device takes part.
     virtual Status RunGraph(Bool16& ok) = 0;
     /// When it returns, a capture's file is whole. The sentence of its status tells why it ended early, if it did (a
-    /// full disk): the file plays up to there.
+    /// full disk): the file plays up to there; or that the disk, after some seconds, has not taken all of it yet.
     virtual Status StopCapture() = 0;
     /// Writes a bitmap of the current frame; -1, -1 means the size of the incoming picture.
     virtual Status TakeSnap(Text path, std::int16_t width, std::int16_t height) = 0;

@@ -436,7 +436,10 @@ void CaptureInterface::endCapture()
         const bool isThrough = ended->finish(kEndPatience);
         captured_ = ended->captured();
         dropped_ = ended->dropped();
-        if (isThrough && ended->hasFailed()) {
+        if (!isThrough) { // it goes on by itself, as soon as the disk takes it
+            lastError_ = {engine::kFailed.code(),
+                          "The disk has not taken the whole capture yet. Wait a moment before you use the file."};
+        } else if (ended->hasFailed()) {
             lastError_ = ended->error();
         }
     }
