@@ -61,7 +61,7 @@ void tickAudioStream(bool isOn)
 {
     form.mnuCaptureStreamAudio.Checked = isOn;
     form.AudioStreamOn = isOn;
-    enableSynchronize(isOn);
+    enableSynchronize(isOn && form.VideoStreamOn);
     enableAudioEntries(isOn);
 }
 
@@ -69,7 +69,7 @@ void tickVideoStream(bool isOn)
 {
     form.mnuCaptureStreamVideo.Checked = isOn;
     form.VideoStreamOn = isOn;
-    enableSynchronize(isOn);
+    enableSynchronize(isOn && form.AudioStreamOn);
     enableVideoEntries(isOn);
 }
 

@@ -387,6 +387,13 @@ TEST_F(CaptureTest, AStreamWithoutADeviceIsNotTicked)
         EXPECT_TRUE(window.mnuCaptureStreamAudio.Checked && window.AudioDeviceOk);
         EXPECT_NE(calls().find("SetAudioDevice(Mic)"), std::string::npos);
     });
+    devices->audioStatus = 1;
+    inWindow([&] {
+        devices->refused = {"BuildGraph"};
+        frmCapture::mnuToolsVideoSettings_Click(); // all of it is made anew
+        EXPECT_TRUE(window.mnuCaptureStreamVideo.Checked && window.mnuCaptureCameraSettings.Enabled);
+        EXPECT_FALSE(window.mnuCaptureStreamAudio.Checked || window.mnuNone.Enabled);
+    });
 }
 
 TEST_F(CaptureTest, TheDevicesOwnDialogues)
