@@ -157,6 +157,7 @@ bool isFileStarted()
 bool areDevicesUsable()
 {
     using capture::DeviceStatus;
+    const WaitCursor wait;
     const auto video = [] { return form.VideoStreamOn ? capture::videoStatus() : DeviceStatus::kUsable; };
     const auto audio = [] { return form.AudioStreamOn ? capture::audioStatus() : DeviceStatus::kUsable; };
     if (video() == DeviceStatus::kUsable && audio() == DeviceStatus::kUsable) {
