@@ -57,7 +57,7 @@ void tellName(const Entries& entries, std::int16_t index, engine::TextBuffer buf
     fillTerminated(buffer, isThere ? std::string_view(entries[static_cast<std::size_t>(index)].name) : "");
 }
 
-/// Runs a panel over a window. True: left with OK.
+/// Runs a panel over a window. True: left with OK. Meanwhile the session may have been released, or be another.
 bool runPanel(std::int32_t window, engine::ControlPanel& panel)
 {
     engine::ControlPanelHost* const host = engine::surfaces().controlPanelHost(window);
@@ -84,8 +84,9 @@ engine::Status CaptureInterface::InitCapture(Bool16& ok)
     return guarded([&]() -> Status {
         endCapture();
         session_.reset(); // frees devices that the new session may open
-        session_.emplace();
-        session_->devices = listDevices();
+        DeviceList found = listDevices(); // events may run meanwhile
+        endCapture();
+        session_.emplace().devices = std::move(found);
         const auto& devices = session_->devices;
         ok = toBool16(devices.canAsk || !devices.cameras.empty() || !devices.microphones.empty());
         return ok != kFalse ? kDone
@@ -132,32 +133,32 @@ void CaptureInterface::chooseFirst()
 
 bool CaptureInterface::openVideo()
 {
-    auto& video = session().video;
-    if (video.device && (!video.feed || video.feed->isGone())) {
-        video.feed.reset();
-        auto source = answeredWithin<std::unique_ptr<OpenCamera>>(kDriverPatience,
-                                                                  [device = video.device] { return device->open(); });
-        if (source && *source) {
-            video.feed = std::make_unique<PictureFeed>(std::move(*source));
+    const auto camera = session().video.device;
+    if (camera && (!session().video.feed || session().video.feed->isGone())) {
+        session().video.feed.reset();
+        auto source =
+            answeredWithin<std::unique_ptr<OpenCamera>>(kDriverPatience, [camera] { return camera->open(); });
+        if (source && *source && session().video.device == camera) { // another may have been set meanwhile
+            session().video.feed = std::make_unique<PictureFeed>(std::move(*source));
             showLive();
         }
     }
-    return video.feed != nullptr;
+    return session().video.feed != nullptr;
 }
 
 bool CaptureInterface::openAudio()
 {
-    auto& audio = session().audio;
-    if (audio.device && (!audio.feed || audio.feed->isGone())) {
-        audio.feed.reset();
+    const auto microphone = session().audio.device;
+    if (microphone && (!session().audio.feed || session().audio.feed->isGone())) {
+        session().audio.feed.reset();
         auto source = answeredWithin<std::unique_ptr<OpenMicrophone>>(
-            kDriverPatience, [device = audio.device, rate = session().soundRate] { return device->open(rate); });
-        if (source && *source) {
-            audio.feed = std::make_unique<SoundFeed>(std::move(*source));
-            audio.feed->setLevel(session().level);
+            kDriverPatience, [microphone, rate = session().soundRate] { return microphone->open(rate); });
+        if (source && *source && session().audio.device == microphone) {
+            session().audio.feed = std::make_unique<SoundFeed>(std::move(*source));
+            session().audio.feed->setLevel(session().level);
         }
     }
-    return audio.feed != nullptr;
+    return session().audio.feed != nullptr;
 }
 
 engine::Status CaptureInterface::GetVideoDeviceStatus(std::int16_t& status)
@@ -241,9 +242,9 @@ engine::Status CaptureInterface::BuildGraph(Bool16& ok)
     ok = kFalse;
     return guarded([&] {
         chooseFirst();
-        Session& now = session();
         const bool hasVideo = openVideo();
         const bool hasAudio = openAudio();
+        const Session& now = session();
         // Of devices that nobody has set, those take part that can; one that a person set has to.
         const bool lacks = (now.video.device && !hasVideo) || (now.audio.device && !hasAudio);
         ok = toBool16((hasVideo || hasAudio) && !(now.isChosen && lacks));
@@ -488,16 +489,18 @@ engine::Status CaptureInterface::ShowVideoSettings(std::int32_t parentWindow, st
     enum : std::int16_t { kNothingDone, kDoneSo, kNoDialogue };
     result = kNothingDone;
     return guarded([&] {
-        Session& now = session();
-        const DeviceControls formats = now.video.device ? now.video.device->formats() : DeviceControls{};
+        const auto camera = session().video.device;
+        const DeviceControls formats = camera ? camera->formats() : DeviceControls{};
         if (formats.empty()) {
             result = kNoDialogue;
             return;
         }
         engine::ControlPanel panel{"Video Settings", formats};
         if (runPanel(parentWindow, panel)) {
-            now.video.device->setFormats(panel.controls);
-            now.video.feed.reset(); // to be opened anew
+            camera->setFormats(panel.controls);
+            if (session().video.device == camera) {
+                session().video.feed.reset(); // to be opened anew
+            }
             result = kDoneSo;
         }
     });
@@ -507,7 +510,6 @@ engine::Status CaptureInterface::ShowAudioSettings(std::int32_t parentWindow)
 {
     enum : std::uint32_t { kLevel, kMute };
     return guarded([&] {
-        Session& now = session();
         const auto controls = [](const SoundLevel& level) -> DeviceControls {
             return {{.id = kLevel, .name = "Level", .most = 400, .normal = 100, .value = level.percent, .unit = "%"},
                     {.id = kMute,
@@ -516,14 +518,14 @@ engine::Status CaptureInterface::ShowAudioSettings(std::int32_t parentWindow)
                      .value = level.isMuted ? 1 : 0}};
         };
         const auto take = [&](const SoundLevel& level) {
-            now.level = level;
-            if (now.audio.feed) {
-                now.audio.feed->setLevel(level);
+            session().level = level;
+            if (session().audio.feed) {
+                session().audio.feed->setLevel(level);
             }
         };
-        const SoundLevel before = now.level;
+        const SoundLevel before = session().level;
         engine::ControlPanel panel{"Audio Settings", controls(before), [&](std::uint32_t id, std::int32_t value) {
-                                       SoundLevel level = now.level;
+                                       SoundLevel level = session().level;
                                        level.percent = id == kLevel ? value : level.percent;
                                        level.isMuted = id == kMute ? value != 0 : level.isMuted;
                                        take(level);
@@ -539,17 +541,17 @@ engine::Status CaptureInterface::ShowAudioFormats(std::int32_t parentWindow)
 {
     return guarded([&] {
         using Control = engine::DeviceControl;
-        Session& now = session();
         Control rate{.id = 0, .name = "Samples a second", .kind = Control::Kind::kChoice, .normal = 48000};
-        rate.value = now.soundRate;
+        rate.value = session().soundRate;
         for (const int hertz : {8000, 11025, 16000, 22050, 32000, 44100, 48000, 96000}) {
             rate.choices.push_back({hertz, std::to_string(hertz)});
         }
         Control channels{.id = 1, .name = "Channels", .kind = Control::Kind::kChoice, .normal = 2};
-        channels.value = now.channels;
+        channels.value = session().channels;
         channels.choices = {{1, "Mono"}, {2, "Stereo"}};
         engine::ControlPanel panel{"Audio Formats", {rate, channels}};
         if (runPanel(parentWindow, panel)) {
+            Session& now = session();
             now.channels = panel.controls[1].value;
             if (std::exchange(now.soundRate, panel.controls[0].value) != now.soundRate && now.audio.feed) {
                 now.audio.feed.reset();

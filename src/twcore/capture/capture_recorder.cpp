@@ -109,11 +109,11 @@ bool CaptureRecorder::open(WriteError& error)
 
 void CaptureRecorder::start()
 {
-    {
-        const std::lock_guard lock(mutex_);
-        isWorking_ = true;
+    const std::lock_guard lock(mutex_);
+    if (!isStarted_) {
+        std::thread([self = shared_from_this()] { self->work(); }).detach();
+        isStarted_ = isWorking_ = true;
     }
-    std::thread([self = shared_from_this()] { self->work(); }).detach();
 }
 
 void CaptureRecorder::picture(SharedFrame frame, CaptureTime taken)
@@ -152,7 +152,9 @@ bool CaptureRecorder::finish(std::chrono::milliseconds longest)
 {
     std::unique_lock lock(mutex_);
     if (!isWorking_) {
-        writer_.close(); // it was never started, or is through
+        if (!std::exchange(isStarted_, true)) {
+            writer_.discard();
+        }
         return true;
     }
     const auto now = std::chrono::steady_clock::now();

@@ -46,7 +46,7 @@ public:
     static std::shared_ptr<CaptureRecorder> prepare(CaptureOrder order, WriteError& error);
     ~CaptureRecorder();
 
-    /// Once. From now on what comes in is captured.
+    /// From now on what comes in is captured. A second call does nothing.
     void start();
 
     /// What a device gave, on its reader's thread; return at once. Samples are interleaved stereo.
@@ -54,7 +54,8 @@ public:
     void sound(std::vector<float> samples, CaptureTime taken);
 
     /// Ends the capture: what is queued is still written, for as long as told, and the rest counted as dropped. Waits
-    /// until the file is closed, twice as long at most; false when it is still being written then.
+    /// until the file is closed, twice as long at most; false when it is still being written then. Of one that was never
+    /// started no file stays.
     bool finish(std::chrono::milliseconds longest);
 
     std::int32_t captured() const noexcept { return captured_; }
@@ -117,6 +118,7 @@ private:
     std::deque<Picture> waitingPictures_;
     std::deque<Sound> waitingSounds_;
     std::size_t waitingBytes_ = 0;
+    bool isStarted_ = false;
     bool isEnding_ = false;
     std::chrono::steady_clock::time_point lastMoment_{}; // of encoding what is queued
     bool isWorking_ = false;

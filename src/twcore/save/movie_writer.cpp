@@ -132,10 +132,22 @@ bool MovieWriter::open(MovieFormat format, const std::string& path, const MovieS
     if (openFile() && writeHeader()) {
         return true;
     }
-    if (isMade_ && writesTo(path_)) { // nobody is left with an empty file that they never had
+    removeMade();
+    return false;
+}
+
+/// Nobody is left with an empty file that they never had.
+void MovieWriter::removeMade() const
+{
+    if (isMade_ && writesTo(path_)) {
         ::unlink(path_.c_str());
     }
-    return false;
+}
+
+void MovieWriter::discard()
+{
+    close();
+    removeMade();
 }
 
 void MovieWriter::describe(const MovieStreams& streams)

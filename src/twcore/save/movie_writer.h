@@ -51,6 +51,9 @@ public:
     /// Writes the index and closes. False when the disk refuses. A second call does nothing.
     bool close();
 
+    /// Closes, and a file that was not there before is gone again.
+    void discard();
+
     /// Whether the path names the file that was begun. Any thread.
     bool writesTo(const std::string& path) const;
 
@@ -67,6 +70,7 @@ private:
     bool reserveRoom();
     int addStream(const AVCodecParameters& parameters, AVRational base);
     bool fail(int ffError);
+    void removeMade() const;
     void release();
 
     MovieFormat format_ = MovieFormat::kAvi;

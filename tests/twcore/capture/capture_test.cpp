@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 
 namespace capturetest {
 namespace {
@@ -30,6 +31,9 @@ public:
     bool run(engine::ControlPanel& panel) override
     {
         ++panels;
+        if (meanwhile) {
+            meanwhile();
+        }
         names.clear();
         for (auto& control : panel.controls) {
             names.push_back(control.name);
@@ -46,6 +50,7 @@ public:
 
     const std::int32_t number;
     std::map<std::string, int> wishes;
+    std::function<void()> meanwhile;
     bool saysOk = true;
     int panels = 0;
     std::vector<std::string> names;
@@ -290,6 +295,36 @@ TEST_F(CaptureTest, SettingsChangeThePictureAndSnapsShowIt)
     EXPECT_EQ(std::pair(movie.rateHz, movie.channels), std::pair(22050, 1));
     EXPECT_EQ(testmedia::loudest(movie.soundView(0, 0, 1)), 0);
     EXPECT_EQ(movie.frameRate, 15);
+}
+
+TEST_F(CaptureTest, CallsOutOfOrderDoNoHarm)
+{
+    devices("camera,microphone");
+    live();
+    const auto path = folder / "made.avi";
+    Bool16 ok = 0;
+    check(start(path.string(), ok));
+    check(engine::EngineAs<ITWCapture>()->StopCapture());
+    EXPECT_FALSE(std::filesystem::exists(path)); // it was never run
+    check(start(path.string(), ok));
+    for (int i = 0; i < 3; ++i) { // one file has one writer
+        ASSERT_TRUE(did(&ITWCapture::RunGraph));
+    }
+    ASSERT_TRUE(soon([] { return captured() >= 10; }));
+    check(engine::EngineAs<ITWCapture>()->StopCapture());
+    EXPECT_EQ(testmedia::readMovie(path).frames.size(), static_cast<std::size_t>(captured()));
+
+    Person person; // whose window is closed below the panel
+    person.meanwhile = [] { check(engine::EngineAs<ITWCapture>()->ReleaseCapture()); };
+    person.wishes = {{"Level", 50}, {"Brightness", 10}};
+    (void)told<std::int16_t>(&ITWCapture::ShowVideoSettings, person.number);
+    for (const auto show :
+         {&ITWCapture::ShowCameraSettings, &ITWCapture::ShowAudioSettings, &ITWCapture::ShowAudioFormats}) {
+        devices("camera,microphone");
+        live();
+        check((engine::EngineAs<ITWCapture>().get()->*show)(person.number));
+        EXPECT_EQ(videoStatus(), 1); // there is no session
+    }
 }
 
 TEST_F(CaptureTest, PreviewGoesDarkWhenItIsOffAndRecordingGoesOn)
