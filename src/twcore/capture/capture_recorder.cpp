@@ -21,6 +21,8 @@ constexpr std::size_t kMostPictures = 90;
 constexpr std::size_t kMostBytes = std::size_t{192} << 20;
 // How long a picture waits for sound of its time, before silence stands in for it.
 constexpr CaptureTime kSoundPatience = kCaptureSecond;
+// How long sound waits for the first picture.
+constexpr CaptureTime kPicturePatience = 3 * kCaptureSecond;
 // How far one stream may be ahead of the other in what waits to be written.
 constexpr double kMostAhead = 5;
 // The most that sound is drawn out or squeezed to follow pictures, of a second in a second.
@@ -202,20 +204,15 @@ void CaptureRecorder::run()
     const auto isPlaceable = [&] { return !waitingPictures_.empty() && canPlace(waitingPictures_.front(), isEnding_); };
     for (;;) {
         changed_.wait(lock, [&] { return isEnding_ || !waitingSounds_.empty() || isPlaceable(); });
-        if (!waitingSounds_.empty() && (start_ || !order_.picture || !waitingPictures_.empty())) {
-            if (!start_) { // a movie begins with its first picture
-                begin(order_.picture ? waitingPictures_.front().taken : waitingSounds_.front().taken);
+        if (!waitingSounds_.empty() && (start_ || isSoundDue())) {
+            if (!start_) { // a movie begins with its first picture, where one comes
+                begin(waitingPictures_.empty() ? waitingSounds_.front().taken : waitingPictures_.front().taken);
             }
             Sound sound = std::move(waitingSounds_.front());
             waitingSounds_.pop_front();
             lock.unlock();
             takeSound(std::move(sound));
-        } else if (!waitingSounds_.empty() && !isEnding_) {
-            // Heard ahead of the first picture: kept until that is here, but not for ever.
-            constexpr std::size_t kMostBlocks = 200;
-            if (waitingSounds_.size() > kMostBlocks) {
-                waitingSounds_.pop_front();
-            }
+        } else if (!waitingSounds_.empty()) { // heard ahead of the first picture
             changed_.wait(lock);
             continue;
         } else if (isPlaceable()) {
@@ -236,6 +233,13 @@ void CaptureRecorder::run()
     lock.unlock();
     finishEncoders();
     writeInOrder(true);
+}
+
+/// Whether sound may begin the movie. It waits for the first picture; a camera that gives none must not cost it.
+bool CaptureRecorder::isSoundDue() const
+{
+    return isEnding_ || !order_.picture || !waitingPictures_.empty()
+           || waitingSounds_.back().taken - waitingSounds_.front().taken >= kPicturePatience;
 }
 
 /// A picture waits for the sound of its time, by which it may be placed, and ahead of which it may not be written.
@@ -264,6 +268,9 @@ void CaptureRecorder::begin(CaptureTime start)
 
 void CaptureRecorder::takeSound(Sound sound)
 {
+    for (float& sample : sound.samples) { // there are compressors that end the program over what is no number
+        sample = std::isfinite(sample) ? sample : 0.0f;
+    }
     const auto count = static_cast<std::int64_t>(sound.samples.size() / 2);
     const std::int64_t missing = sounds_->place(count, sound.taken);
     putSilence(missing);
@@ -276,6 +283,7 @@ void CaptureRecorder::putSilence(std::int64_t count)
     const std::vector<float> silence(static_cast<std::size_t>(std::clamp<std::int64_t>(count, 0, kBlock)) * 2, 0.0f);
     for (; count > 0; count -= kBlock) {
         putSamples(std::span(silence).first(static_cast<std::size_t>(std::min(count, kBlock)) * 2));
+        writeInOrder(false); // hours of it are not kept in memory
     }
 }
 

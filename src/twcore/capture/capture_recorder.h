@@ -84,6 +84,7 @@ private:
     void work() noexcept;
     void run();
     void begin(CaptureTime start);
+    bool isSoundDue() const;
     bool canPlace(const Picture& picture, bool isEnding) const;
     void takeSound(Sound sound);
     void putSamples(std::span<const float> samples);

@@ -45,6 +45,7 @@ struct Devices {
     double silentTo = -1;
     int lostFrom = -1; // pictures that the camera loses
     int lostTo = -1;
+    bool isNumber = true; // what the microphone hears
 
     double pictureTime(int number) const { return number / (fps * (1 + cameraShare)); }
 
@@ -70,7 +71,8 @@ struct Devices {
                 for (int i = 0; i < kBlock && (isMarked(heard) || isMarked(heard + 0.02)); ++i) {
                     const double moment = double(sample + i) / (rate * (1 + microphoneShare));
                     for (int c = 0; c < 2; ++c) {
-                        block[std::size_t(2 * i + c)] = static_cast<float>(testmedia::soundAtTime(moment, c));
+                        block[std::size_t(2 * i + c)] =
+                            isNumber ? static_cast<float>(testmedia::soundAtTime(moment, c)) : NAN;
                     }
                 }
                 recorder.sound(std::move(block), stamp(heard));
@@ -204,6 +206,25 @@ TEST(CaptureRecorder, ASlowCompressorDropsCountsAndEndsInTime)
         ASSERT_TRUE(frame.number);
         EXPECT_NEAR(frame.seconds, *frame.number / 10.0, 0.04);
     }
+}
+
+TEST(CaptureRecorder, ACameraThatGivesNothingCostsNoSound)
+{
+    const testmedia::TempFolder folder;
+    for (const double seconds : {1.0, 10.0}) {
+        const Devices devices{.seconds = seconds, .rate = 48000, .lostFrom = 0, .lostTo = 1000};
+        const auto made = capture(devices, orderFor(folder / "blind.avi", devices, SyncMaster::kSound));
+        EXPECT_NEAR(made.movie.soundSeconds(), seconds, 0.1);
+    }
+}
+
+TEST(CaptureRecorder, SoundThatIsNoNumberIsSilence)
+{
+    const testmedia::TempFolder folder;
+    const Devices devices{.seconds = 1, .rate = 48000, .isNumber = false};
+    auto order = orderFor(folder / "none.avi", devices, SyncMaster::kSound);
+    order.audioCompressor = audioCompressors()[std::size_t(audioCompressorIndex("MP3"))];
+    EXPECT_NEAR(capture(devices, order).movie.soundSeconds(), 1, 0.2);
 }
 
 TEST(CaptureRecorder, AFullDiskEndsItAndLeavesWhatPlays)
