@@ -227,6 +227,14 @@ bool isDeviceGone()
            || (running->hasAudio && !isUsable(&ITWCapture::GetAudioDeviceStatus).value_or(true));
 }
 
+/// Nothing is written any more, of a disk that failed or a compressor that gave up.
+bool hasEnded()
+{
+    std::int32_t ignored = 0;
+    const engine::Status status = EngineAs<ITWCapture>()->GetFramesCaptured(ignored);
+    return !status.failed() && !status.text().empty();
+}
+
 void showCounters(double seconds)
 {
     const std::string whole = std::to_string(numbers::rounded<std::int32_t>(seconds));
@@ -259,6 +267,10 @@ void tick()
     if (isDeviceGone()) {
         endWith("The capture device has been removed. The movie holds what was captured up to there.",
                 MessageIcon::kInformation);
+        return;
+    }
+    if (hasEnded()) {
+        mnuCaptureStop_Click(); // which says why
         return;
     }
     const double seconds = secondsPassed();

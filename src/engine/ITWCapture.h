@@ -42,6 +42,7 @@ public:
     /// ok false: a compressor refuses. A path that cannot be written fails with the cause as a sentence for people.
     virtual Status StartCaptureToFile(Text path, std::int16_t format, std::int16_t syncMaster, Bool16& ok) = 0;
     /// Pictures in the file, and pictures that came and are not in it; both stay until the next StartCaptureToFile.
+    /// While a capture runs, a sentence in the status of the first says that it has ended by itself, and why.
     virtual Status GetFramesCaptured(std::int32_t& count) = 0;
     virtual Status GetFramesDropped(std::int32_t& count) = 0;
     /// Places the live picture in its window, logical pixels.

@@ -87,7 +87,11 @@ public:
                     std::filesystem::path(path).filename().string() + "," + std::to_string(format) + ","
                         + std::to_string(syncMaster));
     }
-    Status GetFramesCaptured(std::int32_t& count) override { return asked(count, captured); }
+    Status GetFramesCaptured(std::int32_t& count) override
+    {
+        const auto scripted = statuses.find("GetFramesCaptured");
+        return scripted != statuses.end() ? scripted->second : asked(count, captured);
+    }
     Status GetFramesDropped(std::int32_t& count) override { return asked(count, dropped); }
     Status SetVideoPosition(std::int32_t x, std::int32_t y, std::int32_t w, std::int32_t h) override
     {

@@ -281,6 +281,13 @@ TEST_F(CaptureTest, WhatEndsACapture)
              devices->statuses = {{"StopCapture", Status(0, "The disk is full.")}};
          },
          true, "The disk is full."},
+        {"a disk that fails",
+         [&] {
+             for (const char* call : {"GetFramesCaptured", "StopCapture"}) {
+                 devices->statuses.emplace(call, Status(0, "The disk has failed."));
+             }
+         },
+         true, "The disk has failed."},
     };
     for (const auto& [what, ahead, isEnd, boxes] : cases) {
         SCOPED_TRACE(what);

@@ -83,7 +83,7 @@ engine::Status CaptureInterface::InitCapture(Bool16& ok)
     ok = kFalse;
     return guarded([&]() -> Status {
         endCapture();
-        session_.reset(); // frees devices that the new session may open
+        session_.reset();                 // frees devices that the new session may open
         DeviceList found = listDevices(); // events may run meanwhile
         endCapture();
         session_.emplace().devices = std::move(found);
@@ -136,8 +136,7 @@ bool CaptureInterface::openVideo()
     const auto camera = session().video.device;
     if (camera && (!session().video.feed || session().video.feed->isGone())) {
         session().video.feed.reset();
-        auto source =
-            answeredWithin<std::unique_ptr<OpenCamera>>(kDriverPatience, [camera] { return camera->open(); });
+        auto source = answeredWithin<std::unique_ptr<OpenCamera>>(kDriverPatience, [camera] { return camera->open(); });
         if (source && *source && session().video.device == camera) { // another may have been set meanwhile
             session().video.feed = std::make_unique<PictureFeed>(std::move(*source));
             showLive();
@@ -458,7 +457,7 @@ engine::Status CaptureInterface::StopCapture()
 engine::Status CaptureInterface::GetFramesCaptured(std::int32_t& count)
 {
     count = recorder_ ? recorder_->captured() : captured_;
-    return kDone;
+    return recorder_ && recorder_->hasFailed() ? Status(kDone.code(), recorder_->error().text) : kDone;
 }
 
 engine::Status CaptureInterface::GetFramesDropped(std::int32_t& count)

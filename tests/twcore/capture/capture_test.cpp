@@ -243,6 +243,16 @@ TEST_F(CaptureTest, WhatCannotBeWrittenIsToldAndLeavesTheGraphRunning)
     EXPECT_FALSE(ok);
     EXPECT_FALSE(std::filesystem::exists(folder / "dv.avi"));
     EXPECT_TRUE(engine::EngineAs<ITWCapture>()->TakeSnap((folder / "none/Snap.bmp").string(), -1, -1).failed());
+    check(engine::EngineAs<ITWCapture>()->SetCaptureVideoCompressor("Motion JPEG"));
+    {
+        const testmedia::FullDisk full(1 << 20);
+        check(start((folder / "full.avi").string(), ok));
+        ASSERT_TRUE(ok && did(&ITWCapture::RunGraph));
+        EXPECT_TRUE(soon([] { // told while it runs, ahead of its end
+            std::int32_t count = 0;
+            return !engine::EngineAs<ITWCapture>()->GetFramesCaptured(count).text().empty();
+        }));
+    }
     const int before = sink.last();
     EXPECT_TRUE(soon([&] { return sink.last() > before; }));
 }
