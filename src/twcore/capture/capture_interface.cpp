@@ -379,6 +379,11 @@ engine::Status CaptureInterface::StartCaptureToFile(Text path, std::int16_t form
         chooseFirst();
         openVideo();
         openAudio();
+        lacksDevice_ = !session_->video.feed && !session_->audio.feed;
+        if (lacksDevice_) { // all that took part are gone
+            ok = engine::kTrue;
+            return kDone;
+        }
         const auto order = orderFor(path, format, syncMaster);
         if (!order) {
             return kDone; // refused

@@ -178,6 +178,9 @@ void CaptureRecorder::work() noexcept
         run();
         if (!writer_.close()) {
             note(writer_.error());
+        } else if (!writer_.writesTo(order_.path)) {
+            note({engine::kFailed.code(),
+                  "\"" + order_.path + "\" was moved, removed or replaced while it was captured to."});
         }
     } catch (const WriteFailed&) {
         writer_.close();

@@ -324,6 +324,17 @@ TEST_F(CaptureTest, CallsOutOfOrderDoNoHarm)
     check(engine::EngineAs<ITWCapture>()->StopCapture());
     EXPECT_EQ(testmedia::readMovie(path).frames.size(), static_cast<std::size_t>(captured()));
 
+    check(start(path.string(), ok));
+    ASSERT_TRUE(did(&ITWCapture::RunGraph));
+    std::filesystem::remove(path);
+    EXPECT_NE(engine::EngineAs<ITWCapture>()->StopCapture().text().find("removed"), std::string::npos);
+    check(engine::EngineAs<ITWCapture>()->SetAudioDevice(""));
+    check(engine::EngineAs<ITWCapture>()->SetVideoDevice(""));
+    check(start(path.string(), ok));
+    EXPECT_TRUE(ok) << "the path is good";
+    EXPECT_FALSE(did(&ITWCapture::RunGraph));
+    EXPECT_FALSE(std::filesystem::exists(path));
+
     Person person; // whose window is closed below the panel
     person.meanwhile = [] { check(engine::EngineAs<ITWCapture>()->ReleaseCapture()); };
     person.wishes = {{"Level", 50}, {"Brightness", 10}};
