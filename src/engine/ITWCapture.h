@@ -59,8 +59,7 @@ public:
     /// Connects the devices. 1 is success, 0 failure.
     virtual Status BuildGraph(Bool16& ok) = 0;
     virtual Status SetVideoWindow(std::int32_t windowHandle, Bool16& ok) = 0;
-    /// After StartCaptureToFile false also where no device is left, or a profile wants a stream
-    /// for which none takes part.
+    /// After StartCaptureToFile false also where no device is left, or a profile wants a stream that none gives.
     virtual Status RunGraph(Bool16& ok) = 0;
     /// When it returns, a capture's file is whole. The sentence of its status tells why it ended early, if it did (a
     /// full disk): the file plays up to there; or that the disk, after some seconds, has not taken all of it yet.
