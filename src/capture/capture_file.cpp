@@ -57,10 +57,14 @@ bool isInUse(const std::string& path)
 
 std::string fileToCapture()
 {
-    const std::string name = file_text::Trimmed(forms::frmCapture.CaptureFile);
-    return media::inWorkingFolder(!name.empty()                          ? name
-                                  : forms::frmCapture.CaptureFormat == 1 ? std::string("Capture1.asf")
-                                                                         : std::string("Capture1.avi"));
+    std::string name = file_text::Trimmed(forms::frmCapture.CaptureFile);
+    if (name.empty()) {
+        name = "Capture1";
+    }
+    if (!std::filesystem::path(name).has_extension()) { // the dialogues that open media would not list it
+        name += forms::frmCapture.CaptureFormat == 1 ? ".asf" : ".avi";
+    }
+    return media::inWorkingFolder(name);
 }
 
 bool isPlaceFree(const std::string& path)
