@@ -309,8 +309,12 @@ void enableAfterStop()
 /// Answers why the capture has ended before, if it did.
 std::string stop()
 {
+    const double seconds = secondsPassed();
     std::string why = capture::stop();
     form.tm.Enabled = false;
+    if (running) {
+        showCounters(seconds); // what was still on its way to the file at the last tick is in it now, or lost
+    }
     running.reset();
     capture::enable({&form.mnuCaptureStop}, false);
     capture::enableButtons({"STOP_CAPTURE"}, false);
