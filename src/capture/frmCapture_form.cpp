@@ -272,7 +272,9 @@ QString Window::hint() const
         return fromProgram(form().lblHint.get());
     }
     if (!form().mnuCaptureStreamVideo.Checked) {
-        return tr("The picture is switched off.");
+        return form().VideoDeviceOk ? tr("The picture is switched off.")
+                                    : tr("The camera cannot be used. Close other programs that use it, and tick "
+                                         "Capture > Streams > Video.");
     }
     return form().mnuCapturePreview.Checked ? QString() : tr("The preview is switched off.");
 }

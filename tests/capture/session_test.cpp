@@ -379,6 +379,20 @@ TEST_F(CaptureTest, StreamsAndTheirDevices)
     });
 }
 
+TEST_F(CaptureTest, TheFilesNameAndItsCountersAreThoseOfTheWholeFile)
+{
+    inWindow([&] {
+        window.CaptureFile = "interview";
+        devices->captured = 9;
+        start();
+        EXPECT_EQ(window.CaptureFile, path("interview.avi"));
+        devices->captured = 30;
+        devices->dropped = 4;
+        frmCapture::mnuCaptureStop_Click();
+        EXPECT_EQ(window.sbr.Panel(1).get(), "30 Frames Captured, 4 Frames Dropped, 0 Seconds Captured");
+    });
+}
+
 TEST_F(CaptureTest, AStreamWithoutADeviceIsNotTicked)
 {
     devices->audioStatus = 1;
