@@ -364,6 +364,7 @@ std::optional<CaptureOrder> CaptureInterface::orderFor(Text path, std::int16_t f
     order.path = path;
     order.format = format == 1 ? MovieFormat::kWindowsMedia : MovieFormat::kAvi;
     order.master = syncMaster == 1 ? SyncMaster::kSound : syncMaster == 0 ? SyncMaster::kPicture : SyncMaster::kNone;
+    order.cameraRate = session_->video.feed ? session_->video.feed->rate() : order.cameraRate;
     order.deviceRate = session_->audio.feed ? session_->audio.feed->rate() : order.deviceRate;
     const bool isGood = format == 1 ? fillWindowsMedia(order) : fillAvi(order);
     return isGood ? std::optional(std::move(order)) : std::nullopt;

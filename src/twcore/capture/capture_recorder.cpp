@@ -327,8 +327,13 @@ std::optional<std::int64_t> CaptureRecorder::frameFor(CaptureTime taken)
     const bool bySound = order_.master == SyncMaster::kSound && sounds_ && sounds_->samples() > 0;
     const std::int64_t frame = grid_->place(bySound ? sounds_->secondsAt(taken) : byPicture);
     // What would stand ahead of sound that is written already has come too late.
-    return frame >= 0 && double(frame) / av_q2d(order_.picture->fps) >= writtenSeconds_ ? std::optional(frame)
-                                                                                        : std::nullopt;
+    if (frame >= 0 && double(frame) / av_q2d(order_.picture->fps) >= writtenSeconds_) {
+        return frame;
+    }
+    // A camera that is quicker than the movie gives pictures that nobody wants: none of those is lost.
+    const bool isSpare = frame < 0 && av_cmp_q(order_.cameraRate, order_.picture->fps) > 0;
+    dropped_ += isSpare ? 0 : 1;
+    return std::nullopt;
 }
 
 void CaptureRecorder::takePicture(const Picture& picture)
@@ -341,7 +346,6 @@ void CaptureRecorder::takePicture(const Picture& picture)
     }
     const auto frame = frameFor(picture.taken);
     if (!frame) {
-        ++dropped_;
         return;
     }
     const PictureSize size = order_.picture->size;

@@ -35,8 +35,9 @@ struct CaptureOrder {
     std::optional<VideoEncoding> picture;           // none: sound alone
     std::optional<AudioCompressor> audioCompressor; // none: PCM
     bool hasSound = true;
-    int deviceRate = 48000; // samples a second as they come
-    int soundRate = 48000;  // samples a second of the file
+    AVRational cameraRate{0, 1}; // pictures a second as they come; 0: as many as the file's
+    int deviceRate = 48000;      // samples a second as they come
+    int soundRate = 48000;       // samples a second of the file
     SyncMaster master = SyncMaster::kSound;
 };
 
