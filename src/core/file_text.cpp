@@ -174,11 +174,19 @@ DateTime GetDateLocalFormat(std::string_view date)
 
 void CopyFileWithShell(std::string_view from, std::string_view to)
 {
-    Trapped("file_text", "CopyFileWithShell", [&] {
+    const auto tell = [&](const char* why) {
+        tellUser("Unable to copy \"" + std::string(from) + "\" to \"" + std::string(to) + "\": " + why,
+                 MessageIcon::kCritical);
+    };
+    const auto copy = [&] {
         // With the flags put back there is one way to copy: a new name on a collision, with the progress shown.
         ResetFileOpFlags();
         ports.shell->copyWithRename(from, to);
-    });
+    };
+    Trapped("file_text", "CopyFileWithShell", copy,
+            {{53, [&] { tell("the file is not there any more."); }},
+             {70, [&] { tell("it cannot be written there. Choose another folder."); }},
+             {76, [&] { tell("there is no such folder."); }}});
 }
 
 } // namespace file_text

@@ -232,6 +232,9 @@ std::string ScriptedPlatform::asText(const DateTime& when)
 
 void ScriptedPlatform::copyWithRename(std::string_view from, std::string_view to)
 {
+    if (!fs::exists(fs::path(from))) {
+        throw engine::RuntimeError(53, "File not found");
+    }
     fs::copy_file(fs::path(from), fs::path(to));
 }
 
