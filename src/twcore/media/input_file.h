@@ -23,13 +23,27 @@ namespace twcore {
 inline constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27;
 
 /// When to give up, and where to tell of a disk that fails. Copied into a reader; what it points to must outlive it.
+/// Asks a reader to stop between two pictures, and to go on from there when it is asked again.
+struct Pause {
+    std::atomic<bool> isAsked = false;                                                        // by any thread
+    std::chrono::steady_clock::time_point end = std::chrono::steady_clock::time_point::max(); // of the reader's turn
+
+    bool isDue() const noexcept
+    {
+        return isAsked.load(std::memory_order_relaxed)
+               || (end != std::chrono::steady_clock::time_point::max() && std::chrono::steady_clock::now() >= end);
+    }
+};
+
 struct Patience {
     const std::atomic<bool>* cancelled = nullptr;
     std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::time_point::max();
     ReadFaults* faults = nullptr; // none: nobody wants to know
     /// While a file's pictures are still being listed: a key frame near the time is better than waiting for the list.
     bool takesNear = false;
+    const Pause* pause = nullptr; // none: readers never stop on the way
 
+    bool isPaused() const noexcept { return pause != nullptr && pause->isDue(); }
     bool over() const noexcept
     {
         return (cancelled != nullptr && cancelled->load(std::memory_order_relaxed))

@@ -123,6 +123,12 @@ std::optional<std::int64_t> PicturePackets::keyStampFor(double seconds) const
     return key != nullptr ? std::optional(key->timestamp) : std::nullopt;
 }
 
+std::optional<std::int64_t> PicturePackets::keyStampBehind(std::int64_t key) const
+{
+    const auto* const next = avformat_index_get_entry_from_timestamp(const_cast<AVStream*>(&stream()), key + 1, 0);
+    return next != nullptr ? std::optional(next->timestamp) : std::nullopt;
+}
+
 bool PicturePackets::isFirstKey(std::int64_t stamp) const
 {
     const auto* const entry = avformat_index_get_entry(const_cast<AVStream*>(&stream()), 0);

@@ -58,6 +58,10 @@ public:
     bool jumpByIndex(const PictureIndex& index, std::size_t keyOrdinal);
     /// The stamp of the key frame that a jump to a time, in seconds of the file's own, may count on.
     std::optional<std::int64_t> keyStampFor(double seconds) const;
+    /// Seconds by which pictures are decoded ahead of being shown, as far as it was read.
+    double lead() const noexcept { return static_cast<double>(longestLead_) * tick(); }
+    /// The stamp of the first key frame behind that one.
+    std::optional<std::int64_t> keyStampBehind(std::int64_t key) const;
     /// Whether the format lists key frames, and none that is stored ahead of the stamp.
     bool isFirstKey(std::int64_t stamp) const;
 

@@ -30,6 +30,7 @@ bool PictureReader::openFile()
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
     inside_.clear();
+    seen_.clear();
     drained_ = false;
     stoppedBehind_.reset();
     dropBefore_ = kNever;
@@ -74,6 +75,7 @@ bool PictureReader::takeIndex(double time)
 void PictureReader::readAfresh()
 {
     index_.reset();
+    jumpedTo_.reset();
     current_.reset();
     next_.reset();
     lostFrom_ = std::numeric_limits<double>::infinity();
@@ -105,6 +107,7 @@ SharedFrame PictureReader::at(double seconds)
     }
     const double time = seconds + media_->zeroSeconds + tolerance_;
     isNear_ = false;
+    isPaused_ = hasWorked_ = false;
     for (;;) {
         if (broken_ || !takeIndex(time)) {
             return broken_ || !patience_.takesNear || patience_.over() ? nullptr : nearTo(time);
@@ -144,17 +147,97 @@ SharedFrame PictureReader::answer(double time)
         if (!next_ || next_->start > time) {
             break;
         }
+        if (passed_ && current_) {
+            passed_({current_->frame, mediaTime(current_->start), mediaTime(endOf(*current_, current_->start))});
+        }
         current_ = std::move(next_);
         next_.reset();
     }
     if (!current_ && next_ && next_->start - time <= kHoldSeconds && time < media_->zeroSeconds + kHoldSeconds) {
         return next_->frame; // a picture that begins a little behind its sound
     }
+    if (isPaused_) {
+        return nullptr;
+    }
     const bool isLast = !next_ && drained_ && inside_.empty();
     if (!current_ || current_->start > time || (isLast && time >= endOfLast(current_->start))) {
         return nullptr;
     }
     return current_->frame;
+}
+
+/// Where a picture ends; `unknown` when the one behind it has not come yet.
+double PictureReader::endOf(const Shown& shown, double unknown) const
+{
+    if (index_) {
+        return index_->startOfSlot(index_->slotAt(shown.start + tolerance_ / 2) + 1);
+    }
+    // What begins ahead of a picture that has come out has gone into the decoder before.
+    const auto behind = next_ ? seen_.upper_bound(shown.start) : seen_.end();
+    return behind != seen_.end() ? *behind : unknown;
+}
+
+double PictureReader::knownEnd() const
+{
+    constexpr double kMoment = 1e-6;
+    if (media_->picture->isStill) {
+        return media_->picture->durationMs / 1000.0;
+    }
+    return current_ ? std::max(mediaTime(endOf(*current_, wanted_)), mediaTime(wanted_) + kMoment) : 0;
+}
+
+std::optional<double> PictureReader::keySecondsFor(double seconds) const
+{
+    const double time = seconds + media_->zeroSeconds + tolerance_;
+    if (index_ && time < index_->knownUpTo()) {
+        return index_->startOfSlot(index_->slotOf(index_->keyOrdinalFor(index_->slotAt(time)))) - media_->zeroSeconds;
+    }
+    if (index_ || !decoder_ || media_->listing) {
+        return std::nullopt;
+    }
+    const auto key = packets_.keyStampFor(time);
+    return key ? std::optional(static_cast<double>(*key) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
+               : std::nullopt;
+}
+
+std::optional<double> PictureReader::keySecondsBehind(double seconds) const
+{
+    const double time = seconds + media_->zeroSeconds + tolerance_;
+    if (index_ && time < index_->knownUpTo()) {
+        for (std::size_t i = index_->keyOrdinalFor(index_->slotAt(time)) + 1; i < index_->count(); ++i) {
+            if (index_->packet(i).isKey) {
+                return index_->startOfSlot(index_->slotOf(i)) - media_->zeroSeconds;
+            }
+        }
+        return std::nullopt;
+    }
+    if (index_ || !decoder_ || media_->listing) {
+        return std::nullopt;
+    }
+    const auto key = packets_.keyStampFor(time);
+    const auto next = key ? packets_.keyStampBehind(*key) : std::nullopt;
+    return next ? std::optional(static_cast<double>(*next) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
+                : std::nullopt;
+}
+
+std::optional<double> PictureReader::position() const
+{
+    return current_ ? std::optional(mediaTime(current_->start)) : std::nullopt;
+}
+
+int PictureReader::picturesTo(double seconds) const
+{
+    if (media_->picture->isStill || media_->picture->frameRate.num <= 0) {
+        return 0;
+    }
+    const double rate = av_q2d(media_->picture->frameRate);
+    const double time = seconds + media_->zeroSeconds + tolerance_;
+    const auto key = keySecondsFor(seconds);
+    double from = key ? *key + media_->zeroSeconds : time;
+    if (current_ && current_->start <= time) {
+        from = std::max(from, current_->start);
+    }
+    return static_cast<int>(std::clamp((time - from) * rate, 0.0, 1e6));
 }
 
 double PictureReader::endOfLast(double start) const
@@ -176,7 +259,8 @@ bool PictureReader::needsJump(double time) const
         return current_ || time < next_->start - kHoldSeconds || next_->start > media_->picture->startSeconds + 1;
     }
     if (index_) {
-        return index_->keyOrdinalFor(index_->slotAt(time)) > nextOrdinal_ + kWorthDecoding;
+        const std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
+        return key > nextOrdinal_ + kWorthDecoding && static_cast<std::int64_t>(key) != jumpedTo_;
     }
     if ((next_ && time < next_->start) || drained_) {
         return false;
@@ -184,7 +268,8 @@ bool PictureReader::needsJump(double time) const
     const auto key = packets_.keyStampFor(time);
     const AVRational rate = media_->picture->frameRate;
     const double frame = rate.num > 0 ? 1 / av_q2d(rate) : 0.04;
-    return key && lastPacketTime_ != AV_NOPTS_VALUE
+    // A jump that has ended ahead of its key frame would end there again.
+    return key && key != jumpedTo_ && lastPacketTime_ != AV_NOPTS_VALUE
            && static_cast<double>(*key - lastPacketTime_) * packets_.tick() > kWorthDecoding * frame;
 }
 
@@ -208,6 +293,7 @@ void PictureReader::restart()
 void PictureReader::jumpByTime(double time)
 {
     const double tick = packets_.tick();
+    jumpedTo_ = packets_.keyStampFor(time);
     auto stamp = static_cast<std::int64_t>(std::floor(time / tick));
     for (int attempt = 0; attempt < 6; ++attempt) {
         forget();
@@ -241,6 +327,7 @@ void PictureReader::jumpByIndex(double time)
         (void)decoder_->receive();
     }
     std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
+    jumpedTo_ = static_cast<std::int64_t>(key);
     for (int attempt = 0; attempt < 3; ++attempt) {
         forget();
         if (packets_.jumpByIndex(*index_, key)) {
@@ -266,15 +353,17 @@ void PictureReader::forget()
     drained_ = false;
     stoppedBehind_.reset();
     inside_.clear();
+    seen_.clear();
 }
 
 bool PictureReader::isPassedOver(const AVPacket& packet)
 {
     if (index_) {
-        return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_);
+        return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_)
+               && index_->startOfSlot(index_->slotOf(nextOrdinal_)) < wholeFrom_;
     }
     const double start = static_cast<double>(packet.pts) * packets_.tick();
-    return packet.pts != AV_NOPTS_VALUE && start < wanted_ && packets_.anyBetween(start, wanted_);
+    return packet.pts != AV_NOPTS_VALUE && start < wanted_ && start < wholeFrom_ && packets_.anyBetween(start, wanted_);
 }
 
 /// Whether no later picture begins by that time, as far as that is known without decoding on.
@@ -334,6 +423,7 @@ bool PictureReader::sendPacket()
         decoder_->send(nullptr);
         return false;
     }
+    hasWorked_ = true;
     const PacketPtr packet = packets_.take();
     const auto stored = stampOf(*packet);
     lastPacketTime_ = stored != AV_NOPTS_VALUE ? stored : lastPacketTime_;
@@ -343,8 +433,14 @@ bool PictureReader::sendPacket()
         checkList(packet.get());
         packet->pts = static_cast<std::int64_t>(nextOrdinal_++);
         packet->dts = AV_NOPTS_VALUE;
-    } else if (packet->pts != AV_NOPTS_VALUE && decoder_->context().skip_frame == AVDISCARD_DEFAULT) {
-        inside_.insert(static_cast<double>(packet->pts) * packets_.tick());
+    } else if (packet->pts != AV_NOPTS_VALUE) {
+        const double start = static_cast<double>(packet->pts) * packets_.tick();
+        if (passed_) {
+            seen_.insert(start);
+        }
+        if (decoder_->context().skip_frame == AVDISCARD_DEFAULT) {
+            inside_.insert(start);
+        }
     }
     decoder_->send(packet.get());
     return true;
@@ -371,6 +467,11 @@ std::optional<PictureReader::Shown> PictureReader::timed(FramePtr frame) const
 std::optional<PictureReader::Shown> PictureReader::decodeNext()
 {
     while (!patience_.over()) {
+        // Not ahead of the first, or a jump would be for nothing, and not before something has been done.
+        if (hasWorked_ && (current_ || next_) && patience_.isPaused()) {
+            isPaused_ = true;
+            return std::nullopt;
+        }
         if (auto frame = decoder_->receive()) {
             auto shown = timed(std::move(frame));
             if (shown) {

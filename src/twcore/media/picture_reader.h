@@ -11,6 +11,7 @@
 #include "twcore/media/picture_listing.h"
 #include "twcore/media/picture_packets.h"
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -27,6 +28,30 @@ public:
     /// The same frame is the same pointer while the reader stays on it. With patience that `takesNear` it may be a key
     /// frame near by, or nothing yet; `isNear` says so.
     SharedFrame at(double seconds);
+    /// Whether the last question was given up between two pictures. Asked again, it goes on from there.
+    bool isPaused() const noexcept { return isPaused_; }
+    /// Pictures that have to be decoded for that time, as far as is known without reading; 0 when it is not.
+    int picturesTo(double seconds) const;
+    /// Media time of the key frame that the picture of a time is decoded from; nothing when it is not known.
+    std::optional<double> keySecondsFor(double seconds) const;
+
+    /// That of the next key frame.
+    std::optional<double> keySecondsBehind(double seconds) const;
+    /// Media time of the picture that the reader stands on.
+    std::optional<double> position() const;
+
+    /// A picture that was decoded, and the media time it is shown at, up to `end`.
+    struct Passed {
+        const SharedFrame& frame;
+        double start;
+        double end;
+    };
+    /// Is given each picture that is decoded on the way to another. Those that nothing leans on are left out, unless
+    /// they begin behind `from`.
+    void onTheWay(std::function<void(const Passed&)> passed) { passed_ = std::move(passed); }
+    void decodeAllFrom(double seconds) noexcept { wholeFrom_ = seconds + media_->zeroSeconds; }
+    /// Up to which media time the frame that was answered last is known to be shown, at least.
+    double knownEnd() const;
 
     /// Whether the last answer is not the frame of its time, since the file's pictures are still being listed.
     bool isNear() const noexcept { return isNear_; }
@@ -69,6 +94,8 @@ private:
     bool isPassedOver(const AVPacket& packet);
     bool isLastUpTo(const Shown& shown, double time);
     bool nothingWantedAhead();
+    double endOf(const Shown& shown, double unknown) const;
+    double mediaTime(double time) const { return time - media_->zeroSeconds - tolerance_; }
     double endOfLast(double start) const;
 
     MediaFilePtr media_;
@@ -81,6 +108,11 @@ private:
     PictureListing::Index index_; // of kIndexed files: knows the picture that is asked for
     std::unique_ptr<NearPictures> nearPictures_;
     bool isNear_ = false;
+    bool isPaused_ = false;
+    bool hasWorked_ = false; // since it was asked
+    std::function<void(const Passed&)> passed_;
+    double wholeFrom_ = std::numeric_limits<double>::infinity();
+    std::set<double> seen_;        // times of the packets since the last jump, where there is no list
     std::multiset<double> inside_; // times of pictures that the decoder was given and has not given out
     bool drained_ = false;
     double expectedEnd_ = std::numeric_limits<double>::infinity(); // in the file's own time
@@ -89,7 +121,8 @@ private:
     double tolerance_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
-    bool fromStart_ = false; // nothing but reading from the beginning was left to find a picture
+    std::optional<std::int64_t> jumpedTo_; // what the last jump was meant for: a key frame's stamp, or its number
+    bool fromStart_ = false;               // nothing but reading from the beginning was left to find a picture
     double lostFrom_ = std::numeric_limits<double>::infinity(); // the file has shrunk: from here on it gives nothing
     double wanted_ = 0;     // the time that was asked for last, in the file's own time
     double dropBefore_ = 0; // frames shown ahead of the key frame that was jumped to are not whole

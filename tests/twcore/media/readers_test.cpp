@@ -162,6 +162,40 @@ TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
     }
 }
 
+TEST(PictureReader, GoesOnWhereItWasPausedAndTellsWhatItPassed)
+{
+    for (const auto& entry : entriesWithPicture()) {
+        SCOPED_TRACE(entry.name);
+        const auto media = opened(entry.name);
+        const double first = startsOf(entry).picture;
+        Pause pause;
+        PictureReader reader(media, 2, Patience{.pause = &pause});
+        int passedCount = 0;
+        reader.onTheWay([&](const PictureReader::Passed& passed) {
+            if (++passedCount % 8 == 0) {
+                const int number = shownNumber(passed.frame, *media);
+                EXPECT_EQ(number, numberAt(entry, passed.start - first + 0.002)) << passed.start;
+                if (passed.end > passed.start + 0.004) { // else it is not known
+                    EXPECT_EQ(number, numberAt(entry, passed.end - first - 0.003)) << passed.start << " " << passed.end;
+                }
+            }
+        });
+        for (const int number : {entry.frames * 2 / 3, entry.frames / 3, entry.frames - 1}) {
+            const double time = startOfPicture(entry, number) + std::min(kAsked, 0.3 / entry.framesPerSecond());
+            if (number == entry.frames / 3) {
+                reader.decodeAllFrom(0);
+            }
+            SharedFrame frame;
+            int turns = 0;
+            do {
+                pause.end = std::chrono::steady_clock::now(); // a turn of one picture
+                frame = reader.at(first + time);
+            } while (reader.isPaused() && ++turns < 2 * entry.frames);
+            EXPECT_EQ(shownNumber(frame, *media), numberAt(entry, time)) << "at " << time << " after " << turns;
+        }
+    }
+}
+
 TEST(PictureIndex, TheListOfAnAviSaysWhatItsPacketsSay)
 {
     for (const char* name : {"mpeg4.avi", "mpeg4-b.avi", "mpeg4-b-packed.avi", "h264-b.avi", "dropped.avi", "mjpeg.avi",
