@@ -43,9 +43,9 @@ std::filesystem::file_time_type changeOf(const MediaFile& media)
 } // namespace
 
 PictureRenderer::PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads,
-                                 Patience patience)
+                                 Patience patience, PictureStore* store)
     : plan_(std::move(plan)), clock_(clock), format_(format), decoderThreads_(decoderThreads), patience_(patience),
-      workFormat_(workFormatOf(format)), fitter_(format), worker_(workFormat_)
+      workFormat_(workFormatOf(format)), fitter_(format), worker_(workFormat_), store_(store)
 {}
 
 const PictureStretch* PictureRenderer::stretchAt(std::int64_t number)
@@ -66,19 +66,30 @@ const PictureStretch* PictureRenderer::stretchAt(std::int64_t number)
     return holds(stretch_) ? &stretches[stretch_] : nullptr;
 }
 
-PictureReader& PictureRenderer::readerFor(const MediaFilePtr& media, std::size_t layer)
+PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std::size_t layer)
 {
     auto found = std::ranges::find_if(readers_, [&](auto& r) { return r.media == media && r.layer == layer; });
     if (found == readers_.end()) {
         if (readers_.size() >= kMaxReaders) {
             readers_.erase(std::ranges::min_element(readers_, {}, &Reader::lastUse));
         }
-        readers_.push_back(
-            {media, layer, std::make_unique<PictureReader>(media, decoderThreads_, patience_), changeOf(*media), 0});
+        readers_.push_back({media,
+                            layer,
+                            std::make_unique<PictureReader>(media, decoderThreads_, patience_),
+                            changeOf(*media),
+                            0,
+                            {}});
         found = readers_.end() - 1;
     }
+    if (store_ != nullptr) {
+        found->reader->onTheWay([this](const PictureReader::Passed& passed) {
+            if (passing_ != nullptr) {
+                keepPassed(*passing_, passed);
+            }
+        });
+    }
     found->lastUse = ++uses_;
-    return *found->reader;
+    return *found;
 }
 
 void PictureRenderer::takeReaders(PictureRenderer& other)
@@ -91,6 +102,51 @@ void PictureRenderer::takeReaders(PictureRenderer& other)
     uses_ = other.uses_;
 }
 
+double PictureRenderer::secondsIn(const PlannedSource& source, std::int64_t number) const
+{
+    return source.mediaSecondsAt(clock_.timeMs(number));
+}
+
+PictureRenderer::LayerPicture PictureRenderer::decoded(const PlannedSource& source, SharedFrame frame) const
+{
+    return {std::move(frame), *source.media->picture, placeOf(source)};
+}
+
+/// The picture of one source; nothing when its reader was asked to pause.
+std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const PlannedSource& source, std::size_t layer,
+                                                                      std::int64_t number)
+{
+    const double seconds = secondsIn(source, number);
+    if (store_ != nullptr) {
+        const PictureFit fit = fitOf(source);
+        if (const auto ready = store_->at(fit, seconds)) {
+            return stored(fit, *ready);
+        }
+    }
+    const TraceSpan span("decode", number);
+    Reader& open = openFor(source.media, layer);
+    if (open.held.frame && seconds >= open.held.start && seconds < open.held.end) {
+        return keep(source, open.held.frame, open.held.start, open.held.end);
+    }
+    PictureReader& reader = *open.reader;
+    if (expectedEnd_ != std::numeric_limits<std::int64_t>::max()) {
+        reader.expectUpTo(secondsIn(source, std::max(number, expectedEnd_ - 1)));
+    }
+    if (store_ != nullptr) {
+        passing_ = &source;
+        passingTo_ = seconds;
+        reader.decodeAllFrom(keptAhead_ > 0 ? seconds - keptAhead_ : std::numeric_limits<double>::infinity());
+    }
+    const SharedFrame frame = reader.at(seconds);
+    passing_ = nullptr;
+    if (reader.isPaused()) {
+        return std::nullopt;
+    }
+    isNear_ = isNear_ || reader.isNear();
+    return store_ == nullptr || !frame || reader.isNear() ? decoded(source, frame)
+                                                          : keep(source, frame, reader.frameStart(), reader.knownEnd());
+}
+
 SharedFrame PictureRenderer::frame(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
@@ -98,22 +154,29 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
     if (stretch == nullptr || stretch->layers.empty()) {
         return fitter_.black();
     }
-    std::vector<SharedFrame> frames;
+    std::vector<LayerPicture> layers;
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
-        const PlannedSource& source = *stretch->layers[i];
-        const TraceSpan span("decode", number);
-        PictureReader& reader = readerFor(source.media, i);
-        if (expectedEnd_ != std::numeric_limits<std::int64_t>::max()) {
-            reader.expectUpTo(source.mediaSecondsAt(clock_.timeMs(std::max(number, expectedEnd_ - 1))));
+        auto layer = layerAt(*stretch->layers[i], i, number);
+        if (!layer) {
+            return nullptr;
         }
-        frames.push_back(reader.at(source.mediaSecondsAt(clock_.timeMs(number))));
-        isNear_ = isNear_ || reader.isNear();
+        layers.push_back(std::move(*layer));
     }
-    if (made_.stretch == stretch && made_.frames == frames && stretch->effect == nullptr) {
+    return composed(*stretch, number, layers);
+}
+
+SharedFrame PictureRenderer::composed(const PictureStretch& stretch, std::int64_t number,
+                                      const std::vector<LayerPicture>& layers)
+{
+    std::vector<SharedFrame> frames;
+    for (const auto& layer : layers) {
+        frames.push_back(layer.frame);
+    }
+    if (made_.stretch == &stretch && made_.frames == frames && stretch.effect == nullptr) {
         return made_.picture;
     }
     const TraceSpan span("compose", number);
-    made_ = {frames, stretch, compose(*stretch, frames, clock_.timeMs(number))};
+    made_ = {std::move(frames), &stretch, compose(stretch, layers, clock_.timeMs(number))};
     return made_.picture;
 }
 
@@ -123,31 +186,32 @@ PicturePlace PictureRenderer::placeOf(const PlannedSource& source) const
     return placed(source.stretchMode, {facts.width, facts.height}, plan_->frame, format_.size);
 }
 
-SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames,
+SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::vector<LayerPicture>& layers,
                                      double timelineMs)
 {
     // Nothing to be worked on: straight into the movie's format.
     bool isPlain = stretch.effect == nullptr;
     int drawn = 0;
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        drawn += frames[i] ? 1 : 0;
-        isPlain = isPlain && drawn <= 1 && !(frames[i] && stretch.layers[i]->key);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        drawn += layers[i].frame ? 1 : 0;
+        isPlain = isPlain && drawn <= 1 && !(layers[i].frame && stretch.layers[i]->key);
     }
     PictureFitter& fitter = isPlain ? fitter_ : worker_;
     SharedFrame picture;
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (!frames[i]) {
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        const LayerPicture& layer = layers[i];
+        if (!layer.frame) {
             continue;
         }
         const PlannedSource& source = *stretch.layers[i];
         const TraceSpan span("fit");
         try {
             if (isPlain || (!source.key && !picture)) {
-                picture = fitter.fit(frames[i], *source.media->picture, placeOf(source));
+                picture = fitter.fit(layer.frame, layer.facts, layer.place);
             } else if (source.key) {
-                picture = overlaid(picture ? picture : worker_.black(), frames[i], source);
+                picture = overlaid(picture ? picture : worker_.black(), layer, source);
             } else {
-                picture = fitter.fitOver(picture, frames[i], *source.media->picture, placeOf(source));
+                picture = fitter.fitOver(picture, layer.frame, layer.facts, layer.place);
             }
         } catch (const std::runtime_error&) {
             // A kind of picture that cannot be converted is left out, as a damaged one is.
@@ -168,13 +232,13 @@ SharedFrame PictureRenderer::compose(const PictureStretch& stretch, const std::v
     return fitter_.fit(picture, PictureFacts{}, {{0, 0, format_.size.width, format_.size.height}});
 }
 
-SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source)
+SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const LayerPicture& layer, const PlannedSource& source)
 {
-    const PicturePlace place = placeOf(source);
+    const PicturePlace& place = layer.place;
     auto target = worker_.copyOf(*below);
     const Planes planes = planesOf(*target, workFormat_.colour);
-    if (prepared_.frame != frame || prepared_.source != &source) {
-        prepare(frame, source, place, planes);
+    if (prepared_.frame != layer.frame || prepared_.source != &source) {
+        prepare(layer, source, planes);
     }
     const TraceSpan span("lay");
     if (prepared_.inPlanes) {
@@ -185,9 +249,9 @@ SharedFrame PictureRenderer::overlaid(const SharedFrame& below, const SharedFram
     return shareFrame(std::move(target));
 }
 
-void PictureRenderer::prepare(const SharedFrame& frame, const PlannedSource& source, const PicturePlace& place,
-                              const Planes& target)
+void PictureRenderer::prepare(const LayerPicture& layer, const PlannedSource& source, const Planes& target)
 {
+    const auto& [frame, facts, place] = layer;
     const PictureSize size{place.target.width, place.target.height};
     prepared_.inPlanes = isFilm(*frame) && !target.isRgb();
     const PictureFormat format = prepared_.inPlanes ? PictureFormat{size, workFormat_.pixels, workFormat_.colour}
@@ -197,7 +261,7 @@ void PictureRenderer::prepare(const SharedFrame& frame, const PlannedSource& sou
     }
     PicturePlace whole = place;
     whole.target = {0, 0, size.width, size.height};
-    const SharedFrame fitted = overlays_->fit(frame, *source.media->picture, whole);
+    const SharedFrame fitted = overlays_->fit(frame, facts, whole);
     const TraceSpan span("key");
     if (prepared_.inPlanes) {
         prepared_.planeKey.prepare(fitted, format.colour, *source.key);

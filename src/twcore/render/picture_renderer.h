@@ -7,23 +7,57 @@
 #include "twcore/render/movie_clock.h"
 #include "twcore/render/overlay_key.h"
 #include "twcore/render/picture_fitter.h"
+#include "twcore/render/picture_store.h"
 #include "twcore/render/plan.h"
 #include "twcore/render/plane_key.h"
 
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace twcore {
 
 class PictureRenderer {
 public:
-    /// `decoderThreads` is what each decoder may use.
-    PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads, Patience patience);
+    /// `decoderThreads` is what each decoder may use. A store, which is the caller's and outlives the renderer, gives
+    /// pictures that stand ready, and is given those that are made; it takes planar formats alone.
+    PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads, Patience patience,
+                    PictureStore* store = nullptr);
 
-    /// The picture of a frame, from 0. While nothing changes it is the same pointer.
+    /// The picture of a frame, from 0. While nothing changes it is the same pointer. nullptr when a reader was asked to
+    /// pause on the way.
     SharedFrame frame(std::int64_t number);
+
+    // With a store:
+
+    /// Whether all that the frame is made of stands ready.
+    bool isReady(std::int64_t number);
+    /// The frame made of what stands nearest to it, without decoding; nullptr when nothing does. `farthest` tells by
+    /// how many seconds of a medium it is off.
+    SharedFrame nearestFrame(std::int64_t number, double& farthest);
+    /// Decodes towards a frame until the pause is due, keeping one picture in so many seconds of those on the way.
+    void workTowards(std::int64_t number, double everySeconds);
+    /// Pictures to be decoded for a frame, as far as it is known.
+    int picturesTo(std::int64_t number);
+    /// Frames of note about a frame, by the source that lies lowest: nothing where that is not known, or lies under
+    /// another one.
+    struct Landmarks {
+        std::optional<std::int64_t> groupBefore; // the last of the group of pictures ahead of its own
+        std::optional<std::int64_t> groupBehind; // the first of the group behind
+        std::optional<std::int64_t> position;    // where its reader stands
+        double secondsAFrame = 0;                // of the medium
+    };
+    Landmarks landmarks(std::int64_t number);
+    /// Decodes the pictures of a frame and holds them, so that the frame is made at once in another size, or with
+    /// another fit. False when a reader was asked to pause on the way.
+    bool hold(std::int64_t number);
+    /// Otherwise every frame that is decoded takes the place of the one that is held.
+    void leaveHeld(bool leaves) noexcept { leavesHeld_ = leaves; }
+    /// From now on all pictures that are passed from this long ahead of a frame on are kept.
+    void keepFromAhead(double seconds) noexcept { keptAhead_ = seconds; }
+
     /// Whether the last frame was made of other pictures than its own, since a file is still being listed. Only with
     /// patience that `takesNear`.
     bool isNear() const noexcept { return isNear_; }
@@ -41,6 +75,13 @@ private:
         std::unique_ptr<PictureReader> reader;
         std::filesystem::file_time_type changed; // of a still: when its file was written
         std::uint64_t lastUse = 0;
+        PictureStore::Stored held{}; // as it was decoded
+    };
+    /// A picture of a source, as it was decoded or fitted into its place already.
+    struct LayerPicture {
+        SharedFrame frame; // nullptr: none
+        PictureFacts facts;
+        PicturePlace place;
     };
     /// What the last picture was made of.
     struct Made {
@@ -59,12 +100,21 @@ private:
     };
 
     const PictureStretch* stretchAt(std::int64_t number);
-    PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer);
-    SharedFrame compose(const PictureStretch& stretch, const std::vector<SharedFrame>& frames, double timelineMs);
-    SharedFrame overlaid(const SharedFrame& below, const SharedFrame& frame, const PlannedSource& source);
-    void prepare(const SharedFrame& frame, const PlannedSource& source, const PicturePlace& place,
-                 const Planes& target);
+    Reader& openFor(const MediaFilePtr& media, std::size_t layer);
+    PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer) { return *openFor(media, layer).reader; }
+    SharedFrame composed(const PictureStretch& stretch, std::int64_t number, const std::vector<LayerPicture>& layers);
+    SharedFrame compose(const PictureStretch& stretch, const std::vector<LayerPicture>& layers, double timelineMs);
+    SharedFrame overlaid(const SharedFrame& below, const LayerPicture& layer, const PlannedSource& source);
+    void prepare(const LayerPicture& layer, const PlannedSource& source, const Planes& target);
     PicturePlace placeOf(const PlannedSource& source) const;
+
+    LayerPicture decoded(const PlannedSource& source, SharedFrame frame) const;
+    PictureFit fitOf(const PlannedSource& source) const;
+    LayerPicture stored(const PictureFit& fit, const PictureStore::Stored& picture) const;
+    LayerPicture keep(const PlannedSource& source, const SharedFrame& frame, double start, double end);
+    std::optional<LayerPicture> layerAt(const PlannedSource& source, std::size_t layer, std::int64_t number);
+    void keepPassed(const PlannedSource& source, const PictureReader::Passed& passed);
+    double secondsIn(const PlannedSource& source, std::int64_t number) const;
 
     PlanPtr plan_;
     MovieClock clock_;
@@ -75,6 +125,14 @@ private:
     PictureFitter fitter_;                    // to the movie's format
     PictureFitter worker_;                    // to the work format
     std::unique_ptr<PictureFitter> overlays_; // to an overlay's size
+    std::unique_ptr<PictureFitter> placer_;   // to the size of a source's place
+    PictureStore* store_;
+    bool leavesHeld_ = false;
+    double keptAhead_ = 0;                   // seconds
+    double keptEvery_ = 0;                   // seconds; 0: nothing of what is passed
+    const PlannedSource* passing_ = nullptr; // that is being decoded
+    double passingTo_ = 0;                   // media time
+    double lastKept_ = 0;
     PreparedOverlay prepared_;
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
