@@ -9,10 +9,6 @@ namespace {
 
 // Pictures that wait for their moment, beside the one that is being made.
 constexpr std::size_t kAhead = 4;
-// Where a file is still being listed: when its picture is asked for again.
-constexpr std::chrono::milliseconds kLookAgain{50};
-
-std::int64_t endOf(const Plan& plan) { return std::int64_t{plan.durationMs} * (kPlayRate / 1000); }
 
 /// Of a picture on the screen: what most sources have, so that it need not be changed.
 Colour colourFor(const Plan& plan)
@@ -37,7 +33,7 @@ std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::jobAt(std::int64_t 
     if (!size) {
         return std::nullopt;
     }
-    Job job{wish, surface, layOut(*size, area, wish.plan->frame)};
+    Job job{wish, surface, layOut(*size, area, wish.plan->frame), wishStep, handSpeed, isHandMoving()};
     job.wish.at = std::clamp<std::int64_t>(at, 0, std::max<std::int64_t>(0, endOf(*wish.plan) - 1));
     return job.layout.isEmpty() ? std::nullopt : std::optional(std::move(job));
 }
@@ -79,18 +75,6 @@ void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::Sur
     if (!now || now->layout != job.layout) {
         return; // the surface has another size
     }
-    if (!wish.isRunning) {
-        // Also for a wish that is no longer the newest: better than nothing while the hand still moves.
-        // What was near before is shown again only when it has become the exact one.
-        const bool isSame = isNear && madeNear && servedSerial == job.wish.serial;
-        servedSerial = job.wish.serial;
-        isNear = madeNear;
-        lookAgain = Clock::now() + kLookAgain;
-        if (picture && !isSame) {
-            ahead.assign(1, {job.wish.at, *picture});
-        }
-        return;
-    }
     if (job.wish.serial != wish.serial) {
         return;
     }
@@ -127,11 +111,19 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
                 renderer.reset(); // closes the files
                 rendererPlan.reset();
                 painter.reset();
+                stillFrame.reset();
             }
-            isNear&& wish.plan && !wish.isRunning ? void(changed.wait_until(lock, lookAgain)) : changed.wait(lock);
+            if (!workAhead(lock)) {
+                isNear&& wish.plan && !wish.isRunning ? void(changed.wait_until(lock, lookAgain)) : changed.wait(lock);
+            }
             continue;
         }
         watch.begin(job->wish.serial);
+        pause.isAsked = false;
+        if (!job->wish.isRunning) {
+            stillLoop(lock, *job);
+            continue;
+        }
         const auto begin = Clock::now();
         lock.unlock();
         const auto picture = pictureOf(*job);
@@ -154,9 +146,9 @@ void PicturePlayer::Room::fitRenderer(const Job& job)
         return;
     }
     const PictureSize size{job.layout.picture.width, job.layout.picture.height};
-    auto next = std::make_unique<PictureRenderer>(plan, MovieClock{{kPlayRate, 1}, 0, plan->durationMs},
-                                                  PictureFormat{size, AV_PIX_FMT_YUV420P, colour}, decoderThreads(),
-                                                  Patience{.cancelled = watch.flag(), .takesNear = true});
+    auto next = std::make_unique<PictureRenderer>(
+        plan, MovieClock{{kPlayRate, 1}, 0, plan->durationMs}, PictureFormat{size, AV_PIX_FMT_YUV420P, colour},
+        decoderThreads(), Patience{.cancelled = watch.flag(), .takesNear = true, .pause = &pause}, &store);
     if (renderer) {
         next->takeReaders(*renderer);
     }
@@ -170,8 +162,7 @@ std::optional<engine::SurfacePicture> PicturePlayer::Room::pictureOf(const Job& 
     try {
         fitRenderer(job);
         const SharedFrame frame = renderer->frame(job.wish.at);
-        madeNear = renderer->isNear();
-        return painter->paint(frame);
+        return frame ? std::optional(painter->paint(frame)) : std::nullopt; // none: another wish has come
     } catch (const std::runtime_error&) {
         engine::surfaces().say(job.surface, "This picture cannot be shown.");
         return std::nullopt;

@@ -3,6 +3,8 @@
 #include "twcore/play/picture_room.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace twcore {
 
@@ -17,8 +19,15 @@ void PicturePlayer::Room::wishFor(PlanPtr plan, std::int64_t at, bool running)
 {
     {
         const std::lock_guard lock(mutex);
+        wishStep = at - wish.at;
+        wishedBefore = std::exchange(wishedAt, Clock::now());
+        const double passed = std::max(0.001, std::chrono::duration<double>(wishedAt - wishedBefore).count());
+        handSpeed += (std::abs(static_cast<double>(wishStep)) / kPlayRate / passed - handSpeed) / 4;
         wish = {std::move(plan), at, running, wish.serial + 1};
-        ahead.clear();
+        pause.isAsked = true;
+        if (running) {
+            ahead.clear();
+        }
         lastDue = -1;
         watch.hurry(wish.serial);
     }
@@ -30,6 +39,7 @@ void PicturePlayer::Room::showAgain()
     ahead.clear();
     shown.reset();
     lastDue = -1;
+    pause.isAsked = true;
     if (wish.isRunning) {
         nextDue = std::max(nextDue, clock->position());
     } else {
@@ -116,6 +126,7 @@ PicturePlayer::~PicturePlayer()
     {
         const std::lock_guard lock(room_->mutex);
         room_->isClosing = true;
+        room_->pause.isAsked = true;
         room_->watch.close();
     }
     room_->changed.notify_all();
@@ -193,6 +204,7 @@ void PicturePlayer::clear()
 {
     std::unique_lock lock(room_->mutex);
     room_->wish = {nullptr, 0, false, room_->wish.serial + 1};
+    room_->pause.isAsked = true;
     room_->ahead.clear();
     room_->changed.notify_all();
     room_->changed.wait(lock, [&] { return !room_->isShowing; });

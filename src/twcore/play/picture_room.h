@@ -33,8 +33,11 @@ struct PictureGrid {
         const std::int64_t number = sample * fps.num / perFrame + 1;
         return (number * perFrame + fps.num - 1) / fps.num;
     }
+    double picturesIn(std::int64_t samples) const { return static_cast<double>(samples) * av_q2d(fps) / kPlayRate; }
     std::int64_t frameSamples() const { return std::int64_t{kPlayRate} * fps.den / fps.num; }
 };
+
+inline std::int64_t endOf(const Plan& plan) { return std::int64_t{plan.durationMs} * (kPlayRate / 1000); }
 
 struct PicturePlayer::Room {
     using Lock = std::unique_lock<std::mutex>;
@@ -50,6 +53,15 @@ struct PicturePlayer::Room {
         Wish wish; // `at` is the picture's own place
         std::int32_t surface = 0;
         SurfaceLayout layout;
+        std::int64_t step = 0; // at rest: from the wish before to this one
+        double speed = 0;      // of the hand, in seconds a second
+        bool isHandMoving = false;
+    };
+    /// What came of a turn at a picture at rest.
+    struct Turn {
+        SharedFrame frame; // to be shown; nullptr: nothing new
+        bool isServed = false;
+        bool isIdle = false; // there is nothing to do until the wish changes
     };
     struct Made {
         std::int64_t due = 0;
@@ -70,6 +82,21 @@ struct PicturePlayer::Room {
     void finish(const Job& job, const std::optional<engine::SurfacePicture>& picture, Clock::duration cost);
     std::optional<engine::SurfacePicture> pictureOf(const Job& job);
     void fitRenderer(const Job& job);
+
+    // The same thread, while nothing plays.
+    bool isHandMoving() const;
+    void stillLoop(Lock& lock, const Job& job);
+    Turn stillTurn(const Job& job);
+    Turn exactTurn(const Job& job);
+    Turn movingTurn(const Job& job);
+    template <class Work>
+    void measured(const Job& job, const Work& work);
+    std::optional<std::int64_t> nextForHand(const Job& job, double off, double every);
+    SharedFrame nearestFor(const Job& job);
+    bool isReaderAhead(const Job& job);
+    void finishStill(const Job& job, const Turn& turn, const std::optional<engine::SurfacePicture>& picture);
+    bool workAhead(Lock& lock);
+    bool makeAround(const Wish& at);
 
     // The presenter's thread.
     void present() noexcept;
@@ -96,12 +123,24 @@ struct PicturePlayer::Room {
     std::int64_t costSamples = 0;   // running: what a picture takes, as playing time
     std::deque<Made> ahead;
     std::shared_ptr<const std::uint8_t> shown; // the pixels shown last in this run
+    Clock::time_point wishedAt;                // at rest: when the wish came
+    Clock::time_point wishedBefore;            // and the one before it
+    std::int64_t wishStep = 0;                 // from that one to it
+    double handSpeed = 0;                      // seconds a second, evened out
+    Pause pause;                               // `isAsked` by any thread
 
     // The maker's thread.
     bool madeNear = false; // the last picture was, see PictureRenderer::isNear
     PlanPtr rendererPlan;
     std::unique_ptr<PictureRenderer> renderer;
     std::unique_ptr<SurfacePainter> painter;
+    PictureStore store{storeBytes()};
+    double pictureMs = 1;   // what a picture takes on the way to another
+    SharedFrame stillFrame; // shown last at rest
+    Clock::time_point stillChanged;
+    std::uint64_t nearSerial = 0;  // the wish for which a near picture was looked for
+    std::uint64_t aheadSerial = 0; // the wish whose neighbourhood stands ready
+    std::int64_t triedAhead = -1;  // the place that was made last of it
 };
 
 } // namespace twcore

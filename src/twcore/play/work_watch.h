@@ -1,7 +1,7 @@
 #pragma once
 
-// What a player's thread is working on, and whether that is still wanted: work for an old wish that takes long is told
-// to give up, short work is let be, since what was opened for it stays open.
+// What a player's thread is working on, and whether that is still wanted. Work for an old wish is first asked to pause
+// between two pictures; what does not come through in a while hangs in a file, and is told to give up with it.
 //
 // Everything but `flag` is used under the owner's lock.
 
@@ -45,7 +45,7 @@ public:
         givenUp_ = true;
     }
 
-    static constexpr std::chrono::milliseconds kPatience{60};
+    static constexpr std::chrono::milliseconds kPatience{250};
 
 private:
     std::atomic<bool> givenUp_ = false;

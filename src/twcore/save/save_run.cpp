@@ -105,7 +105,9 @@ void SaveRun::stop()
 
 void SaveRun::work() noexcept
 {
+    ++savesAtWork;
     const SaveState end = run();
+    --savesAtWork;
     sound_.reset();
     pictureEncoder_.reset();
     soundEncoder_.reset();

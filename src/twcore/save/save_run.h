@@ -22,6 +22,9 @@
 
 namespace twcore {
 
+/// Saves under way in this process: whoever works ahead for the moment when he is asked waits for them to end.
+inline std::atomic<int> savesAtWork = 0;
+
 /// What a movie is to be.
 struct SaveOrder {
     std::string path;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace playtest {
 namespace {
@@ -124,6 +125,31 @@ TEST_F(PreviewTest, PlaysInStepToTheVeryEnd)
     play();
     ASSERT_TRUE(device.advance(200));
     EXPECT_EQ(position(), 3200);
+}
+
+TEST_F(PreviewTest, AMovingHandSeesPicturesPassAndTheExactOneWhereItRests)
+{
+    layBoth("long-gop.mp4", 0, 12000, 0);
+    build();
+    ASSERT_TRUE(shows(0));
+    for (const bool isForwards : {true, false}) {
+        const std::size_t before = screen.numbers().size();
+        for (int i = 0; i <= 75; ++i) { // over ten seconds in three quarters of one
+            seek(isForwards ? 500 + i * 140 : 11000 - i * 140);
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        const int rest = isForwards ? 11000 : 500;
+        EXPECT_TRUE(shows(rest / 40)); // and no other behind it
+        auto passed = screen.numbers();
+        passed.erase(passed.begin(), passed.begin() + static_cast<std::ptrdiff_t>(before));
+        const std::set<int> different(passed.begin(), passed.end());
+        EXPECT_GT(different.size(), 12u) << isForwards;
+        EXPECT_GT(*different.rbegin() - *different.begin(), 200);
+    }
+    for (const int ms : {460, 420, 460, 500, 7000, 6960}) {
+        seek(ms);
+        EXPECT_TRUE(shows(ms / 40));
+    }
 }
 
 TEST_F(PreviewTest, SeeksWhilePlayingAndHaltsWhereItWasSought)
