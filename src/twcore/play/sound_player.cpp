@@ -12,6 +12,10 @@ namespace twcore {
 
 namespace {
 
+// Over which loudness changes, and sound begins and ends: 5 ms.
+constexpr std::int64_t kSlope = kPlayRate / 200;
+// How long a device may take to come down; its blocks take 21 ms.
+constexpr std::chrono::milliseconds kLeaving{50};
 constexpr std::int64_t kRingSamples = 16384;
 // What lies in the ring before the device is started, and what it goes on with while a plan is swapped.
 constexpr std::int64_t kPrimeSamples = 2 * kAudioBlock;
@@ -49,6 +53,7 @@ struct SoundPlayer::Room final : AudioSource, PlayClock {
     void loop(Lock& lock);
     void begin(Lock& lock);
     void silence();
+    void leaveSoftly(Lock& lock);
     void keepUp(Lock& lock);
     void rest(Lock& lock);
     void closeDevice(Lock& lock);
@@ -84,22 +89,27 @@ struct SoundPlayer::Room final : AudioSource, PlayClock {
     // The sound thread writes, the device reads.
     SoundRing ring{kRingSamples};
     std::atomic<float> gain = 1;
-    float heardGain = 1; // the device's thread
+    std::atomic<bool> leaves = false;  // the device is to be silent from its next block on
+    std::atomic<bool> hasLeft = false; // and is
+    float heardGain = 0;               // the device's thread
 };
 
 std::int64_t SoundPlayer::Room::pull(std::span<float> out) noexcept
 {
     const std::int64_t count = ring.read(out);
-    const float wanted = gain.load(std::memory_order_relaxed);
+    const bool isLeaving = leaves.load(std::memory_order_relaxed);
+    const float wanted = isLeaving ? 0.0f : gain.load(std::memory_order_relaxed);
     const auto floats = static_cast<std::size_t>(count) * 2;
-    // Over one block from the gain that was heard last to the one that is wanted, so that nothing clicks.
-    const float step = floats > 0 ? (wanted - heardGain) / static_cast<float>(count) : 0;
+    // From the gain that was heard last to the one that is wanted, so that nothing clicks.
+    const std::int64_t slope = std::min(count, kSlope);
+    const float step = slope > 0 ? (wanted - heardGain) / static_cast<float>(slope) : 0;
     for (std::size_t i = 0; i < floats; ++i) {
-        const std::size_t sample = i / 2;
-        const float now = heardGain + step * static_cast<float>(sample);
+        const auto sample = static_cast<std::int64_t>(i / 2);
+        const float now = sample < slope ? heardGain + step * static_cast<float>(sample) : wanted;
         out[i] = std::clamp(out[i] * now, -1.0f, 1.0f);
     }
     heardGain = floats > 0 ? wanted : heardGain;
+    hasLeft = isLeaving;
     std::fill(out.begin() + static_cast<std::ptrdiff_t>(floats), out.end(), 0.0f);
     return count;
 }
@@ -157,6 +167,7 @@ void SoundPlayer::Room::loop(Lock& lock)
 {
     while (!isClosing) {
         if (isLive && (!wish.isPlaying || wish.serial != liveSerial)) {
+            leaveSoftly(lock);
             silence();
         } else if (isLive) {
             keepUp(lock);
@@ -183,6 +194,15 @@ bool SoundPlayer::Room::apart(Lock& lock, Body&& body)
     mixerPlan.reset();
     primedAt.reset();
     return false;
+}
+
+/// Lets the device come down from what it plays, a block or two at most.
+void SoundPlayer::Room::leaveSoftly(Lock& lock)
+{
+    const auto longest = std::chrono::steady_clock::now() + kLeaving;
+    for (leaves = true; !hasLeft && !isClosing && std::chrono::steady_clock::now() < longest;) {
+        changed.wait_for(lock, std::chrono::milliseconds(2));
+    }
 }
 
 void SoundPlayer::Room::silence()
@@ -247,6 +267,8 @@ void SoundPlayer::Room::begin(Lock& lock)
         liveSerial = wanted.serial;
         isLive = true;
         primedAt.reset();
+        leaves = hasLeft = false;
+        heardGain = 0; // no device asks yet: it rises from silence
         sink->start();
     }
 }

@@ -348,6 +348,26 @@ TEST_F(PreviewTest, AFileThatIsBeingListedHoldsUpNoOther)
     EXPECT_TRUE(shows(87)); // by itself, once it is known
 }
 
+TEST_F(PreviewTest, SoundRisesFromSilenceAndFallsToIt)
+{
+    layBoth("h264.mp4", 0, 4000, 0);
+    build();
+    seek(1000);
+    play();
+    ASSERT_TRUE(device.advance(200));
+    stop();
+    std::this_thread::sleep_for(std::chrono::milliseconds(10)); // a device asks every 21
+    device.playOut();
+    const auto& heard = device.heard();
+    const auto loudest = [&](std::size_t from, std::size_t count) {
+        return testmedia::loudest({heard.data() + from, count, twcore::kPlayRate, 2});
+    };
+    ASSERT_GT(heard.size(), 20000u);
+    EXPECT_GT(loudest(2000, 4000), 0.2f);
+    EXPECT_LT(loudest(0, 5), 0.02f); // a fiftieth of the way up
+    EXPECT_EQ(loudest(heard.size() - 1000, 500), 0);
+}
+
 TEST_F(PreviewTest, VolumeFallsToSilence)
 {
     lay(audio, stream("stereo-48k.wav", false), 0, 3000, 0);
