@@ -51,6 +51,36 @@ TEST_F(PreviewScreen, AFileIsAddedAndWatched)
     EXPECT_TRUE(until([&] { return picture() == first; }));
 }
 
+TEST_F(PreviewScreen, AHandOnTheSeekBarSeesPicturesPassAndThenTheRightOne)
+{
+    opened({"long-gop.mp4"});
+    key(Qt::Key_F2);
+    ASSERT_TRUE(until([&] { return brightShare("picDisplay") > 0.05; }));
+    const QPoint left(8, bar().height() / 2);
+    const auto across = [&](int step) { return left + QPoint((bar().width() - 16) * step / 50, 0); };
+    click(bar(), across(45));
+    QTest::mousePress(&bar(), Qt::LeftButton, {}, across(45));
+    int changes = 0;
+    QImage last = picture();
+    for (int step = 45; step >= 5; --step) {
+        QTest::mouseMove(&bar(), across(step));
+        QTest::qWait(12);
+        const QImage now = picture();
+        changes += now != last ? 1 : 0;
+        last = now;
+    }
+    QTest::mouseRelease(&bar(), Qt::LeftButton, {}, across(5));
+    EXPECT_GT(changes, 6);
+    QTest::qWait(1000);
+    const QImage rested = picture();
+    const int place = bar().value();
+    click(inPreview("cmdStop"));
+    EXPECT_TRUE(until([&] { return picture() != rested; }));
+    click(bar(), across(5));
+    ASSERT_EQ(bar().value(), place);
+    EXPECT_TRUE(until([&] { return picture() == rested; }));
+}
+
 TEST_F(PreviewScreen, TheVolumePopsUpAndAnyKeyClosesIt)
 {
     QWidget& popup = find("frmVolume");
