@@ -83,7 +83,7 @@ PicturePlayer::Room::Turn PicturePlayer::Room::stillTurn(const Job& job)
     }
     Turn turn = exactTurn(job);
     if (!turn.frame && job.isHandMoving) { // it was not so short
-        pictureMs *= 2;
+        pictureMs = std::min(200.0, 2 * pictureMs);
         turn.frame = nearestFor(job);
     }
     return turn;
