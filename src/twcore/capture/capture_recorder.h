@@ -55,8 +55,8 @@ public:
     void sound(std::vector<float> samples, CaptureTime taken);
 
     /// Ends the capture: what is queued is still written, for as long as told, and the rest counted as dropped. Waits
-    /// until the file is closed, twice as long at most; false when it is still being written then. Of one that was never
-    /// started no file stays.
+    /// until the file is closed, twice as long at most; false when it is still being written then. Of one that was
+    /// never started no file stays.
     bool finish(std::chrono::milliseconds longest);
 
     std::int32_t captured() const noexcept { return captured_; }
