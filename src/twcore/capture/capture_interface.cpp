@@ -68,6 +68,8 @@ int evenSide(int side) { return std::max(2, side & ~1); }
 
 } // namespace
 
+CaptureInterface::Session::Session() = default;
+
 CaptureInterface::~CaptureInterface() { endCapture(); }
 
 CaptureInterface::Session& CaptureInterface::session()

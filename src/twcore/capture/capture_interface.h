@@ -64,6 +64,8 @@ private:
     };
 
     struct Session {
+        Session();
+
         DeviceList devices;
         bool isChosen = false; // a device has been set: only what was set takes part
         Part<Camera, PictureFeed> video;

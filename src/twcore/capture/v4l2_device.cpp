@@ -220,8 +220,8 @@ std::vector<CameraFormat> V4l2Device::formats() const
     std::ranges::stable_sort(formats, [&](const auto& a, const auto& b) {
         return std::tuple(rank(a), a.isCompressed) < std::tuple(rank(b), b.isCompressed);
     });
-    const auto same = std::ranges::unique(formats, {}, rank);
-    formats.erase(same.begin(), same.end());
+    const auto isSame = [&](const CameraFormat& a, const CameraFormat& b) { return rank(a) == rank(b); };
+    formats.erase(std::unique(formats.begin(), formats.end(), isSame), formats.end());
     return formats;
 }
 

@@ -169,6 +169,7 @@ SharedFrame PictureRenderer::composed(const PictureStretch& stretch, std::int64_
                                       const std::vector<LayerPicture>& layers)
 {
     std::vector<SharedFrame> frames;
+    frames.reserve(layers.size());
     for (const auto& layer : layers) {
         frames.push_back(layer.frame);
     }
