@@ -95,6 +95,7 @@ void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = seconds
 
 SharedFrame PictureReader::at(double seconds)
 {
+    isNear_ = isPaused_ = hasWorked_ = false;
     if (!media_->picture || seconds < 0 || !prepare()) {
         return nullptr;
     }
@@ -106,8 +107,6 @@ SharedFrame PictureReader::at(double seconds)
         return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
     }
     const double time = seconds + media_->zeroSeconds + tolerance_;
-    isNear_ = false;
-    isPaused_ = hasWorked_ = false;
     for (;;) {
         if (broken_ || !takeIndex(time)) {
             return broken_ || !patience_.takesNear || patience_.over() ? nullptr : nearTo(time);
@@ -152,6 +151,7 @@ SharedFrame PictureReader::answer(double time)
         }
         current_ = std::move(next_);
         next_.reset();
+        seen_.erase(seen_.begin(), seen_.lower_bound(current_->start));
     }
     if (!current_ && next_ && next_->start - time <= kHoldSeconds && time < media_->zeroSeconds + kHoldSeconds) {
         return next_->frame; // a picture that begins a little behind its sound
@@ -187,7 +187,7 @@ double PictureReader::knownEnd() const
 }
 
 std::optional<double> PictureReader::keySecondsFor(double seconds) const
-{
+try {
     const double time = seconds + media_->zeroSeconds + tolerance_;
     if (index_ && time < index_->knownUpTo()) {
         return index_->startOfSlot(index_->slotOf(index_->keyOrdinalFor(index_->slotAt(time)))) - media_->zeroSeconds;
@@ -198,10 +198,12 @@ std::optional<double> PictureReader::keySecondsFor(double seconds) const
     const auto key = packets_.keyStampFor(time);
     return key ? std::optional(static_cast<double>(*key) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
                : std::nullopt;
+} catch (const ListedWrongly&) {
+    return std::nullopt; // whoever asks for the picture finds it out
 }
 
 std::optional<double> PictureReader::keySecondsBehind(double seconds) const
-{
+try {
     const double time = seconds + media_->zeroSeconds + tolerance_;
     if (index_ && time < index_->knownUpTo()) {
         for (std::size_t i = index_->keyOrdinalFor(index_->slotAt(time)) + 1; i < index_->count(); ++i) {
@@ -218,6 +220,8 @@ std::optional<double> PictureReader::keySecondsBehind(double seconds) const
     const auto next = key ? packets_.keyStampBehind(*key) : std::nullopt;
     return next ? std::optional(static_cast<double>(*next) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
                 : std::nullopt;
+} catch (const ListedWrongly&) {
+    return std::nullopt;
 }
 
 std::optional<double> PictureReader::position() const

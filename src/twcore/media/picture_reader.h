@@ -60,8 +60,8 @@ public:
     /// decoded behind it. What is asked for all the same is found, only later.
     void expectUpTo(double seconds) noexcept;
 
-    /// Media time in seconds at which the frame that was answered last begins.
-    double frameStart() const noexcept { return current_ ? current_->start - media_->zeroSeconds : 0; }
+    /// Media time in seconds from which on the frame that was answered last is the answer.
+    double frameStart() const noexcept { return current_ ? mediaTime(current_->start) : 0; }
 
     const MediaFile& media() const noexcept { return *media_; }
 
@@ -95,7 +95,7 @@ private:
     bool isLastUpTo(const Shown& shown, double time);
     bool nothingWantedAhead();
     double endOf(const Shown& shown, double unknown) const;
-    double mediaTime(double time) const { return time - media_->zeroSeconds - tolerance_; }
+    double mediaTime(double time) const noexcept { return time - media_->zeroSeconds - tolerance_; }
     double endOfLast(double start) const;
 
     MediaFilePtr media_;

@@ -193,6 +193,9 @@ TEST(PictureReader, GoesOnWhereItWasPausedAndTellsWhatItPassed)
             } while (reader.isPaused() && ++turns < 2 * entry.frames);
             EXPECT_EQ(shownNumber(frame, *media), numberAt(entry, time)) << "at " << time << " after " << turns;
         }
+        (void)reader.at(first + startOfPicture(entry, entry.frames / 2)); // which pauses, but for key frames
+        (void)reader.at(-1);
+        EXPECT_FALSE(reader.isPaused()); // there is nothing to go on with
     }
 }
 
