@@ -22,12 +22,17 @@ namespace twcore {
 /// Pictures larger than this are refused before they are decoded.
 inline constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27;
 
-/// When to give up, and where to tell of a disk that fails. Copied into a reader; what it points to must outlive it.
 /// Asks a reader to stop between two pictures, and to go on from there when it is asked again.
 struct Pause {
     std::atomic<bool> isAsked = false;                                                        // by any thread
     std::chrono::steady_clock::time_point end = std::chrono::steady_clock::time_point::max(); // of the reader's turn
 
+    /// A turn begins that lasts until somebody asks.
+    void begin() noexcept
+    {
+        isAsked = false;
+        end = std::chrono::steady_clock::time_point::max();
+    }
     bool isDue() const noexcept
     {
         return isAsked.load(std::memory_order_relaxed)
@@ -35,6 +40,7 @@ struct Pause {
     }
 };
 
+/// When to give up, and where to tell of a disk that fails. Copied into a reader; what it points to must outlive it.
 struct Patience {
     const std::atomic<bool>* cancelled = nullptr;
     std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::time_point::max();

@@ -119,12 +119,13 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
             continue;
         }
         watch.begin(job->wish.serial);
-        pause.isAsked = false;
+        pause.begin(); // also a hand's short turns end where playing begins
         if (!job->wish.isRunning) {
             stillLoop(lock, *job);
             continue;
         }
         const auto begin = Clock::now();
+        stillFrame.reset(); // it does not stand any more
         lock.unlock();
         const auto picture = pictureOf(*job);
         lock.lock();

@@ -24,14 +24,19 @@ void PicturePlayer::Room::wishFor(PlanPtr plan, std::int64_t at, bool running)
         const double passed = std::max(0.001, std::chrono::duration<double>(wishedAt - wishedBefore).count());
         handSpeed += (std::abs(static_cast<double>(wishStep)) / kPlayRate / passed - handSpeed) / 4;
         wish = {std::move(plan), at, running, wish.serial + 1};
-        pause.isAsked = true;
+        interrupt();
         if (running) {
             ahead.clear();
         }
         lastDue = -1;
-        watch.hurry(wish.serial);
     }
     changed.notify_all();
+}
+
+void PicturePlayer::Room::interrupt()
+{
+    pause.isAsked = true;
+    watch.ask();
 }
 
 void PicturePlayer::Room::showAgain()
@@ -39,7 +44,7 @@ void PicturePlayer::Room::showAgain()
     ahead.clear();
     shown.reset();
     lastDue = -1;
-    pause.isAsked = true;
+    interrupt();
     if (wish.isRunning) {
         nextDue = std::max(nextDue, clock->position());
     } else {
@@ -195,6 +200,7 @@ void PicturePlayer::hold(std::int64_t at)
         const std::int64_t last = room.ahead.empty() ? room.lastDue : room.ahead.back().due;
         const bool isExact = last >= 0 && PictureGrid(*room.wish.plan).after(last) > at;
         room.wish = {room.wish.plan, at, false, room.wish.serial + 1};
+        room.interrupt();
         room.servedSerial = isExact ? room.wish.serial : room.servedSerial;
     }
     room_->changed.notify_all();
@@ -204,7 +210,7 @@ void PicturePlayer::clear()
 {
     std::unique_lock lock(room_->mutex);
     room_->wish = {nullptr, 0, false, room_->wish.serial + 1};
-    room_->pause.isAsked = true;
+    room_->interrupt();
     room_->ahead.clear();
     room_->changed.notify_all();
     room_->changed.wait(lock, [&] { return !room_->isShowing; });

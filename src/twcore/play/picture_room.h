@@ -73,6 +73,8 @@ struct PicturePlayer::Room {
     void wishFor(PlanPtr plan, std::int64_t at, bool running);
     /// The same picture again, for a look that has changed. Under the lock.
     void showAgain();
+    /// Has what is under way pause as soon as it can. Under the lock.
+    void interrupt();
 
     // The maker's thread.
     void make() noexcept;

@@ -70,7 +70,6 @@ void PicturePlayer::Room::stillLoop(Lock& lock, const Job& job)
 
 PicturePlayer::Room::Turn PicturePlayer::Room::stillTurn(const Job& job)
 {
-    pause.end = Clock::time_point::max();
     const double wayMs = renderer->picturesTo(job.wish.at) * pictureMs;
     if (job.isHandMoving && (wayMs > kShortWayMs || isReaderAhead(job))) {
         return movingTurn(job);
@@ -219,7 +218,7 @@ bool PicturePlayer::Room::workAhead(Lock& lock)
         return true;
     }
     const Wish now = wish;
-    pause.isAsked = false;
+    pause.begin();
     watch.begin(now.serial);
     lock.unlock();
     bool isDone = true;
@@ -241,7 +240,6 @@ bool PicturePlayer::Room::workAhead(Lock& lock)
 /// The next picture of those around a place that does not stand ready. True when all do.
 bool PicturePlayer::Room::makeAround(const Wish& at)
 {
-    pause.end = Clock::time_point::max();
     if (!renderer->hold(at.at)) {
         return false;
     }

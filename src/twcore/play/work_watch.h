@@ -21,6 +21,7 @@ public:
     void begin(std::uint64_t wish) noexcept
     {
         isBusy_ = true;
+        isAsked_ = false;
         wish_ = wish;
         since_ = Clock::now();
     }
@@ -29,6 +30,14 @@ public:
     {
         isBusy_ = false;
         return closed_ || givenUp_.exchange(false);
+    }
+    /// The work has been asked to pause: however long it took before, it is given time for that.
+    void ask() noexcept
+    {
+        if (isBusy_ && !isAsked_) {
+            isAsked_ = true;
+            since_ = Clock::now();
+        }
     }
     /// Gives the work up when it is for another wish and has taken its time.
     void hurry(std::uint64_t wish) noexcept
@@ -51,6 +60,7 @@ private:
     std::atomic<bool> givenUp_ = false;
     bool closed_ = false;
     bool isBusy_ = false;
+    bool isAsked_ = false;
     std::uint64_t wish_ = 0;
     Clock::time_point since_;
 };
