@@ -109,12 +109,15 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
         if (!job) {
             if (!wish.plan) {
                 renderer.reset(); // closes the files
+                store.clear();
                 rendererPlan.reset();
                 painter.reset();
                 stillFrame.reset();
             }
             if (!workAhead(lock)) {
-                isNear&& wish.plan && !wish.isRunning ? void(changed.wait_until(lock, lookAgain)) : changed.wait(lock);
+                // Without a surface nothing comes of looking again.
+                const bool isAwaited = isNear && wish.plan && !wish.isRunning && jobAt(wish.at);
+                isAwaited ? void(changed.wait_until(lock, lookAgain)) : changed.wait(lock);
             }
             continue;
         }

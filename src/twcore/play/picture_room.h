@@ -142,7 +142,8 @@ struct PicturePlayer::Room {
     Clock::time_point stillChanged;
     std::uint64_t nearSerial = 0;  // the wish for which a near picture was looked for
     std::uint64_t aheadSerial = 0; // the wish whose neighbourhood stands ready
-    std::int64_t triedAhead = -1;  // the place that was made last of it
+    std::uint64_t triedSerial = 0; // the one whose neighbourhood is being made
+    std::int64_t triedAhead = 0;   // the place of it that was tried last
 };
 
 } // namespace twcore

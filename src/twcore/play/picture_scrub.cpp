@@ -28,6 +28,10 @@ constexpr double kKeptEvery = 0.02;
 // How long a picture may stand while the hand moves, and how far from the wish one may be that comes in its place.
 constexpr milliseconds kStanding{90};
 constexpr std::int64_t kFarthest = 8 * kPlayRate;
+// How often one is kept on the long way of a hand that rests: should it move on, it sees how far that came.
+constexpr double kKeptAtRest = 0.4;
+// What the interruption of a short way shows a picture to take, at most.
+constexpr double kLongestMs = 200;
 // Of the neighbourhood that is made ready, and of quiet ahead of that.
 constexpr double kAround = 1.0;
 constexpr milliseconds kQuiet{150};
@@ -80,9 +84,11 @@ PicturePlayer::Room::Turn PicturePlayer::Room::stillTurn(const Job& job)
             return {std::move(near)};
         }
     }
+    renderer->keepEvery(wayMs > kShortWayMs ? kKeptAtRest : 0);
     Turn turn = exactTurn(job);
-    if (!turn.frame && job.isHandMoving) { // it was not so short
-        pictureMs = std::min(200.0, 2 * pictureMs);
+    renderer->keepEvery(0);
+    if (!turn.frame) { // another wish has come
+        pictureMs = wayMs > kShortWayMs ? pictureMs : std::min(2 * pictureMs, kLongestMs);
         turn.frame = nearestFor(job);
     }
     return turn;
@@ -117,7 +123,7 @@ void PicturePlayer::Room::measured(const Job& job, const Work& work)
     const double pictures = from && to ? PictureGrid(*job.wish.plan).picturesIn(*to - *from) : 0;
     if (pictures >= kFew && pictures <= kMany) {
         const double ms = std::chrono::duration<double, std::milli>(Clock::now() - begin).count() / pictures;
-        pictureMs += (std::clamp(ms, 0.1, 200.0) - pictureMs) / 4;
+        pictureMs += (std::clamp(ms, 0.1, kLongestMs) - pictureMs) / 4;
     }
 }
 
@@ -175,7 +181,9 @@ PicturePlayer::Room::Turn PicturePlayer::Room::movingTurn(const Job& job)
     turn.isIdle = !next || renderer->isReady(*next);
     if (!turn.isIdle) {
         pause.end = Clock::now() + kTurn;
-        measured(job, [&] { renderer->workTowards(*next, every); });
+        renderer->keepEvery(every);
+        measured(job, [&] { renderer->workTowards(*next); });
+        renderer->keepEvery(0);
     }
     return turn;
 }
@@ -237,27 +245,32 @@ bool PicturePlayer::Room::workAhead(Lock& lock)
     return true;
 }
 
-/// The next picture of those around a place that does not stand ready. True when all do.
+/// The next picture of those around a place that does not stand ready. True when all do that the store has room for.
 bool PicturePlayer::Room::makeAround(const Wish& at)
 {
     if (!renderer->hold(at.at)) {
         return false;
     }
     const PictureGrid grid(*at.plan);
-    const auto reach = static_cast<std::int64_t>(kAround * kPlayRate);
+    // A third of the store for either side: the second one must not take the room of the first.
+    const auto sidePictures =
+        static_cast<std::int64_t>(store.mostBytes() / 3 / std::max<std::size_t>(1, renderer->bytesOf(at.at)));
+    const std::int64_t reach =
+        std::min(static_cast<std::int64_t>(kAround * kPlayRate), sidePictures * grid.frameSamples());
     const std::int64_t last = std::min(at.at + reach, endOf(*at.plan) - 1);
-    for (std::int64_t place = grid.after(at.at); place <= last; place = grid.after(place)) {
-        if (!renderer->isReady(place)) {
-            if (std::exchange(triedAhead, place) == place) {
-                break; // it does not come, or cannot be kept
-            }
-            (void)renderer->frame(place);
+    if (std::exchange(triedSerial, at.serial) != at.serial) {
+        triedAhead = at.at;
+    }
+    while (grid.after(triedAhead) <= last) { // each once: one may not come, or may not be kept
+        triedAhead = grid.after(triedAhead);
+        if (!renderer->isReady(triedAhead)) {
+            (void)renderer->frame(triedAhead);
             return false;
         }
     }
     const std::int64_t before = at.at - grid.frameSamples();
     if (before >= 0 && !(renderer->isReady(before) && renderer->isReady(std::max<std::int64_t>(0, at.at - reach)))) {
-        renderer->keepFromAhead(kAround);
+        renderer->keepFromAhead(static_cast<double>(reach) / kPlayRate);
         (void)renderer->frame(before);
         renderer->keepFromAhead(0);
     }

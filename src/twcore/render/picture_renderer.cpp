@@ -66,10 +66,21 @@ const PictureStretch* PictureRenderer::stretchAt(std::int64_t number)
     return holds(stretch_) ? &stretches[stretch_] : nullptr;
 }
 
+PictureRenderer::Reader* PictureRenderer::find(const MediaFilePtr& media, std::size_t layer)
+{
+    const auto found = std::ranges::find_if(readers_, [&](auto& r) { return r.media == media && r.layer == layer; });
+    return found != readers_.end() ? &*found : nullptr;
+}
+
 PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std::size_t layer)
 {
-    auto found = std::ranges::find_if(readers_, [&](auto& r) { return r.media == media && r.layer == layer; });
-    if (found == readers_.end()) {
+    Reader* found = find(media, layer);
+    if (store_ != nullptr && found != nullptr && changeOf(*media) != found->changed) {
+        // What it has read of a still would be stored as the new picture.
+        readers_.erase(readers_.begin() + (found - readers_.data()));
+        found = nullptr;
+    }
+    if (found == nullptr) {
         if (readers_.size() >= kMaxReaders) {
             readers_.erase(std::ranges::min_element(readers_, {}, &Reader::lastUse));
         }
@@ -79,7 +90,7 @@ PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std
                             changeOf(*media),
                             0,
                             {}});
-        found = readers_.end() - 1;
+        found = &readers_.back();
     }
     if (store_ != nullptr) {
         found->reader->onTheWay([this](const PictureReader::Passed& passed) {
@@ -117,16 +128,16 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
                                                                       std::int64_t number)
 {
     const double seconds = secondsIn(source, number);
+    const PictureFit fit = store_ != nullptr ? fitOf(source) : PictureFit{};
     if (store_ != nullptr) {
-        const PictureFit fit = fitOf(source);
         if (const auto ready = store_->at(fit, seconds)) {
             return stored(fit, *ready);
         }
     }
     const TraceSpan span("decode", number);
     Reader& open = openFor(source.media, layer);
-    if (open.held.frame && seconds >= open.held.start && seconds < open.held.end) {
-        return keep(source, open.held.frame, open.held.start, open.held.end);
+    if (open.holds(seconds)) {
+        return keep(source, fit, open, open.held);
     }
     PictureReader& reader = *open.reader;
     if (expectedEnd_ != std::numeric_limits<std::int64_t>::max()) {
@@ -134,6 +145,7 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
     }
     if (store_ != nullptr) {
         passing_ = &source;
+        passingLayer_ = layer;
         passingTo_ = seconds;
         reader.decodeAllFrom(keptAhead_ > 0 ? seconds - keptAhead_ : std::numeric_limits<double>::infinity());
     }
@@ -143,8 +155,9 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
         return std::nullopt;
     }
     isNear_ = isNear_ || reader.isNear();
-    return store_ == nullptr || !frame || reader.isNear() ? decoded(source, frame)
-                                                          : keep(source, frame, reader.frameStart(), reader.knownEnd());
+    return store_ == nullptr || !frame || reader.isNear()
+               ? decoded(source, frame)
+               : keep(source, fit, open, {frame, reader.frameStart(), reader.knownEnd()});
 }
 
 SharedFrame PictureRenderer::frame(std::int64_t number)

@@ -32,13 +32,13 @@ public:
 
     // With a store:
 
-    /// Whether all that the frame is made of stands ready.
+    /// Whether all that the frame is made of stands ready, or is held.
     bool isReady(std::int64_t number);
     /// The frame made of what stands nearest to it, without decoding; nullptr when nothing does. `farthest` tells by
     /// how many seconds of a medium it is off.
     SharedFrame nearestFrame(std::int64_t number, double& farthest);
-    /// Decodes towards a frame until the pause is due, keeping one picture in so many seconds of those on the way.
-    void workTowards(std::int64_t number, double everySeconds);
+    /// Decodes towards a frame until the pause is due.
+    void workTowards(std::int64_t number);
     /// Pictures to be decoded for a frame, as far as it is known.
     int picturesTo(std::int64_t number);
     /// Frames of note about a frame, by the source that lies lowest: nothing where that is not known, or lies under
@@ -53,10 +53,14 @@ public:
     /// Decodes the pictures of a frame and holds them, so that the frame is made at once in another size, or with
     /// another fit. False when a reader was asked to pause on the way.
     bool hold(std::int64_t number);
-    /// Otherwise every frame that is decoded takes the place of the one that is held.
+    /// Otherwise each frame that is decoded, and that the store cannot take, takes the place of the one that is held.
     void leaveHeld(bool leaves) noexcept { leavesHeld_ = leaves; }
     /// From now on all pictures that are passed from this long ahead of a frame on are kept.
     void keepFromAhead(double seconds) noexcept { keptAhead_ = seconds; }
+    /// From now on one picture in so many seconds of those on the way is kept; 0: none.
+    void keepEvery(double seconds) noexcept { keptEvery_ = seconds; }
+    /// Of the store, that the pictures of a frame take, in bytes.
+    std::size_t bytesOf(std::int64_t number);
 
     /// Whether the last frame was made of other pictures than its own, since a file is still being listed. Only with
     /// patience that `takesNear`.
@@ -76,6 +80,8 @@ private:
         std::filesystem::file_time_type changed; // of a still: when its file was written
         std::uint64_t lastUse = 0;
         PictureStore::Stored held{}; // as it was decoded
+
+        bool holds(double seconds) const { return held.frame && seconds >= held.start && seconds < held.end; }
     };
     /// A picture of a source, as it was decoded or fitted into its place already.
     struct LayerPicture {
@@ -100,6 +106,7 @@ private:
     };
 
     const PictureStretch* stretchAt(std::int64_t number);
+    Reader* find(const MediaFilePtr& media, std::size_t layer);
     Reader& openFor(const MediaFilePtr& media, std::size_t layer);
     PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer) { return *openFor(media, layer).reader; }
     SharedFrame composed(const PictureStretch& stretch, std::int64_t number, const std::vector<LayerPicture>& layers);
@@ -111,7 +118,9 @@ private:
     LayerPicture decoded(const PlannedSource& source, SharedFrame frame) const;
     PictureFit fitOf(const PlannedSource& source) const;
     LayerPicture stored(const PictureFit& fit, const PictureStore::Stored& picture) const;
-    LayerPicture keep(const PlannedSource& source, const SharedFrame& frame, double start, double end);
+    LayerPicture keep(const PlannedSource& source, const PictureFit& fit, Reader& open,
+                      const PictureStore::Stored& picture);
+    bool isThere(const PlannedSource& source, std::size_t layer, double seconds);
     std::optional<LayerPicture> layerAt(const PlannedSource& source, std::size_t layer, std::int64_t number);
     void keepPassed(const PlannedSource& source, const PictureReader::Passed& passed);
     double secondsIn(const PlannedSource& source, std::int64_t number) const;
@@ -131,7 +140,8 @@ private:
     double keptAhead_ = 0;                   // seconds
     double keptEvery_ = 0;                   // seconds; 0: nothing of what is passed
     const PlannedSource* passing_ = nullptr; // that is being decoded
-    double passingTo_ = 0;                   // media time
+    std::size_t passingLayer_ = 0;
+    double passingTo_ = 0; // media time
     double lastKept_ = 0;
     PreparedOverlay prepared_;
     std::vector<Reader> readers_;

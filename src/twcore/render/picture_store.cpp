@@ -94,6 +94,13 @@ void PictureStore::put(const PictureFit& fit, Stored picture)
     makeRoom();
 }
 
+void PictureStore::clear()
+{
+    uses_.clear();
+    shelves_.clear();
+    bytes_ = 0;
+}
+
 void PictureStore::drop(Shelf& shelf, std::map<double, Entry>::iterator entry)
 {
     bytes_ -= entry->second.bytes;

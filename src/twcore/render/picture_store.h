@@ -41,6 +41,8 @@ public:
     void put(const PictureFit& fit, Stored picture);
 
     std::size_t bytes() const noexcept { return bytes_; }
+    std::size_t mostBytes() const noexcept { return mostBytes_; }
+    void clear();
 
 private:
     struct Entry;

@@ -22,6 +22,12 @@ bool mayBeFitted(const AVFrame& frame, const PlannedSource& source)
            && (!source.key || colourOf(frame).matrix != Matrix::kRgb);
 }
 
+/// How many seconds a picture is off.
+double distance(const PictureStore::Stored& picture, double seconds)
+{
+    return seconds >= picture.start && seconds < picture.end ? 0 : std::abs(picture.start - seconds);
+}
+
 } // namespace
 
 PictureFit PictureRenderer::fitOf(const PlannedSource& source) const
@@ -43,14 +49,17 @@ PictureRenderer::LayerPicture PictureRenderer::stored(const PictureFit& fit, con
     return layer;
 }
 
-/// Fits the picture into its place, and stores it so.
-PictureRenderer::LayerPicture PictureRenderer::keep(const PlannedSource& source, const SharedFrame& frame, double start,
-                                                    double end)
+/// Fits the picture into its place, and stores it so. One that would not be the same then is held as it is.
+PictureRenderer::LayerPicture PictureRenderer::keep(const PlannedSource& source, const PictureFit& fit, Reader& open,
+                                                    const PictureStore::Stored& picture)
 {
-    const PictureFit fit = fitOf(source);
     const PictureSize size = fit.format.size;
-    if (!mayBeFitted(*frame, source) || size.width < 2 || size.height < 2) {
-        return decoded(source, frame);
+    if (!mayBeFitted(*picture.frame, source) || size.width < 2 || size.height < 2) {
+        const LayerPicture layer = decoded(source, picture.frame);
+        if (!leavesHeld_) {
+            open.held = picture;
+        }
+        return layer;
     }
     if (!placer_ || placer_->format().size != size) {
         placer_ = std::make_unique<PictureFitter>(fit.format);
@@ -58,11 +67,12 @@ PictureRenderer::LayerPicture PictureRenderer::keep(const PlannedSource& source,
     PicturePlace whole = fit.place;
     whole.target = {0, 0, size.width, size.height};
     try {
-        const PictureStore::Stored made{placer_->fit(frame, *source.media->picture, whole), start, end};
+        const PictureStore::Stored made{placer_->fit(picture.frame, *source.media->picture, whole), picture.start,
+                                        picture.end};
         store_->put(fit, made);
         return stored(fit, made);
     } catch (const std::runtime_error&) {
-        return decoded(source, frame); // its composition tells
+        return decoded(source, picture.frame); // its composition tells
     }
 }
 
@@ -72,16 +82,36 @@ void PictureRenderer::keepPassed(const PlannedSource& source, const PictureReade
     const bool isDue = keptEvery_ > 0 && std::abs(passed.start - lastKept_) >= keptEvery_;
     if (isClose || isDue) {
         lastKept_ = passed.start;
-        (void)keep(source, passed.frame, passed.start, passed.end);
+        (void)keep(source, fitOf(source), *find(source.media, passingLayer_), {passed.frame, passed.start, passed.end});
     }
 }
 
 bool PictureRenderer::isReady(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
-    return stretch == nullptr || std::ranges::all_of(stretch->layers, [&](const PlannedSource* source) {
-               return store_->at(fitOf(*source), secondsIn(*source, number)).has_value();
-           });
+    for (std::size_t i = 0; stretch != nullptr && i < stretch->layers.size(); ++i) {
+        if (!isThere(*stretch->layers[i], i, secondsIn(*stretch->layers[i], number))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool PictureRenderer::isThere(const PlannedSource& source, std::size_t layer, double seconds)
+{
+    const Reader* const open = find(source.media, layer);
+    return store_->at(fitOf(source), seconds) || (open != nullptr && open->holds(seconds));
+}
+
+std::size_t PictureRenderer::bytesOf(std::int64_t number)
+{
+    const PictureStretch* const stretch = stretchAt(number);
+    std::size_t bytes = 0;
+    for (std::size_t i = 0; stretch != nullptr && i < stretch->layers.size(); ++i) {
+        const PictureRect target = placeOf(*stretch->layers[i]).target;
+        bytes += static_cast<std::size_t>(std::int64_t{target.width} * target.height * 3 / 2);
+    }
+    return bytes;
 }
 
 SharedFrame PictureRenderer::nearestFrame(std::int64_t number, double& farthest)
@@ -93,29 +123,35 @@ SharedFrame PictureRenderer::nearestFrame(std::int64_t number, double& farthest)
     }
     std::vector<LayerPicture> layers;
     bool hasAny = false;
-    for (const PlannedSource* const source : stretch->layers) {
-        const PictureFit fit = fitOf(*source);
-        const double seconds = secondsIn(*source, number);
-        const auto found = store_->nearest(fit, seconds);
-        layers.push_back(found ? stored(fit, *found) : LayerPicture{});
-        hasAny = hasAny || found;
-        farthest =
-            std::max(farthest, found ? std::abs(found->start - seconds) : std::numeric_limits<double>::infinity());
+    for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
+        const PlannedSource& source = *stretch->layers[i];
+        const double seconds = secondsIn(source, number);
+        if (source.media->picture->isStill) { // there is one, and it comes at once
+            layers.push_back(layerAt(source, i, number).value_or(LayerPicture{}));
+        } else {
+            const PictureFit fit = fitOf(source);
+            const Reader* const open = find(source.media, i);
+            const PictureStore::Stored held = open != nullptr ? open->held : PictureStore::Stored{};
+            const auto found = store_->nearest(fit, seconds);
+            layers.push_back(found ? stored(fit, *found) : decoded(source, held.frame));
+            farthest = std::max(farthest, found        ? distance(*found, seconds)
+                                          : held.frame ? distance(held, seconds)
+                                                       : std::numeric_limits<double>::infinity());
+        }
+        hasAny = hasAny || layers.back().frame;
     }
     return hasAny ? composed(*stretch, number, layers) : nullptr;
 }
 
-void PictureRenderer::workTowards(std::int64_t number, double everySeconds)
+void PictureRenderer::workTowards(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
     if (stretch == nullptr) {
         return;
     }
-    keptEvery_ = everySeconds;
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
         (void)layerAt(*stretch->layers[i], i, number);
     }
-    keptEvery_ = 0;
 }
 
 bool PictureRenderer::hold(std::int64_t number)
@@ -125,7 +161,7 @@ bool PictureRenderer::hold(std::int64_t number)
         const PlannedSource& source = *stretch->layers[i];
         const double seconds = secondsIn(source, number);
         Reader& open = openFor(source.media, i);
-        if (open.held.frame && seconds >= open.held.start && seconds < open.held.end) {
+        if (open.holds(seconds)) {
             continue;
         }
         const SharedFrame frame = open.reader->at(seconds);
@@ -147,8 +183,7 @@ int PictureRenderer::picturesTo(std::int64_t number)
         const PlannedSource& source = *stretch->layers[i];
         const double seconds = secondsIn(source, number);
         const Reader& open = openFor(source.media, i);
-        const bool isHeld = open.held.frame && seconds >= open.held.start && seconds < open.held.end;
-        if (!isHeld && !store_->at(fitOf(source), seconds)) {
+        if (!open.holds(seconds) && !store_->at(fitOf(source), seconds)) {
             count += 1 + open.reader->picturesTo(seconds);
         }
     }

@@ -172,6 +172,7 @@ TEST_F(PreviewTest, SeeksWhilePlayingAndHaltsWhereItWasSought)
     EXPECT_EQ(position(), 2600);
     EXPECT_TRUE(shows(numberAt(2600)));
     play();
+    EXPECT_TRUE(soon([&] { return device.starts() == 3; })); // the device comes down from what it played first
     ASSERT_TRUE(device.advance(200));
     seek(100);
     expectOk(preview, &PreviewInterface::Halt);
@@ -224,6 +225,9 @@ TEST_F(PreviewTest, ARefreshShowsAStillThatIsWrittenAnew)
     EXPECT_TRUE(shows(16));
     std::filesystem::copy_file(medium("alpha.png"), file, std::filesystem::copy_options::overwrite_existing);
     std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) + std::chrono::seconds(1));
+    const auto before = screen.numbers().size();
+    seek(100); // what is shown ahead of the refresh is not taken for the new one
+    EXPECT_TRUE(soon([&] { return screen.numbers().size() > before; }));
     expectOk(preview, &PreviewInterface::RefreshPreview);
     EXPECT_TRUE(shows(17));
 }

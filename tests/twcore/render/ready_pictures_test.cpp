@@ -78,9 +78,12 @@ TEST(ReadyPictures, LookAsThoseThatAreMadeAnew)
         PictureStore store(kPlenty);
         PictureRenderer anew(plan, clock, kSurface, 2, {});
         PictureRenderer ready(plan, clock, kSurface, 2, {}, &store);
-        for (const int ms : {2700, 500, 1500, 2700, 1460, 500, 2980}) { // some twice
+        for (const int ms : {2700, 500, 1500, 2700, 1460, 500, 2980, 1420}) { // some twice
             EXPECT_EQ(bytesOfFrame(ready.frame(ms)), bytesOfFrame(anew.frame(ms))) << ms;
         }
+        double near = 0; // also of a layer that cannot be kept as it is shown
+        EXPECT_TRUE(ready.nearestFrame(1400, near));
+        EXPECT_LT(near, 0.1);
         // Another renderer, as after an edit, finds them without a file.
         PictureRenderer later(plan, clock, kSurface, 2, {}, &store);
         const bool isStored =
