@@ -123,7 +123,7 @@ PictureRenderer::LayerPicture PictureRenderer::decoded(const PlannedSource& sour
     return {std::move(frame), *source.media->picture, placeOf(source)};
 }
 
-/// The picture of one source; nothing when its reader was asked to pause.
+/// The picture of one source; nothing when its reader was asked to pause, or to give up.
 std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const PlannedSource& source, std::size_t layer,
                                                                       std::int64_t number)
 {
@@ -151,7 +151,8 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
     }
     const SharedFrame frame = reader.at(seconds);
     passing_ = nullptr;
-    if (reader.isPaused()) {
+    // What a reader answers that was told to give up is the picture it had come to.
+    if (reader.isPaused() || (store_ != nullptr && patience_.over())) {
         return std::nullopt;
     }
     isNear_ = isNear_ || reader.isNear();

@@ -165,7 +165,7 @@ bool PictureRenderer::hold(std::int64_t number)
             continue;
         }
         const SharedFrame frame = open.reader->at(seconds);
-        if (open.reader->isPaused()) {
+        if (open.reader->isPaused() || patience_.over()) {
             return false;
         }
         if (frame && !open.reader->isNear()) {

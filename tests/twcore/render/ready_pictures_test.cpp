@@ -97,6 +97,19 @@ TEST(ReadyPictures, LookAsThoseThatAreMadeAnew)
     }
 }
 
+TEST(ReadyPictures, NothingIsKeptOfWorkThatIsGivenUp)
+{
+    const PlanPtr plan = planOf(opened("long-gop.mp4"), stretch_mode::kPreserve, opened("h264.mp4"), false);
+    const MovieClock clock{{1000, 1}, 0, 3000};
+    PictureStore store(kPlenty);
+    std::atomic<bool> isCancelled = false;
+    PictureRenderer renderer(plan, clock, kSurface, 2, {.cancelled = &isCancelled}, &store);
+    EXPECT_TRUE(renderer.frame(200));
+    isCancelled = true;
+    (void)renderer.frame(900);
+    EXPECT_FALSE(renderer.isReady(900));
+}
+
 TEST(ReadyPictures, TheOnesUsedLongestAgoMakeRoom)
 {
     const PictureFit fit{opened("h264.mp4"), {}, {{0, 0, 320, 180}}, kSurface};
