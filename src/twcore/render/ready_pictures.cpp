@@ -55,7 +55,7 @@ PictureRenderer::LayerPicture PictureRenderer::keep(const PlannedSource& source,
 {
     const PictureSize size = fit.format.size;
     if (!mayBeFitted(*picture.frame, source) || size.width < 2 || size.height < 2) {
-        const LayerPicture layer = decoded(source, picture.frame);
+        LayerPicture layer = decoded(source, picture.frame);
         if (!leavesHeld_) {
             open.held = picture;
         }
