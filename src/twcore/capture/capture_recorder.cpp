@@ -1,6 +1,7 @@
 #include "twcore/capture/capture_recorder.h"
 
 #include "engine/status.h"
+#include "twcore/save/stream_description.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>
@@ -27,21 +28,6 @@ constexpr CaptureTime kPicturePatience = 3 * kCaptureSecond;
 constexpr double kMostAhead = 5;
 // The most that sound is drawn out or squeezed to follow pictures, of a second in a second.
 constexpr double kMostStretch = 0.005;
-
-struct FreeParameters {
-    void operator()(AVCodecParameters* parameters) const noexcept { avcodec_parameters_free(&parameters); }
-};
-using ParametersPtr = std::unique_ptr<AVCodecParameters, FreeParameters>;
-
-template <class Encoder>
-ParametersPtr described(const Encoder& encoder)
-{
-    ParametersPtr parameters(avcodec_parameters_alloc());
-    if (!parameters || !encoder.describe(*parameters)) {
-        throw std::bad_alloc();
-    }
-    return parameters;
-}
 
 std::size_t bytesOf(const AVFrame& frame)
 {

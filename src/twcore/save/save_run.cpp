@@ -1,6 +1,7 @@
 #include "twcore/save/save_run.h"
 
 #include "engine/status.h"
+#include "twcore/save/stream_description.h"
 #include "twcore/trace.h"
 
 #include <algorithm>
@@ -10,11 +11,6 @@
 namespace twcore {
 
 namespace {
-
-struct FreeParameters {
-    void operator()(AVCodecParameters* parameters) const noexcept { avcodec_parameters_free(&parameters); }
-};
-using ParametersPtr = std::unique_ptr<AVCodecParameters, FreeParameters>;
 
 /// Ends the writing of a movie; the writer holds the cause.
 struct WriteFailed : std::runtime_error {
@@ -26,16 +22,6 @@ struct ReadFailed : std::runtime_error {
     explicit ReadFailed(const ReadFault& fault) : std::runtime_error(fault.text()), code(fault.code()) {}
     std::uint32_t code;
 };
-
-template <class Encoder>
-ParametersPtr described(const Encoder& encoder)
-{
-    ParametersPtr parameters(avcodec_parameters_alloc());
-    if (!parameters || !encoder.describe(*parameters)) {
-        throw std::bad_alloc();
-    }
-    return parameters;
-}
 
 } // namespace
 
