@@ -9,6 +9,7 @@
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "engine/surfaces.h"
+#include "measures.h"
 #include "support/patterns.h"
 #include "twcore/tarnwick_timeline.h"
 
@@ -18,7 +19,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <sys/resource.h>
 #include <thread>
 #include <vector>
 
@@ -29,14 +29,6 @@ using engine::check;
 using engine::EngineAs;
 using engine::ITWCapture;
 using Clock = std::chrono::steady_clock;
-
-double processorSeconds()
-{
-    rusage use{};
-    ::getrusage(RUSAGE_SELF, &use);
-    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(use.ru_utime) + seconds(use.ru_stime);
-}
 
 /// Counts pictures, and while it is told to, reads how old each is by its number.
 class Screen final : public engine::FrameSink {
@@ -122,7 +114,7 @@ int measure(const std::vector<std::string>& words)
         std::fprintf(stderr, "%s\n", status.text().c_str());
         return 1;
     }
-    const double before = processorSeconds();
+    const double before = bench::processorSeconds();
     const int shown = screen.shown;
     answer(&ITWCapture::RunGraph);
     std::this_thread::sleep_for(std::chrono::seconds(seconds));
@@ -134,7 +126,7 @@ int measure(const std::vector<std::string>& words)
     std::printf("%d x %d, %s, %d s: %d captured, %d dropped, %d live, %.1f %% of a core, stopped in %.0f ms\n", width,
                 height, compressor.c_str(), seconds, countOf(&ITWCapture::GetFramesCaptured),
                 countOf(&ITWCapture::GetFramesDropped), screen.shown - shown,
-                100 * (processorSeconds() - before) / seconds, stopMs);
+                100 * (bench::processorSeconds() - before) / seconds, stopMs);
     if (words.size() < 3) { // only the test camera numbers its pictures
         check(capture->StartCaptureToFile(path, 0, 1, ok));
         answer(&ITWCapture::RunGraph);

@@ -14,13 +14,13 @@
 #include "journal/capture.h"
 #include "journal/journal.h"
 #include "journal/writer.h"
+#include "measures.h"
 #include "media/media_files.h"
 #include "media/moduleTarnwick.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <sstream>
 #include <vector>
@@ -34,18 +34,12 @@ constexpr int kFiles = 300;
 constexpr std::int16_t kItems = 400; // on each of the five rows
 constexpr int kSteps = 26;
 
-double cpuMs(clockid_t clock)
-{
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
+double cpuMs(clockid_t clock) { return bench::secondsOf(clock) * 1000; }
 
-void tell(const char* what, const char* unit, std::vector<double> numbers)
+void tell(const char* what, const char* unit, const std::vector<double>& numbers)
 {
-    std::ranges::sort(numbers);
-    std::printf("%-52s median %9.3f %s   worst %9.3f %s\n", what, numbers[numbers.size() / 2], unit, numbers.back(),
-                unit);
+    std::printf("%-52s median %9.3f %s   worst %9.3f %s\n", what, bench::median(numbers), unit,
+                *std::ranges::max_element(numbers), unit);
 }
 
 void fillRows(const std::vector<app::OpenedMedia>& media)

@@ -6,15 +6,14 @@
 //
 // NUMBERED says that the project is one clip of scrub.py's from its start on, so that a picture tells its own time.
 
-#include "engine/ITWCoreRoot.h"
+#include "bench/open_project.h"
 #include "engine/ITWPreview.h"
-#include "engine/ITWProjectStore.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "engine/surfaces.h"
-#include "project/project_file.h"
+#include "measures.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <algorithm>
@@ -24,7 +23,6 @@
 #include <cstdlib>
 #include <mutex>
 #include <string>
-#include <sys/resource.h>
 #include <thread>
 #include <vector>
 
@@ -71,14 +69,6 @@ public:
     std::atomic<int> count = 0;
 };
 
-double processorSeconds()
-{
-    rusage use{};
-    ::getrusage(RUSAGE_SELF, &use);
-    return double(use.ru_utime.tv_sec + use.ru_stime.tv_sec)
-           + double(use.ru_utime.tv_usec + use.ru_stime.tv_usec) / 1e6;
-}
-
 void call(engine::Status (ITWPreview::*operation)(Bool16&))
 {
     Bool16 ok = 0;
@@ -93,7 +83,7 @@ void play(Screen& screen, int seconds, bool isNumbered)
         std::this_thread::sleep_for(std::chrono::microseconds(500));
     }
     std::printf("from Play to the first sound heard  %.0f ms\n", sinceMs(begin));
-    const double before = processorSeconds();
+    const double before = bench::processorSeconds();
     const int startCount = screen.count;
     const std::int32_t from = position();
     // The clock of the sound, beside that of the machine.
@@ -103,7 +93,7 @@ void play(Screen& screen, int seconds, bool isNumbered)
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
     const std::int32_t to = position();
-    const double used = 100 * (processorSeconds() - before) / seconds;
+    const double used = 100 * (bench::processorSeconds() - before) / seconds;
     call(&ITWPreview::Pause);
     const int due = static_cast<int>((to - from) / 40.0);
     const int came = screen.count - startCount;
@@ -156,20 +146,9 @@ int main(int count, char** words)
     ::setenv("SDL_AUDIODRIVER", "dummy", 0);
     twcore::registerTarnwickTimeline();
     engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
-    for (const Bool16 isVideo : {engine::kTrue, engine::kTrue, engine::kFalse, engine::kFalse}) {
-        engine::Handle track = 0;
-        check(EngineAs<engine::ITWTimeline>()->CreateTrack(isVideo, track));
+    if (!bench::openProject(words[1])) {
+        return 1;
     }
-    const auto project = project::readProjectFile(words[1]);
-    for (const auto& path : project.mediaPaths) {
-        engine::Handle file = 0;
-        check(EngineAs<engine::ITWCoreRoot>()->OpenFile(path, file));
-        if (file == 0) {
-            std::fprintf(stderr, "%s cannot be opened.\n", path.c_str());
-            return 1;
-        }
-    }
-    check(EngineAs<engine::ITWProjectStore>()->LoadProject(words[1]));
     Screen screen;
     const bool isNumbered = count > 3;
     const auto surface = engine::surfaces().add(screen, {640, isNumbered ? 360 : 480, 1}); // without bars

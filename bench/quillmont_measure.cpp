@@ -240,7 +240,7 @@ int play(const std::string& path)
         return 1;
     }
     NotedSource noted;
-    Player player([&](AudioSource& source) {
+    Player player(1, [&](AudioSource& source) {
         noted.source = &source;
         return openAudio(noted);
     });

@@ -2,15 +2,19 @@
 // three seconds, when it then rests, and when it steps.
 //
 //     quillmont-scrub-bench FILE [ROUNDS]
+//     quillmont-scrub-bench PROJECT.qpj [ROUNDS]
 //
 // The number stands in eleven cells of a black bar along the top, the lowest bit first (bench/scrub.py makes such
-// clips, at 25 frames a second).
+// clips, at 25 frames a second). Of a project, what lies uppermost shows it.
 
+#include "bench/open_project.h"
 #include "engine/ITWFilePreview.h"
+#include "engine/ITWPreview.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
 #include "engine/factory.h"
 #include "engine/surfaces.h"
+#include "measures.h"
 #include "twcore/tarnwick_timeline.h"
 
 #include <algorithm>
@@ -83,15 +87,10 @@ double since(Clock::time_point begin)
     return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
 class Hand {
 public:
-    explicit Hand(const std::string& path) : number_(engine::surfaces().add(screen_, {640, 360, 1})), path_(path)
+    explicit Hand(const std::string& path)
+        : number_(engine::surfaces().add(screen_, {640, 360, 1})), path_(path), isFilm_(path.ends_with(".qpj"))
     {
         open();
     }
@@ -102,11 +101,21 @@ public:
     {
         Bool16 ok = 0;
         engine::Engine = engine::createEngine(engine::kTimelineEngineClass);
-        const auto preview = EngineAs<ITWFilePreview>();
-        check(preview->SetOwnerWindow(number_));
-        check(preview->OpenFile(path_, ok));
-        check(preview->GetDuration(lengthMs_));
-        check(preview->Seek(0, ok));
+        if (isFilm_) {
+            const auto preview = EngineAs<engine::ITWPreview>();
+            if (!bench::openProject(path_)) {
+                std::exit(1);
+            }
+            check(preview->SetOwnerWindow(number_));
+            check(preview->BuildPreview(ok));
+            check(preview->GetDuration(lengthMs_));
+        } else {
+            const auto preview = EngineAs<ITWFilePreview>();
+            check(preview->SetOwnerWindow(number_));
+            check(preview->OpenFile(path_, ok));
+            check(preview->GetDuration(lengthMs_));
+        }
+        wish(0);
         screen_.waitFor(0);
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
         screen_.take();
@@ -162,7 +171,7 @@ public:
         const double farthest = off.empty() ? 0 : *std::ranges::max_element(off);
         std::printf("%-16s %4d pictures  longest gap %4.0f ms (from %4.0f)  off by %.2f s (median) %.2f s (most)  "
                     "exact after %5.0f ms%s",
-                    name, count, gap, gapAt, median(off), farthest, restMs, isThere ? "" : " NEVER");
+                    name, count, gap, gapAt, bench::median(off), farthest, restMs, isThere ? "" : " NEVER");
         open();
         std::printf("  (a lone seek there %.0f ms)\n", seek(at));
     }
@@ -177,7 +186,7 @@ public:
             back.push_back(seek(middle - i * 40));
         }
         std::printf("%-16s first %.1f ms, median of 20 %.1f ms, worst of the others %.1f ms\n", "a frame back",
-                    back.front(), median(back), *std::max_element(back.begin() + 1, back.end()));
+                    back.front(), bench::median(back), *std::max_element(back.begin() + 1, back.end()));
         for (int round = 0; round < 2; ++round) {
             std::vector<double> walk;
             for (int i = 0; i < 50; ++i) {
@@ -185,7 +194,7 @@ public:
                 walk.push_back(seek(20000 + step * 40));
             }
             std::printf("%-16s median %.1f ms, worst %.1f ms\n", round == 0 ? "a second walked" : "and again",
-                        median(walk), *std::ranges::max_element(walk));
+                        bench::median(walk), *std::ranges::max_element(walk));
         }
     }
 
@@ -194,12 +203,14 @@ private:
     void wish(double ms)
     {
         Bool16 ok = 0;
-        check(EngineAs<ITWFilePreview>()->Seek(static_cast<std::int32_t>(ms), ok));
+        const auto place = static_cast<std::int32_t>(ms);
+        check(isFilm_ ? EngineAs<engine::ITWPreview>()->Seek(place, ok) : EngineAs<ITWFilePreview>()->Seek(place, ok));
     }
 
     Screen screen_;
     std::int32_t number_;
     std::string path_;
+    bool isFilm_;
     std::int32_t lengthMs_ = 0;
 };
 
@@ -208,7 +219,7 @@ private:
 int main(int count, char** words)
 {
     if (count < 2) {
-        std::fprintf(stderr, "usage: quillmont-scrub-bench FILE [ROUNDS]\n");
+        std::fprintf(stderr, "usage: quillmont-scrub-bench FILE|PROJECT.qpj [ROUNDS]\n");
         return 2;
     }
     ::setenv("SDL_AUDIODRIVER", "dummy", 0);

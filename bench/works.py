@@ -4,7 +4,7 @@ from dataclasses import dataclass, field
 
 import composite
 import rivals
-from harness import RENDER
+from harness import RENDER, output_of
 from timelines import Piece, cuts, write_cuts
 
 
@@ -48,6 +48,12 @@ MPEG4 = Encoding(["--video-compressor", "MPEG-4", "--audio-compressor", "MP3"],
                  "video/x-msvideo:video/mpeg,mpegversion=4,systemstream=false|element-properties,qmin=4,qmax=4:"
                  "audio/mpeg,mpegversion=1,layer=3|element-properties,target=bitrate,bitrate=192")
 
+MP3 = ["-c:a", "libmp3lame", "-b:a", "192k", "-ar", "48000", "-ac", "2"]
+H264 = Encoding(["--video-compressor", "H.264", "--audio-compressor", "MP3"],
+                ["-c:v", "libx264", "-preset", "veryfast", "-crf", "23", "-bf", "0"] + MP3)
+H264_GROUPS = Encoding(["--video-compressor", "H.264", "--audio-compressor", "PCM", "--key-frame-rate", "50"],
+                       ["-c:v", "libx264", "-preset", "veryfast", "-crf", "23", "-bf", "0", "-g", "50"] + PCM)
+
 PROFILE = "Measure (1.1 Mbps)"
 
 
@@ -88,6 +94,14 @@ class Table:
                                 composite.ffmpeg(self.clips, theirs, encoding.ffmpeg, plain), asked)
         return self.works[name]
 
+    def add_copies(self, name, encoding, asked, size):
+        """Cuts of a clip that was saved as the movie is to be."""
+        source = self.clips.path(name + "-source.avi")
+        if not os.path.exists(source):
+            width, height = size
+            output_of([RENDER, self.clips.short_gop, "-o", source, "--size", f"{width}x{height}"] + encoding.ours)
+        return self.add_cuts(name, cuts([source]), encoding, asked, size)
+
     def outputs(self, name, encoding):
         return [self.clips.path(f"{name}-{side}.{encoding.extension}") for side in ("ours", "theirs")]
 
@@ -117,6 +131,9 @@ def works(clips):
     table.add_cuts("half-speed", cuts([clips.short_gop], 5, 6000), MJPEG, 0.7, speed=0.5)
     table.add_cuts("double-speed", cuts([clips.short_gop], 5, 6000), MJPEG, 0.7, speed=2.0)
     table.add_cuts("cuts-mixed-720p-mjpeg", mixed, MJPEG, 0.8, (1280, 720))
+    table.add_cuts("cuts-mixed-720p-h264", mixed, H264, 0.8, (1280, 720))
+    table.add_copies("copies-mjpeg", MJPEG, 0.05, (640, 480))
+    table.add_copies("copies-h264", H264_GROUPS, 0.3, (1280, 720))
     many = cuts(clips.mixed, 400, 1500)
     work = table.add_cuts("400-cuts-mpeg4-mp3", many, MPEG4, 0.5)
     work.peers["ges"] = Peer(rivals.ges_cuts(many, path("400-cuts-ges.avi"), MPEG4.ges), 0.65)

@@ -12,7 +12,7 @@ if(ccache_program AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 add_library(house_flags INTERFACE)
-target_compile_options(house_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Werror
+target_compile_options(house_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor $<$<BOOL:${QUILLMONT_WERROR}>:-Werror>
                                                -Wno-restrict) # GCC 12 sees overlaps in assigned texts that are none
 
 find_program(mold_program mold)

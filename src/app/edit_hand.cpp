@@ -1,6 +1,7 @@
 #include "app/edit_hand.h"
 
 #include "core/forms/frmTools.h"
+#include "editing/trim.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
@@ -13,6 +14,7 @@
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace app {
@@ -85,6 +87,21 @@ void resize(EditTrack track, std::int16_t seq, Milliseconds by)
 {
     if (const auto item = timesOf(track, seq)) {
         dragFrom(track, item->stop, kTop, by);
+    }
+}
+
+void trim(EditTrack track, std::int16_t seq, editing::ItemEnd end, Milliseconds by)
+{
+    if (!timesOf(track, seq)) {
+        return;
+    }
+    if (!itemsOf(*EngineAs<ITWTimeline>(), track).isSelected(seq)) {
+        selectAlone(track, seq + 1);
+    }
+    if (auto trim = editing::Trim::begin(rowOf(track), seq, end)) {
+        const auto to = std::int64_t{trim->origin()} + by;
+        trim->moveTo(static_cast<Milliseconds>(std::clamp<std::int64_t>(to, trim->leftmost(), trim->rightmost())));
+        trim->finish();
     }
 }
 

@@ -5,6 +5,7 @@
 // thread only.
 
 #include "app/edit_tracks.h"
+#include "editing/trim_item.h"
 #include "engine/types.h"
 
 namespace app {
@@ -13,6 +14,8 @@ namespace app {
 void drag(EditTrack track, std::int16_t seq, engine::Milliseconds by);
 /// The same at its right end, which the pointer takes at the top of the row.
 void resize(EditTrack track, std::int16_t seq, engine::Milliseconds by);
+/// Trims an end of an item by that much, as a press on it and a drag do.
+void trim(EditTrack track, std::int16_t seq, editing::ItemEnd end, engine::Milliseconds by);
 /// One press of a direction key: 5 pixels, or 1 with Shift; negative to the left.
 void nudge(std::int32_t pixels);
 

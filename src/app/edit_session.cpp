@@ -8,6 +8,7 @@
 #include "core/forms/frmTools.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
+#include "editing/insert.h"
 #include "engine/ITWMediaFiles.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
@@ -254,6 +255,12 @@ void EditSession::addToOverlay(std::string_view name)
 {
     chooseRow(mediaNamed(name));
     mdiTarnwick::mnuEditAddToOverlay_Click();
+}
+
+void EditSession::insert(EditTrack track, std::string_view name, Milliseconds pos)
+{
+    chooseRow(mediaNamed(name));
+    moduleTimeline::InsertSelectedFiles(rowOf(track), pos);
 }
 
 void EditSession::addTitle(const std::string& name)

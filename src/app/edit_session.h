@@ -77,6 +77,8 @@ public:
 
     void addToTimeline(std::string_view name);
     void addToOverlay(std::string_view name);
+    /// A drop of the file on that row, at that time.
+    void insert(EditTrack track, std::string_view name, engine::Milliseconds pos);
     /// Writes the name over the picture at the slider and puts it over the film. The file of an earlier title of that
     /// name is written over.
     void addTitle(const std::string& name);

@@ -117,6 +117,26 @@ void resizeItem(EditSession&, Operands& operands)
     resize(track, seq, operands.number());
 }
 
+/// Without operands to the slider, else by the hand.
+template <void (*ToSlider)(), editing::ItemEnd End>
+void trimItem(EditSession&, Operands& operands)
+{
+    if (operands.count() == 0) {
+        ToSlider();
+        return;
+    }
+    const EditTrack track = operands.track();
+    const std::int16_t seq = operands.seq();
+    trim(track, seq, End, operands.number());
+}
+
+void insertFile(EditSession& session, Operands& operands)
+{
+    const EditTrack track = operands.track();
+    const std::string& name = operands.word();
+    session.insert(track, name, operands.time());
+}
+
 void nudgeSelected(EditSession&, Operands& operands)
 {
     const std::int32_t pixels = operands.number();
@@ -202,6 +222,11 @@ constexpr Word kWords[] = {
     {"drag", "TRACK SEQ MS", dragItem, "drags an item by its middle"},
     {"resize", "TRACK SEQ MS", resizeItem, "drags an item by its right end"},
     {"nudge", "PIXELS", nudgeSelected, "a direction key: -5, -1, 1 or 5"},
+    {"trim-start", "TRACK SEQ MS", trimItem<mdiTarnwick::mnuEditTrimStart_Click, editing::ItemEnd::kStart>, "drags an item's start at its own speed; alone: to the slider"},
+    {"trim-end", "TRACK SEQ MS", trimItem<mdiTarnwick::mnuEditTrimEnd_Click, editing::ItemEnd::kStop>, "the same of its end"},
+    {"ripple-delete", "", plain<mdiTarnwick::mnuEditCloseGap_Click>, "deletes, and closes the gap"},
+    {"insert", "TRACK NAME MS", insertFile, "puts a file in at that time; what follows moves on"},
+    {"select-with-sound", "", plain<mdiTarnwick::mnuEditSelectWithSound_Click>, "selects what belongs to the selected ones"},
     {"shuffle", "TRACK FROM TO", shuffleItems, "drops an item of the list on another one; from 1"},
     {"change-track", "FROMTRACK SEQ TOTRACK PLACE", changeTrackOf, "drops an item on another track; from 1"},
     {"undo", "", plain<ModuleHistory::OnEditUndoClick>, "one step back"},
@@ -229,7 +254,7 @@ bool takesThatMany(const Word& word, std::size_t count)
 {
     const auto most = word.takes.empty() ? 0 : std::ranges::count(word.takes, ' ') + 1;
     return static_cast<std::ptrdiff_t>(count) == most || (word.name == "range" && count == 1)
-           || (word.name == "stretch" && count == 2);
+           || (word.name == "stretch" && count == 2) || (word.name.starts_with("trim-") && count == 0);
 }
 
 std::string usageOf(const Word& word)

@@ -10,26 +10,33 @@
 #include "media/media_files.h"
 #include "media/moduleTarnwick.h"
 #include "report/frmbug_form.h"
+#include "settings/screen_language.h"
+#include "shell/about_form.h"
 #include "shell/frmSplash_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/mdiTarnwick_form.h"
 #include "shell/project_commands.h"
 #include "shell/tutorial.h"
+#include "twcore/libraries.h"
 #include "twcore/tarnwick_timeline.h"
 #include "windowing/desktop_class_root.h"
 #include "windowing/icons.h"
 #include "windowing/ini_settings.h"
+#include "windowing/language.h"
 #include "windowing/qt_lettering.h"
 #include "windowing/qt_machine.h"
 #include "windowing/qt_ports.h"
+#include "windowing/seen_marks.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 #include "windowing/turn_end.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -63,18 +70,55 @@ std::string projectOfCommandLine(int count, char** words)
     return toProgram(QDir::cleanPath(QDir::current().absoluteFilePath(fromProgram(path))));
 }
 
-/// True when the one word asked for something to be printed, and it was.
+constexpr int kWrongWords = 2;
+
+constexpr const char* kHelp = R"(usage: quillmont [PROJECT]
+
+Opens the editor, with the project (.qpj) of that path.
+
+  -h, --help   print this
+  --version    print the version
+
+Help > Tutorial makes a first film. quillmont-render makes movies of projects without a display.
+)";
+
+/// True when a word asked for something to be printed, and it was.
 bool isAnswered(int count, char** words)
 {
-    const std::string_view word = count == 2 ? words[1] : "";
-    if (word == "--version") {
+    const auto asks = [&](std::string_view option) {
+        return std::find(words + 1, words + count, option) != words + count;
+    };
+    if (asks("--version")) {
         std::puts("quillmont " QUILLMONT_VERSION);
-    } else if (word == "--help" || word == "-h") {
-        std::puts("usage: quillmont [PROJECT]\n\nOpens the editor, with the project (.qpj) of that path.");
+    } else if (asks("--help") || asks("-h")) {
+        std::fputs(kHelp, stdout);
     } else {
         return false;
     }
     return true;
+}
+
+/// Whether the first word is an option that nobody knows; those of the toolkit are gone by now. Told, if so.
+bool isUnknown(int count, char** words)
+{
+    if (count < 2 || words[1][0] != '-' || QFileInfo::exists(QString::fromLocal8Bit(words[1]))) {
+        return false;
+    }
+    std::fprintf(stderr, "quillmont: there is no option %s. See quillmont --help.\n", words[1]);
+    return true;
+}
+
+/// Whether there is something to open a window on; an option may name it. The toolkit's way to say no is to abort.
+bool hasDisplay(int count, char** words)
+{
+    const bool isNamed = std::any_of(words, words + count, [](const char* word) { return word[0] == '-'; });
+    for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (isNamed || !qEnvironmentVariableIsEmpty(name)) {
+            return true;
+        }
+    }
+    std::fputs("quillmont: there is no display to open a window on. quillmont-render works without one.\n", stderr);
+    return false;
 }
 
 /// In the status bar and in the log: the desktop itself may have shown nothing.
@@ -106,12 +150,19 @@ int main(int count, char** words)
     if (isAnswered(count, words)) {
         return EXIT_SUCCESS;
     }
+    if (!hasDisplay(count, words)) {
+        return EXIT_FAILURE;
+    }
     QApplication application(count, words);
+    if (isUnknown(count, words)) {
+        return kWrongWords;
+    }
     QApplication::setApplicationName("quillmont");
     QApplication::setApplicationVersion(QUILLMONT_VERSION);
     QApplication::setApplicationDisplayName("Quillmont");
     QApplication::setWindowIcon(applicationIcon());
     QApplication::setDesktopFileName("quillmont");
+    edgeMarksInTheDark();
 
     QtMessageBoxes messages;
     QtCommonDialogs dialogs;
@@ -123,9 +174,12 @@ int main(int count, char** words)
     QtLettering lettering;
     DesktopClassRoot classRoot(desktopPlaces());
     ports = {&messages, &dialogs, &events, &fonts, &settings, &shell, &machine, &lettering, &classRoot};
+    const std::string chosen = ModuleSettings::screenLanguage();
+    language::use(chosen.empty() ? language::ofDesktop() : QStringList(fromProgram(chosen)));
     ShowPass pass;
     twcore::registerTarnwickTimeline();
     frmbug::connectScreens();
+    about::engineLibraries = twcore::libraries;
 
     shell.openFailedLater = sayThatNoneOpens;
 

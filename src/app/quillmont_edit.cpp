@@ -5,9 +5,11 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <cerrno>
 #include <csignal>
 #include <iostream>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -28,7 +30,13 @@ constexpr const char* kExample = "Positions are milliseconds, tracks are video, 
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void onSignal(int) { interrupted = 1; }
+void onSignal(int)
+{
+    const int before = errno;
+    interrupted = 1;
+    ::close(STDIN_FILENO); // who looked ahead of this, and is only now going to wait for a line, finds none
+    errno = before;
+}
 
 /// An interrupted run ends behind the line that it is at, and takes its files along.
 void watchSignals()

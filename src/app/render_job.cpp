@@ -102,6 +102,8 @@ void applyWords(const RenderWords& words, const LaidInputs& laid)
     } else {
         applyAviWords(words, laid);
     }
+    const bool isTold = words.quality >= 0 || words.videoRate > 0;
+    check(save->SetCopyUnchanged(engine::toBool16(words.copiesUnchanged && !isTold)));
     check(save->SetSaveEffects(engine::toBool16(words.withEffects)));
     if (words.soundRate > 0 && !EngineAs<twcore::EngineOptions>()->setSoundRate(words.soundRate)) {
         throw RenderFailed("The engine does not take that sound rate. Choose one from 8000 to 192000.");
@@ -245,7 +247,9 @@ void checkIsNoMovie(const std::string& trace, const disk::WholeFile& movie)
 RenderResult resultSince(std::chrono::steady_clock::time_point begin)
 {
     const auto options = EngineAs<twcore::EngineOptions>();
-    RenderResult result{options->framesSaved(), options->samplesSaved(), 0, 0};
+    std::int32_t copied = 0;
+    check(EngineAs<ITWSave>()->GetFramesCopied(copied));
+    RenderResult result{options->framesSaved(), copied, options->samplesSaved(), 0, 0};
     int numerator = 25;
     int denominator = 1;
     options->frameRateSaved(numerator, denominator);
@@ -341,9 +345,10 @@ std::string asJson(const RenderWords& words, const RenderResult& result)
             output += c;
         }
     }
-    char numbers[192];
-    std::snprintf(numbers, sizeof numbers, "\"frames\":%lld,\"samples\":%lld,\"seconds\":%.6f,\"wall_seconds\":%.3f}",
-                  result.frames, result.samples, result.movieSeconds, result.wallSeconds);
+    char numbers[224];
+    std::snprintf(numbers, sizeof numbers,
+                  "\"frames\":%lld,\"frames_copied\":%lld,\"samples\":%lld,\"seconds\":%.6f,\"wall_seconds\":%.3f}",
+                  result.frames, result.framesCopied, result.samples, result.movieSeconds, result.wallSeconds);
     return "{\"output\":\"" + output + "\"," + numbers;
 }
 

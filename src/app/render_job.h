@@ -16,6 +16,7 @@ struct RenderFailed : std::runtime_error {
 
 struct RenderResult {
     long long frames = 0;
+    long long framesCopied = 0; // of those, as their medium has them
     long long samples = 0;
     double movieSeconds = 0;
     double wallSeconds = 0;

@@ -134,6 +134,9 @@ void addOptions(CLI::App& program, RenderWords& words)
         "Only this part of the timeline, START-STOP in milliseconds");
     addTimelineOptions(program, words);
     addProfileOptions(program, words);
+    program.add_flag_callback(
+        "--no-copy", [&] { words.copiesUnchanged = false; },
+        "Encode also what could be copied as it is, as with --quality or --video-rate");
     program.add_flag("--list-compressors", words.listsCompressors, "Print the compressors of this machine");
     program.add_option("--trace", words.trace, "Write where the time went, as trace events for a browser");
     program.add_flag("--json", words.tellsJson, "Print the result as JSON in the last line");

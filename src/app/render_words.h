@@ -43,6 +43,7 @@ struct RenderWords {
     int quality = -1;                           // 0 to 100
     int keyFrameRate = -1;                      // frames
     int videoRate = 0;                          // bits a second; 0: quality decides
+    bool copiesUnchanged = true;                // what nothing is done to, where neither quality nor rate is told
     std::optional<std::pair<int, int>> rangeMs; // start, stop
     bool listsCompressors = false;
     bool listsProfiles = false;

@@ -3,8 +3,8 @@
 #include "capture/frmCaptureValues.h"
 #include "core/forms/frmCaptureValues.h"
 #include "windowing/bound_dialogue.h"
+#include "windowing/language.h"
 #include "windowing/show_pass.h"
-#include "windowing/text.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -32,7 +32,7 @@ private:
     QLineEdit* duration_ = nullptr;
 };
 
-Dialogue::Dialogue() : BoundDialogue("frmCaptureValues", fromProgram(form().Caption.get()), cmdCancel_Click)
+Dialogue::Dialogue() : BoundDialogue("frmCaptureValues", translated(form().Caption.get()), cmdCancel_Click)
 {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(16, 14, 16, 14);

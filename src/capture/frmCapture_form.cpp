@@ -8,8 +8,8 @@
 #include "windowing/cut_label.h"
 #include "windowing/frame_view.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/show_pass.h"
-#include "windowing/text.h"
 #include "windowing/turn_end.h"
 
 #include <QAction>
@@ -269,7 +269,7 @@ void Window::makeSettingsButton(QToolBar* bar)
 QString Window::hint() const
 {
     if (!form().lblHint.get().empty()) {
-        return fromProgram(form().lblHint.get());
+        return translated(form().lblHint.get());
     }
     if (!form().mnuCaptureStreamVideo.Checked) {
         return form().VideoDeviceOk ? tr("The picture is switched off.")
@@ -322,7 +322,7 @@ QStatusBar* Window::makeStatus()
     bar->addWidget(message, 1);
     bar->addPermanentWidget(statusPicture("CAPTURE_STATUS", tr("A capture runs"), tr("No capture runs")));
     bar->addPermanentWidget(statusPicture("SNAP_STATUS", tr("A snap is being taken"), tr("No snap is being taken")));
-    also([message] { message->setWhole(fromProgram(form().sbr.Panel(1).get())); });
+    also([message] { message->setWhole(translated(form().sbr.Panel(1).get())); });
     return bar;
 }
 

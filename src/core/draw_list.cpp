@@ -32,10 +32,11 @@ private:
 
 } // namespace
 
-void DrawList::add(Kind kind, std::int32_t colour, double x1, double y1, double x2, double y2, std::string_view text)
+DrawList::Stroke& DrawList::add(Kind kind, std::int32_t colour, double x1, double y1, double x2, double y2,
+                                std::string_view text)
 {
-    strokes_.push_back({kind, colour, x1, y1, x2, y2, std::string(text)});
     show::mark();
+    return strokes_.emplace_back(Stroke{kind, colour, x1, y1, x2, y2, std::string(text)});
 }
 
 void DrawList::clear()
@@ -67,6 +68,24 @@ void DrawList::filledBox(std::int32_t x1, std::int32_t y1, std::int32_t x2, std:
 void DrawList::text(double x, double y, std::string_view text, std::int32_t colour)
 {
     add(Kind::kText, colour, x, y, 0, 0, text);
+}
+
+void DrawList::veil(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour)
+{
+    add(Kind::kVeil, colour, x1, y1, x2, y2);
+}
+
+void DrawList::picture(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2,
+                       const engine::SurfacePicture& picture)
+{
+    add(Kind::kPicture, 0, x1, y1, x2, y2).picture = picture;
+}
+
+void DrawList::wave(std::int32_t x1, std::int32_t y1, std::int32_t y2, std::span<const engine::Peak> peaks,
+                    std::int32_t colour)
+{
+    const auto count = static_cast<std::int32_t>(peaks.size());
+    add(Kind::kWave, colour, x1, y1, x1 + count - 1, y2).peaks.assign(peaks.begin(), peaks.end());
 }
 
 double DrawList::textWidth(std::string_view text)
@@ -101,13 +120,22 @@ void DrawList::replay(Canvas& target) const
         case Kind::kText:
             target.text(s.x1, s.y1, s.text, s.colour);
             break;
+        case Kind::kVeil:
+            target.veil(x1, y1, x2, y2, s.colour);
+            break;
+        case Kind::kPicture:
+            target.picture(x1, y1, x2, y2, s.picture);
+            break;
+        case Kind::kWave:
+            target.wave(x1, y1, y2, s.peaks, s.colour);
+            break;
         }
     }
 }
 
 std::string DrawList::inWords() const
 {
-    static constexpr const char* kNames[] = {"line", "box", "dotted", "filled", "text"};
+    static constexpr const char* kNames[] = {"line", "box", "dotted", "filled", "text", "veil", "picture", "wave"};
     std::string words;
     for (const Stroke& s : strokes_) {
         char line[160];

@@ -10,7 +10,7 @@
 
 class DrawList final : public Canvas {
 public:
-    enum class Kind : std::uint8_t { kLine, kBox, kDottedBox, kFilledBox, kText };
+    enum class Kind : std::uint8_t { kLine, kBox, kDottedBox, kFilledBox, kText, kVeil, kPicture, kWave };
 
     struct Stroke {
         Kind kind = Kind::kLine;
@@ -20,6 +20,8 @@ public:
         double x2 = 0; // 0 for a text
         double y2 = 0;
         std::string text;
+        engine::SurfacePicture picture{};
+        std::vector<engine::Peak> peaks{};
 
         bool operator==(const Stroke&) const = default;
     };
@@ -30,6 +32,11 @@ public:
     void dottedBox(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
     void filledBox(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
     void text(double x, double y, std::string_view text, std::int32_t colour) override;
+    void veil(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
+    void picture(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2,
+                 const engine::SurfacePicture& picture) override;
+    void wave(std::int32_t x1, std::int32_t y1, std::int32_t y2, std::span<const engine::Peak> peaks,
+              std::int32_t colour) override;
     /// Asks `ports.fonts`, and remembers what it answered.
     double textWidth(std::string_view text) override;
     double textHeight() override;
@@ -41,7 +48,7 @@ public:
     std::string inWords() const;
 
 private:
-    void add(Kind kind, std::int32_t colour, double x1, double y1, double x2, double y2, std::string_view text = {});
+    Stroke& add(Kind kind, std::int32_t colour, double x1, double y1, double x2, double y2, std::string_view text = {});
 
     std::vector<Stroke> strokes_;
 };

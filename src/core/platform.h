@@ -123,6 +123,9 @@ public:
     virtual std::string runtimeFolder() = 0;
     /// The user's folder for logs and the like, made when it is missing; without a separator at its end.
     virtual std::string stateFolder() = 0;
+    /// The user's folder for what can be made anew, which need not be there; without a separator at its end. Empty:
+    /// nothing is to be kept.
+    virtual std::string cacheFolder() { return {}; }
     /// Bytes. Raises error 53 when there is no such file, 52 for a name that cannot be one, 76 without its folder.
     virtual std::int64_t fileLength(std::string_view path) = 0;
     /// The moment of a file's last change; errors as above.

@@ -1,29 +1,29 @@
 #include "editing/adding.h"
 
-#include "core/forms/frmMediaList.h"
-#include "core/forms/frmPreview.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "editing/adding_files.h"
 #include "editing/moduleTWState.h"
 #include "engine/ITWKeyTransition.h"
-#include "engine/ITWMediaFiles.h"
 #include "engine/engine_access.h"
 #include "history/command.h"
 #include "items/items.h"
-#include "preview/frame_offer.h"
-#include "preview/moduleTWPreview.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "volume/frmVolume.h"
+#include "timeline/view_times.h"
 
 #include <vector>
 
 namespace moduleTimeline {
 
+using editing::isVideoStream;
+using editing::selectedFiles;
+using editing::streamsOf;
+using editing::targetTrack;
 using engine::Bool16;
 using engine::check;
 using engine::EngineAs;
@@ -38,52 +38,6 @@ using items::Items;
 namespace {
 
 constexpr const char* kModule = "moduleTimeline";
-
-std::vector<Handle> selectedFiles()
-{
-    const ListView& list = forms::frmMediaList.lvwMediaList;
-    std::vector<Handle> files;
-    for (std::int32_t place = 1; place <= list.Count(); ++place) {
-        if (list.Row(place).Selected) {
-            files.push_back(state::FileCollection.Item(place));
-        }
-    }
-    return files;
-}
-
-std::vector<Handle> streamsOf(Handle file)
-{
-    const auto files = EngineAs<engine::ITWMediaFiles>();
-    std::vector<Handle> streams;
-    for (const Handle stream : state::StreamCollection) {
-        Handle owner = 0;
-        check(files->GetStreamFile(stream, owner));
-        if (owner == file) {
-            streams.push_back(stream);
-        }
-    }
-    return streams;
-}
-
-bool isVideoStream(Handle stream)
-{
-    Bool16 isVideo = kFalse;
-    check(EngineAs<engine::ITWMediaFiles>()->IsVideoStream(stream, isVideo));
-    return isVideo != kFalse;
-}
-
-/// The first track of the collection of that kind; 0 when there is none.
-Handle targetTrack(ITWTimeline& engine, bool isVideo)
-{
-    for (const Handle track : state::TrackCollection) {
-        Bool16 found = kFalse;
-        check(engine.IsVideoTrack(track, found));
-        if ((found != kFalse) == isVideo) {
-            return track;
-        }
-    }
-    return 0;
-}
 
 void nameLastSource(ITWTimeline& engine, Handle track)
 {
@@ -110,6 +64,7 @@ struct Adding {
     bool isSelected = false; // some file was
     bool isAdded = false;    // some source is on the timeline
     bool isPictureAdded = false;
+    Milliseconds start = 0; // of what is added
     engine::RuntimeError failure{0, {}};
 };
 
@@ -144,6 +99,7 @@ void addSelectedFiles(Adding& done)
 {
     const std::vector<Handle> files = selectedFiles();
     done.isSelected = !files.empty();
+    done.start = GetTimelineDuration();
     const auto engine = EngineAs<ITWTimeline>();
     for (const Handle file : files) {
         done.isAdded |= addWithHistory("AddToTimeline", [&] { return addFile(*engine, file, done); });
@@ -153,45 +109,12 @@ void addSelectedFiles(Adding& done)
     }
 }
 
-void showAllRows()
-{
-    moduleScaleRenderer::RenderAllBars();
-    ShowOrHideTrackSelections();
-    RenderAllSelections();
-    moduleScaleRenderer::AdjustScroll();
-}
-
-void fitPreviewSlider()
-{
-    constexpr std::int32_t kEmptyMax = 10;
-    Slider& slider = forms::frmPreview.sldSeekBar;
-    if (IsTimelineEmpty()) {
-        slider.SetMax(kEmptyMax);
-        moduleTWPreview::OnCmdStopClick();
-    } else if (const Milliseconds duration = GetTimelineDuration(); duration > slider.Min()) {
-        slider.SetMax(duration);
-    }
-}
-
-/// A further picture leaves the movie its size, when the first one had offered another.
-void keepFrameOfFirst(const Adding& done)
-{
-    if (done.isPictureAdded) {
-        frmPreview::WithdrawFrameOffer();
-    }
-}
-
 void showAddedFiles(const Adding& done)
 {
-    showAllRows();
-    fitPreviewSlider();
-    UpdateTrackOptions();
-    keepFrameOfFirst(done);
-    UpdatePreview();
-    SyncOverlayTransitions();
-    frmVolume::SetVolume(frmVolume::GetVolume()); // a player that was made anew has its own
+    editing::showFilmGrown(done.isPictureAdded);
     if (done.isAdded) {
         keepNewestState();
+        timeline::followEdit({done.start, GetTimelineDuration()});
     }
 }
 
@@ -224,6 +147,7 @@ bool addOverlay(ITWTimeline& engine, Handle stream, const KeyColour& key)
 void addOverlays(const std::vector<Handle>& files, const KeyColour& key, Adding& done)
 {
     const auto engine = EngineAs<ITWTimeline>();
+    check(engine->GetTrackDuration(state::OverlayTrack, done.start));
     for (const Handle file : files) {
         for (const Handle stream : streamsOf(file)) {
             if (isVideoStream(stream)) {
@@ -239,11 +163,16 @@ void showAddedOverlays(const Adding& done)
     if (done.isAdded) {
         keepNewestState();
     }
-    showAllRows();
+    editing::showAllRows();
     UpdateTreeView();
-    keepFrameOfFirst(done);
+    editing::keepFrameOfFirst(done.isPictureAdded);
     UpdatePreview();
     UpdateTrackOptions();
+    if (done.isAdded) {
+        Milliseconds stop = done.start;
+        check(EngineAs<ITWTimeline>()->GetTrackDuration(state::OverlayTrack, stop));
+        timeline::followEdit({done.start, stop});
+    }
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
+#include "timeline/view_times.h"
 
 #include <string>
 
@@ -72,6 +73,17 @@ bool refuse(std::string_view why)
     return false;
 }
 
+/// The view shows the effect that was put there.
+void followEffect(Milliseconds start)
+{
+    const Items effects(*EngineAs<ITWTimeline>(), ItemKind::kEffect, state::TrackCollection.Item(1));
+    for (std::int16_t seq = 0; const auto effect = effects.times(seq); ++seq) {
+        if (effect->start == start) {
+            timeline::followEdit(*effect);
+        }
+    }
+}
+
 bool addEffect()
 {
     if (moduleTWState::IsVideoTrackEmpty()) {
@@ -116,14 +128,16 @@ bool AddSelectedEffect()
             tellUser("Please unlock the Effect Track before adding an effect to it.");
             return;
         }
-        const editing::CutPlace start;
+        const editing::CutPlace cut;
+        const Milliseconds start = timeline::isSelectionHidden() ? GetSliderPosition() : GetSelSliderPosition(true);
         const auto add = [&] {
             isAdded = OnEditAddEffectToTimelineClick();
             return isAdded ? history::Outcome::kChanged : history::Outcome::kNothing;
         };
         history::run("Effect", add, [] {});
         if (isAdded) {
-            start.follow();
+            cut.follow();
+            followEffect(start);
         }
     });
     return isAdded;

@@ -1,5 +1,8 @@
 #include "editing/clipboard.h"
 
+#include "core/numbers.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace moduleEdit {
@@ -16,6 +19,18 @@ std::int32_t lastOf(const std::vector<Clip>& clips, engine::Handle track)
     return index;
 }
 
+template <class Clip>
+engine::Milliseconds longestRun(const std::vector<Clip>& clips)
+{
+    engine::Milliseconds longest = 0;
+    engine::Milliseconds length = 0;
+    for (const Clip& clip : clips) {
+        length = numbers::added(clip.Seq == 0 ? 0 : length, clip.isGap() ? clip.gap() : clip.Length);
+        longest = std::max(longest, length);
+    }
+    return longest;
+}
+
 } // namespace
 
 void AddSourceClip(SourceClip clip) { SourceClips.push_back(clip); }
@@ -29,6 +44,8 @@ void ClearTransitionClips() { TransitionClips.clear(); }
 std::int32_t LastSourceClip(engine::Handle track) { return lastOf(SourceClips, track); }
 std::int32_t LastEffectClip(engine::Handle track) { return lastOf(EffectClips, track); }
 std::int32_t LastTransitionClip(engine::Handle track) { return lastOf(TransitionClips, track); }
+
+engine::Milliseconds ClipboardLength() { return std::max(longestRun(SourceClips), longestRun(EffectClips)); }
 
 bool HasSourceClip(engine::Handle track) { return LastSourceClip(track) != -1; }
 bool HasEffectClip(engine::Handle track) { return LastEffectClip(track) != -1; }

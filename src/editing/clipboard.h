@@ -73,6 +73,9 @@ std::int32_t LastSourceClip(engine::Handle track);
 std::int32_t LastEffectClip(engine::Handle track);
 std::int32_t LastTransitionClip(engine::Handle track);
 
+/// Of the longest run, ms.
+engine::Milliseconds ClipboardLength();
+
 bool HasSourceClip(engine::Handle track);
 bool HasEffectClip(engine::Handle track);
 

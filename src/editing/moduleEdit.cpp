@@ -1,18 +1,22 @@
 #include "editing/moduleEdit.h"
 
 #include "core/forms/mdiTarnwick.h"
+#include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
 #include "editing/bare_tracks.h"
 #include "editing/clipboard.h"
+#include "editing/close_gap.h"
 #include "editing/paste.h"
 #include "editing/selection_edges.h"
 #include "editing/selection_walk.h"
+#include "editing/trim.h"
 #include "editing/whole_items.h"
 #include "history/command.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
+#include "timeline/view_times.h"
 
 namespace moduleEdit {
 
@@ -106,20 +110,18 @@ bool edit(const Command& command)
     return run(command.routine, command.word, operation, show);
 }
 
-Outcome paste()
+/// position: where it went, ms.
+Outcome paste(engine::Milliseconds& position)
 {
     moduleTimeline::ClearMFSTSubSelections();
     // One slider is enough here, where all other commands want both. They come and go together, so that it matters only
     // when an error has left one: then what was marked is still what the paste replaces.
     const bool isOverSelection = !timeline::isSelectionHidden();
-    if (isOverSelection) {
-        EditSelection(EditMode::kDelete);
+    bool isWhole = !isOverSelection || EditSelection(EditMode::kReplace).isWhole;
+    position = isOverSelection ? editing::selectionEdges().start : moduleTimeline::GetSliderPosition();
+    for (const auto pasteKind : {EditPasteSource, EditPasteEffect, EditPasteOverlay}) {
+        isWhole = isWhole && pasteKind(position, isOverSelection);
     }
-    const engine::Milliseconds position =
-        isOverSelection ? editing::selectionEdges().start : moduleTimeline::GetSliderPosition();
-    EditPasteSource(position, isOverSelection);
-    EditPasteEffect(position, isOverSelection);
-    const bool isWhole = EditPasteOverlay(position, isOverSelection);
     BringBackFiles(); // a file that was closed meanwhile is open again
     return isWhole ? Outcome::kChanged : Outcome::kCutShort;
 }
@@ -142,6 +144,32 @@ bool EditCrop(bool cropSourcesOnly)
     return edit({"EditCrop", word, EditMode::kCrop, EditCropSource, EditCropEffect, EditCropOverlay});
 }
 
-bool EditPaste() { return run("EditPaste", "Paste", paste, UpdatePreview); }
+bool EditDeleteAndCloseGap()
+{
+    return run("EditDeleteAndCloseGap", "Close Gap", editing::deleteAndCloseGap, UpdatePreview);
+}
+
+bool EditTrimStart()
+{
+    return run(
+        "EditTrimStart", "Trim", [] { return editing::trimToSlider(editing::ItemEnd::kStart); }, UpdatePreview);
+}
+
+bool EditTrimEnd()
+{
+    return run(
+        "EditTrimEnd", "Trim", [] { return editing::trimToSlider(editing::ItemEnd::kStop); }, UpdatePreview);
+}
+
+bool EditPaste()
+{
+    engine::Milliseconds position = 0;
+    const auto show = [&] {
+        UpdatePreview();
+        timeline::followEdit({position, numbers::added(position, ClipboardLength())});
+    };
+    return run(
+        "EditPaste", "Paste", [&] { return paste(position); }, show);
+}
 
 } // namespace moduleEdit

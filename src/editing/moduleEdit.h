@@ -9,8 +9,8 @@
 // what becomes of its entry but by its outcome.
 //
 // While both selection sliders are shown they work on the range between them, on every linked row (`selection_walk.h`),
-// else on the selected items (`whole_items.h`). Nothing that survives moves in time; only a paste over a selection
-// closes the gap that it made.
+// else on the selected items (`whole_items.h`). Nothing that survives moves in time; only a paste over a selection and
+// the delete that says so close the gap that they made.
 //
 // Each is a whole command with its entry of the history, a copy too, and draws what has changed. It runs nothing while
 // `state::InSelectionUpdate` is set, which it sets itself. When the last step came to nothing, nothing is drawn and the
@@ -27,5 +27,11 @@ bool EditCrop(bool cropSourcesOnly);
 /// At the main slider. Over a selection, of which one slider is enough here, the selection is deleted first and what
 /// follows it drawn up.
 bool EditPaste();
+
+/// Deletes what `EditDelete` would, but draws up what follows (`close_gap.h`).
+bool EditDeleteAndCloseGap();
+/// The selected items' ends go to the main slider (`trim.h`).
+bool EditTrimStart();
+bool EditTrimEnd();
 
 } // namespace moduleEdit

@@ -208,6 +208,14 @@ bool IsEditingValid()
     });
 }
 
+bool IsTrimValid()
+{
+    return answerTo("IsTrimValid", [] {
+        const auto engine = EngineAs<ITWTimeline>();
+        return anyRow([&](const TrackRow& row) { return !row.isLocked() && anySelected(itemsOf(*engine, row)); });
+    });
+}
+
 bool IsRestoreSizeValid()
 {
     return answerTo("IsRestoreSizeValid", [] {

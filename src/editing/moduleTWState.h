@@ -45,6 +45,8 @@ bool IsOverlaySourceSelected();
 /// There is something to cut, copy, delete or crop: with the selection shown, on a row that it reaches; else a selected
 /// item on an unlocked row.
 bool IsEditingValid();
+/// A selected item lies on an unlocked row, whether the selection is shown or not.
+bool IsTrimValid();
 /// A selected source on an unlocked track plays at another speed than its medium's. False while a slider of the
 /// selection is shown.
 bool IsRestoreSizeValid();

@@ -28,10 +28,18 @@ void splitNamedEffect(Handle track, std::int16_t seq, Milliseconds position)
     editing::splitEffect(track, seq, position, kNameBytes);
 }
 
-void closeOverlayGap(Milliseconds position, Handle track)
+/// False when there is none. Raises what the engine raises.
+bool closeGap(const Items& lane, Milliseconds position)
 {
-    ShiftSourcesFromPos(position, track);
-    ShiftTransitionsFromPos(position, track);
+    const std::int16_t count = lane.count();
+    for (std::int16_t seq = 0; seq + 1 < count; ++seq) {
+        if (const auto item = lane.times(seq); item && item->stop == position) {
+            const auto behind = static_cast<std::int16_t>(seq + 1);
+            const auto next = lane.times(behind);
+            return next && lane.shift(behind, position - next->start);
+        }
+    }
+    return false;
 }
 
 /// Both lists or neither, so that they stay in step.
@@ -51,21 +59,17 @@ struct PasteKind {
     ItemKind items;
     bool (*isLocked)(Handle track);
     bool (*hasClip)(Handle track);
-    void (*closeGap)(Milliseconds position, Handle track);
     void (*split)(Handle track, std::int16_t seq, Milliseconds position);
     bool (*pasteBefore)(Handle track, std::int16_t seq, Milliseconds position);
+    bool hasTransitions = false;
 };
 
-constexpr PasteKind kSourcePaste{
-    ItemKind::kSource,    moduleTWState::IsTrackLocked,
-    HasSourceClip,        [](Milliseconds position, Handle track) { ShiftSourcesFromPos(position, track); },
-    editing::splitSource, PasteBefore};
-constexpr PasteKind kEffectPaste{
-    ItemKind::kEffect, moduleTWState::IsEffectLocked,
-    HasEffectClip,     [](Milliseconds position, Handle track) { ShiftEffectsFromPos(position, track); },
-    splitNamedEffect,  PasteEffectBefore};
-constexpr PasteKind kOverlayPaste{ItemKind::kSource, moduleTWState::IsTrackLocked, HasSourceClip,
-                                  closeOverlayGap,   editing::splitOverlay,        pasteOverlaysBefore};
+constexpr PasteKind kSourcePaste{ItemKind::kSource, moduleTWState::IsTrackLocked, HasSourceClip, editing::splitSource,
+                                 PasteBefore};
+constexpr PasteKind kEffectPaste{ItemKind::kEffect, moduleTWState::IsEffectLocked, HasEffectClip, splitNamedEffect,
+                                 PasteEffectBefore};
+constexpr PasteKind kOverlayPaste{ItemKind::kSource,     moduleTWState::IsTrackLocked, HasSourceClip,
+                                  editing::splitOverlay, pasteOverlaysBefore,          true};
 
 /// The item that the position falls into or before, else the last one.
 std::int16_t itemAt(const Items& lane, Milliseconds position)
@@ -79,57 +83,51 @@ std::int16_t itemAt(const Items& lane, Milliseconds position)
     }
 }
 
-void pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Milliseconds position, bool shift)
+/// False when an error was trapped on the way.
+bool pasteOnTrack(ITWTimeline& engine, const PasteKind& kind, Handle track, Milliseconds position, bool shift)
 {
     const Items lane(engine, kind.items, track);
     if (lane.count() == 0) { // whether locked or not: there is nothing to guard
-        kind.pasteBefore(track, 0, position);
-        return;
+        return kind.pasteBefore(track, 0, position);
     }
     if (kind.isLocked(track)) {
-        return;
+        return true;
     }
     if (shift) {
-        kind.closeGap(position, track);
+        closeGap(lane, position);
+        if (kind.hasTransitions) {
+            closeGap(Items(engine, ItemKind::kTransition, track), position);
+        }
     }
     const std::int16_t seq = itemAt(lane, position);
     const auto item = lane.times(seq).value_or(items::ItemTimes{});
     if (item.start < position && position < item.stop) {
         if (!kind.hasClip(track)) {
-            return;
+            return true;
         }
         kind.split(track, seq, position);
     }
     const bool isAhead = position <= item.start;
-    kind.pasteBefore(track, static_cast<std::int16_t>(isAhead ? seq : seq + 1), position);
+    return kind.pasteBefore(track, static_cast<std::int16_t>(isAhead ? seq : seq + 1), position);
 }
 
 bool pasteOnTracks(const char* routine, const PasteKind& kind, Milliseconds position, bool shift)
 {
-    return editing::trapped(routine, [&] {
-        const auto engine = EngineAs<ITWTimeline>();
-        for (const Handle track : state::TrackCollection) {
-            pasteOnTrack(*engine, kind, track, position, shift);
-        }
-    });
+    bool isWhole = true;
+    return editing::trapped(routine,
+                            [&] {
+                                const auto engine = EngineAs<ITWTimeline>();
+                                for (const Handle track : state::TrackCollection) {
+                                    isWhole = isWhole && pasteOnTrack(*engine, kind, track, position, shift);
+                                }
+                            })
+           && isWhole;
 }
 
 bool closeGap(const char* routine, ItemKind kind, Milliseconds position, Handle track)
 {
     bool isClosed = false;
-    editing::trapped(routine, [&] {
-        const auto engine = EngineAs<ITWTimeline>();
-        const Items lane(*engine, kind, track);
-        const std::int16_t count = lane.count();
-        for (std::int16_t seq = 0; seq + 1 < count; ++seq) {
-            const auto behind = static_cast<std::int16_t>(seq + 1);
-            if (const auto item = lane.times(seq); item && item->stop == position) {
-                const auto next = lane.times(behind);
-                isClosed = next && lane.shift(behind, position - next->start);
-                return;
-            }
-        }
-    });
+    editing::trapped(routine, [&] { isClosed = closeGap(Items(*EngineAs<ITWTimeline>(), kind, track), position); });
     return isClosed;
 }
 
@@ -147,9 +145,13 @@ bool EditPasteEffect(Milliseconds position, bool shift)
 
 bool EditPasteOverlay(Milliseconds position, bool shift)
 {
-    return editing::trapped("EditPasteOverlay", [&] {
-        pasteOnTrack(*EngineAs<ITWTimeline>(), kOverlayPaste, state::OverlayTrack, position, shift);
-    });
+    bool isWhole = true;
+    return editing::trapped("EditPasteOverlay",
+                            [&] {
+                                isWhole = pasteOnTrack(*EngineAs<ITWTimeline>(), kOverlayPaste, state::OverlayTrack,
+                                                       position, shift);
+                            })
+           && isWhole;
 }
 
 bool PasteBefore(Handle track, std::int16_t seq, Milliseconds position)

@@ -16,7 +16,7 @@
 namespace moduleEdit {
 
 // The records of all tracks. With shift, the gap behind the item that ends exactly at the position is closed first, on
-// every unlocked track. True unless an error was trapped.
+// every unlocked track. True unless an error was trapped, which ends it.
 bool EditPasteSource(engine::Milliseconds position, bool shift);
 bool EditPasteEffect(engine::Milliseconds position, bool shift);
 /// Overlays with their transitions.

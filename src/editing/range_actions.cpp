@@ -21,11 +21,15 @@ using items::SourceTimes;
 
 namespace {
 
-/// The part with its media times, which follow from the source's rate.
-SourceTimes withMedia(const Part& part, const SourceTimes& source)
+/// The part with its media times, which follow from the source's rate. Of one that has none they are all of the
+/// source's, where that may be.
+SourceTimes withMedia(const Part& part, const SourceTimes& source, bool mayHaveNoRate)
 {
-    const double rate = source.rate();
     SourceTimes times{part.times.start, part.times.stop, source.mediaStart, source.mediaStop};
+    if (mayHaveNoRate && !source.hasRate()) {
+        return times;
+    }
+    const double rate = source.rate();
     if (!part.isTail) {
         const double behind = static_cast<double>(source.stop) - part.times.stop;
         times.mediaStop = numbers::rounded<std::int32_t>(source.mediaStop - behind / rate);
@@ -40,8 +44,14 @@ SourceTimes withMedia(const Part& part, const SourceTimes& source)
 /// Lowers seq when the source goes.
 bool takeOut(SourceEdit& edit, std::int16_t& seq, const SourceTimes& source, const Part& part, const SourceTimes& times)
 {
-    const SourceTimes ahead{source.start, times.start, source.mediaStart, times.mediaStart};
-    const SourceTimes behind{times.stop, source.stop, times.mediaStop, source.mediaStop};
+    SourceTimes ahead = source;
+    SourceTimes behind = source;
+    ahead.stop = times.start;
+    behind.start = times.stop;
+    if (source.hasRate()) {
+        ahead.mediaStop = times.mediaStart;
+        behind.mediaStart = times.mediaStop;
+    }
     if (part.isWhole()) {
         const bool ok = edit.remove();
         seq = static_cast<std::int16_t>(seq - (ok ? 1 : 0));
@@ -75,7 +85,8 @@ void record(const Action& action, const SourceEdit& edit, Handle track, const So
 Answer take(const Action& action, Handle track, std::int16_t& seq, const SourceTimes& source,
             const SelectionEdges& selection)
 {
-    const bool isReached = action.isRecorded || action.isOverlay
+    const bool isDrawnOut = source.hasRate() || !action.isReplaced;
+    const bool isReached = action.isRecorded || action.isOverlay || !isDrawnOut
                                ? editing::isReached(source.onTimeline(), selection)
                                : editing::isReachedLoosely(source.onTimeline(), selection);
     return runAction(action, isReached, [&](Answer& answer) {
@@ -85,7 +96,7 @@ Answer take(const Action& action, Handle track, std::int16_t& seq, const SourceT
             editing::remember(source.onTimeline());
         }
         const Part part = editing::partOf(source.onTimeline(), selection);
-        const SourceTimes times = withMedia(part, source);
+        const SourceTimes times = withMedia(part, source, action.isReplaced);
         const bool ok = !action.isRemoved || takeOut(edit, seq, source, part, times);
         if (action.isRecorded) {
             record(action, edit, track, times);
@@ -102,7 +113,7 @@ Answer crop(const Action& action, Handle track, std::int16_t seq, const SourceTi
                                             : editing::isReachedLoosely(source.onTimeline(), selection);
     return runAction(action, isReached, [&](Answer&) {
         const Part part = editing::partOf(source.onTimeline(), selection);
-        const SourceTimes times = withMedia(part, source);
+        const SourceTimes times = withMedia(part, source, action.isReplaced);
         return part.isWhole() || SourceEdit(track, seq, action.nameBytes).trim(times);
     });
 }
@@ -111,10 +122,12 @@ Answer crop(const Action& action, Handle track, std::int16_t seq, const SourceTi
 constexpr Action kCut{"CutAction", true, true, 0};
 constexpr Action kCopy{"CopyAction", true, false, 0};
 constexpr Action kDelete{"DeleteAction", false, true, 0};
+constexpr Action kReplace{"DeleteAction", false, true, 0, false, true};
 constexpr Action kCrop{"CropAction", false, false, 0};
 constexpr Action kCutOverlay{"CutActionOverlay", true, true, 20, true};
 constexpr Action kCopyOverlay{"CopyActionOverlay", true, false, 20, true};
 constexpr Action kDeleteOverlay{"DeleteActionOverlay", false, true, 260, true};
+constexpr Action kReplaceOverlay{"DeleteActionOverlay", false, true, 260, true, true};
 constexpr Action kCropOverlay{"CropActionOverlay", false, false, 20, true};
 
 } // namespace
@@ -132,6 +145,11 @@ Answer CopyAction(Handle track, std::int16_t& seq, const SourceTimes& source, co
 Answer DeleteAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kDelete, track, seq, source, selection);
+}
+
+Answer replaceAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kReplace, track, seq, source, selection);
 }
 
 Answer CropAction(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
@@ -152,6 +170,11 @@ Answer CopyActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& sou
 Answer DeleteActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
 {
     return take(kDeleteOverlay, track, seq, source, selection);
+}
+
+Answer replaceActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)
+{
+    return take(kReplaceOverlay, track, seq, source, selection);
 }
 
 Answer CropActionOverlay(Handle track, std::int16_t& seq, const SourceTimes& source, const SelectionEdges& selection)

@@ -31,6 +31,9 @@ editing::Answer CopyAction(engine::Handle track, std::int16_t& seq, const items:
                            const editing::SelectionEdges& selection);
 editing::Answer DeleteAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                              const editing::SelectionEdges& selection);
+/// As a delete, for a paste in its place: a source without media length is divided too.
+editing::Answer replaceAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                              const editing::SelectionEdges& selection);
 editing::Answer CropAction(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                            const editing::SelectionEdges& selection);
 
@@ -42,6 +45,8 @@ editing::Answer CopyActionOverlay(engine::Handle track, std::int16_t& seq, const
                                   const editing::SelectionEdges& selection);
 editing::Answer DeleteActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                                     const editing::SelectionEdges& selection);
+editing::Answer replaceActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
+                                     const editing::SelectionEdges& selection);
 editing::Answer CropActionOverlay(engine::Handle track, std::int16_t& seq, const items::SourceTimes& source,
                                   const editing::SelectionEdges& selection);
 

@@ -20,7 +20,8 @@ struct Action {
     /// a longer one, which a project may hold, is cut to it. The sizes are kept: scripts count on the names after a
     /// paste.
     std::size_t nameBytes;
-    bool isOverlay = false; // the transition goes along
+    bool isOverlay = false;  // the transition goes along
+    bool isReplaced = false; // something comes in its place: also where there is nothing to show
 };
 
 struct Part {

@@ -40,7 +40,8 @@ const Actions* actionsOf(EditMode mode)
     static constexpr Actions kCopy{CopyAction, CopyActionEffect, CopyActionOverlay};
     static constexpr Actions kDelete{DeleteAction, DeleteActionEffect, DeleteActionOverlay};
     static constexpr Actions kCrop{CropAction, CropActionEffect, CropActionOverlay};
-    static constexpr const Actions* kActions[] = {&kCut, &kCopy, nullptr, &kDelete, &kCrop};
+    static constexpr Actions kReplace{replaceAction, DeleteActionEffect, replaceActionOverlay};
+    static constexpr const Actions* kActions[] = {&kCut, &kCopy, nullptr, &kDelete, &kCrop, &kReplace};
     return kActions[static_cast<std::size_t>(mode)];
 }
 

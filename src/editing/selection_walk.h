@@ -11,7 +11,8 @@
 
 namespace moduleEdit {
 
-enum class EditMode : std::int16_t { kCut = 0, kCopy = 1, kReserved = 2, kDelete = 3, kCrop = 4 };
+// The last one deletes what a paste takes the place of.
+enum class EditMode : std::int16_t { kCut = 0, kCopy = 1, kReserved = 2, kDelete = 3, kCrop = 4, kReplace = 5 };
 
 // The state of the walk, begun anew for each row. It means nothing outside of it.
 inline std::int16_t WalkSeq = 0;           // the item that is visited

@@ -31,14 +31,16 @@ void splitSource(Handle track, std::int16_t seq, Milliseconds position)
     if (!now || !isInside(now->onTimeline(), position)) {
         return;
     }
-    const double rate = now->rate();
     items::SourceTimes left = *now;
     items::SourceTimes right = *now;
     left.stop = right.start = position;
-    right.mediaStart =
-        numbers::rounded<std::int32_t>((now->mediaStop - (static_cast<double>(now->stop) - position)) / rate);
-    left.mediaStop =
-        numbers::rounded<std::int32_t>(((static_cast<double>(position) - now->start) + now->mediaStart) / rate);
+    if (now->hasRate()) {
+        const double rate = now->rate();
+        right.mediaStart =
+            numbers::rounded<std::int32_t>((now->mediaStop - (static_cast<double>(now->stop) - position)) / rate);
+        left.mediaStop =
+            numbers::rounded<std::int32_t>(((static_cast<double>(position) - now->start) + now->mediaStart) / rate);
+    }
     items::SourceEdit(track, seq, kTransitionNameBytes).split(left, right);
 }
 

@@ -18,8 +18,8 @@ namespace editing {
 
 /// Splits source seq of the track at position (timeline ms). The media times at the position are the whole expressions
 /// divided by the source's rate: of a source at another speed than its own they are not the ones that a cut gives.
-/// Kept: a script that splits or pastes into a stretched source must show the same pictures again. Raises error 11 for
-/// a media length of 0 or less, and error 6 on overflow.
+/// Kept: a script that splits or pastes into a stretched source must show the same pictures again. With a media length
+/// of 0 or less, which shows nothing, both pieces keep all of it. Raises error 6 on overflow.
 void splitSource(engine::Handle track, std::int16_t seq, engine::Milliseconds position);
 
 /// Splits effect seq. The name is read through a buffer of nameBytes and cut to it.

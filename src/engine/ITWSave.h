@@ -74,7 +74,7 @@ public:
     virtual Status GetKeyFrameRate(std::int16_t& value) = 0;
     virtual Status GetPFrameFrequency(std::int16_t& value) = 0;
     virtual Status GetQuality(std::int16_t& value) = 0;
-    /// Back to "Uncompressed" and -1.
+    /// Back to "Uncompressed" and -1, and `SetCopyUnchanged` to on.
     virtual Status ResetSave() = 0;
     /// Half open, on the timeline.
     virtual Status SetSaveRange(Milliseconds start, Milliseconds stop) = 0;
@@ -100,6 +100,11 @@ public:
     virtual Status SaveMetadata() = 0;
     /// Waits until the saves that were stopped have closed their files, not longer than told. ok false: one has not.
     virtual Status WaitForStopped(Milliseconds longest, Bool16& ok) = 0;
+    /// Whether what is prepared from now on takes pictures over as they are that nothing is done to, where their medium
+    /// has them as the movie is to have them. On in a new object and after `ResetSave`.
+    virtual Status SetCopyUnchanged(Bool16 on) = 0;
+    /// Pictures of the movie saved last that were taken over so; good until the next preparing.
+    virtual Status GetFramesCopied(std::int32_t& count) = 0;
 };
 
 } // namespace engine

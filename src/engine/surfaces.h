@@ -4,9 +4,9 @@
 // "device context" are given out here.
 //
 // A `FrameSink` is a place on the screen that takes finished pictures, on engine threads. A `PixelCanvas` holds pixels
-// that the engine draws on and reads from, and its owner too, on the interface thread. A `ControlPanelHost` shows a
-// device's controls to people. Numbers are never reused; one
-// that names nothing drops what it gets.
+// that the engine draws on and reads from, and its owner too, on the interface thread. A `NewsSink` hears that
+// something has been made that nobody waits for. A `ControlPanelHost` shows a device's controls to people. Numbers are
+// never reused; one that names nothing drops what it gets.
 
 #include "engine/control_panel.h"
 #include "engine/types.h"
@@ -37,6 +37,9 @@ struct SurfacePicture {
     int height = 0;
     std::ptrdiff_t strideBytes = 0;
     std::shared_ptr<const std::uint8_t> pixels;
+
+    /// Whether it is the very same one.
+    friend bool operator==(const SurfacePicture&, const SurfacePicture&) = default;
 };
 
 /// Takes pictures of exactly the size that was registered, in device pixels, bars included; for a moment after a resize
@@ -48,6 +51,14 @@ public:
     virtual void show(const SurfacePicture& picture) noexcept = 0;
     /// A short text instead of a picture: why nothing can be shown. Good during the call.
     virtual void say(Text text) noexcept = 0;
+};
+
+/// Is told that there is something new to ask for. Called on engine threads, one call at a time; it calls nothing back
+/// and waits for nothing.
+class NewsSink {
+public:
+    virtual ~NewsSink() = default;
+    virtual void hear() noexcept = 0;
 };
 
 /// Pixels to draw on: 0xFFRRGGBB, from the upper left, line by line without gaps. Interface thread only.
@@ -89,18 +100,22 @@ private:
     std::vector<std::uint32_t> pixels_;
 };
 
-/// The numbers. `show`, `say` and `sizeOf` come from any thread, all else from the interface thread.
+/// The numbers. `show`, `say`, `tell` and `sizeOf` come from any thread, all else from the interface thread.
 class SurfaceRegistry {
 public:
-    /// The sink is the caller's and lives until it is removed.
+    /// The sink is the caller's and lives until it is removed. So it is of a sink of news.
     std::int32_t add(FrameSink& sink, SurfaceSize size)
     {
-        const std::lock_guard lock(mutex_);
         auto entry = std::make_shared<Entry>();
         entry->sink = &sink;
         entry->size = size;
-        sinks_.emplace(++last_, std::move(entry));
-        return last_;
+        return keep(std::move(entry));
+    }
+    std::int32_t add(NewsSink& sink)
+    {
+        auto entry = std::make_shared<Entry>();
+        entry->news = &sink;
+        return keep(std::move(entry));
     }
     /// Once this has returned, the sink is called no more: a call in flight is waited for.
     void remove(std::int32_t number)
@@ -117,6 +132,7 @@ public:
         }
         const std::lock_guard call(entry->calling);
         entry->sink = nullptr;
+        entry->news = nullptr;
     }
     /// Tells whoever shows on it, so that the picture comes again in the new size.
     void resize(std::int32_t number, SurfaceSize size)
@@ -148,16 +164,21 @@ public:
     {
         const std::lock_guard lock(mutex_);
         const auto found = sinks_.find(number);
-        return found != sinks_.end() ? std::optional(found->second->size) : std::nullopt;
+        const bool isSurface = found != sinks_.end() && found->second->sink != nullptr;
+        return isSurface ? std::optional(found->second->size) : std::nullopt;
     }
 
     void show(std::int32_t number, const SurfacePicture& picture)
     {
-        call(number, [&](FrameSink& sink) { sink.show(picture); });
+        call(number, &Entry::sink, [&](FrameSink& sink) { sink.show(picture); });
     }
     void say(std::int32_t number, Text text)
     {
-        call(number, [&](FrameSink& sink) { sink.say(text); });
+        call(number, &Entry::sink, [&](FrameSink& sink) { sink.say(text); });
+    }
+    void tell(std::int32_t number)
+    {
+        call(number, &Entry::news, [](NewsSink& sink) { sink.hear(); });
     }
 
     /// The canvas is the caller's and lives until it is removed.
@@ -201,14 +222,22 @@ public:
 
 private:
     struct Entry {
-        std::mutex calling; // held while the sink is called
-        FrameSink* sink = nullptr;
+        std::mutex calling;        // held while the sink is called
+        FrameSink* sink = nullptr; // one of the two
+        NewsSink* news = nullptr;
         SurfaceSize size;
         std::function<void()> resized;
     };
 
-    template <class Call>
-    void call(std::int32_t number, Call&& body)
+    std::int32_t keep(std::shared_ptr<Entry> entry)
+    {
+        const std::lock_guard lock(mutex_);
+        sinks_.emplace(++last_, std::move(entry));
+        return last_;
+    }
+
+    template <class Sink, class Call>
+    void call(std::int32_t number, Sink* Entry::*which, Call&& body)
     {
         std::shared_ptr<Entry> entry;
         {
@@ -220,8 +249,8 @@ private:
             entry = found->second;
         }
         const std::lock_guard lock(entry->calling);
-        if (entry->sink != nullptr) {
-            body(*entry->sink);
+        if (Sink* const sink = (*entry).*which; sink != nullptr) {
+            body(*sink);
         }
     }
 

@@ -70,6 +70,18 @@ void showValues()
     show(form.Values.PFrameFrequency, value);
 }
 
+/// Behind the values, whose showing is no moving of the slider.
+void showCopyUnchanged()
+{
+    form.chkCopyUnchanged.Value = static_cast<std::int16_t>(form.CopyUnchanged ? 1 : 0);
+    form.chkCopyUnchanged.Enabled = forms::frmExportTimeline.optAVI.get(); // the other format is all encoded
+    auto& moved = form.Values.Quality.sld.changed;
+    moved = [before = moved] {
+        before();
+        form.chkCopyUnchanged.Value = std::int16_t{0};
+    };
+}
+
 void showSize()
 {
     std::int16_t width = 0;
@@ -102,6 +114,7 @@ void load()
     selectCompressor(form.cboAudioCompressor, form.AudioCompressorName, cboAudioCompressor_Click);
     loadProfiles();
     showValues();
+    showCopyUnchanged();
     form.tbs = std::string(forms::frmExportTimeline.optAVI ? "AVI_OPTIONS" : "WMF_OPTIONS");
     form.txtTitle.Text = form.Title;
     form.txtAuthor.Text = form.Author;
@@ -135,6 +148,7 @@ void storeInEngine()
     if (const auto size = dimension::sizeIn(form.VideoDimension)) {
         check(save->SetVideoSize(size->first, size->second));
     }
+    SetCopyUnchanged(form.chkCopyUnchanged.Value != 0);
     const std::string profile = chosenText(form.Profile.cboProfile);
     if (!profile.empty()) {
         check(moduleProfiles::HasVideo(profile) ? save->SetVideoProfile(profile) : save->SetAudioProfile(profile));
@@ -164,6 +178,12 @@ void Form_Load()
 
 void SetVideoCompressor(std::string_view name) { form.VideoCompressorName = name; }
 void SetAudioCompressor(std::string_view name) { form.AudioCompressorName = name; }
+
+void SetCopyUnchanged(bool isWanted)
+{
+    check(EngineAs<ITWSave>()->SetCopyUnchanged(engine::toBool16(isWanted)));
+    form.CopyUnchanged = isWanted;
+}
 
 const std::string& GetTitle() { return form.Title; }
 const std::string& GetAuthor() { return form.Author; }

@@ -6,6 +6,9 @@
 // What is chosen goes to the engine on OK, but for the compressors, which go there as they are chosen: their lists say
 // what they take only then. Cancel leaves them; saves have long relied on it. The profile list stands meanwhile.
 //
+// Moving the quality asks for another one than the clips have, so what could be copied is encoded then; a click on its
+// box still has it copied.
+//
 // State: `forms::frmAdvancedSaveOptions`. Each routine traps its errors. Interface thread only.
 
 #include "export/compression_lists.h"
@@ -26,6 +29,8 @@ void Form_Load();
 
 void SetVideoCompressor(std::string_view name);
 void SetAudioCompressor(std::string_view name);
+/// Also in the engine, which cannot be asked for it. Raises its failures.
+void SetCopyUnchanged(bool isWanted);
 const std::string& GetTitle();
 const std::string& GetAuthor();
 const std::string& GetRating();

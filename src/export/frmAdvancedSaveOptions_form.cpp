@@ -62,6 +62,10 @@ QWidget* Dialogue::makeAvi()
     column->addLayout(values(form().Values, kTicked));
     column->addLayout(
         dimension("cboVideoDimension", tr("Video &dimension:"), tr("Custom Video Di&mension"), form().VideoDimension));
+    QCheckBox* const copy =
+        checkBox("chkCopyUnchanged", tr("&Copy unchanged parts as they are"), form().chkCopyUnchanged);
+    copy->setToolTip(tr("Quick, and loses nothing, where the movie is like the clip and nothing is done to it"));
+    column->addWidget(copy);
     column->addStretch();
     return page;
 }

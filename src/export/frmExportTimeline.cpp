@@ -40,6 +40,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModule = "frmExportTimeline";
 constexpr const char* kSaveOptions = "Save Options";
+constexpr const char* kRateOfClips = "as the clips"; // no rate was asked for
 
 forms::FrmExportTimeline& form = forms::frmExportTimeline;
 
@@ -93,13 +94,18 @@ void loadSettings()
     check(save->SetPFrameFrequency(number("Frame Frequency", kUsualRate)));
     check(save->SetKeyFrameRate(number("Key Frame Rate", kUsualRate)));
     check(save->SetQuality(number("Quality", kUsualQuality)));
-    const std::string size = stored(kSaveOptions, "Video Dimension", "320 x 240");
+    // Who chose a frame for the movie expects to save that one; the preferences, once stored, stand over it.
+    const std::string usual = dimension::textOf(state::ProjectWidth, state::ProjectHeight);
+    const std::string size = stored(kSaveOptions, "Video Dimension", usual);
     constexpr std::int32_t kUsualWidth = 320;
     constexpr std::int32_t kUsualHeight = 240;
     const std::int32_t width = wholeNumber(size.substr(0, size.find(' ')), kUsualWidth);
     const std::int32_t height = wholeNumber(size.substr(size.rfind(' ') + 1), kUsualHeight);
     check(save->SetVideoSize(width, height));
     form.lblVideoDim = dimension::textOf(width, height);
+    std::int16_t quality = 0;
+    check(save->GetQuality(quality));
+    frmAdvancedSaveOptions::SetCopyUnchanged(quality == kUsualQuality || quality < 0); // no other one is asked for
 }
 
 // --- The list of tracks --------------------------------------------------------------------------------------------
@@ -264,7 +270,7 @@ void optAVI_Click()
         check(save->GetFrameRate(fps));
         check(save->GetVideoWidth(width));
         check(save->GetVideoHeight(height));
-        form.lblFPS = std::to_string(fps);
+        form.lblFPS = fps < 1 ? std::string(kRateOfClips) : std::to_string(fps);
         form.lblVideoDim = dimension::textOf(width, height) + " pixels";
         changeExtension("avi");
     });

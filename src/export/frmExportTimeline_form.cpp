@@ -3,7 +3,7 @@
 #include "core/forms/frmExportTimeline.h"
 #include "export/frmExportTimeline.h"
 #include "windowing/bound_dialogue.h"
-#include "windowing/text.h"
+#include "windowing/language.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -76,7 +76,7 @@ void Dialogue::showTracks()
     }
     for (std::size_t i = 0; i < rows.size(); ++i) {
         QListWidgetItem& item = *tracks_->item(static_cast<int>(i));
-        item.setText(fromProgram(rows[i].Text));
+        item.setText(translated(rows[i].Text));
         item.setCheckState(rows[i].Selected ? Qt::Checked : Qt::Unchecked);
     }
 }

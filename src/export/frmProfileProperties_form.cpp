@@ -3,7 +3,7 @@
 #include "core/forms/frmProfileProperties.h"
 #include "export/frmProfileProperties.h"
 #include "windowing/bound_dialogue.h"
-#include "windowing/text.h"
+#include "windowing/language.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -65,7 +65,7 @@ QWidget* Dialogue::makeGeneral()
     page->setObjectName("fmeGeneralProperties");
     auto* const rows = new QFormLayout(page);
     rows->addRow(tr("Name:"), said("txtProfileName", form().txtProfileName));
-    auto* const description = new QPlainTextEdit(fromProgram(form().txtDescription.get()), page);
+    auto* const description = new QPlainTextEdit(translated(form().txtDescription.get()), page);
     description->setObjectName("txtDescription");
     description->setReadOnly(true);
     rows->addRow(tr("Description:"), description);
@@ -90,7 +90,7 @@ QWidget* Dialogue::makeVideo()
     for (const forms::StreamDetails& details : form().lvwStreamDetails.get()) {
         QStringList texts;
         for (const std::string& text : details) {
-            texts << fromProgram(text);
+            texts << translated(text);
         }
         table->addTopLevelItem(new QTreeWidgetItem(texts));
     }

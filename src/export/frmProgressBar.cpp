@@ -14,6 +14,7 @@
 #include "engine/ITWSave.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "export/copied_frames.h"
 #include "export/frmAdvancedSaveOptions.h"
 #include "export/frmExportTimeline.h"
 #include "export/kept_file.h"
@@ -48,6 +49,7 @@ struct Running {
     std::string path;
     std::shared_ptr<void> awake;
     exporting::SaveEstimate estimate;
+    std::int64_t frames = 0; // of the whole movie
 };
 std::optional<Running> running;
 
@@ -67,10 +69,11 @@ void stop()
 
 // --- Preparing -----------------------------------------------------------------------------------------------------
 
-/// One track for each chosen row; rows of effects have none of their own, and the last of them decides.
-void addTracks()
+/// Answers the tracks: one for each chosen row. Rows of effects have none of their own, and the last of them decides.
+std::vector<engine::Handle> addTracks()
 {
     const auto save = EngineAs<ITWSave>();
+    std::vector<engine::Handle> added;
     std::size_t next = 0;
     for (const forms::StreamRow& row : forms::frmExportTimeline.lstSaveStreams.get()) {
         if (row.Text == "Effect") {
@@ -79,10 +82,12 @@ void addTracks()
         }
         if (row.Selected) {
             Bool16 ok = kFalse;
-            check(save->AddSaveTrack(forms::frmExportTimeline.SaveStreams.at(next), ok));
+            added.push_back(forms::frmExportTimeline.SaveStreams.at(next));
+            check(save->AddSaveTrack(added.back(), ok));
         }
         ++next;
     }
+    return added;
 }
 
 /// The selection counts when it has both its ends, whatever the dialogue's label shows.
@@ -141,7 +146,7 @@ std::unique_ptr<exporting::KeptFile> oldFile(const std::string& path)
 
 bool start(const std::string& path)
 {
-    addTracks();
+    const auto tracks = addTracks();
     setRange();
     auto kept = oldFile(path);
     const Prepared prepared = prepareFormat(path);
@@ -156,7 +161,8 @@ bool start(const std::string& path)
     }
     check(EngineAs<ITWSave>()->GetSaveDuration(form.SaveLength));
     running = {path, ports.machine->keepAwake("Saving a movie"),
-               exporting::SaveEstimate(form.SaveLength, ports.events->ticks())};
+               exporting::SaveEstimate(form.SaveLength, ports.events->ticks()),
+               exporting::framesOf(form.SaveLength, tracks)};
     form.tmSave.Enabled = true;
     return true;
 }
@@ -190,7 +196,7 @@ void resetControls()
     form.chkPreviewWhenDone.Value = std::int16_t{1};
     form.chkPreviewWhenDone.Value.changed = chkPreviewWhenDone_Click;
     for (auto* const label : {&form.lblFramesSaved, &form.lblComplete, &form.lblTimeLeft, &form.lblSpeed, &form.lblSize,
-                              &form.lblFailure}) {
+                              &form.lblFramesCopied, &form.lblFailure}) {
         *label = std::string();
     }
     form.SaveLength = 0;
@@ -206,6 +212,13 @@ void forgetEstimate()
     }
 }
 
+void showCopied()
+{
+    std::int32_t copied = 0;
+    check(EngineAs<ITWSave>()->GetFramesCopied(copied));
+    form.lblFramesCopied = exporting::copiedText(copied, running->frames);
+}
+
 void end(const char* text)
 {
     form.cmdCancel = std::string(kDone);
@@ -214,6 +227,7 @@ void end(const char* text)
     form.lblComplete = std::string();
     forgetEstimate();
     running->awake.reset();
+    showCopied();
 }
 
 /// In the window, in the status bar and in the log.
@@ -295,6 +309,7 @@ void showProgress(std::int64_t fileBytes)
     // The text reads the bar ahead of its move, so it is a tick behind.
     form.lblComplete = std::to_string(percent(form.pbr.Value(), form.pbr.Max())) + "% complete";
     form.pbr.SetValue(percent(form.SavedSoFar, form.SaveLength));
+    showCopied();
     if (form.lblFailure.get().empty()) {
         running->estimate.note(form.SavedSoFar, fileBytes, ports.events->ticks());
         form.lblTimeLeft = running->estimate.timeLeft();

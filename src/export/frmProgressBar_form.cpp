@@ -3,8 +3,8 @@
 #include "core/forms/frmProgressBar.h"
 #include "export/frmProgressBar.h"
 #include "windowing/bound_dialogue.h"
+#include "windowing/language.h"
 #include "windowing/show_pass.h"
-#include "windowing/text.h"
 
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
@@ -56,13 +56,14 @@ Dialogue::Dialogue() : BoundDialogue("frmProgressBar", QObject::tr("Saving Timel
     estimate->addWidget(line("lblSpeed", form().lblSpeed), 1);
     estimate->addWidget(line("lblSize", form().lblSize));
     column->addLayout(estimate);
+    column->addWidget(line("lblFramesCopied", form().lblFramesCopied));
     column->addWidget(makeFailure());
     auto* const row = new QHBoxLayout;
     row->addWidget(checkBox("chkPreviewWhenDone", tr("&Preview when done"), form().chkPreviewWhenDone));
     row->addStretch();
     QPushButton* const cancel = button("cmdCancel", {}, cmdCancel_Click);
     also([cancel] {
-        cancel->setText(fromProgram(form().cmdCancel.get()));
+        cancel->setText(translated(form().cmdCancel.get()));
         cancel->setDefault(!form().tmSave.Enabled); // the Enter that began a save, held too long, is no cancel
     });
     row->addWidget(cancel);
@@ -87,7 +88,7 @@ QPlainTextEdit* Dialogue::makeFailure()
     failure->document()->setDocumentMargin(0);
     failure->setFixedHeight(fontMetrics().lineSpacing() * kLines);
     also([failure] {
-        const QString text = fromProgram(form().lblFailure.get());
+        const QString text = translated(form().lblFailure.get());
         if (failure->toPlainText() != text) { // else what is selected stays so
             failure->setPlainText(text);
         }

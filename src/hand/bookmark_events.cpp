@@ -63,10 +63,7 @@ void mnueditclearmarkers_Click()
 void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y)
 {
     Trapped("frmTimeline", hand::pointerTrace("imgBookmark_MouseDown", index, x, y), [&] {
-        ImageBox& pressed = marker(index);
-        marker(form.SelectedBookmark).Picture = moduleBookmarks::kPlain;
-        pressed.Picture = moduleBookmarks::kSelectedLook;
-        form.SelectedBookmark = index;
+        moduleBookmarks::select(index);
         form.DraggingBookmark = button == kLeftButton;
         form.BookmarkOffset = x;
     });

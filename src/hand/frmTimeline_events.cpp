@@ -5,12 +5,14 @@
 #include "core/forms/mdiTarnwick.h"
 #include "core/numbers.h"
 #include "core/shared_state.h"
+#include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "engine/ITWPreview.h"
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "hand/drag_scroll.h"
 #include "hand/pointer_turn.h"
 #include "hand/row_pointer.h"
 #include "hand/slider_drag.h"
@@ -23,6 +25,7 @@
 #include "timeline/slider_places.h"
 #include "timeline/track_options.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace frmTimeline {
@@ -111,6 +114,7 @@ void Load()
         timeline::bindOptions();
         form.hsb.changed = hsb_Scroll;
         form.tmTimeline.tick = tmTimeline_Timer;
+        form.tmDrag.tick = tmDrag_Timer;
         moduleTimeline::InitTimeline();
     });
 }
@@ -189,6 +193,11 @@ void picScale_MouseMove(float x)
 {
     moduleScaleRenderer::DrawScaleLine(x);
     say("Ready");
+    Trapped("frmTimeline", "picScale_MouseMove*", [&] {
+        const auto px = numbers::rounded<std::int32_t>(static_cast<double>(timeline::viewLeft()) + x);
+        const engine::Milliseconds time = std::max(moduleScaleRenderer::PixelsToMs(px), 0);
+        form.picScaleToolTip = time_text::MilliSecondsToTimetypeAsString(time);
+    });
 }
 
 void picScale_KeyDown(int key, int shift)

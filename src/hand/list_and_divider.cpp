@@ -11,7 +11,7 @@
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
-#include "timeline/slider_places.h"
+#include "timeline/view_times.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,20 +23,6 @@ namespace {
 forms::FrmTimeline& form = forms::frmTimeline;
 
 constexpr int kLeftButton = 1;
-
-/// Scrolls to a bar of which too little is in view to be found.
-void bringIntoView(const items::ItemTimes& times)
-{
-    constexpr std::int32_t kFound = 24;  // pixels of a bar that catch the eye
-    constexpr std::int32_t kBefore = 40; // pixels of the timeline left of it
-    const std::int32_t left = timeline::viewLeft();
-    const std::int32_t start = moduleScaleRenderer::MsToPixels(times.start);
-    const std::int32_t stop = moduleScaleRenderer::MsToPixels(times.stop);
-    const std::int32_t seen = std::min(stop, left + form.picScale.ScaleWidth.get()) - std::max(start, left);
-    if (seen < std::min(stop - start, kFound)) {
-        moduleScaleRenderer::ScrollTo(std::max(0, start - kBefore) / std::max<std::int32_t>(1, state::TickSpacing));
-    }
-}
 
 /// Sets the selected flag of the item that a child node stands for, and shows its bar.
 void selectItem(const TreeNode& trackNode, std::int16_t seq)
@@ -50,7 +36,8 @@ void selectItem(const TreeNode& trackNode, std::int16_t seq)
         engine::check(engine->SetTransitionSelected(state::OverlayTrack, seq, engine::kTrue));
     }
     if (const auto times = items.times(seq)) {
-        bringIntoView(*times);
+        constexpr std::int32_t kFound = 24; // pixels of a bar that catch the eye
+        timeline::bringIntoView(*times, kFound);
     }
 }
 

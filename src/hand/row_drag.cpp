@@ -7,7 +7,6 @@
 #include "core/upcalls.h"
 #include "editing/item_moves.h"
 #include "engine/engine_access.h"
-#include "hand/pointer_turn.h"
 #include "hand/row_pointer.h"
 #include "history/ModuleHistory.h"
 #include "history/command.h"
@@ -122,14 +121,6 @@ bool keepsChange(const Held& drag)
     return true;
 }
 
-void selectAlone(const Held& drag)
-{
-    const auto engine = EngineAs<ITWTimeline>();
-    moduleTimeline::ClearMFSTSubSelections();
-    rowUnder(*engine, drag.kind, drag.index).select(form.DragSeq, true);
-    RenderAllBars();
-}
-
 /// The selected flags of all items, which a rebuild of the timeline loses.
 class SelectedItems {
 public:
@@ -171,6 +162,34 @@ bool putTimelineBack()
     return true;
 }
 
+/// True when anything has changed, which is drawn then.
+bool step(Milliseconds delta)
+{
+    if (delta == 0) {
+        return false;
+    }
+    held->hasStepped = true;
+    if (!(form.DragResize ? moduleTimeline::ResizeSelSources(delta) : moduleTimeline::ShiftSelSources(delta))) {
+        return false;
+    }
+    RenderAllBars();
+    moduleScaleRenderer::AdjustScroll();
+    return true;
+}
+
+/// How far what is dragged can go to the left.
+Milliseconds roomToTheLeft()
+{
+    if (!form.DragResize) {
+        return moduleTimeline::GetSelMinLeftMoveLength();
+    }
+    constexpr Milliseconds kShortest = 11;
+    const auto engine = EngineAs<ITWTimeline>();
+    const ItemTimes pressed =
+        rowUnder(*engine, held->kind, held->index).items.times(form.DragSeq).value_or(ItemTimes{});
+    return std::max(pressed.stop - pressed.start - kShortest, 0);
+}
+
 std::optional<Held> takeHeld()
 {
     auto drag = std::exchange(held, std::nullopt);
@@ -178,6 +197,14 @@ std::optional<Held> takeHeld()
 }
 
 } // namespace
+
+void selectAlone(const TrackRow& row, std::int16_t seq)
+{
+    const auto engine = EngineAs<ITWTimeline>();
+    moduleTimeline::ClearMFSTSubSelections();
+    items::rowItems(*engine, row).select(seq, true);
+    RenderAllBars();
+}
 
 void beginDrag(const TrackRow& row, float x, float y)
 {
@@ -208,10 +235,25 @@ void dragTo(float x)
     if (delta == 0 || !held || !held->command) {
         return;
     }
-    held->hasStepped = true;
-    if (form.DragResize ? moduleTimeline::ResizeSelSources(delta) : moduleTimeline::ShiftSelSources(delta)) {
-        RenderAllBars();
-        moduleScaleRenderer::AdjustScroll();
+    step(delta);
+}
+
+void dragWithView(std::int32_t ticks)
+{
+    if (!held || !held->command || ticks == 0) {
+        return;
+    }
+    const Milliseconds tick = moduleScaleRenderer::PixelsToMs(moduleScaleRenderer::TicksToPixels(1));
+    const std::int32_t before = form.hsb.Value();
+    const auto scroll = [&] {
+        moduleScaleRenderer::ScrollTo(before + ticks);
+        return form.hsb.Value() - before;
+    };
+    if (ticks < 0) {
+        ticks = std::max(ticks, -roomToTheLeft() / tick);
+        step(scroll() * tick);
+    } else if (step(ticks * tick)) { // ahead of the view: the film may have to grow for it
+        step((scroll() - ticks) * tick);
     }
 }
 
@@ -230,7 +272,7 @@ void endDrag(bool keepsSelection)
             ModuleHistory::DeleteLastEntry();
         }
         if (!keepsSelection) {
-            selectAlone(*drag);
+            selectAlone(items::row(drag->kind, drag->index), form.DragSeq);
         }
     }
     EnableOrDisableMenuItems();
@@ -256,11 +298,6 @@ void cancelDrag()
                                           : items::trackOf(items::row(drag->kind, drag->index)),
                                       form.DragSeq + 1);
     EnableOrDisableMenuItems();
-}
-
-void EndItemDrag()
-{
-    hand::inTurn([] { Trapped("frmTimeline", "EndItemDrag", [] { endDrag(true); }); });
 }
 
 } // namespace frmTimeline

@@ -13,6 +13,9 @@ namespace frmTimeline {
 void beginDrag(const items::TrackRow& row, float x, float y);
 /// The pointer has moved to x. Draws what has changed.
 void dragTo(float x);
+/// The pointer waits outside the view: that scrolls by so many ticks, to the left below 0, and what is dragged goes
+/// along, so that it stays under the pointer. Neither goes further than both can.
+void dragWithView(std::int32_t ticks);
 /// The release. Unless the selection is kept, what was pressed is left alone selected when nothing has changed. Raises
 /// what the engine raises. Nothing without a drag.
 void endDrag(bool keepsSelection);
@@ -20,7 +23,7 @@ void endDrag(bool keepsSelection);
 /// without a drag.
 void cancelDrag();
 
-/// The release will not come: what was moved so far stays, and so does what is selected. Nothing without a drag.
-void EndItemDrag();
+/// Clears all other selections. Raises what the engine raises.
+void selectAlone(const items::TrackRow& row, std::int16_t seq);
 
 } // namespace frmTimeline

@@ -7,12 +7,22 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/item_moves.h"
+#include "editing/sound_mates.h"
+#include "engine/engine_access.h"
+#include "hand/drag_scroll.h"
 #include "hand/pointer_trace.h"
 #include "hand/pointer_turn.h"
 #include "hand/row_drag.h"
 #include "hand/row_pointer.h"
+#include "hand/trim_drag.h"
+#include "items/row_items.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/slider_places.h"
+
+#include <cmath>
+#include <optional>
+#include <utility>
 
 namespace frmTimeline {
 
@@ -27,6 +37,7 @@ constexpr int kLeftButton = 1;
 constexpr int kRightButton = 2;
 constexpr int kShiftKey = 1;
 constexpr int kCtrlKey = 2;
+constexpr int kAltKey = 4;
 
 /// An event on a row's picture.
 struct RowEvent {
@@ -54,15 +65,64 @@ void say(const char* hint)
     }
 }
 
+/// A press with Alt alone that has not become a drag yet.
+struct AltClick {
+    RowKind kind;
+    std::int16_t index;
+    float x;
+    float y;
+};
+std::optional<AltClick> altClick;
+
+bool isHolding() { return form.DragActive || form.Trimming; }
+
+/// Whether the pointer still stands where Alt was pressed; once it has gone, the click is none for good.
+bool isAltClickAt(float x, float y)
+{
+    constexpr float kClick = 4; // pixels
+    if (altClick && (std::abs(x - altClick->x) >= kClick || std::abs(y - altClick->y) >= kClick)) {
+        altClick.reset();
+    }
+    return altClick.has_value();
+}
+
+std::int16_t itemAt(const items::TrackRow& row, float x)
+{
+    const auto engine = engine::EngineAs<engine::ITWTimeline>();
+    const auto px = numbers::added(numbers::rounded<std::int32_t>(x), timeline::viewLeft());
+    return items::rowItems(*engine, row).items.at(moduleScaleRenderer::PixelsToMs(px));
+}
+
+/// The press is undone but for what it has selected.
+void letGo()
+{
+    altClick.reset();
+    cancelDrag();
+    cancelTrim();
+}
+
+void beginHolding(const RowEvent& event, const items::TrackRow& row)
+{
+    const auto grip = trimGripAt(row, event.shift, event.x, event.y);
+    if (!grip || !beginTrim(row, *grip, event.x)) {
+        beginDrag(row, event.x, event.y);
+    }
+}
+
 template <class Click>
 void press(const RowEvent& event, const Click& click)
 {
     Trapped("frmTimeline", event.trace(), [&] {
         const bool isLeft = event.button == kLeftButton;
-        if ((!isLeft && event.button != kRightButton) || (form.DragActive && !isLeft)) {
+        if ((!isLeft && event.button != kRightButton) || (isHolding() && !isLeft)) {
             return;
         }
         endDrag(true); // its release was lost
+        endTrim(true);
+        altClick.reset();
+        if (isLeft && event.shift == kAltKey) {
+            altClick = {event.kind, event.index, event.x, event.y};
+        }
         state::ClickX = numbers::rounded<std::int32_t>(event.x);
         state::ClickShift = (event.shift & kShiftKey) != 0;
         state::ClickCtrl = (event.shift & kCtrlKey) != 0;
@@ -74,7 +134,7 @@ void press(const RowEvent& event, const Click& click)
             return;
         }
         if (isLeft) {
-            beginDrag(row, event.x, event.y);
+            beginHolding(event, row);
         } else {
             PopUpEditContext(contextOf(event.kind), event.kind == RowKind::kEffect ? std::int16_t{-1} : event.index);
         }
@@ -87,6 +147,30 @@ void onPressed(const RowEvent& event, const Click& click)
     hand::inTurn([=] { press(event, click); });
 }
 
+void dragOn(const RowEvent& event)
+{
+    if (isAltClickAt(event.x, event.y)) {
+        return;
+    }
+    scrollAtEdge(event.x, event.shift);
+    if (form.Trimming) {
+        trimTo(event.x, event.shift);
+    } else {
+        dragTo(event.x);
+    }
+}
+
+/// Behind what the row itself shows: an end that a press would trim.
+void showGrip(const RowEvent& event)
+{
+    if (const auto grip = trimGripAt(items::row(event.kind, event.index), event.shift, event.x, event.y)) {
+        constexpr std::int16_t kSizing = 9;
+        moduleTimeline::pointerOf(event.kind, event.index).MousePointer = kSizing;
+        say(grip->end == editing::ItemEnd::kStart ? "Drag to trim the start; the speed stays"
+                                                  : "Drag to trim the end; the speed stays");
+    }
+}
+
 template <class Hover>
 void onMoved(const RowEvent& event, const char* hint, Hover hover)
 {
@@ -94,21 +178,42 @@ void onMoved(const RowEvent& event, const char* hint, Hover hover)
         Trapped("frmTimeline", event.trace("*"), [&] {
             say(hint);
             moduleScaleRenderer::DrawScaleLine(event.x);
-            if (form.DragActive && event.button == kLeftButton) {
-                dragTo(event.x); // tool tip and pointer stay those of the press
+            if (isHolding() && event.button == kLeftButton) {
+                dragOn(event); // tool tip and pointer stay those of the press
             } else {
                 hover(event.x, event.y, event.index);
+                showGrip(event);
             }
         });
     });
+}
+
+/// True when the release is that of a click with Alt on an item.
+bool selectWithSound(const RowEvent& event)
+{
+    if (!isAltClickAt(event.x, event.y)) {
+        return false;
+    }
+    const AltClick click = *std::exchange(altClick, std::nullopt);
+    const items::TrackRow& row = items::row(click.kind, click.index);
+    const std::int16_t seq = itemAt(row, click.x);
+    if (seq == -1) {
+        return false;
+    }
+    letGo();
+    moduleEdit::SelectAloneWithSound(row, seq);
+    EnableOrDisableMenuItems();
+    return true;
 }
 
 void onReleased(const RowEvent& event)
 {
     hand::inTurn([=] {
         Trapped("frmTimeline", event.trace(), [&] {
-            if (event.button == kLeftButton && form.DragActive) {
-                endDrag((event.shift & (kShiftKey | kCtrlKey)) != 0); // the two keys do the same, as at the press
+            if (event.button == kLeftButton && !selectWithSound(event)) {
+                const bool keepsSelection = (event.shift & (kShiftKey | kCtrlKey)) != 0; // the two do the same
+                endDrag(keepsSelection);
+                endTrim(keepsSelection);
             }
         });
     });
@@ -132,9 +237,9 @@ void takeKey(const char* name, int key, int shift)
     constexpr int kLeftArrow = 37;
     constexpr int kRightArrow = 39;
     Trapped("frmTimeline", name, [&] {
-        if (form.DragActive) {
+        if (isHolding()) {
             if (key == kEscape) {
-                cancelDrag();
+                letGo();
             }
             return;
         }
@@ -220,6 +325,17 @@ void picOverlay_MouseUp(std::int16_t index, int button, int shift, float x, floa
 void picAudio_MouseUp(std::int16_t index, int button, int shift, float x, float y)
 {
     onReleased({"picAudio_MouseUp", RowKind::kAudio, index, button, shift, x, y});
+}
+
+void EndItemDrag()
+{
+    hand::inTurn([] {
+        Trapped("frmTimeline", "EndItemDrag", [] {
+            altClick.reset();
+            endDrag(true);
+            endTrim(true);
+        });
+    });
 }
 
 void picVideo_KeyDown(std::int16_t, int key, int shift) { onKey("picVideo_KeyDown", key, shift); }

@@ -3,7 +3,9 @@
 // The pointer and the keys on the track pictures.
 //
 // A press on an unlocked row makes the history entry, ahead of any change; the release takes it back when nothing has
-// changed. In between, `forms::frmTimeline.DragActive` is set. Nothing is raised to the caller. Interface thread only.
+// changed. In between, `forms::frmTimeline.DragActive` is set. A press that takes hold of an end to trim it
+// (`trim_drag.h`) makes none and sets `Trimming`. A click with Alt selects an item with its sound, and leaves no trace
+// in the history. Nothing is raised to the caller. Interface thread only.
 
 #include <cstdint>
 
@@ -31,6 +33,10 @@ void picVideo_MouseUp(std::int16_t index, int button, int shift, float x, float 
 void picEffect_MouseUp(std::int16_t index, int button, int shift, float x, float y);
 void picOverlay_MouseUp(std::int16_t index, int button, int shift, float x, float y);
 void picAudio_MouseUp(std::int16_t index, int button, int shift, float x, float y);
+
+/// The release will not come: what was moved or trimmed so far stays, and so does what is selected. Nothing when the
+/// hand holds nothing.
+void EndItemDrag();
 
 // Left (37) and right (39) nudge what is selected by 5 pixels, with Shift by 1, without an entry in the history.
 // Escape (27) gives a running drag up.

@@ -24,8 +24,6 @@ using engine::ITWTimeline;
 using items::ItemTimes;
 using items::RowKind;
 
-namespace {
-
 forms::RowPointer& pointerOf(RowKind kind, std::int16_t index)
 {
     auto& form = forms::frmTimeline;
@@ -41,6 +39,8 @@ forms::RowPointer& pointerOf(RowKind kind, std::int16_t index)
     }
     return form.ptrAudio.at(static_cast<std::size_t>(index));
 }
+
+namespace {
 
 /// The audio rows say "Video Track" too: kept, whoever drives the screen by its texts finds them so.
 const char* defaultToolTip(RowKind kind)
@@ -160,6 +160,11 @@ void ShowMenuItems(std::int16_t context, std::int16_t index)
         }
         for (Menu* const entry : entries.hidden) {
             entry->Visible = false;
+        }
+        auto& m = forms::mdiTarnwick;
+        for (Menu* const entry :
+             {&m.sr3, &m.mnuEC_TrimStart, &m.mnuEC_TrimEnd, &m.mnuEC_CloseGap, &m.mnuEC_SelectWithSound}) {
+            entry->Visible = context != 0; // of the bars
         }
     });
 }

@@ -6,9 +6,15 @@
 // x and y are logical pixels from the picture's corner; index is the row of its kind, from 0. Nothing is raised to the
 // caller. Interface thread only.
 
+#include "core/forms/frmTimeline.h"
+#include "items/track_rows.h"
+
 #include <cstdint>
 
 namespace moduleTimeline {
+
+/// What the row's picture shows of the pointer.
+forms::RowPointer& pointerOf(items::RowKind kind, std::int16_t index);
 
 /// Write tool tip and pointer shape of the row for what lies under x. True in the zone where an item is resized: the
 /// last 12 pixels of it, above y 12.

@@ -8,6 +8,10 @@
 #include "core/time_text.h"
 #include "core/trap.h"
 #include "core/upcalls.h"
+#include "engine/ITWPreview.h"
+#include "engine/check.h"
+#include "engine/engine_access.h"
+#include "hand/snapping.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
@@ -194,7 +198,7 @@ void imgSliderHandle_MouseMove(int button, float x)
     Trapped("frmTimeline", "imgSliderHandle_MouseMove*", [&] {
         if (drag(button, x, form.imgSliderHandle, mainStep, "Reposition the slider")) {
             timeline::placeLines(timeline::mainSlider());
-            ports.events->letRun();
+            timeline::letEventsSeeMainSlider();
             takeMainPlace();
         }
     });
@@ -226,6 +230,23 @@ void imgEndSelHandle_MouseMove(int button, float x)
 }
 
 void imgSliderHandle_MouseUp(int button, float) { release(button, form.DraggingSlider); }
+
+void SnapSlider()
+{
+    Trapped("frmTimeline", "SnapSlider", [] {
+        const engine::Milliseconds pos = moduleTimeline::GetSliderPosition();
+        const auto place = hand::SnapPlaces(hand::SnapPlaces::kCutsAndMarkers).near(pos);
+        if (place && *place != state::SliderPosition) {
+            moduleTimeline::SetSliderPosition(*place, false);
+            engine::Bool16 ok = engine::kFalse;
+            engine::check(engine::EngineAs<engine::ITWPreview>()->Seek(*place, ok));
+            Slider& seekBar = forms::frmPreview.sldSeekBar;
+            if (*place >= seekBar.Min() && *place <= seekBar.Max()) {
+                seekBar.SetValue(*place);
+            }
+        }
+    });
+}
 
 void imgStartSelHandle_MouseUp(int button, float)
 {

@@ -16,6 +16,9 @@ namespace frmTimeline {
 void imgSliderHandle_MouseDown(int button, float x);
 void imgSliderHandle_MouseMove(int button, float x);
 void imgSliderHandle_MouseUp(int button, float x);
+/// Behind the release, with Ctrl held: the slider goes on to the cut or marker that is within 6 pixels, and the player
+/// with it.
+void SnapSlider();
 void imgStartSelHandle_MouseDown(int button, float x);
 void imgStartSelHandle_MouseMove(int button, float x);
 void imgStartSelHandle_MouseUp(int button, float x);

@@ -5,6 +5,7 @@
 #include "core/forms/frmTimeline.h"
 #include "core/trap.h"
 #include "history/history_rows.h"
+#include "history/operation_words.h"
 
 #include <utility>
 
@@ -46,11 +47,22 @@ void fillEntry()
     HistoryEntry.SetScrollValue(forms::frmTimeline.hsb.Value());
 }
 
+std::string_view captionOf(std::int32_t entry)
+{
+    const bool isThere = entry >= 1 && entry <= HistoryCollection.Count();
+    const auto* const word = isThere ? findType(HistoryCollection.Item(entry).GetOperationType()) : nullptr;
+    return word != nullptr ? word->row.caption : std::string_view();
+}
+
 } // namespace
 
 bool CanUndo() { return HistoryIndex > 0; }
 
 bool CanRedo() { return HistoryIndex != HistoryCollection.Count(); }
+
+std::string_view captionOfUndo() { return captionOf(HistoryIndex); }
+
+std::string_view captionOfRedo() { return captionOf(HistoryIndex + 1); }
 
 void AddOperationToHistory(std::string_view word)
 {

@@ -39,6 +39,9 @@ inline bool RowRestored = false; // the redo has found its row in the list
 /// Which of the two the menus offer.
 bool CanUndo();
 bool CanRedo();
+/// What the next of the two would take back, or bring back, as the list calls it ("Move"); empty for nothing.
+std::string_view captionOfUndo();
+std::string_view captionOfRedo();
 
 // --- Entries -------------------------------------------------------------------------------------------------------
 

@@ -43,6 +43,9 @@ void Command::bringIntoForce()
 
 bool Command::end(Outcome outcome)
 {
+    if (outcome == Outcome::kCutShort && rules_.onFailure == OnFailure::kTakenBack) {
+        takeBack();
+    }
     if (outcome == Outcome::kChanged) {
         state::markModified(); // also where no entry could be made
     }
@@ -59,14 +62,6 @@ bool Command::end(Outcome outcome)
         state::markModified();
     }
     return entry_ != 0;
-}
-
-bool Command::fail()
-{
-    if (rules_.onFailure == OnFailure::kTakenBack) {
-        takeBack();
-    }
-    return end(Outcome::kCutShort);
 }
 
 void Command::leaveNoTrace()

@@ -46,11 +46,9 @@ public:
 
     /// The entry comes into force, and the project is modified. Nothing when none was made.
     void bringIntoForce();
-    /// The end of an operation. True when the entry is in force.
+    /// The end of an operation; one that raised was cut short. Then the timeline is as the rules say; selected flags
+    /// are lost when it was taken back. True when the entry is in force.
     bool end(Outcome outcome);
-    /// The end of an operation that raised. The timeline is as the rules say; selected flags are lost when it was taken
-    /// back. True when the entry is in force.
-    bool fail();
     /// The history, undone entries and rows too, and the project's state are what they were before the command. Only
     /// where the rules keep what was undone.
     void leaveNoTrace();
@@ -90,7 +88,7 @@ void run(std::string_view word, const Operation& operation, const Show& show, bo
     try {
         outcome = operation();
     } catch (...) {
-        isInForce = command.fail();
+        isInForce = command.end(Outcome::kCutShort);
         throw;
     }
     isInForce = command.end(outcome);

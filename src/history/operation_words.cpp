@@ -12,7 +12,11 @@ constexpr Rules kAddingFiles{OnFailure::kLeftAlone, true, false, false}; // one 
 constexpr Rules kDrag{OnFailure::kLeftAlone, true, false, false};        // in force from the press on
 // An edit goes on behind what it could not do.
 constexpr Rules kEdit{OnFailure::kCounts, false, true, true};
+constexpr Rules kPaste{OnFailure::kTakenBack, false, true, true};
 constexpr Rules kWhole{OnFailure::kTakenBack, false, false, true};
+// Has taken back by itself what it could not end. Both leave no trace when they came to nothing.
+constexpr Rules kTrim{OnFailure::kLeftAlone, true, false, true};
+constexpr Rules kWholeOrNothing{OnFailure::kTakenBack, true, false, true};
 constexpr Rules kEmptying{OnFailure::kCounts, false, false, true};
 
 constexpr OperationWord alike(std::string_view word, std::string_view type, std::string_view caption,
@@ -25,7 +29,7 @@ constexpr std::array kOperations = {
     alike("AddToTimeline", "Add To Timeline", "Add to Timeline", "ADD_TO_TIMELINE", kAddingFiles),
     alike("Cut", "Cut", "Cut", "CUT", kEdit),
     alike("Copy", "Copy", "Copy", "COPY", kEdit),
-    alike("Paste", "Paste", "Paste", "PASTE", kEdit),
+    alike("Paste", "Paste", "Paste", "PASTE", kPaste),
     alike("Effect", "Effect", "Add Effect to Timeline", "ADD_EFFECT", kAdding),
     alike("Overlay", "Overlay", "Add to Overlay", "ADD_TO_OVERLAY", kAddingFiles),
     OperationWord{"Delete", "Delete", {"Delete", "CLEAR"}, {"Delete", "DELETE"}, kEdit},
@@ -47,6 +51,9 @@ constexpr std::array kOperations = {
                   {"Set Overlay Key Color", "OVERLAY_TRANSPARENCY"},
                   {"Set Key Color", "OVERLAY_TRANSPARENCY"},
                   kWhole},
+    alike("Trim", "Trim", "Trim", "TRIM", kTrim),
+    alike("Close Gap", "Close Gap", "Close Gap", "CLOSE_GAP", kWholeOrNothing),
+    alike("Insert", "Insert", "Insert", "INSERT", kWholeOrNothing),
 };
 
 const OperationWord* find(std::string_view text, std::string_view OperationWord::*column)

@@ -35,8 +35,8 @@ Keeping keeping;
 bool isInTheMiddle()
 {
     const auto& form = forms::frmTimeline;
-    const bool isDragging = form.DragActive || form.Dragging || form.DraggingSlider || form.DraggingStart
-                            || form.DraggingEnd || form.DraggingBookmark;
+    const bool isDragging = form.DragActive || form.Trimming || form.Dragging || form.DraggingSlider
+                            || form.DraggingStart || form.DraggingEnd || form.DraggingBookmark;
     return isDragging || state::BusyOpening || state::ProjectLoadLock || state::InSelectionUpdate;
 }
 

@@ -1,7 +1,7 @@
 #include "journal/offer_form.h"
 
+#include "windowing/language.h"
 #include "windowing/qt_ports.h"
-#include "windowing/text.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -28,7 +28,7 @@ std::optional<std::size_t> showLeftovers(const std::vector<std::string>& descrip
     auto* const list = new QListWidget;
     label->setBuddy(list);
     for (const std::string& description : descriptions) {
-        auto* const item = new QListWidgetItem(fromProgram(description), list);
+        auto* const item = new QListWidgetItem(translated(description), list);
         item->setToolTip(item->text());
     }
     list->setCurrentRow(0);

@@ -150,6 +150,7 @@ void CloseAllMediaFiles()
         state::FileCollection.Clear();
         state::StreamCollection.Clear();
         forms::frmMediaList.lvwMediaList.Clear();
+        forms::frmMediaList.txtFilter.Text = std::string(); // the next project's files are other ones
         check(firstFailure);
     });
 }

@@ -248,6 +248,28 @@ void ClearMediaListSelections()
     }
 }
 
+void txtFilter_Change(const std::vector<std::int32_t>& hidden)
+{
+    ListView& list = forms::frmMediaList.lvwMediaList;
+    bool hasOneLostIt = false;
+    for (const std::int32_t place : hidden) {
+        if (list.Row(place).Selected) {
+            list.Change(place).Selected = false;
+            hasOneLostIt = true;
+        }
+    }
+    if (std::ranges::find(hidden, list.SelectedItem.get()) != hidden.end()) {
+        std::int32_t left = 1;
+        while (left <= list.Count() && !list.Row(left).Selected) {
+            ++left;
+        }
+        list.SelectedItem = left <= list.Count() ? left : 0;
+    }
+    if (hasOneLostIt) {
+        lvwMediaList_Click();
+    }
+}
+
 void lvwMediaList_OLEStartDrag()
 {
     constexpr std::int16_t kOwnPointer = 99;
@@ -305,7 +327,7 @@ void Form_KeyDown(int key)
 {
     constexpr int kEnter = 13;
     constexpr int kSpace = 32;
-    if (key == kEnter) {
+    if (key == kEnter || (key == kSpace && !forms::frmMediaList.FilePlaying)) {
         OnCmdPlayClick();
     } else if (key == kSpace) {
         OnCmdPauseClick();

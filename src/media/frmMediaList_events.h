@@ -9,6 +9,7 @@
 #include "media/file_preview.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace frmMediaList {
 
@@ -20,7 +21,7 @@ void Unload();
 void CloseFromWindowMenu();
 /// The panel has become the active one.
 void Form_Activate();
-/// Keys of the form: 13 (Enter) plays, 32 (Space) pauses.
+/// Keys of the form: 13 (Enter) plays, 32 (Space) pauses, and plays what does not play.
 void Form_KeyDown(int key);
 
 // --- The list ------------------------------------------------------------------------------------------------------
@@ -47,6 +48,10 @@ void lvwMediaList_Showing();
 /// The engine has news of files (`engine::filePresence()`): a row whose file has gone gets a sign, and the status bar
 /// says so once; the sign goes when the file is back.
 void FilesWereLookedFor();
+
+/// Another text stands in the filter, and the screen hides the rows of these places. They lose their selection; where
+/// one had it, what is left of the selection is shown as after a click.
+void txtFilter_Change(const std::vector<std::int32_t>& hidden);
 
 /// A row is being dragged to the timeline, whose tracks know it by its kind: the pointer is the form's own (99).
 void lvwMediaList_OLEStartDrag();

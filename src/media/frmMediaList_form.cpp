@@ -4,6 +4,7 @@
 #include "core/shared_state.h"
 #include "engine/file_presence.h"
 #include "media/frmMediaList_events.h"
+#include "media/media_filter_form.h"
 #include "media/media_side_form.h"
 #include "windowing/icons.h"
 #include "windowing/picture_widget.h"
@@ -25,12 +26,13 @@ namespace {
 
 forms::FrmMediaList& form() { return forms::frmMediaList; }
 
-/// Delete, Crop, Cut, Copy and Crop Source(s), on the number pad too.
+/// Delete with and without its gap, Crop, Cut, Copy and Crop Source(s), on the number pad too.
 bool isEditKey(const QKeyEvent& event)
 {
     const QKeyCombination pressed(event.modifiers() & ~Qt::KeypadModifier, Qt::Key(event.key()));
-    for (const QKeyCombination edit : {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete,
-                                       Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_U}) {
+    for (const QKeyCombination edit :
+         {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete, Qt::CTRL | Qt::Key_Delete, Qt::CTRL | Qt::Key_X,
+          Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_U}) {
         if (pressed == edit) {
             return true;
         }
@@ -70,8 +72,11 @@ private:
 MediaListForm::MediaListForm(QWidget* parent) : QWidget(parent)
 {
     setObjectName("frmMediaList");
+    setWhatsThis(tr("The media list: the files that you have opened, with a small player."));
     setMouseTracking(true);
     makeList();
+    filter_ = new MediaFilter(this);
+    filter_->left = [this] { views_->currentWidget()->setFocus(Qt::TabFocusReason); };
     side_ = new MediaSide(this);
     refreshIcons();
     driveTimer(this, form().tmFilePreview);
@@ -114,10 +119,7 @@ void MediaListForm::makeList()
     details_->horizontalScrollBar()->setAccessibleName(tr("Scroll the list of media files sideways"));
     connect(details_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { noteSelection(); });
     connect(details_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionChanged(); });
-    emptyHint_ = new QLabel(tr("Open video, sound and picture files\n"
-                               "with File > Open File (Ctrl+I),\n"
-                               "or drop them here from your file manager."),
-                            views_);
+    emptyHint_ = new QLabel(views_);
     emptyHint_->setAlignment(Qt::AlignCenter);
     emptyHint_->setWordWrap(true);
     emptyHint_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -162,14 +164,18 @@ void MediaListForm::refreshIcons()
     quiet.setColor(QPalette::WindowText, quietText(palette()));
     side_->refreshIcons(quiet);
     emptyHint_->setPalette(quiet);
+    filter_->setPalette(emptyFieldWords(palette()));
 }
 
 void MediaListForm::resizeEvent(QResizeEvent*)
 {
-    const int sideWidth = std::clamp(width() * 2 / 5, 200, 420);
+    const int sideWidth = std::clamp(width() * 2 / 5, std::min(200, width() / 2), 420); // the list keeps the half
     const int listWidth = std::max(10, width() - sideWidth - 1);
-    views_->setGeometry(0, 0, listWidth, height());
-    emptyHint_->setGeometry(0, 20, listWidth, std::max(10, height() - 40));
+    constexpr int kMargin = 3;
+    const int top = filter_->sizeHint().height() + 2 * kMargin;
+    filter_->setGeometry(kMargin, kMargin, listWidth - 2 * kMargin, top - 2 * kMargin);
+    views_->setGeometry(0, top, listWidth, std::max(10, height() - top));
+    emptyHint_->setGeometry(0, 20, listWidth, std::max(10, views_->height() - 40));
     side_->setGeometry(listWidth + 1, 0, sideWidth, height());
     side_->place();
     fitNames();
@@ -191,18 +197,12 @@ void MediaListForm::fitNames()
 {
     constexpr int kLeast = 106;
     QHeaderView& header = *details_->header();
-    int facts = 0;
-    for (int column = 1; column < header.count(); ++column) {
-        facts += header.sectionSize(column);
-    }
+    const int facts = header.length() - header.sectionSize(0);
     const bool isNarrow = details_->viewport()->width() - facts < kLeast;
     const auto mode = isNarrow ? QHeaderView::Interactive : QHeaderView::Stretch;
-    if (header.sectionResizeMode(0) == mode) {
-        return;
-    }
-    header.setSectionResizeMode(0, mode);
-    if (isNarrow) {
-        header.resizeSection(0, kLeast);
+    if (header.sectionResizeMode(0) != mode) {
+        header.setSectionResizeMode(0, mode);
+        header.resizeSection(0, isNarrow ? kLeast : header.sectionSize(0));
     }
 }
 
@@ -236,11 +236,11 @@ void MediaListForm::paintEvent(QPaintEvent*)
 void MediaListForm::keyPressEvent(QKeyEvent* event)
 {
     const int key = programKey(event->key());
-    if (key == 13 || key == 32) {
+    if (key != 13 && key != 32) {
+        QWidget::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
         frmMediaList::Form_KeyDown(key);
-        return;
     }
-    QWidget::keyPressEvent(event);
 }
 
 void MediaListForm::mouseMoveEvent(QMouseEvent*) { frmMediaList::Form_MouseMove(); }
@@ -292,7 +292,9 @@ bool MediaListForm::keyInList(const QKeyEvent& event)
         return true; // the list has a copying of its own
     }
     if ((key == 13 || key == 32) && programShift(event.modifiers()) == 0) {
-        frmMediaList::Form_KeyDown(key);
+        if (!event.isAutoRepeat()) { // a held key would play and pause in turns
+            frmMediaList::Form_KeyDown(key);
+        }
         return true;
     }
     if (key == 38 || key == 40) {
@@ -327,12 +329,15 @@ void MediaListForm::noteSelection()
     auto& list = form().lvwMediaList;
     const QItemSelectionModel& selection = *details_->selectionModel();
     for (std::int32_t i = 1; i <= list.Count(); ++i) {
-        const bool isSelected = selection.isRowSelected(i - 1, {});
+        // A range that is drawn over hidden rows does not hold them.
+        const bool isSelected = selection.isRowSelected(i - 1, {}) && !details_->isRowHidden(i - 1, {});
         if (list.Row(i).Selected != isSelected) {
             list.Change(i).Selected = isSelected;
         }
     }
-    list.SelectedItem = selection.currentIndex().isValid() ? selection.currentIndex().row() + 1 : 0;
+    const QModelIndex current = selection.currentIndex();
+    const bool isSeen = current.isValid() && !details_->isRowHidden(current.row(), {});
+    list.SelectedItem = isSeen ? current.row() + 1 : 0;
 }
 
 void MediaListForm::selectionChanged()
@@ -362,6 +367,9 @@ void MediaListForm::showSelection()
     const QModelIndex current = model_->index(list.SelectedItem - 1, 0);
     if (current.isValid() && current != shown.currentIndex()) {
         shown.setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    } else if (!current.isValid() && shown.currentIndex().isValid()
+               && details_->isRowHidden(shown.currentIndex().row(), {})) {
+        shown.clearCurrentIndex();
     }
 }
 
@@ -370,6 +378,13 @@ void MediaListForm::showState()
     isShowing_ = true;
     const auto& f = form();
     model_->showState();
+    const bool isAnyShown = filter_->showState(*details_, *icons_) > 0;
+    emptyHint_->setText(f.lvwMediaList.Count() == 0 ? tr("Open video, sound and picture files\n"
+                                                         "with File > Open File (Ctrl+I),\n"
+                                                         "or drop them here from your file manager.")
+                                                    : tr("No name of a file holds this."));
+    emptyHint_->setVisible(!isAnyShown);
+    emptyHint_->raise();
     showSelection();
     const std::int16_t view = f.lvwMediaList.View;
     views_->setCurrentWidget(view == 3 ? static_cast<QWidget*>(details_) : icons_);
@@ -379,8 +394,6 @@ void MediaListForm::showState()
     icons_->setFlow(view == 2 ? QListView::TopToBottom : QListView::LeftToRight);
     icons_->setWrapping(true);
     icons_->setWordWrap(view == 0);
-    emptyHint_->setVisible(f.lvwMediaList.Count() == 0);
-    emptyHint_->raise();
     side_->showState();
     isShowing_ = false;
 }

@@ -10,6 +10,7 @@
 #include <QTreeView>
 #include <atomic>
 
+class MediaFilter;
 class MediaSide;
 
 class MediaListForm final : public QWidget {
@@ -45,6 +46,7 @@ private:
     void fitColumns();
     void fitNames();
 
+    MediaFilter* filter_ = nullptr;
     QStackedWidget* views_ = nullptr;
     QTreeView* details_ = nullptr;
     QListView* icons_ = nullptr;

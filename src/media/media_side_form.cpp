@@ -3,13 +3,34 @@
 #include "core/forms/frmMediaList.h"
 #include "media/frmMediaList_events.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
+#include "windowing/seek_style.h"
 #include "windowing/text.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
+#include <QPainter>
 #include <algorithm>
 
 namespace {
+
+/// The facts, with a line around what is seen of them while the keyboard scrolls them.
+class FactBox final : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        const QWidget* const room = parentWidget() != nullptr ? parentWidget()->parentWidget() : nullptr;
+        if (room != nullptr && room->hasFocus()) {
+            QPainter painter(this);
+            painter.setPen(palette().color(QPalette::Highlight));
+            painter.drawRect(visibleRegion().boundingRect().adjusted(0, 0, -1, -1));
+        }
+    }
+};
 
 constexpr std::size_t kDate = 3; // of the facts: it has blanks to wrap at
 
@@ -38,6 +59,7 @@ void MediaSide::makePlayer()
     connect(play_, &QToolButton::clicked, this, [] { frmMediaList::cmdPlay_Click(); });
     position_ = new QSlider(Qt::Horizontal, this);
     position_->setObjectName("sldFilePreview");
+    seekWherePressed(*position_);
     position_->setAccessibleName(tr("Position in the selected file"));
     position_->setWhatsThis(tr("Drag to see another place of the selected file."));
     connect(position_, &QSlider::valueChanged, this, [this](int value) {
@@ -50,7 +72,8 @@ void MediaSide::makePlayer()
 
 void MediaSide::makeFacts()
 {
-    factBox_ = new QWidget(this);
+    factBox_ = new FactBox(this);
+    connect(qApp, &QApplication::focusChanged, factBox_, [this] { factBox_->update(); });
     factBox_->setMouseTracking(true);
     factBox_->setWhatsThis(tr("Facts of the selected file."));
     factBox_->installEventFilter(this);
@@ -148,9 +171,10 @@ void MediaSide::showFacts()
 {
     const auto& f = forms::frmMediaList;
     const auto showFact = [&](std::size_t i, const Label& name, const Label& fact) {
-        factNames_[i]->setText(fromProgram(name.Caption.get()));
+        factNames_[i]->setText(translated(name.Caption.get()));
         // A long path keeps its end, which tells more than its beginning.
-        const QString whole = fromProgram(fact.Caption.get());
+        const QString whole =
+            i <= 1 ? fromProgram(fact.Caption.get()) : translated(fact.Caption.get()); // the first two are names
         const QString cut = facts_[i]->fontMetrics().elidedText(whole, Qt::ElideMiddle, facts_[i]->width());
         facts_[i]->setText(i == kDate ? whole : cut);
         facts_[i]->setToolTip(whole);

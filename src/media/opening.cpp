@@ -151,6 +151,7 @@ void selectLastRow()
     frmMediaList::ClearMediaListSelections();
     ListView& list = forms::frmMediaList.lvwMediaList;
     if (list.Count() > 0) {
+        forms::frmMediaList.txtFilter.Text = std::string(); // it may hide the row
         list.Change(list.Count()).Selected = true;
         list.SelectedItem = list.Count();
         frmMediaList::OnLvwMediaListClick();

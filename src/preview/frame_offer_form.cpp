@@ -2,6 +2,7 @@
 
 #include "core/forms/frmPreview.h"
 #include "preview/frame_offer.h"
+#include "windowing/language.h"
 #include "windowing/scheme.h"
 #include "windowing/text.h"
 
@@ -50,11 +51,11 @@ void FrameOfferLine::showState()
     if (!offer().Visible) {
         return;
     }
-    use_->setText(fromProgram(offer().cmdUseCaption.get()));
-    keep_->setText(fromProgram(offer().cmdKeepCaption.get()));
+    use_->setText(translated(offer().cmdUseCaption.get()));
+    keep_->setText(translated(offer().cmdKeepCaption.get()));
     layOut();
     if (isNew) {
-        setAccessibleName(fromProgram(offer().Caption.get()));
+        setAccessibleName(translated(offer().Caption.get()));
         QAccessibleEvent appeared(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&appeared);
     }
@@ -73,14 +74,14 @@ bool FrameOfferLine::isOneRow(int width) const
 {
     const QFontMetrics metrics = fontMetrics();
     const int name = metrics.horizontalAdvance(fromProgram(offer().FileName));
-    const int words = metrics.horizontalAdvance(fromProgram(offer().Caption.get()));
+    const int words = metrics.horizontalAdvance(translated(offer().Caption.get()));
     return words - name + std::min(name, kShortestName) + kApart + buttonsWidth() + 2 * kMargin <= width;
 }
 
 /// The caption, with the file's name cut in its middle where there is no room for all of it.
 QString FrameOfferLine::wordsFor(int width) const
 {
-    QString caption = fromProgram(offer().Caption.get());
+    QString caption = translated(offer().Caption.get());
     const QString name = fromProgram(offer().FileName);
     const QFontMetrics metrics = fontMetrics();
     const int line = width - 2 * kMargin;
@@ -104,7 +105,7 @@ int FrameOfferLine::heightForWidth(int width) const
 void FrameOfferLine::layOut()
 {
     const QString words = wordsFor(width());
-    const QString whole = fromProgram(offer().Caption.get());
+    const QString whole = translated(offer().Caption.get());
     words_->setText(words);
     words_->setToolTip(words == untorn(whole) ? QString() : whole);
     const int height = use_->sizeHint().height();

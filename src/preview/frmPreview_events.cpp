@@ -1,6 +1,7 @@
 #include "preview/frmPreview_events.h"
 
 #include "core/forms/frmPreview.h"
+#include "core/forms/frmTimeline.h"
 #include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "core/time_text.h"
@@ -30,6 +31,7 @@ forms::FrmPreview& form = forms::frmPreview;
 
 constexpr const char* kModule = "frmPreview";
 constexpr std::int16_t kPlaying = 1;
+constexpr std::int16_t kPaused = 2;
 
 void hint(const char* text)
 {
@@ -63,13 +65,41 @@ public:
     TickSpan& operator=(const TickSpan&) = delete;
 };
 
-/// Bar and slider take the player's place.
+/// Bar and slider take the player's place. One that plays before its range, after a step back or because the range has
+/// moved, goes to its start.
 void followPlayer()
 {
+    const auto player = EngineAs<ITWPreview>();
     engine::Milliseconds position = 0;
-    check(EngineAs<ITWPreview>()->GetPosition(position));
+    check(player->GetPosition(position));
+    if (PreviewState == kPlaying && position < form.sldSeekBar.Min()) {
+        position = form.sldSeekBar.Min();
+        engine::Bool16 ok = engine::kFalse;
+        check(player->Seek(position, ok));
+    }
     form.sldSeekBar.SetValue(position);
     moduleTimeline::SetSliderPosition(form.sldSeekBar.Value(), true);
+}
+
+/// Of the bar, or of the film, behind which a range may reach.
+bool isAtEnd()
+{
+    const auto player = EngineAs<ITWPreview>();
+    engine::Milliseconds position = 0;
+    engine::Milliseconds duration = 0;
+    check(player->GetPosition(position));
+    check(player->GetDuration(duration));
+    return form.sldSeekBar.Value() >= form.sldSeekBar.Max() || (duration > 0 && position >= duration);
+}
+
+/// The last tick lies behind the picture at which the player was held: a cut at the slider is to fall where it is seen.
+void pauseAndFollow(const char* routine)
+{
+    const bool hasPlayed = PreviewState == kPlaying;
+    moduleTWPreview::OnCmdPauseClick();
+    if (hasPlayed) {
+        Trapped(kModule, routine, followPlayer);
+    }
 }
 
 void endOrRepeat()
@@ -81,9 +111,20 @@ void endOrRepeat()
     }
 }
 
+/// A command that was given while the bar was held may have sent the player elsewhere: it comes to where the bar was
+/// let go.
 void takeBarsPlace(const char* routine)
 {
-    Trapped(kModule, routine, [] { moduleTimeline::SetSliderPosition(form.sldSeekBar.Value(), true); });
+    Trapped(kModule, routine, [] {
+        moduleTimeline::SetSliderPosition(form.sldSeekBar.Value(), true);
+        const auto player = EngineAs<ITWPreview>();
+        engine::Milliseconds position = 0;
+        check(player->GetPosition(position));
+        if (PreviewState != kPlaying && position != form.sldSeekBar.Value()) {
+            engine::Bool16 ok = engine::kFalse;
+            check(player->Seek(form.sldSeekBar.Value(), ok));
+        }
+    });
 }
 
 } // namespace
@@ -133,10 +174,13 @@ void Form_KeyDown(int key)
 {
     constexpr int kEnter = 13;
     constexpr int kSpace = 32;
-    if (key == kEnter) {
+    // A pause that would change nothing plays; on the whole screen, where nothing shows the difference, a stop does
+    // too.
+    const bool doesSpacePlay = form.WholeScreen ? PreviewState != kPlaying : PreviewState == kPaused;
+    if (key == kEnter || (key == kSpace && doesSpacePlay)) {
         moduleTWPreview::OnCmdPlayClick();
     } else if (key == kSpace) {
-        moduleTWPreview::OnCmdPauseClick();
+        pauseAndFollow("Form_KeyDown");
     }
 }
 
@@ -146,11 +190,17 @@ void CloseFromWindowMenu()
     forms::mdiTarnwick.mnuViewPreview.Checked = false;
 }
 
+void TurnWholeScreen() { form.WholeScreen = !form.WholeScreen; }
+
+void LeaveWholeScreen() { form.WholeScreen = false; }
+
 // --- Player --------------------------------------------------------------------------------------------------------
 
 void cmdPlay_Click() { moduleTWPreview::OnCmdPlayClick(); }
 
-void cmdPause_Click() { moduleTWPreview::OnCmdPauseClick(); }
+void cmdPause_Click() { pauseAndFollow("cmdPause_Click"); }
+
+void PlayOrPause() { PreviewState == kPlaying ? cmdPause_Click() : cmdPlay_Click(); }
 
 void cmdStop_Click() { moduleTWPreview::OnCmdStopClick(); }
 
@@ -187,7 +237,7 @@ void sldSeekBar_MouseUp() { takeBarsPlace("sldSeekBar_MouseUp"); }
 void tm_Timer()
 {
     Trapped(kModule, "tm_Timer*", [] {
-        if (form.Ticking) {
+        if (form.Ticking || forms::frmTimeline.MovingSlider) { // the place that somebody gives the slider stands
             return;
         }
         const TickSpan span;
@@ -199,7 +249,7 @@ void tm_Timer()
         }
         if (PreviewState != kPlaying) {
             form.tm.Enabled = false; // a move of the timeline's slider pauses without it
-        } else if (form.sldSeekBar.Value() >= form.sldSeekBar.Max()) {
+        } else if (isAtEnd()) {
             endOrRepeat();
         }
     });

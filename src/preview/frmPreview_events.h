@@ -24,15 +24,21 @@ void Unload();
 void Resize();
 /// The panel has become the active one: the tools panel shows its actions.
 void Form_Activate();
-/// 13 (Enter) plays, 32 (Space) pauses.
+/// 13 (Enter) plays, 32 (Space) pauses, and plays when it pauses already; on the whole screen whenever it does not
+/// play.
 void Form_KeyDown(int key);
 /// Closed from its window menu: it hides, and the view menu loses its check.
 void CloseFromWindowMenu();
+/// The picture gets the whole screen, or goes back to its panel.
+void TurnWholeScreen();
+void LeaveWholeScreen();
 
 // --- Player --------------------------------------------------------------------------------------------------------
 
 void cmdPlay_Click();
 void cmdPause_Click();
+/// Pauses while it plays, else plays.
+void PlayOrPause();
 void cmdStop_Click();
 void cmdRewind_Click();
 void cmdForward_Click();

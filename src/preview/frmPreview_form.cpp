@@ -3,17 +3,20 @@
 #include "core/forms/frmPreview.h"
 #include "preview/frmPreview_events.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/picture_widget.h"
+#include "windowing/seek_style.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QProxyStyle>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -26,11 +29,13 @@ constexpr int kTransportHeight = 36;
 constexpr int kButton = 28;
 constexpr int kNarrow = 290; // below it, the times stand under the bar
 
+int around() { return form().WholeScreen ? 0 : kAround; }
+
 /// Where the picture stands on the ground.
 QRect picturePlace()
 {
     const forms::Rectangle& p = form().picDisplay.get();
-    return {kAround + p.left, kAround + p.top, p.width, p.height};
+    return {around() + p.left, around() + p.top, p.width, p.height};
 }
 
 /// What lies around the picture: dark in every palette, so that the picture's edges are seen and its colours are not
@@ -43,20 +48,13 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
+        if (form().WholeScreen) {
+            painter.fillRect(rect(), Qt::black);
+            return;
+        }
         painter.fillRect(rect(), QColor(0x20, 0x22, 0x26));
         painter.setPen(QColor(0x48, 0x4C, 0x52)); // shpOutlineRect
         painter.drawRect(picturePlace().adjusted(-1, -1, 0, 0));
-    }
-};
-
-/// A press on the bar goes to the place that was pressed.
-class SeekStyle final : public QProxyStyle {
-public:
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override
-    {
-        return hint == SH_Slider_AbsoluteSetButtons ? static_cast<int>(Qt::LeftButton)
-                                                    : QProxyStyle::styleHint(hint, option, widget, data);
     }
 };
 
@@ -65,6 +63,7 @@ public:
 PreviewForm::PreviewForm(QWidget* parent) : QWidget(parent)
 {
     setObjectName("frmPreview");
+    setWhatsThis(tr("The preview: plays what lies on the timeline."));
     setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus);
     offer_ = new FrameOfferLine(this);
@@ -91,6 +90,7 @@ void PreviewForm::makePicture()
     watch(ground_, frmPreview::fmeDisplay_MouseMove);
     picture_ = new FrameView("picDisplay", ground_);
     picture_->setAccessibleName(tr("Picture of the timeline"));
+    picture_->setWhatsThis(tr("The film at the place of the slider. A double click gives it the whole screen."));
     watch(picture_, frmPreview::picDisplay_MouseMove);
     emptyHint_ = new QLabel(tr("What lies on the timeline\nplays here."), picture_);
     emptyHint_->setAlignment(Qt::AlignCenter);
@@ -107,15 +107,16 @@ void PreviewForm::makeSeekBar()
     currentTime_->setObjectName("lblCurrentTime");
     duration_ = new QLabel(this);
     duration_->setObjectName("lblDuration");
+    currentTime_->setWhatsThis(tr("The time of the picture."));
+    duration_->setWhatsThis(tr("The length of the film."));
     duration_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     watch(currentTime_, frmPreview::lblCurrentTime_MouseMove);
     watch(duration_, frmPreview::lblDuration_MouseMove);
     seekBar_ = new QSlider(Qt::Horizontal, this);
     seekBar_->setObjectName("sldSeekBar");
     seekBar_->setAccessibleName(tr("Position in the timeline"));
-    auto* const style = new SeekStyle;
-    style->setParent(seekBar_);
-    seekBar_->setStyle(style);
+    seekBar_->setWhatsThis(tr("Press it or drag along it to see another place of the film."));
+    seekWherePressed(*seekBar_);
     watch(seekBar_, frmPreview::sldSeekBar_MouseMove);
     connect(seekBar_, &QSlider::valueChanged, this, &PreviewForm::seekBarMoved);
     connect(seekBar_, &QSlider::sliderReleased, this, [] { frmPreview::sldSeekBar_MouseUp(); });
@@ -147,6 +148,15 @@ void PreviewForm::makeTransport()
     volume_ = addButton(
         "cmdMute", [] {}, events::cmdMute_MouseMove);
     connect(volume_, &QToolButton::clicked, this, &PreviewForm::openVolume);
+    const std::array answers = {tr("Plays the film, or the range, from the slider on."),
+                                tr("Stays at the picture that you see; once more plays on."),
+                                tr("Ends playing, and goes back to the beginning."),
+                                tr("Goes back by a twentieth of the film."), tr("Goes on by a twentieth of the film.")};
+    for (std::size_t i = 0; i < transport_.size(); ++i) {
+        transport_[i]->setWhatsThis(answers[i]);
+    }
+    repeat_->setWhatsThis(tr("While it is down, playing begins again when the end is reached."));
+    volume_->setWhatsThis(tr("How loud you hear it. It changes nothing in the film."));
 }
 
 void PreviewForm::openVolume()
@@ -162,7 +172,9 @@ void PreviewForm::seekBarMoved(int value)
     }
     form().sldSeekBar.SetValue(value);
     frmPreview::sldSeekBar_Scroll();
-    if (!seekBar_->isSliderDown()) { // moved by a key or the wheel: no release comes
+    // Moved by a key or the wheel: no release comes. Of a button that is down one does, and must not meet the bar in
+    // the middle of the press, as the timeline's slider lets events run.
+    if (!seekBar_->isSliderDown() && QGuiApplication::mouseButtons() == Qt::NoButton) {
         frmPreview::sldSeekBar_Click();
     }
 }
@@ -176,12 +188,45 @@ void PreviewForm::layOut()
     const bool isNarrow = width() < kNarrow;
     const int seekHeight = kSeekHeight + (isNarrow ? fontMetrics().height() : 0);
     const int groundHeight = std::max(10, height() - top - seekHeight - kTransportHeight - 4);
-    ground_->setGeometry(0, top, width(), groundHeight);
+    if (whole_ == nullptr) {
+        ground_->setGeometry(0, top, width(), groundHeight);
+    }
     layOutSeekBar(top + groundHeight + 4, isNarrow);
     layOutTransport(top + groundHeight + 4 + seekHeight);
-    form().fmeDisplayWidth = std::max(1, ground_->width() - 2 * kAround);
-    form().fmeDisplayHeight = std::max(1, ground_->height() - 2 * kAround);
+    tellRoom();
+}
+
+void PreviewForm::tellRoom()
+{
+    form().fmeDisplayWidth = std::max(1, ground_->width() - 2 * around());
+    form().fmeDisplayHeight = std::max(1, ground_->height() - 2 * around());
     frmPreview::Resize();
+}
+
+/// The ground with the picture moves into a window of its own, and back.
+void PreviewForm::showWholeScreen()
+{
+    if (form().WholeScreen == (whole_ != nullptr)) {
+        return;
+    }
+    if (form().WholeScreen) {
+        whole_ = new WholeScreen(this);
+        whole_->closed = frmPreview::LeaveWholeScreen;
+        whole_->resized = [this] {
+            ground_->setGeometry(whole_->rect());
+            tellRoom();
+        };
+        ground_->setParent(whole_);
+        whole_->showFullScreen();
+        whole_->activateWindow();
+        whole_->setFocus();
+    } else {
+        ground_->setParent(this);
+        std::exchange(whole_, nullptr)->deleteLater();
+        layOut();
+        window()->activateWindow();
+    }
+    ground_->show();
 }
 
 void PreviewForm::layOutSeekBar(int top, bool isNarrow)
@@ -233,7 +278,9 @@ void PreviewForm::keyPressEvent(QKeyEvent* event)
 {
     const int key = programKey(event->key());
     if (key == 13 || key == 32) {
-        frmPreview::Form_KeyDown(key);
+        if (!event->isAutoRepeat()) { // a held key would play and pause in turns
+            frmPreview::Form_KeyDown(key);
+        }
         return;
     }
     QWidget::keyPressEvent(event);
@@ -243,7 +290,15 @@ void PreviewForm::mouseMoveEvent(QMouseEvent*) { frmPreview::fmeDisplay_MouseMov
 
 bool PreviewForm::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::MouseButtonDblClick
+        && (watched == picture_ || (watched == ground_ && whole_ != nullptr))) {
+        frmPreview::TurnWholeScreen();
+        return true;
+    }
     if (event->type() == QEvent::MouseMove) {
+        if (whole_ != nullptr) {
+            whole_->pointerMoved();
+        }
         const auto found = std::ranges::find(hints_, watched, &std::pair<QObject*, Hint>::first);
         if (found != hints_.end()) {
             found->second();
@@ -273,7 +328,7 @@ void PreviewForm::showButtons()
         if (shown.property("picture").toString() != key) {
             shown.setProperty("picture", key);
             shown.setIcon(programIcon(picture, palette()));
-            shown.setToolTip(fromProgram(toolTip));
+            shown.setToolTip(translated(toolTip));
             shown.setAccessibleName(shown.toolTip());
         }
     };
@@ -285,8 +340,8 @@ void PreviewForm::showButtons()
     dress(*repeat_, form().cmdRepeat.Picture, form().cmdRepeat.ToolTipText);
     repeat_->setChecked(form().cmdRepeat.Value);
     dress(*volume_, form().cmdMute.Picture, form().cmdMute.ToolTipText);
-    const QString loop = fromProgram(form().cmdRepeat.Caption.get());
-    const QString volume = fromProgram(form().cmdMuteCaption.get());
+    const QString loop = translated(form().cmdRepeat.Caption.get());
+    const QString volume = translated(form().cmdMuteCaption.get());
     if (repeat_->text() != loop || volume_->text() != volume) {
         repeat_->setText(loop);
         volume_->setText(volume);
@@ -309,6 +364,7 @@ void PreviewForm::showState()
 {
     isShowing_ = true;
     showOffer();
+    showWholeScreen();
     if (picture_->geometry() != picturePlace()) {
         picture_->setGeometry(picturePlace());
         emptyHint_->setGeometry(picture_->rect().adjusted(8, 8, -8, -8));

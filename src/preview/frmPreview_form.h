@@ -4,6 +4,7 @@
 // the line that offers another size for the movie.
 
 #include "preview/frame_offer_form.h"
+#include "preview/whole_screen_form.h"
 #include "windowing/frame_view.h"
 
 #include <QLabel>
@@ -33,17 +34,20 @@ private:
     void makeSeekBar();
     void makeTransport();
     void layOut();
+    void tellRoom();
     void layOutSeekBar(int top, bool isNarrow);
     void layOutTransport(int top);
     void seekBarMoved(int value);
     void openVolume();
     void showState();
     void showOffer();
+    void showWholeScreen();
     void showSeekBar();
     void showButtons();
 
     FrameOfferLine* offer_ = nullptr;
-    QWidget* ground_ = nullptr; // around the picture
+    QWidget* ground_ = nullptr;    // around the picture
+    WholeScreen* whole_ = nullptr; // while the picture has the whole screen
     FrameView* picture_ = nullptr;
     QLabel* emptyHint_ = nullptr;
     QLabel* currentTime_ = nullptr;

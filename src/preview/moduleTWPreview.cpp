@@ -117,12 +117,21 @@ void refreshPlayer(ITWPreview& player)
     applyState(player);
 }
 
+/// A player that was closed kept its place, while the slider may have gone on.
+void standAtSlider(ITWPreview& player)
+{
+    if (positionOf(player) != state::SliderPosition) {
+        seek(player, state::SliderPosition);
+    }
+}
+
 void takeTimeline(ITWPreview& player)
 {
     const bool isEmpty = moduleTimeline::IsTimelineEmpty();
     const bool isBuilt = PreviewBuilt != kFalse;
     if (!isEmpty && !isBuilt) {
         InitPreview();
+        standAtSlider(player);
     } else if (!isEmpty) {
         refreshPlayer(player);
     } else if (isBuilt) {
@@ -130,11 +139,13 @@ void takeTimeline(ITWPreview& player)
     }
 }
 
+/// The bar takes the whole film, but while a range is played it keeps to that: else an edit would end a loop.
 void showDuration(Milliseconds duration)
 {
     constexpr Milliseconds kEmptyMax = 10;
     if (duration > 0) {
-        form.sldSeekBar.SetMax(duration);
+        const bool isRange = PreviewState == kPlaying && timeline::isSelectionShown();
+        form.sldSeekBar.SetMax(isRange ? moduleTimeline::GetSelSliderPosition(false) : duration);
     } else if (duration == 0) {
         form.sldSeekBar.SetMax(kEmptyMax);
         OnCmdStopClick();

@@ -28,6 +28,8 @@ void askTimeline(CommandTests& tests)
     tests.canSetKeyColor = IsSetOverlayTransparencyValid();
     tests.canSetStretchMode = tests.canSetKeyColor || IsVideoSourceSelected();
     tests.canRestoreSize = IsRestoreSizeValid();
+    tests.canTrim = IsTrimValid();
+    tests.isSourceSelected = tests.isAudioSelected || IsVideoSourceSelected() || IsOverlaySourceSelected();
 }
 
 } // namespace
@@ -41,6 +43,7 @@ CommandTests currentTests()
     if (tests.hasTimeline) {
         askTimeline(tests);
     }
+    tests.hasSelection = timeline::isSelectionShown() || tests.canEdit;
     tests.canPaste = moduleTWState::IsClipboardFilled();
     tests.canUndo = ModuleHistory::CanUndo();
     tests.canRedo = ModuleHistory::CanRedo();

@@ -18,14 +18,17 @@ struct CommandTests {
     bool isAudio2Selected = false; // on the second
     bool canEdit = false;          // cut, copy, delete, crop
     bool canCropSources = false;   // the same between the sliders of the selection
+    bool hasSelection = false;     // these are shown, or an item is selected that may be edited
     bool canPaste = false;         // the clipboard holds something
     bool canUndo = false;
     bool canRedo = false;
     bool canSetKeyColor = false;    // of the selected overlay
     bool canSetStretchMode = false; // of the selected overlay or video source
     bool canRestoreSize = false;
-    bool hasHelp = false;      // there is a help window
-    bool hasWhatsThis = false; // the screens have a context help mode
+    bool canTrim = false;          // a selected item of an unlocked row
+    bool isSourceSelected = false; // on any row
+    bool hasHelp = false;          // there is a help window
+    bool hasWhatsThis = false;     // the screens have a context help mode
     bool hasAbout = false;
 };
 

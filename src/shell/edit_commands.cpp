@@ -1,9 +1,11 @@
 #include "shell/edit_commands.h"
 
+#include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
 #include "editing/cut_place.h"
 #include "editing/moduleEdit.h"
+#include "editing/sound_mates.h"
 #include "timeline/moduleTimeline.h"
 
 #include <cstdint>
@@ -37,6 +39,23 @@ void runUnlessEmpty(bool (*command)(), List list = List::kUpdated)
     }
 }
 
+void say(const char* hint)
+{
+    if (!state::BusyOpening) { // the progress of an opening is not written over
+        forms::mdiTarnwick.sbr.Panel(1) = std::string(hint);
+    }
+}
+
+void trim(bool (*command)())
+{
+    const editing::CutPlace cut(editing::CutPlace::kAtSlider);
+    if (run(command, List::kLeft)) {
+        cut.follow();
+    } else {
+        say("Nothing is trimmed: the slider stands neither in a selected item nor in the gap beside one");
+    }
+}
+
 } // namespace
 
 void mnuEditCut_Click() { runUnlessEmpty(moduleEdit::EditCut); }
@@ -62,6 +81,25 @@ void mnuEditCrop_Click()
 void mnuEditCropSources_Click()
 {
     runUnlessEmpty([] { return moduleEdit::EditCrop(true); });
+}
+
+void mnuEditTrimStart_Click() { trim(moduleEdit::EditTrimStart); }
+
+void mnuEditTrimEnd_Click() { trim(moduleEdit::EditTrimEnd); }
+
+void mnuEditCloseGap_Click()
+{
+    if (!run(moduleEdit::EditDeleteAndCloseGap)) {
+        say("Nothing is deleted: nothing lies there on an unlocked row");
+    }
+}
+
+void mnuEditSelectWithSound_Click()
+{
+    if (!moduleEdit::SelectWithSound()) {
+        say("Nothing more is selected: no other picture or sound of the same file lies at these times");
+    }
+    EnableOrDisableMenuItems();
 }
 
 } // namespace mdiTarnwick

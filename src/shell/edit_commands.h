@@ -12,4 +12,10 @@ void mnuEditClear_Click();
 void mnuEditCrop_Click();
 void mnuEditCropSources_Click();
 
+// These say in the status bar when there was nothing to do.
+void mnuEditTrimStart_Click();
+void mnuEditTrimEnd_Click();
+void mnuEditCloseGap_Click();
+void mnuEditSelectWithSound_Click();
+
 } // namespace mdiTarnwick

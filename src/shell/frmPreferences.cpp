@@ -18,6 +18,7 @@
 #include "export/frmProfileProperties.h"
 #include "export/moduleProfiles.h"
 #include "settings/ModuleSettings.h"
+#include "settings/screen_language.h"
 
 namespace frmPreferences {
 
@@ -94,6 +95,21 @@ void profileClicked(forms::PreferredProfile& profile)
     profile.txtProfile = descriptionOf(chosenText(profile.cboProfile));
 }
 
+void fillLanguages()
+{
+    form.cboLanguage.ListIndex.changed = nullptr;
+    std::vector<std::string> names;
+    std::int32_t chosen = 0;
+    for (const forms::Language& language : form.Languages) {
+        if (language.code == ModuleSettings::screenLanguage()) {
+            chosen = static_cast<std::int32_t>(names.size());
+        }
+        names.push_back(language.name);
+    }
+    form.cboLanguage.List = names;
+    form.cboLanguage.ListIndex = names.empty() ? -1 : chosen;
+}
+
 void fillLists()
 {
     constexpr std::int32_t kTooLong = 2000; // pixels
@@ -104,6 +120,7 @@ void fillLists()
     frmAdvancedSaveOptions::startValues(form.Values, changed);
     dimension::reset(form.VideoDimension, frmAdvancedSaveOptions::videoDimensions(), kTooLong, changed);
     form.VideoDimension.chkLockAspectRatio.Value = kSet;
+    fillLanguages();
     moduleProfiles::InitProfiles();
     moduleProfiles::EnumProfiles();
     fillProfiles(form.Video, true);
@@ -118,6 +135,7 @@ void answerChanges()
     form.Audio.cboSetting.ListIndex.changed = andChanged(OnCboAudioSettingClick);
     form.Video.cboProfile.ListIndex.changed = andChanged(cboVideoProfile_Click);
     form.Audio.cboProfile.ListIndex.changed = andChanged(cboAudioProfile_Click);
+    form.cboLanguage.ListIndex.changed = changed;
     form.txtPath.Text.changed = changed;
     form.chkPreview.Value.changed = changed;
     form.chkDoNotShowTutorial.Value.changed = changed;
@@ -182,6 +200,10 @@ bool apply()
         return false;
     }
     ModuleSettings::StorePreferences();
+    if (form.cboLanguage.ListIndex >= 0) {
+        ModuleSettings::keepScreenLanguage(
+            form.Languages.at(static_cast<std::size_t>(form.cboLanguage.ListIndex)).code);
+    }
     ModuleSettings::AddColorToBars();
     return true;
 }
@@ -218,6 +240,7 @@ void cmdDefault_Click()
         form.txtPath.Text = ModuleSettings::workingFolderDefault();
         form.chkPreview.Value = kSet;
         form.chkDoNotShowTutorial.Value = std::int16_t{0};
+        form.cboLanguage.ListIndex = form.Languages.empty() ? -1 : 0;
         changed();
     });
 }

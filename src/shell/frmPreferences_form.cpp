@@ -3,6 +3,7 @@
 #include "core/forms/frmPreferences.h"
 #include "export/save_widgets_form.h"
 #include "shell/frmPreferences.h"
+#include "windowing/language.h"
 #include "windowing/scheme.h"
 #include "windowing/text.h"
 
@@ -108,6 +109,10 @@ QWidget* Dialogue::makeGeneral()
     QBoxLayout* const folder = labelled(tr("Working &Folder"), path);
     folder->addWidget(button("cmdBrowse", tr("&Browse..."), cmdBrowse_Click));
     column->addLayout(folder);
+    QBoxLayout* const language = labelled(tr("&Language"), list("cboLanguage", {}, form().cboLanguage), 0);
+    language->addWidget(new QLabel(tr("from the next start on"), page));
+    language->addStretch();
+    column->addLayout(language);
     column->addWidget(makeColours());
     auto* const row = new QHBoxLayout;
     row->addStretch();
@@ -214,6 +219,13 @@ QBoxLayout* Dialogue::makeButtons()
 
 } // namespace
 
-void connectScreens() { connectDialogue<Dialogue>(showDialogue, closeDialogue); }
+void connectScreens()
+{
+    form().Languages = {{"", "As the desktop"}};
+    for (const auto& [code, name] : language::offered()) {
+        form().Languages.push_back({toProgram(code), toProgram(name)});
+    }
+    connectDialogue<Dialogue>(showDialogue, closeDialogue);
+}
 
 } // namespace frmPreferences

@@ -27,6 +27,7 @@ constexpr int kAddHeight = 40;
 ToolsForm::ToolsForm(QWidget* parent) : QWidget(parent)
 {
     setObjectName("frmTools");
+    setWhatsThis(tr("The tools: actions that make sense now, effects, and the history of what you did."));
     tabs_ = new QTabBar(this);
     tabs_->setObjectName("tbsTools");
     tabs_->setExpanding(true);

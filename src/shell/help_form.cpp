@@ -1,28 +1,28 @@
 #include "shell/help_form.h"
 
-#include "core/forms/mdiTarnwick.h"
-#include "shell/mdiTarnwick_events.h"
+#include "shell/help_index_form.h"
+#include "shell/sample_files_form.h"
 #include "shell/tutorial.h"
 #include "windowing/help_browser.h"
 #include "windowing/help_pages.h"
 #include "windowing/icons.h"
-#include "windowing/text.h"
+#include "windowing/scheme.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QProcess>
-#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 const QString kWelcome = QStringLiteral("1_Welcome.htm");
 constexpr int kPageRole = Qt::UserRole; // of a line: the page that it opens
+constexpr int kSidePx = 250;
 
 } // namespace
 
@@ -31,14 +31,15 @@ HelpForm::HelpForm() : QWidget(nullptr, Qt::Window)
     setObjectName("helpWindow");
     setAttribute(Qt::WA_QuitOnClose, false);
     page_ = new HelpBrowser(this);
+    page_->deed = sample::run;
     side_ = makeSide();
     QToolBar* const bar = makeToolBar();
-    auto* const halves = new QSplitter(Qt::Horizontal, this);
-    halves->addWidget(side_);
-    halves->addWidget(page_);
-    halves->setStretchFactor(1, 1);
-    halves->setSizes({250, 650});
-    halves->setChildrenCollapsible(false);
+    halves_ = new QSplitter(Qt::Horizontal, this);
+    halves_->addWidget(side_);
+    halves_->addWidget(page_);
+    halves_->setStretchFactor(1, 1);
+    halves_->setSizes({kSidePx, 650});
+    halves_->setChildrenCollapsible(false);
     hideTutorial_ = new QCheckBox(tr("Do not show Tutorial on startup"), this);
     hideTutorial_->setObjectName("chkDoNotShowTutorial");
     connect(hideTutorial_, &QCheckBox::clicked, this, [](bool hide) { mdiTarnwick::HideTutorialAtStart(hide); });
@@ -49,7 +50,7 @@ HelpForm::HelpForm() : QWidget(nullptr, Qt::Window)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(bar);
-    column->addWidget(halves, 1);
+    column->addWidget(halves_, 1);
     column->addLayout(foot);
     makeKeys();
     refreshIcons();
@@ -76,7 +77,7 @@ QToolBar* HelpForm::makeToolBar()
     auto* const bar = new QToolBar(this);
     bar->setIconSize({18, 18});
     showsSide_ = addTool(*bar, "helpSide", "DETAIL", tr("Contents"), {Qt::Key_F9},
-                         [this] { side_->setVisible(showsSide_->isChecked()); });
+                         [this] { showSide(showsSide_->isChecked()); });
     showsSide_->setCheckable(true);
     showsSide_->setChecked(true);
     back_ = addTool(*bar, "helpBack", "HELP_BACK", tr("Back"), {Qt::ALT | Qt::Key_Left}, [this] { page_->backward(); });
@@ -106,7 +107,6 @@ QWidget* HelpForm::makeSide()
     words_->installEventFilter(this);
     connect(words_, &QLineEdit::textChanged, this, [this] { search(); });
     connect(words_, &QLineEdit::returnPressed, this, [this] { openHit(); });
-    makeContents();
     hits_ = new QListWidget(side);
     hits_->setObjectName("helpHits");
     hits_->setAccessibleName(tr("Pages with these words"));
@@ -122,7 +122,7 @@ QWidget* HelpForm::makeSide()
     count_->setContentsMargins(4, 2, 4, 4);
     count_->hide();
     lists_ = new QStackedWidget(side);
-    lists_->addWidget(contents_);
+    lists_->addWidget(makeTabs());
     lists_->addWidget(hits_);
     auto* const column = new QVBoxLayout(side);
     column->setContentsMargins(6, 6, 0, 6);
@@ -130,6 +130,19 @@ QWidget* HelpForm::makeSide()
     column->addWidget(count_);
     column->addWidget(lists_, 1);
     return side;
+}
+
+QWidget* HelpForm::makeTabs()
+{
+    makeContents();
+    index_ = new HelpIndex(this, [this](const QString& topic) { open(topic); });
+    tabs_ = new QTabWidget(this);
+    tabs_->setObjectName("helpTabs");
+    tabs_->setDocumentMode(true);
+    tabs_->addTab(contents_, tr("&Contents"));
+    tabs_->addTab(index_, tr("&Index"));
+    tabs_->tabBar()->setAccessibleName(tr("Contents or index"));
+    return tabs_;
 }
 
 void HelpForm::makeContents()
@@ -175,8 +188,7 @@ void HelpForm::makeKeys()
         connect(new QShortcut(key, this), &QShortcut::activated, this, std::move(run));
     };
     bind(QKeySequence::Find, [this] {
-        side_->show();
-        showsSide_->setChecked(true);
+        showSide(true);
         words_->setFocus(Qt::ShortcutFocusReason);
         words_->selectAll();
     });
@@ -202,12 +214,7 @@ void HelpForm::refreshIcons()
     for (const auto& [action, picture] : pictures_) {
         action->setIcon(programIcon(picture, palette()));
     }
-    // Dark desktops do not all tell a colour for it, and the toolkit's own is black.
-    QPalette words;
-    QColor quiet = palette().color(QPalette::Text);
-    quiet.setAlphaF(0.65F);
-    words.setColor(QPalette::PlaceholderText, quiet);
-    words_->setPalette(words);
+    words_->setPalette(emptyFieldWords(palette()));
 }
 
 void HelpForm::changeEvent(QEvent* event)
@@ -222,7 +229,8 @@ bool HelpForm::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == words_ && event->type() == QEvent::KeyPress
         && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
-        lists_->currentWidget()->setFocus(Qt::ShortcutFocusReason);
+        QWidget* const list = lists_->currentWidget() == hits_ ? hits_ : tabs_->currentWidget();
+        list->setFocus(Qt::ShortcutFocusReason);
         return true;
     }
     return QWidget::eventFilter(watched, event);
@@ -242,8 +250,28 @@ void HelpForm::showTopic(const QString& topic)
 
 void HelpForm::setNarrow(bool isNarrow)
 {
+    widenedPx_ = 0; // it is placed anew
     showsSide_->setChecked(!isNarrow);
     side_->setVisible(!isNarrow);
+}
+
+/// A window without room for both grows to the left by what contents and search need, and gives it back.
+void HelpForm::showSide(bool isShown)
+{
+    constexpr int kRoomForBothPx = 2 * kSidePx;
+    const bool changes = isShown == side_->isHidden();
+    showsSide_->setChecked(isShown);
+    side_->setVisible(isShown);
+    QRect place = geometry();
+    if (changes && isShown && place.width() < kRoomForBothPx) {
+        widenedPx_ = std::max(0, std::min(kSidePx, place.left() - screen()->availableGeometry().left()));
+        place.setLeft(place.left() - widenedPx_);
+        setGeometry(place);
+        halves_->setSizes({kSidePx, place.width() - kSidePx});
+    } else if (changes && !isShown) {
+        place.setLeft(place.left() + std::exchange(widenedPx_, 0));
+        setGeometry(place);
+    }
 }
 
 void HelpForm::open(const QString& page) { page_->setSource(help::addressOf(page), QTextDocument::HtmlResource); }
@@ -262,7 +290,7 @@ void HelpForm::search()
     count_->setText(hits_->count() == 0   ? tr("No page has these words.")
                     : hits_->count() == 1 ? tr("1 page")
                                           : tr("%1 pages").arg(hits_->count()));
-    lists_->setCurrentWidget(words.isEmpty() ? static_cast<QWidget*>(contents_) : hits_);
+    lists_->setCurrentWidget(words.isEmpty() ? static_cast<QWidget*>(tabs_) : hits_);
     if (words.isEmpty()) {
         page_->mark({});
     }
@@ -288,69 +316,4 @@ void HelpForm::pageShown()
     }
     hideTutorial_->setVisible(page == QString::fromUtf8(mdiTarnwick::kTutorialPage));
     hideTutorial_->setChecked(mdiTarnwick::IsTutorialHidden());
-}
-
-HelpDesk::HelpDesk(QWidget* mainWindow) : QObject(mainWindow), mainWindow_(mainWindow)
-{
-    mdiTarnwick::showHelp = [this](std::string_view topic) { show(fromProgram(topic)); };
-    mdiTarnwick::startProgram = [](std::string_view program, std::string_view word) {
-        return QProcess::startDetached(fromProgram(program), {fromProgram(word)});
-    };
-}
-
-HelpDesk::~HelpDesk()
-{
-    mdiTarnwick::showHelp = nullptr;
-    mdiTarnwick::startProgram = nullptr;
-    delete form_;
-}
-
-void HelpDesk::show(const QString& topic)
-{
-    const bool isTutorial = topic == QString::fromUtf8(mdiTarnwick::kTutorialPage);
-    const bool isNew = form_ == nullptr;
-    if (isNew) {
-        form_ = new HelpForm;
-    }
-    if (isNew || isTutorial != isTutorial_) {
-        isTutorial_ = isTutorial;
-        form_->setNarrow(isTutorial);
-        // A dialogue's window stays in front of its owner, a plain one goes behind at the first click into the other.
-        form_->setParent(isTutorial ? mainWindow_ : nullptr, isTutorial ? Qt::Dialog : Qt::Window);
-        isTutorial ? placeTutorial() : placeForm();
-    }
-    // A dialogue lets nothing be used but itself and its own windows; its help goes with it.
-    QWidget* const dialogue = QApplication::activeModalWidget();
-    if (dialogue != nullptr && !dialogue->isAncestorOf(form_)) {
-        form_->setParent(dialogue, Qt::Window);
-    }
-    form_->showTopic(topic);
-}
-
-/// At the right edge of the screen: as wide as the room beside the main window and the tools panel's, which is needed
-/// least, so that it covers neither the lists nor the preview nor the timeline.
-void HelpDesk::placeTutorial()
-{
-    constexpr int kLeast = 250;
-    constexpr int kMost = 420;
-    constexpr int kFrame = 4; // about what the desktop draws at each side
-    constexpr int kTitle = 36;
-    const QRect room = mainWindow_->screen()->availableGeometry();
-    const int tools = mainWindow_->geometry().left() + forms::mdiTarnwick.ToolsPlace.get().left;
-    const int width = std::clamp(room.right() - tools - 2 * kFrame, kLeast, kMost);
-    const int top = std::max(room.top(), mainWindow_->geometry().top() - kTitle) + kTitle;
-    form_->setGeometry(room.right() + 1 - kFrame - width, top, width,
-                       std::min(mainWindow_->height(), room.bottom() - top - kFrame));
-}
-
-/// Over the middle of the main window, whole on its screen.
-void HelpDesk::placeForm()
-{
-    const QRect room = mainWindow_->screen()->availableGeometry();
-    form_->resize(QSize(900, 640).boundedTo(mainWindow_->screen()->availableSize() * 0.95));
-    QRect place = form_->rect();
-    place.moveCenter(mainWindow_->geometry().center());
-    place.moveRight(std::min(place.right(), room.right()));
-    place.moveBottom(std::min(place.bottom(), room.bottom()));
-    form_->move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
 }

@@ -1,14 +1,13 @@
 #pragma once
 
-// The help window: contents and search at the left, the page at the right; and the hooks of the program that lead to
-// it.
+// The help window: contents, index and search at the left, the page at the right.
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPointer>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <functional>
@@ -16,6 +15,8 @@
 #include <vector>
 
 class HelpBrowser;
+class HelpIndex;
+class QSplitter;
 
 /// A window of its own, which does not keep the program running.
 class HelpForm final : public QWidget {
@@ -36,43 +37,31 @@ private:
     QAction* addTool(QToolBar& bar, const char* name, const char* picture, const QString& text,
                      const QList<QKeySequence>& keys, std::function<void()> run);
     QWidget* makeSide();
+    QWidget* makeTabs();
     void makeContents();
     void makeKeys();
     void refreshIcons();
+    void showSide(bool isShown);
     void open(const QString& page);
     void search();
     void openHit();
     void pageShown();
     void escape();
 
+    QSplitter* halves_ = nullptr;
     HelpBrowser* page_ = nullptr;
     QWidget* side_ = nullptr; // contents and search
     QAction* showsSide_ = nullptr;
+    int widenedPx_ = 0; // by so much the narrow window grew for them
     QLineEdit* words_ = nullptr;
     QStackedWidget* lists_ = nullptr;
+    QTabWidget* tabs_ = nullptr; // contents and index
     QTreeWidget* contents_ = nullptr;
+    HelpIndex* index_ = nullptr;
     QListWidget* hits_ = nullptr;
     QLabel* count_ = nullptr;
     QCheckBox* hideTutorial_ = nullptr;
     QAction* back_ = nullptr;
     QAction* forward_ = nullptr;
     std::vector<std::pair<QAction*, std::string>> pictures_;
-};
-
-/// Sets the hooks of the main window that show help and start programs, and takes them back when it goes. The help
-/// window is made when it is first asked for. For the tutorial it is narrow, stands at the edge of the screen, and
-/// stays in front of the main window, in which the person does what it says.
-class HelpDesk final : public QObject {
-public:
-    explicit HelpDesk(QWidget* mainWindow);
-    ~HelpDesk() override;
-
-private:
-    void show(const QString& topic);
-    void placeForm();
-    void placeTutorial();
-
-    QWidget* mainWindow_;
-    bool isTutorial_ = false; // the form stands beside the work
-    QPointer<HelpForm> form_;
 };

@@ -3,7 +3,8 @@
 #include "core/colours.h"
 #include "shell/frmTools_events.h"
 #include "windowing/icons.h"
-#include "windowing/text.h"
+#include "windowing/language.h"
+#include "windowing/scheme.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -62,14 +63,14 @@ void HistoryList::showEvent(QShowEvent* event)
 void HistoryList::dress(QListWidgetItem& item, const forms::HistoryRow& row, bool isPresent) const
 {
     constexpr int kAroundText = 40; // the picture and the margins
-    const QString caption = fromProgram(row.Text);
+    const QString caption = translated(row.Text);
     const QString mark = isUndone(row) ? tr("(undone)") : QString();
     const QString line = mark.isEmpty() ? caption : caption + "  " + mark;
     const int room = width() - style()->pixelMetric(QStyle::PM_ScrollBarExtent) - 2 * frameWidth() - kAroundText;
     const bool fits = fontMetrics().horizontalAdvance(line) <= room;
     item.setText(fits || mark.isEmpty() ? line : caption + "\n" + mark);
     item.setIcon(programIcon(frmTools::pictureOf(row.Picture), palette()));
-    item.setForeground(palette().color(mark.isEmpty() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    item.setForeground(mark.isEmpty() ? palette().color(QPalette::Text) : quietText(palette()));
     QFont font = this->font();
     font.setBold(isPresent);
     item.setFont(font);

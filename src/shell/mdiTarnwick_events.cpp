@@ -9,6 +9,7 @@
 #include "core/trap.h"
 #include "core/upcalls.h"
 #include "editing/adding.h"
+#include "history/ModuleHistory.h"
 #include "media/frmMediaList_events.h"
 #include "report/web_host.h"
 #include "shell/ModuleAssociateIcon.h"
@@ -17,12 +18,14 @@
 #include "shell/menu_table.h"
 #include "shell/panel_places.h"
 #include "shell/project_commands.h"
+#include "shell/view_switches.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
 #include "timeline/slider_places.h"
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace mdiTarnwick {
 
@@ -131,7 +134,9 @@ void Form_Load()
             row.state->Checked = row.startsChecked && row.hasCommand();
             row.state->Enabled = false;
         });
+        LoadViewSwitches();
         setView(3);
+        LoadDividers();
         ArrangeVisible();
         ModuleAssociateIcon::ApplyFileAssociation();
         EnableOrDisableMenuItems();
@@ -148,6 +153,24 @@ void MDIForm_Resize(std::int32_t width, std::int32_t height)
 void MDIForm_MouseMove() { ready(); }
 
 void tbr_MouseMove() { ready(); }
+
+void MenuHighlighted(std::string_view name)
+{
+    const bool isUndo = name == "mnuEditUndo";
+    const std::string_view caption = isUndo                  ? ModuleHistory::captionOfUndo()
+                                     : name == "mnuEditRedo" ? ModuleHistory::captionOfRedo()
+                                                             : std::string_view();
+    Shown<std::string>& panel = form.sbr.Panel(1);
+    static std::string written;
+    if (const auto ahead = std::exchange(form.HintAhead, std::nullopt); ahead && panel.get() == written) {
+        panel = *ahead; // what was said meanwhile stays
+    }
+    if (!caption.empty() && !state::BusyOpening) {
+        form.HintAhead = panel.get();
+        written = (isUndo ? "Undo: " : "Redo: ") + std::string(caption);
+        panel = written;
+    }
+}
 
 bool QueryUnload()
 {

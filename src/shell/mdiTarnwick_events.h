@@ -37,6 +37,9 @@ void MDIForm_Resize(std::int32_t width, std::int32_t height);
 /// Hints over the frame and the toolbar.
 void MDIForm_MouseMove();
 void tbr_MouseMove();
+/// The entry of the menu bar with that name is highlighted; empty: none is. Of Undo and Redo the status bar says
+/// meanwhile what they would take back, or bring back.
+void MenuHighlighted(std::string_view name);
 /// False when the window must stay open: while a long operation runs, which the status bar then says, and when the
 /// person keeps it for unsaved changes.
 bool QueryUnload();

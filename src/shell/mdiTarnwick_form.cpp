@@ -20,22 +20,26 @@
 #include "preview/frmPreview_events.h"
 #include "preview/frmPreview_form.h"
 #include "project/frmNewProject_form.h"
+#include "shell/about_form.h"
 #include "shell/context_keys.h"
 #include "shell/frmPreferences_form.h"
 #include "shell/frmTools_events.h"
 #include "shell/frmTools_form.h"
-#include "shell/help_form.h"
+#include "shell/help_desk_form.h"
+#include "shell/key_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menus_form.h"
 #include "shell/panel_places.h"
+#include "shell/status_line_form.h"
 #include "timeline/frmTimeline_form.h"
 #include "tools/frmAddText_form.h"
 #include "tools/frmKeyColor_form.h"
 #include "tools/frmStretchMode_form.h"
 #include "tools/frmTakeSnap_form.h"
 #include "volume/frmVolume_form.h"
-#include "windowing/cut_label.h"
+#include "windowing/dropped_files.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 
@@ -44,29 +48,30 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMenuBar>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
-#include <QWhatsThis>
 #include <algorithm>
 
 MainWindow::MainWindow()
 {
     setObjectName("mdiTarnwick");
+    setWhatsThis(
+        tr("The window: the media list, the preview, the tools and the timeline, and all commands in the menus."));
     setWindowTitle("Quillmont");
     setWindowIcon(applicationIcon());
     setAcceptDrops(true);
     constexpr QSize kFrame(4, 40); // about what the desktop draws around a window
-    resize(QSize(1280, 800).boundedTo(screen()->availableSize() - kFrame));
-    setMinimumSize(760, 520);
+    const QSize room = screen()->availableSize() - kFrame;
+    resize(QSize(1280, 800).boundedTo(room));
+    // On a screen that is small, or finely scaled, nothing lies below its edge as long as there is room for all.
+    setMinimumSize(QSize(760, 520).boundedTo(room).expandedTo(QSize(640, 400)));
     makePanels();
+    makeDividers();
     makeMenus();
-    makeStatusBar();
+    statusLine_ = std::make_unique<StatusLine>(*statusBar());
     bindHooks();
     mdiTarnwick::Form_Load();
     showPass().add(this, [this] { showState(); });
@@ -135,6 +140,26 @@ void MainWindow::makePanels()
     });
 }
 
+void MainWindow::makeDividers()
+{
+    const QString reset = tr(" A double click puts it back.");
+    listDivider_ = new PanelDivider(Qt::Vertical, ground_);
+    listDivider_->setObjectName("dividerList");
+    listDivider_->setAccessibleName(tr("Divider between media list and preview"));
+    listDivider_->setWhatsThis(tr("Drag it to give the media list or the preview more room.") + reset);
+    listDivider_->drawn = mdiTarnwick::DrawListDivider;
+    listDivider_->doubleClicked = mdiTarnwick::ForgetListDivider;
+    timelineDivider_ = new PanelDivider(Qt::Horizontal, ground_);
+    timelineDivider_->setObjectName("dividerTimeline");
+    timelineDivider_->setAccessibleName(tr("Divider above the timeline"));
+    timelineDivider_->setWhatsThis(tr("Drag it to give the timeline or the panels above it more room.") + reset);
+    timelineDivider_->drawn = mdiTarnwick::DrawTimelineDivider;
+    timelineDivider_->doubleClicked = mdiTarnwick::ForgetTimelineDivider;
+    for (PanelDivider* const divider : {listDivider_, timelineDivider_}) {
+        divider->letGo = mdiTarnwick::KeepDividers;
+    }
+}
+
 /// The tools panel follows the panel that is worked in.
 void MainWindow::activate(std::int16_t context, void (*activated)())
 {
@@ -154,7 +179,10 @@ void MainWindow::makeMenus()
     menus_ = new MainMenus(*menuBar(), *tools, this);
     hintOver(*menuBar(), mdiTarnwick::MDIForm_MouseMove);
     hintOver(*tools, mdiTarnwick::tbr_MouseMove);
-    hintOver(*ground_, mdiTarnwick::MDIForm_MouseMove);
+    for (QWidget* const bare :
+         {ground_, static_cast<QWidget*>(listDivider_), static_cast<QWidget*>(timelineDivider_)}) {
+        hintOver(*bare, mdiTarnwick::MDIForm_MouseMove);
+    }
     for (const QKeySequence& key : {QKeySequence(Qt::Key_Menu), QKeySequence(Qt::SHIFT | Qt::Key_F10)}) {
         connect(new QShortcut(key, this), &QShortcut::activated, this, [this] { popUpByKey(); });
     }
@@ -208,54 +236,11 @@ void MainWindow::bindHooks()
     frmTakeSnap::connectScreens();
     frmKeyColor::connectScreens();
     frmStretchMode::connectScreens();
-    mdiTarnwick::enterWhatsThis = [] { QWhatsThis::enterWhatsThisMode(); };
-    mdiTarnwick::showAbout = [this] {
-        QMessageBox::about(this, tr("About Quillmont"),
-                           tr("<b>Quillmont %1</b><p>A video editor for holidays, lectures and school projects.</p>"
-                              "<p>Free software under the GNU General Public License, version 3 or later.</p>"
-                              "<p>Built on FFmpeg, Qt, SDL2, FluidSynth, pugixml and libjpeg-turbo.</p>")
-                               .arg(QApplication::applicationVersion()));
-    };
+    mdiTarnwick::showAbout = [this] { about::show(this); };
     forms::mdiTarnwick.PopupMenu = [this](forms::PopUp which) {
         menus_->showState(); // what is enabled now, not at the last pass
         menus_->popUp(which)->popup(popUpPlace_.value_or(QCursor::pos()));
     };
-}
-
-void MainWindow::makeStatusBar()
-{
-    QStatusBar& bar = *statusBar();
-    for (std::size_t i = 0; i < statusPanels_.size(); ++i) {
-        statusPanels_[i] = i == 0 ? message_ = new CutLabel(&bar) : new QLabel(&bar);
-        statusPanels_[i]->setObjectName(QString("sbr%1").arg(i + 1));
-        statusPanels_[i]->setTextFormat(Qt::PlainText);
-        statusPanels_[i]->setContentsMargins(6, 0, 6, 0);
-    }
-    statusPanels_[0]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    const int timeWidth = fontMetrics().horizontalAdvance("00:00:00.000") + 16;
-    progress_ = new QProgressBar(&bar);
-    progress_->setObjectName("pbarMain");
-    progress_->setFixedWidth(180);
-    progress_->setMaximumHeight(16);
-    progress_->setAccessibleName(tr("Progress"));
-    progress_->setWhatsThis(tr("How far the task has come."));
-    cancel_ = new QPushButton(tr("Cancel"), &bar);
-    cancel_->setWhatsThis(tr("Ends the task after the file that is being read."));
-    connect(cancel_, &QPushButton::clicked, this, [] { state::OpeningCancelled = true; });
-    bar.addWidget(statusPanels_[0], 1);
-    bar.addPermanentWidget(cancel_);
-    bar.addPermanentWidget(progress_);
-    for (std::size_t i = 1; i < statusPanels_.size(); ++i) {
-        statusPanels_[i]->setMinimumWidth(i == 3 ? 2 * timeWidth : timeWidth);
-        bar.addPermanentWidget(statusPanels_[i]);
-    }
-    statusPanels_[1]->setToolTip(tr("Position of the slider"));
-    statusPanels_[2]->setToolTip(tr("Length of the timeline"));
-    statusPanels_[3]->setToolTip(tr("Selected item"));
-    statusPanels_[0]->setWhatsThis(tr("What the part under the pointer is for, or how far a task has come."));
-    statusPanels_[1]->setWhatsThis(tr("The time at which the slider stands."));
-    statusPanels_[2]->setWhatsThis(tr("The length of the film."));
-    statusPanels_[3]->setWhatsThis(tr("When the selected item begins and ends."));
 }
 
 void MainWindow::tellSize()
@@ -280,6 +265,11 @@ void MainWindow::showPanels()
     place(*previewPanel_, m.PreviewPlace, forms::frmPreview.Visible);
     place(*timelinePanel_, m.TimelinePlace, forms::frmTimeline.Visible);
     place(*toolsPanel_, m.ToolsPlace, forms::frmTools.Visible);
+    for (const auto& [divider, told] :
+         {std::pair{listDivider_, &m.ListDividerPlace.get()}, {timelineDivider_, &m.TimelineDividerPlace.get()}}) {
+        divider->setGeometry(told->left, told->top, told->width, told->height);
+        divider->setVisible(told->width > 0);
+    }
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -301,19 +291,12 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 void MainWindow::showState()
 {
     const auto& m = forms::mdiTarnwick;
-    for (std::size_t i = 0; i < statusPanels_.size(); ++i) {
-        const QString text = fromProgram(const_cast<StatusBar&>(m.sbr).Panel(static_cast<std::int32_t>(i) + 1).get());
-        i == 0 ? message_->setWhole(text) : statusPanels_[i]->setText(text); // the others have their room
-    }
-    progress_->setVisible(m.pbarMain.Visible);
-    progress_->setRange(m.pbarMain.Min(), std::max(m.pbarMain.Min() + 1, m.pbarMain.Max()));
-    progress_->setValue(m.pbarMain.Value());
-    cancel_->setVisible(m.pbarMain.Visible || (state::BusyOpening && QApplication::activeModalWidget() == nullptr));
+    statusLine_->showState();
     const bool waits = m.MousePointer == 11;
     if (waits != (QApplication::overrideCursor() != nullptr)) {
         waits ? QApplication::setOverrideCursor(Qt::BusyCursor) : QApplication::restoreOverrideCursor();
     }
-    mediaListPanel_->setCaption(fromProgram(forms::frmMediaList.Caption.get()));
+    mediaListPanel_->setCaption(translated(forms::frmMediaList.Caption.get()));
     showPanels();
     menus_->showState();
 }
@@ -331,6 +314,14 @@ void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
     showPass().runNow(); // ahead of the first painting
+}
+
+/// What the part that has the keyboard did not want.
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (!takeKeyEvent(*event)) {
+        QMainWindow::keyPressEvent(event);
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -357,12 +348,6 @@ void MainWindow::dropEvent(QDropEvent* event)
 
 void MainWindow::takeDrop(const QMimeData& dropped)
 {
-    std::vector<std::string> paths;
-    for (const QUrl& url : dropped.urls()) {
-        if (url.isLocalFile()) {
-            paths.push_back(toProgram(url.toLocalFile()));
-        }
-    }
     // The other program waits for its drop to end, and opening takes time.
-    QTimer::singleShot(0, this, [paths] { moduleTarnwick::OpenDroppedFiles(paths); });
+    QTimer::singleShot(0, this, [paths = localFiles(dropped)] { moduleTarnwick::OpenDroppedFiles(paths); });
 }

@@ -2,22 +2,20 @@
 
 // The main window: menus, panels, status bar. Files dropped on it are opened.
 
+#include "windowing/panel_divider.h"
 #include "windowing/panel_frame.h"
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
-#include <QProgressBar>
-#include <QPushButton>
-#include <array>
 #include <map>
+#include <memory>
 #include <optional>
 
-class CutLabel;
 class MainMenus;
 class MediaListForm;
 class PreviewForm;
 class QMimeData;
+class StatusLine;
 class TimelineForm;
 class ToolsForm;
 
@@ -35,6 +33,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -44,7 +43,7 @@ private:
     void hintOver(QWidget& widget, void (*hint)());
     void popUpByKey();
     void makePanels();
-    void makeStatusBar();
+    void makeDividers();
     void tellSize();
     void showPanels();
     void showState();
@@ -59,11 +58,10 @@ private:
     PanelFrame* mediaListPanel_ = nullptr;
     PanelFrame* previewPanel_ = nullptr;
     PanelFrame* toolsPanel_ = nullptr;
+    PanelDivider* listDivider_ = nullptr;
+    PanelDivider* timelineDivider_ = nullptr;
     MainMenus* menus_ = nullptr;
-    std::array<QLabel*, 4> statusPanels_{};
-    CutLabel* message_ = nullptr; // the first of them
-    QProgressBar* progress_ = nullptr;
-    QPushButton* cancel_ = nullptr;
+    std::unique_ptr<StatusLine> statusLine_;
     std::map<QObject*, void (*)()> hints_;
     std::optional<QPoint> popUpPlace_; // while a key opens a menu; else menus open under the pointer
 };

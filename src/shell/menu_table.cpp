@@ -5,14 +5,17 @@
 #include "shell/edit_commands.h"
 #include "shell/file_commands.h"
 #include "shell/frmTools_events.h"
+#include "shell/key_table.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/panel_places.h"
 #include "shell/project_commands.h"
 #include "shell/tools_commands.h"
 #include "shell/track_menu.h"
 #include "shell/tutorial.h"
+#include "shell/view_switches.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/view_times.h"
 
 #include <algorithm>
 #include <array>
@@ -95,6 +98,11 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuEditEndSel", "E&nd Selection", "Ctrl+D", &m.mnuEditEndSel, mdiTarnwick::mnuEditEndSel_Click},
     rule(),
     {kEntry, "mnuEditRestoreSize", "Restore Si&ze", "Ctrl+R", &m.mnuEditRestoreSize, mdiTarnwick::mnuEditRestoreSize_Click, &T::canRestoreSize},
+    rule(),
+    {kEntry, "mnuEditTrimStart", "Tr&im Start to Slider", "", &m.mnuEditTrimStart, mdiTarnwick::mnuEditTrimStart_Click, &T::canTrim},
+    {kEntry, "mnuEditTrimEnd", "Trim End to S&lider", "", &m.mnuEditTrimEnd, mdiTarnwick::mnuEditTrimEnd_Click, &T::canTrim},
+    {kEntry, "mnuEditCloseGap", "Delete and Close &Gap", "Ctrl+Del", &m.mnuEditCloseGap, mdiTarnwick::mnuEditCloseGap_Click, &T::canEdit},
+    {kEntry, "mnuEditSelectWithSound", "Select &with Sound", "Ctrl+Shift+A", &m.mnuEditSelectWithSound, mdiTarnwick::mnuEditSelectWithSound_Click, &T::isSourceSelected},
 
     {kTop, "mnuView", "&View", "", &m.mnuView},
     {kCheck, "mnuViewTimelineList", "Timeline &List", "", &m.mnuViewTimelineList, mdiTarnwick::mnuViewTimelineList_Click, nullptr, true},
@@ -105,6 +113,14 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kChoice, "mnuViewML_Detail", "&Detail", "", &m.mnuViewML_Detail, mdiTarnwick::mnuViewML_Detail_Click, nullptr, true},
     rule(),
     {kCheck, "mnuViewSelectionSliders", "&Selection Sliders", "F5", &m.mnuViewSelectionSliders, moduleTimeline::ToggleSelSliders},
+    rule(),
+    {kCheck, "mnuViewSnapping", "S&napping", "", &m.mnuViewSnapping, mdiTarnwick::mnuViewSnapping_Click},
+    {kCheck, "mnuViewPicturesOnBars", "&Pictures on Bars", "", &m.mnuViewPicturesOnBars, mdiTarnwick::mnuViewPicturesOnBars_Click},
+    {kCheck, "mnuViewWavesOnBars", "&Waves on Bars", "", &m.mnuViewWavesOnBars, mdiTarnwick::mnuViewWavesOnBars_Click},
+    rule(),
+    {kEntry, "mnuViewWholeFilm", "Wh&ole Film", "Shift+Z", &m.mnuViewWholeFilm, moduleScaleRenderer::ZoomToFilm, &T::hasTimeline},
+    {kEntry, "mnuViewSelection", "S&election", "", &m.mnuViewSelection, moduleScaleRenderer::ZoomToSelection, &T::hasSelection},
+    {kCheck, "mnuViewFollowEdits", "&Follow Edits", "", &m.mnuViewFollowEdits, mdiTarnwick::mnuViewFollowEdits_Click},
 
     {kTop, "mnuTools", "&Tools", "", &m.mnuTools},
     {kEntry, "mnuToolsZoomIn", "Zoom &In Timeline Scale", "F6", &m.mnuToolsZoomIn, moduleScaleRenderer::ZoomIn},
@@ -122,6 +138,8 @@ const std::array kMenuBar = std::to_array<MenuRow>({
     {kEntry, "mnuToolsAddText", "Add Te&xt", "Ctrl+F5", &m.mnuToolsAddText, mdiTarnwick::mnuToolsAddText_Click, &T::hasVideo},
     rule(),
     {kEntry, "mnuToolsOptions", "Optio&ns...", "", &m.mnuToolsOptions, mdiTarnwick::mnuToolsOptions_Click},
+    rule(),
+    {kCheck, "mnuToolsTrimMode", "Trim Mo&de", "T", &m.mnuToolsTrimMode, mdiTarnwick::mnuToolsTrimMode_Click},
 
     {kTop, "mnuWindow", "&Window", "", &m.mnuWindow},
     {kCheck, "mnuViewMediaList", "&Media List", "", &m.mnuViewMediaList, mdiTarnwick::mnuViewMediaList_Click, nullptr, true},
@@ -173,6 +191,11 @@ const std::array kEditContext = std::to_array<MenuRow>({
     {kEntry, "mnuEC_SetOverlayTransparency", "Set Overlay &Key Color", "", &m.mnuEC_SetOverlayTransparency, mdiTarnwick::mnuEditSetOverlayTransparency_Click, &T::canSetKeyColor},
     rule("sr2", &m.sr2),
     {kCheck, "mnuEC_SelSliders", "&Selection Sliders", "", &m.mnuEC_SelSliders, moduleTimeline::ToggleSelSliders},
+    rule("sr3", &m.sr3),
+    {kEntry, "mnuEC_TrimStart", "Tr&im Start to Slider", "", &m.mnuEC_TrimStart, mdiTarnwick::mnuEditTrimStart_Click, &T::canTrim},
+    {kEntry, "mnuEC_TrimEnd", "Trim End to S&lider", "", &m.mnuEC_TrimEnd, mdiTarnwick::mnuEditTrimEnd_Click, &T::canTrim},
+    {kEntry, "mnuEC_CloseGap", "Delete and Close &Gap", "", &m.mnuEC_CloseGap, mdiTarnwick::mnuEditCloseGap_Click, &T::canEdit},
+    {kEntry, "mnuEC_SelectWithSound", "Select &with Sound", "", &m.mnuEC_SelectWithSound, mdiTarnwick::mnuEditSelectWithSound_Click, &T::isSourceSelected},
 });
 
 /// A button of the toolbar does what a menu entry does, when it does.
@@ -225,6 +248,19 @@ const MenuRow* findMenu(std::string_view name)
         }
     }
     return nullptr;
+}
+
+std::string_view shownKeyOf(const MenuRow& row)
+{
+    if (!row.shortcut.empty() || row.handler == nullptr) {
+        return row.shortcut;
+    }
+    if (const std::string_view second = secondKeyOf(row.name); !second.empty()) {
+        return second;
+    }
+    const auto twin = std::ranges::find_if(
+        kMenuBar, [&](const MenuRow& other) { return other.handler == row.handler && !other.shortcut.empty(); });
+    return twin != kMenuBar.end() ? twin->shortcut : std::string_view();
 }
 
 std::span<const ToolRow> toolBar() { return kToolBar; }

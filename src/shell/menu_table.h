@@ -58,6 +58,10 @@ std::span<const MenuRow> editContext();
 /// The entry of that name in one of the three; nullptr when there is none.
 const MenuRow* findMenu(std::string_view name);
 
+/// The key that stands beside the caption: the row's own, a second one where it has none, in a pop-up that of the row
+/// of the menu bar that does the same. Empty for none.
+std::string_view shownKeyOf(const MenuRow& row);
+
 struct ToolRow {
     std::string_view key;
     std::string_view toolTip;

@@ -1,9 +1,12 @@
 #include "shell/menus_form.h"
 
 #include "hand/pointer_turn.h"
+#include "shell/command_help.h"
+#include "shell/key_table.h"
 #include "shell/mdiTarnwick_events.h"
-#include "shell/tool_texts.h"
+#include "windowing/help_pages.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/text.h"
 
 #include <QActionGroup>
@@ -15,6 +18,14 @@ using shell::MenuRow;
 namespace {
 
 constexpr int kMostOfAPath = 80; // characters of the menus of recent files; a menu as wide as the screen helps nobody
+
+/// What a command is for, for the mode in which a click explains it.
+void explain(QAction& action, const shell::CommandHelp* help)
+{
+    if (help != nullptr) {
+        action.setWhatsThis(help::answer(translated(help->text), fromProgram(help->topic)));
+    }
+}
 
 } // namespace
 
@@ -39,11 +50,12 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
     QMenu* subMenu = nullptr;
     auto* const choices = new QActionGroup(this);
     for (const MenuRow& row : rows) {
-        const QString caption = fromProgram(row.caption);
+        const QString caption = translated(row.caption);
         switch (row.kind) {
         case MenuKind::kTop:
             if (bar != nullptr) {
                 top = bar->addMenu(caption);
+                tellHighlights(*top);
             }
             break;
         case MenuKind::kRule:
@@ -52,11 +64,13 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
         case MenuKind::kSubMenu:
             subMenu = top->addMenu(caption);
             entries_.push_back({&row, subMenu->menuAction()});
+            explain(*subMenu->menuAction(), shell::helpOf(row));
             break;
         case MenuKind::kRecent:
             recents_.push_back({&row, top->addMenu(caption)});
             recents_.back().menu->setToolTipsVisible(true);
             entries_.push_back({&row, recents_.back().menu->menuAction()});
+            explain(*recents_.back().menu->menuAction(), shell::helpOf(row));
             break;
         case MenuKind::kSubEntry:
             entries_.push_back({&row, addEntry(row, *subMenu)});
@@ -74,12 +88,11 @@ void MainMenus::build(std::span<const MenuRow> rows, QMenuBar* bar, QMenu* popUp
 
 QAction* MainMenus::addEntry(const MenuRow& row, QMenu& menu)
 {
-    QAction* const action = menu.addAction(fromProgram(row.caption));
+    QAction* const action = menu.addAction(captionOf(row, translated(row.caption)));
     action->setObjectName(fromProgram(row.name));
     action->setCheckable(row.kind == MenuKind::kCheck || row.kind == MenuKind::kChoice);
-    if (!row.shortcut.empty()) {
-        action->setShortcut(QKeySequence(fromProgram(row.shortcut)));
-    }
+    setKeys(*action, row);
+    explain(*action, shell::helpOf(row));
     connect(action, &QAction::triggered, this, [action, &row] {
         if (row.handler == nullptr) {
             return;
@@ -93,18 +106,48 @@ QAction* MainMenus::addEntry(const MenuRow& row, QMenu& menu)
     return action;
 }
 
+/// A key of the panels is only written beside the caption: as a shortcut it would be taken from whoever types.
+QString MainMenus::captionOf(const MenuRow& row, const QString& caption)
+{
+    const std::string_view key = shell::shownKeyOf(row);
+    return shell::isPanelKey(key) ? caption + '\t' + QKeySequence(fromProgram(key)).toString(QKeySequence::NativeText)
+                                  : caption;
+}
+
+/// In a pop-up the keys are shown, and run by the menu bar's own entry.
+void MainMenus::setKeys(QAction& action, const MenuRow& row)
+{
+    QList<QKeySequence> keys;
+    for (const std::string_view key : {shell::shownKeyOf(row), shell::secondKeyOf(row.name)}) {
+        if (const QKeySequence sequence(fromProgram(key)); !shell::isPanelKey(key) && !keys.contains(sequence)) {
+            keys.append(sequence);
+        }
+    }
+    keys.removeAll(QKeySequence());
+    action.setShortcuts(keys);
+    action.setShortcutVisibleInContextMenu(true);
+}
+
+/// Undo and Redo say in the status bar what they are about, for as long as they are highlighted.
+void MainMenus::tellHighlights(QMenu& menu)
+{
+    connect(&menu, &QMenu::hovered, this,
+            [](const QAction* action) { mdiTarnwick::MenuHighlighted(toProgram(action->objectName())); });
+    connect(&menu, &QMenu::aboutToHide, this, [] { mdiTarnwick::MenuHighlighted({}); });
+}
+
 void MainMenus::buildTools(QToolBar& tools)
 {
     for (const shell::ToolRow& row : shell::toolBar()) {
         if (row.opensGroup) {
             tools.addSeparator();
         }
-        QAction* const action = tools.addAction(fromProgram(row.toolTip));
+        QAction* const action = tools.addAction(translated(row.toolTip));
         action->setObjectName("tbr_" + fromProgram(row.key));
-        const QString tip = row.toolTip.empty() ? tr("Help") : fromProgram(row.toolTip);
+        const QString tip = row.toolTip.empty() ? tr("Help") : translated(row.toolTip);
         action->setText(tip);
         action->setToolTip(tip);
-        action->setWhatsThis(fromProgram(shell::whatsThisOf(row.key)));
+        explain(*action, shell::helpOf(row));
         action->setCheckable(row.isView);
         if (QWidget* const button = tools.widgetForAction(action)) {
             button->setAccessibleName(tip);
@@ -146,8 +189,8 @@ void MainMenus::showState()
         if (entry.action->isCheckable()) {
             entry.action->setChecked(state.Checked);
         }
-        const QString caption = fromProgram(state.Caption.get());
-        if (!caption.isEmpty() && entry.action->text() != caption) {
+        const QString caption = captionOf(*entry.row, translated(state.Caption.get()));
+        if (!state.Caption.get().empty() && entry.action->text() != caption) {
             entry.action->setText(caption);
         }
     }
@@ -168,7 +211,7 @@ void MainMenus::showRecent(const Recent& recent)
     const auto shown = recent.menu->actions();
     bool differs = shown.size() != static_cast<qsizetype>(items.size());
     for (std::size_t i = 0; i < items.size() && !differs; ++i) {
-        differs = shown[static_cast<qsizetype>(i)]->data().toString() != fromProgram(items[i].Caption.get())
+        differs = shown[static_cast<qsizetype>(i)]->data().toString() != translatedWord(items[i].Caption.get())
                   || shown[static_cast<qsizetype>(i)]->isEnabled() != items[i].Enabled.get();
     }
     if (!differs) {
@@ -177,12 +220,13 @@ void MainMenus::showRecent(const Recent& recent)
     recent.menu->clear();
     const QFontMetrics metrics = recent.menu->fontMetrics();
     for (std::size_t i = 0; i < items.size(); ++i) {
-        const QString caption = fromProgram(items[i].Caption.get());
+        const QString caption = translatedWord(items[i].Caption.get()); // a path, or that there is none
         QString text = metrics.elidedText(caption, Qt::ElideMiddle, metrics.averageCharWidth() * kMostOfAPath);
         const bool isCut = text != caption;
         QAction* const action = recent.menu->addAction(text.replace("&", "&&"));
         action->setToolTip(isCut ? caption : QString());
         action->setData(caption);
+        action->setWhatsThis(recent.menu->menuAction()->whatsThis());
         action->setEnabled(items[i].Enabled && recent.row->pick != nullptr);
         connect(action, &QAction::triggered, recent.menu, [row = recent.row, i] {
             if (row->pick != nullptr) {

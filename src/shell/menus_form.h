@@ -35,6 +35,9 @@ private:
 
     void build(std::span<const shell::MenuRow> rows, QMenuBar* bar, QMenu* popUp);
     QAction* addEntry(const shell::MenuRow& row, QMenu& menu);
+    void tellHighlights(QMenu& menu);
+    static void setKeys(QAction& action, const shell::MenuRow& row);
+    static QString captionOf(const shell::MenuRow& row, const QString& caption);
     void buildTools(QToolBar& tools);
     static void showRecent(const Recent& recent);
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Where the panels stand in the main window, and the commands that show and hide them. Nothing is raised to the caller.
-// Interface thread only.
+// Where the panels stand in the main window, the commands that show and hide them, and the dividers between them.
+// Nothing is raised to the caller. Interface thread only.
 //
 // With W and H the inner size without the tools' column, and T the height of the timeline:
 //
@@ -14,6 +14,11 @@
 //
 // Results stand in `forms::mdiTarnwick` as `TimelinePlace` and so on; the place of a hidden panel is not touched. A
 // hidden timeline and hidden tools take no room.
+//
+// What a hand sets by the dividers stands in for the 0.62 and for T from then on, also when the window changes and when
+// a panel comes back, and is kept in the settings. Where the window is too small for it, every panel keeps some room.
+
+#include <cstdint>
 
 namespace mdiTarnwick {
 
@@ -26,7 +31,18 @@ void mnuViewMediaList_Click();
 void mnuViewPreview_Click();
 void mnuViewTimeline_Click();
 void mnuViewTools_Click();
-/// Places the panels, lets events run, places them again.
+/// What a hand has set is forgotten; then it places the panels, lets events run, places them again.
 void mnuWindowArrangeAll_Click();
+
+/// Takes over what the settings keep of the dividers.
+void LoadDividers();
+/// A divider is drawn to that place of the inner area, pixels; the panels go along.
+void DrawListDivider(std::int32_t x);
+void DrawTimelineDivider(std::int32_t y);
+/// It was let go: the settings keep it.
+void KeepDividers();
+/// The arrangement's own share, or height, is back.
+void ForgetListDivider();
+void ForgetTimelineDivider();
 
 } // namespace mdiTarnwick

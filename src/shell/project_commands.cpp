@@ -12,6 +12,8 @@
 #include "project/ModuleProject.h"
 #include "project/frmNewProject.h"
 
+#include <functional>
+
 namespace mdiTarnwick {
 
 namespace {
@@ -140,6 +142,23 @@ void closeProject()
 /// False when nothing would be closed.
 bool hasProject() { return !state::ProjectOpenFailed || state::FileCollection.Count() > 0; }
 
+/// Asks what becomes of unsaved changes, and opens what `choose` answers.
+void openBy(const std::function<std::string()>& choose)
+{
+    if (isBusy()) {
+        return;
+    }
+    constexpr std::int32_t kCancelled = 32755;
+    constexpr std::int32_t kFileExists = 58;
+    constexpr std::int32_t kNameTooLong = 20476;
+    const LoadSpan span;
+    Trapped(kModule, "mnuFileOpenProject_Click", [&] { openChosen(choose()); },
+            {{kCancelled, [] {}},
+             {kFileExists, [] { tellUser("Unable to open Project, the Project file may be corrupt."); }},
+             {kNameTooLong, [] { tellUser("Unable to open Project. Project path and/or filename is too long."); }}});
+    EnableOrDisableMenuItems();
+}
+
 /// The dialogue and what follows its end, however it ended.
 void showNewProject()
 {
@@ -171,20 +190,11 @@ void mnuFileNewProject_Click()
     EnableOrDisableMenuItems();
 }
 
-void mnuFileOpenProject_Click()
+void mnuFileOpenProject_Click() { openBy(chosenProject); }
+
+void OpenProjectFile(const std::string& path)
 {
-    if (isBusy()) {
-        return;
-    }
-    constexpr std::int32_t kCancelled = 32755;
-    constexpr std::int32_t kFileExists = 58;
-    constexpr std::int32_t kNameTooLong = 20476;
-    const LoadSpan span;
-    Trapped(kModule, "mnuFileOpenProject_Click", [] { openChosen(chosenProject()); },
-            {{kCancelled, [] {}},
-             {kFileExists, [] { tellUser("Unable to open Project, the Project file may be corrupt."); }},
-             {kNameTooLong, [] { tellUser("Unable to open Project. Project path and/or filename is too long."); }}});
-    EnableOrDisableMenuItems();
+    openBy([&] { return path; });
 }
 
 void mnuFileRP_Click(std::size_t index)

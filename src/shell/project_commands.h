@@ -16,6 +16,8 @@ namespace mdiTarnwick {
 void mnuFileNewProject_Click();
 /// Asks for a project, then what becomes of unsaved changes, and opens it.
 void mnuFileOpenProject_Click();
+/// The same with a project that needs no choosing, by its whole path.
+void OpenProjectFile(const std::string& path);
 /// Opens a project of the recent list by its place in the menu, from 0. Unsaved changes are dropped without a question.
 void mnuFileRP_Click(std::size_t index);
 /// Closes the project after two questions. `forms::mdiTarnwick.CloseCancelled` is true when it stays.

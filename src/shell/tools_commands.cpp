@@ -1,6 +1,7 @@
 #include "shell/tools_commands.h"
 
 #include "capture/frmCapture.h"
+#include "core/forms/mdiTarnwick.h"
 #include "core/shared_state.h"
 #include "core/upcalls.h"
 #include "tools/frmAddText.h"
@@ -29,6 +30,16 @@ void mnuEditSetOverlayTransparency_Click() { run(moduleTimeline::OnEditSetOverla
 void mnuToolsAddText_Click() { run(frmAddText::ShowModal); }
 
 void mnuToolsCapture_Click() { run(frmCapture::ShowModal); }
+
+void mnuToolsTrimMode_Click()
+{
+    auto& window = forms::mdiTarnwick;
+    window.mnuToolsTrimMode.Checked = !window.mnuToolsTrimMode.Checked;
+    if (!state::BusyOpening) { // the progress of an opening is not written over
+        window.sbr.Panel(1) =
+            window.mnuToolsTrimMode.Checked ? "Trim mode: drag either end of a bar to trim it" : "Trim mode is off";
+    }
+}
 
 void mnuToolsTakeSnap_Click() { run(frmTakeSnap::ShowModal); }
 

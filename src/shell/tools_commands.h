@@ -13,6 +13,8 @@ void mnuEditSetOverlayTransparency_Click();
 void mnuToolsAddText_Click();
 /// The window that records a camera and a microphone.
 void mnuToolsCapture_Click();
+/// While the mode is on, both ends of a bar trim it. It is off at each start.
+void mnuToolsTrimMode_Click();
 /// A still of the movie at the main slider.
 void mnuToolsTakeSnap_Click();
 

@@ -11,6 +11,7 @@
 #include "items/items.h"
 #include "items/row_items.h"
 #include "items/track_rows.h"
+#include "timeline/bar_pictures.h"
 #include "timeline/item_names.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/slider_places.h"
@@ -55,8 +56,8 @@ public:
         bool isLocked;
     };
 
-    BarPainter(PictureBox& pic, ItemKind kind, engine::Handle track, Look look)
-        : canvas_(pic.drawing), height_(pic.ScaleHeight), kind_(kind), track_(track), look_(look),
+    BarPainter(PictureBox& pic, ItemKind kind, engine::Handle track, Look look, timeline::BarPictures* pictures)
+        : canvas_(pic.drawing), height_(pic.ScaleHeight), kind_(kind), track_(track), look_(look), pictures_(pictures),
           showsMarks_(timeline::isSelectionHidden() && !look.isLocked), engine_(engine::EngineAs<engine::ITWTimeline>())
     {}
 
@@ -73,7 +74,7 @@ public:
             if (item->stop < view_.start) {
                 continue;
             }
-            paintBody(*item);
+            paintBody(*item, seq);
             paintCaption(*item, seq);
             paintCorner(*item);
             if (showsMarks_ && items.isSelected(seq)) {
@@ -83,7 +84,7 @@ public:
     }
 
 private:
-    void paintBody(const ItemTimes& item)
+    void paintBody(const ItemTimes& item, std::int16_t seq)
     {
         // A difference, not a cut time: it lies at the view's edge or left of it, and so the fill begins beyond.
         const Milliseconds drawStart = item.start < view_.start ? view_.start - item.start : item.start;
@@ -92,6 +93,8 @@ private:
         const std::int32_t right = view_.x(item.stop);
         const std::int32_t h = height_;
         canvas_.filledBox(view_.x(drawStart), 0, view_.x(drawStop), h - 1, look_.fill);
+        isCovered_ = pictures_ != nullptr && kind_ == ItemKind::kSource
+                     && pictures_->paint(canvas_, {track_, seq, item, left, right, h, look_.shadow, look_.isLocked});
         canvas_.box(left, 0, right, h - 1, kOutline);
         canvas_.box(left + 2, 2, left + 2, h - 3, kHighlight);
         canvas_.box(left + 2, 2, right - 2, 2, kHighlight);
@@ -111,8 +114,20 @@ private:
             kind_ == ItemKind::kSource ? names_.ofSource(track_, seq) : names_.ofEffect(track_, seq);
         if (canvas_.textWidth(name) < room) {
             const double y = height_ / 2.0 - canvas_.textHeight() / 2;
+            if (isCovered_) {
+                paintPlate(view_.x(item.start) + 10, y, canvas_.textWidth(name));
+            }
             canvas_.text(view_.x(item.start) + 10, y, name, colours::kWindowText);
         }
+    }
+
+    /// So that a name is read above pictures too.
+    void paintPlate(std::int32_t x, double y, double width)
+    {
+        constexpr std::int32_t kMargin = 4;
+        const auto top = static_cast<std::int32_t>(y) - 1;
+        const auto bottom = static_cast<std::int32_t>(y + canvas_.textHeight()) + 1;
+        canvas_.veil(x - kMargin, top, x + static_cast<std::int32_t>(width) + kMargin, bottom, look_.fill);
     }
 
     void paintCorner(const ItemTimes& item)
@@ -128,6 +143,9 @@ private:
 
     void markSelected(const ItemTimes& item)
     {
+        if (isCovered_) { // dots alone are not seen on a dark picture
+            canvas_.box(view_.x(item.start) + 1, 1, view_.x(item.stop) - 1, height_ - 2, kHighlight);
+        }
         canvas_.dottedBox(view_.x(item.start) + 1, 1, view_.x(item.stop) - 1, height_ - 2, kOutline);
         forms::mdiTarnwick.sbr.Panel("SELECTION") = time_text::MilliSecondsToTimetypeAsString(item.start) + " - "
                                                     + time_text::MilliSecondsToTimetypeAsString(item.stop);
@@ -138,7 +156,9 @@ private:
     ItemKind kind_;
     engine::Handle track_;
     Look look_;
+    timeline::BarPictures* pictures_;
     View view_{};
+    bool isCovered_ = false; // the bar in hand shows what lies in it
     bool showsMarks_;
     std::shared_ptr<engine::ITWTimeline> engine_;
     timeline::ItemNames names_;
@@ -186,28 +206,26 @@ Colours coloursOf(const items::TrackRow& row)
 }
 
 /// Paints all sources of a track that reach the view. Colours as `core/colours.h` says.
-void RenderBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
+void RenderBar(PictureBox& pic, engine::Handle track, const BarPainter::Look& look, timeline::BarPictures* pictures)
 {
-    Trapped("moduleScaleRenderer", "RenderBar*", [&] {
-        BarPainter(pic, ItemKind::kSource, track, {fill, shadow, locked}).paint();
-    });
+    Trapped("moduleScaleRenderer", "RenderBar*",
+            [&] { BarPainter(pic, ItemKind::kSource, track, look, pictures).paint(); });
 }
 
 /// The same for all its effects.
-void RenderEffectBar(PictureBox& pic, engine::Handle track, std::int32_t fill, std::int32_t shadow, bool locked)
+void RenderEffectBar(PictureBox& pic, engine::Handle track, const BarPainter::Look& look, timeline::BarPictures*)
 {
-    Trapped("moduleScaleRenderer", "RenderEffectBar*", [&] {
-        BarPainter(pic, ItemKind::kEffect, track, {fill, shadow, locked}).paint();
-    });
+    Trapped("moduleScaleRenderer", "RenderEffectBar*",
+            [&] { BarPainter(pic, ItemKind::kEffect, track, look, nullptr).paint(); });
 }
 
-void renderRows(RowKind kind)
+void renderRows(RowKind kind, timeline::BarPictures* pictures)
 {
     for (const items::TrackRow& row : items::rows()) {
         if (row.kind == kind) {
             const Colours colours = coloursOf(row);
             const auto render = kind == RowKind::kEffect ? RenderEffectBar : RenderBar;
-            render(row.picture, items::trackOf(row), colours.fill, colours.shadow, row.isLocked());
+            render(row.picture, items::trackOf(row), {colours.fill, colours.shadow, row.isLocked()}, pictures);
         }
     }
 }
@@ -216,16 +234,18 @@ void renderRows(RowKind kind)
 
 void RenderEffectBars()
 {
-    Trapped("moduleScaleRenderer", "RenderEffectBars*", [] { renderRows(RowKind::kEffect); });
+    Trapped("moduleScaleRenderer", "RenderEffectBars*", [] { renderRows(RowKind::kEffect, nullptr); });
 }
 
 void RenderAllBars()
 {
     Trapped("moduleScaleRenderer", "RenderAllBars*", [] {
-        renderRows(RowKind::kVideo);
-        renderRows(RowKind::kAudio);
+        timeline::BarPictures pictures;
+        renderRows(RowKind::kVideo, &pictures);
+        renderRows(RowKind::kAudio, &pictures);
         RenderEffectBars();
-        renderRows(RowKind::kOverlay);
+        renderRows(RowKind::kOverlay, &pictures);
+        pictures.finish();
         // The last selected item has written its times, and may be gone since.
         Shown<std::string>& times = forms::mdiTarnwick.sbr.Panel("SELECTION");
         if (!times.get().empty() && !isAnythingSelected()) {

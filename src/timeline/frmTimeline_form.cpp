@@ -6,20 +6,23 @@
 #include "hand/list_and_divider.h"
 #include "hand/tree_drop.h"
 #include "timeline/moduleScaleRenderer.h"
+#include "timeline/timeline_access_form.h"
 #include "timeline/timeline_marks_form.h"
+#include "timeline/timeline_news_form.h"
 #include "timeline/timeline_row_form.h"
 #include "timeline/timeline_row_parts_form.h"
 #include "timeline/timeline_tree_form.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/scheme.h"
 #include "windowing/show_pass.h"
-#include "windowing/text.h"
 
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -39,6 +42,7 @@ TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
     setObjectName("frmTimeline");
     setWhatsThis(tr("The timeline: your film from left to right. Each bar is a piece of a file."));
     setMouseTracking(true);
+    installTimelineAccess();
     makeList();
     base_ = new QWidget(this);
     base_->setObjectName("picTimelineBase");
@@ -51,6 +55,8 @@ TimelineForm::TimelineForm(QWidget* parent) : QWidget(parent)
     makeButtons();
     refreshIcons();
     driveTimer(this, form().tmTimeline);
+    driveTimer(this, form().tmDrag);
+    new TimelineNews(this);
     showPass().add(this, [this] { showState(); });
 }
 
@@ -97,7 +103,12 @@ void TimelineForm::makeScale()
     scale_->setAccessibleName(tr("Time scale"));
     scale_->setWhatsThis(tr("The time. A click puts the slider there; the arrow keys move it on."));
     scale_->pressed = [](int button, int, float x, float) { frmTimeline::picScale_MouseDown(button, x); };
-    scale_->moved = [](int, int, float x, float) { frmTimeline::picScale_MouseMove(x); };
+    scale_->moved = [this](int, int, float x, float) {
+        frmTimeline::picScale_MouseMove(x);
+        if (QToolTip::isVisible()) { // it follows the pointer
+            QToolTip::showText(QCursor::pos(), translated(form().picScaleToolTip.get()), scale_);
+        }
+    };
     scale_->keyDown = [](int key, int shift) {
         frmTimeline::picScale_KeyDown(key, shift);
         return key == 37 || key == 39;
@@ -236,6 +247,7 @@ void TimelineForm::tellSizes()
 {
     auto& f = form();
     f.Width = width();
+    f.PixelRatio = devicePixelRatioF();
     f.lblHighlight.Left = kHeaderWidth;
     f.picScale.ScaleWidth = scale_->width();
     f.picScale.ScaleHeight = scale_->height();
@@ -351,6 +363,7 @@ void TimelineForm::showState()
         scrollBar_->setEnabled(f.hsb.Enabled);
     }
     scale_->showState();
+    scale_->setToolTip(translated(f.picScaleToolTip.get()));
     for (RowPane* const row : rows_) {
         row->showState();
     }
@@ -361,7 +374,7 @@ void TimelineForm::showState()
                                        {selSliders_, &f.cmdSelSliders},
                                        {addBookmark_, &f.cmdAddBookmark},
                                        {removeBookmark_, &f.cmdRemoveBookmark}}) {
-        const QString tip = fromProgram(told->ToolTipText.get());
+        const QString tip = translated(told->ToolTipText.get());
         button->setToolTip(tip);
         button->setAccessibleName(tip);
         button->setEnabled(told->Enabled);

@@ -72,6 +72,26 @@ bool isAnyMarked()
     return form.SelectedBookmark != 0 || (first.Visible && first.Picture.get() == kSelectedLook);
 }
 
+void select(std::int16_t index)
+{
+    ImageBox& wanted = marker(index);
+    marker(form.SelectedBookmark).Picture = kPlain;
+    wanted.Picture = kSelectedLook;
+    form.SelectedBookmark = index;
+}
+
+void selectAt(engine::Milliseconds time)
+{
+    Trapped("moduleBookmarks", "selectAt", [&] {
+        for (std::size_t i = 0; i < form.imgBookmark.size(); ++i) {
+            if (form.imgBookmark[i].Visible && form.BookmarkTimes.at(i) == time) {
+                select(static_cast<std::int16_t>(i));
+                return;
+            }
+        }
+    });
+}
+
 void RemoveBookmark()
 {
     Trapped("moduleBookmarks", "RemoveBookmark", [] {

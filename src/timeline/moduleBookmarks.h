@@ -28,6 +28,10 @@ ImageBox& marker(std::int16_t index);
 
 /// A marker at the main slider.
 void AddBookmark();
+/// This one is the selected one, and looks so. Raises error 9 for a marker that does not exist.
+void select(std::int16_t index);
+/// The first one that is seen and stands at that time (ms), if any.
+void selectAt(engine::Milliseconds time);
 /// Whether there is a selected marker.
 bool isAnyMarked();
 /// Hides the selected marker; the one below it, if there is one, becomes the selected one. Does nothing when none is

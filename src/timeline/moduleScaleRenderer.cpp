@@ -61,12 +61,13 @@ void fitBar(Milliseconds length)
     }
 }
 
-/// What a step does once the factor has changed: the sliders keep their times, and the main one comes into view. The
-/// bar is first, as the view moves within its range; a view that needs no bar stays where it is.
-void showZoom()
+/// What a step does once the factor has changed: the sliders keep their times, and the main one comes into view where
+/// it is followed. The bar is first, and reaches that far at least, as the view moves within its range; a view that
+/// needs no bar stays where it is.
+void showZoom(Milliseconds reach, bool isSliderFollowed)
 {
-    fitBar(std::max(moduleTimeline::GetTimelineDuration(), state::SliderPosition));
-    moduleTimeline::SetSliderPosition(state::SliderPosition, true);
+    fitBar(std::max(moduleTimeline::GetTimelineDuration(), reach));
+    moduleTimeline::SetSliderPosition(state::SliderPosition, isSliderFollowed);
     moduleTimeline::SetSelSliderPosition(state::SelStartPosition, true);
     moduleTimeline::SetSelSliderPosition(state::SelEndPosition, false);
     RenderScale();
@@ -123,8 +124,8 @@ void ZoomOut()
     Trapped("moduleScaleRenderer", "ZoomOut", [] {
         constexpr int kLimit = 32765;
         if (zoom() * 2 < kLimit) {
-            state::ZoomFactor = numbers::narrowed<std::int16_t>(zoom() * 2);
-            showZoom();
+            state::ZoomFactor = numbers::narrowed<std::int16_t>(std::min<int>(zoom() * 2, kFurthestZoom));
+            showZoom(state::SliderPosition, true);
         }
         state::markModified();
     });
@@ -135,8 +136,23 @@ void ZoomIn()
     Trapped("moduleScaleRenderer", "ZoomIn", [] {
         if (zoom() / 2 > 0) {
             state::ZoomFactor = numbers::rounded<std::int16_t>(zoom() / 2.0);
-            showZoom();
+            showZoom(state::SliderPosition, true);
         }
+        state::markModified();
+    });
+}
+
+void ZoomTo(Milliseconds start, Milliseconds stop)
+{
+    Trapped("moduleScaleRenderer", "ZoomTo", [=] {
+        constexpr std::int32_t kMargin = 20; // pixels on each side; the view begins at a whole tick
+        const std::int64_t room = std::max(1, form.picScale.ScaleWidth - 2 * kMargin);
+        const std::int64_t fitting = (std::int64_t{stop} - start + room - 1) / room;
+        state::ZoomFactor = static_cast<std::int16_t>(std::clamp<std::int64_t>(fitting, 1, kFurthestZoom));
+        showZoom(stop, false);
+        const std::int32_t startPx = MsToPixels(start);
+        const std::int32_t spare = std::max(0, form.picScale.ScaleWidth - (MsToPixels(stop) - startPx));
+        ScrollTo(std::max(0, startPx - spare / 2) / std::max<std::int32_t>(1, state::TickSpacing));
         state::markModified();
     });
 }

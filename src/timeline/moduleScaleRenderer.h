@@ -45,9 +45,12 @@ void RenderScale();
 ///
 ///     in 10, 5, 2, 1     out 1, 2, 4, 8, 16, ...     so that in and out again does not lead back to 10
 ///
-/// Kept: projects hold zooms of both rows of numbers.
+/// Kept: projects hold zooms of both rows of numbers. A factor between them steps on in the same way.
 void ZoomIn();
 void ZoomOut();
+/// The view shows all from start to stop (ms), at the smallest factor at which it has the room, which may be any from 1
+/// to 20480. Times behind the film are reached as those of the sliders are. Marks the project modified.
+void ZoomTo(engine::Milliseconds start, engine::Milliseconds stop);
 /// Fits the scroll bar to the length of the timeline, whatever that is.
 void AdjustScroll();
 /// Moves the view's left edge to that tick, as far as the bar goes. A bar that is disabled stays: nobody could bring

@@ -79,4 +79,20 @@ void OnPicEffectClick(std::int16_t index)
     Trapped("moduleTimeline", "OnPicEffectClick", [&] { press(RowKind::kEffect, index); });
 }
 
+void SelectAll()
+{
+    Trapped("moduleTimeline", "SelectAll", [] {
+        ClearMFSTSubSelections();
+        const auto engine = EngineAs<ITWTimeline>();
+        items::forEachRow(*engine, [](const RowItems& row) {
+            const std::int16_t count = row.isLocked ? std::int16_t{0} : row.items.count();
+            for (std::int16_t seq = 0; seq < count; ++seq) {
+                row.select(seq, true);
+            }
+        });
+        moduleScaleRenderer::RenderAllBars();
+        EnableOrDisableMenuItems();
+    });
+}
+
 } // namespace moduleTimeline

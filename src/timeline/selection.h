@@ -1,6 +1,6 @@
 #pragma once
 
-// What a press on a row selects. Errors are trapped inside. Interface thread only.
+// What a press on a row selects, and a key. Errors are trapped inside. Interface thread only.
 
 #include <cstdint>
 
@@ -11,5 +11,8 @@ namespace moduleTimeline {
 void OnPicMediaClick(std::int16_t index, bool isVideo);
 void OnPicOverlayClick(std::int16_t index);
 void OnPicEffectClick(std::int16_t index);
+
+/// Selects every item of every row that is not locked, and nothing else.
+void SelectAll();
 
 } // namespace moduleTimeline

@@ -2,8 +2,11 @@
 
 #include "core/forms/frmTimeline.h"
 #include "core/numbers.h"
+#include "core/platform.h"
 #include "core/shared_state.h"
 #include "timeline/moduleScaleRenderer.h"
+
+#include <utility>
 
 namespace timeline {
 
@@ -45,6 +48,16 @@ void place(const SliderControls& slider, engine::Milliseconds pos)
 void placeLines(const SliderControls& slider)
 {
     placeLinesAt(slider, numbers::added(slider.handle.Left.get(), kHandleHalf));
+}
+
+void letEventsSeeMainSlider()
+{
+    struct Span {
+        const bool before = std::exchange(form.MovingSlider, true);
+        ~Span() { form.MovingSlider = before; }
+    };
+    const Span span;
+    ports.events->letRun();
 }
 
 bool showMainInView()

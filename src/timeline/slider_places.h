@@ -4,7 +4,7 @@
 //
 //     handle's left = x - 5      line on the scale = x      line over the tracks = lblHighlight.Left + x
 //
-// Nothing here lets events run. Conversions raise error 6 on overflow. Interface thread only.
+// Only `letEventsSeeMainSlider` lets events run. Conversions raise error 6 on overflow. Interface thread only.
 
 #include "core/controls.h"
 #include "engine/types.h"
@@ -38,6 +38,8 @@ std::int32_t viewLeft();
 void place(const SliderControls& slider, engine::Milliseconds pos);
 /// Puts both lines to the handle, which has moved.
 void placeLines(const SliderControls& slider);
+/// Lets events run behind a new place of the main slider, which is not the player's yet: its tick takes it no other.
+void letEventsSeeMainSlider();
 /// Shows the main slider if it stands in the view, hides it otherwise; true when it is shown.
 bool showMainInView();
 /// Shows the line over the tracks if the slider stands in the view. A hidden slider stays hidden.

@@ -44,7 +44,7 @@ void SetSliderPosition(Milliseconds pos, bool scroll)
 {
     Trapped("moduleTimeline", "SetSliderPosition*", [&] {
         timeline::place(timeline::mainSlider(), pos);
-        ports.events->letRun();
+        timeline::letEventsSeeMainSlider();
         const bool isInView = timeline::showMainInView();
         const std::string text = time_text::MilliSecondsToTimetypeAsString(pos);
         forms::mdiTarnwick.sbr.Panel("SLIDER_POS") = text;

@@ -2,7 +2,6 @@
 
 #include "core/forms/frmTimeline.h"
 #include "hand/slider_drag.h"
-#include "timeline/moduleBookmarks.h"
 
 TimelineMarks::TimelineMarks(QWidget* scale, QWidget* base)
     : scale_(scale), marker_(new ThinLine(QColor(0x70, 0x78, 0x80), "imgScaleMarker", scale))
@@ -15,6 +14,7 @@ TimelineMarks::TimelineMarks(QWidget* scale, QWidget* base)
                    new ThinLine(mainInk, "imgScaleSlider", scale)};
     trackLines_ = {new ThinLine(selectionInk, "picStartSelSlider", base),
                    new ThinLine(selectionInk, "picEndSelSlider", base), new ThinLine(mainInk, "picSlider", base)};
+    snapLine_ = new ThinLine(QColor::fromRgb(kSnapInk), "picSnapLine", base);
     using Shape = SliderHandle::Shape;
     handles_ = {new SliderHandle(f.imgStartSelHandle, Shape::kStart,
                                  {frmTimeline::imgStartSelHandle_MouseDown, frmTimeline::imgStartSelHandle_MouseMove,
@@ -26,7 +26,7 @@ TimelineMarks::TimelineMarks(QWidget* scale, QWidget* base)
                                  "imgEndSelHandle", scale),
                 new SliderHandle(f.imgSliderHandle, Shape::kMain,
                                  {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,
-                                  frmTimeline::imgSliderHandle_MouseUp},
+                                  frmTimeline::imgSliderHandle_MouseUp, frmTimeline::SnapSlider},
                                  "imgSliderHandle", scale)};
     handles_[0]->raise();
     handles_[1]->raise();
@@ -66,6 +66,7 @@ void TimelineMarks::showLines(int scaleHeight, int bottom)
     showLine(*trackLines_[0], f.picStartSelSlider, scaleHeight, bottom);
     showLine(*trackLines_[1], f.picEndSelSlider, scaleHeight, bottom);
     showLine(*trackLines_[2], f.picSlider, scaleHeight, bottom);
+    showLine(*snapLine_, f.picSnapLine, 0, bottom);
     marker_->setGeometry(f.imgScaleMarker.Left, scaleHeight - 8, 1, 8);
     marker_->setVisible(f.imgScaleMarker.Visible);
 }
@@ -84,7 +85,7 @@ void TimelineMarks::showBookmarks(int scaleHeight)
         bookmarks_[i]->setVisible(isThere);
         if (isThere) {
             bookmarks_[i]->move(f.imgBookmark[i].Left, scaleHeight - BookmarkFlag::kHeight);
-            bookmarks_[i]->setSelected(f.imgBookmark[i].Picture.get() == moduleBookmarks::kSelectedLook);
+            bookmarks_[i]->showState(f.imgBookmark[i]);
         }
     }
 }

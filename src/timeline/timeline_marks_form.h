@@ -21,6 +21,7 @@ private:
 
     QWidget* scale_;
     QWidget* marker_; // under the pointer
+    QWidget* snapLine_;
     std::vector<QWidget*> scaleLines_;
     std::vector<QWidget*> trackLines_;
     std::vector<SliderHandle*> handles_;

@@ -1,14 +1,15 @@
 #include "timeline/timeline_row_form.h"
 
-#include "hand/row_drag.h"
+#include "hand/row_events.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/scheme.h"
-#include "windowing/text.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -17,16 +18,30 @@ constexpr int kButtonSize = 22;
 /// A tint over a picture that lets presses through.
 class Tint final : public QWidget {
 public:
-    explicit Tint(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+    Tint(const QColor& ink, int edge, const QString& name, QWidget* parent) : QWidget(parent), ink_(ink), edge_(edge)
+    {
+        setObjectName(name);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
-        painter.fillRect(rect(), QColor(60, 60, 210, 56));
-        painter.fillRect(0, 0, 1, height(), QColor(60, 60, 210, 140));
-        painter.fillRect(width() - 1, 0, 1, height(), QColor(60, 60, 210, 140));
+        constexpr int kGround = 56; // of 255
+        constexpr int kEdge = 140;
+        QColor ink = ink_;
+        ink.setAlpha(kGround);
+        painter.fillRect(rect(), ink);
+        ink.setAlpha(edge_ > 1 ? 255 : kEdge);
+        painter.fillRect(0, 0, edge_, height(), ink);
+        painter.fillRect(width() - edge_, 0, edge_, height(), ink);
     }
+
+private:
+    QColor ink_;
+    int edge_; // pixels; a wide one is seen over any picture
 };
 
 /// What an option's picture is drawn as: its key, and whether it is only hinted at.
@@ -48,11 +63,11 @@ RowPane::RowPane(RowParts parts, QWidget* parent) : QWidget(parent), parts_(std:
     picture_->setAccessibleName(tr("%1 track").arg(parts_.name));
     picture_->setWhatsThis(
         tr("The row %1. Click a bar to select it, drag it to move it, drag its upper right corner to change "
-           "its length and speed.")
+           "its length and speed. With Alt, drag either end to trim it.")
             .arg(parts_.name));
     connectPicture();
-    selection_ = new Tint(picture_);
-    selection_->hide();
+    selection_ = new Tint(QColor(60, 60, 210), 1, "selection", picture_);
+    dropMark_ = new Tint(QColor(224, 90, 0), 3, "dropMark", picture_);
     for (RowParts::Option* const option : {&parts_.disable, &parts_.lock, &parts_.link}) {
         auto* const button = new QToolButton(this);
         button->setAutoRaise(true);
@@ -84,7 +99,7 @@ void RowPane::connectPicture()
     picture_->released = [this](int button, int shift, float x, float y) { release(button, shift, x, y); };
     picture_->keyDown = [this](int key, int shift) {
         parts_.keyDown(key, shift);
-        return true; // the ground below would move the slider
+        return isHeld_ || key == 37 || key == 39; // the ground below would move the slider
     };
     picture_->setAcceptDrops(true);
     picture_->takesDrops = [this] {
@@ -92,7 +107,13 @@ void RowPane::connectPicture()
         const bool isEffect = source != nullptr && source->objectName() == "lvwEffects";
         return isEffect == parts_.objectName.startsWith("picEffect");
     };
-    picture_->dropped = [this] { parts_.dropped(); };
+    picture_->dropped = [this](int shift, float x) { parts_.dropped(shift, x); };
+    picture_->filesDropped = parts_.filesDropped;
+    picture_->draggedOver = parts_.draggedOver;
+    picture_->draggedOff = parts_.draggedOff;
+    picture_->doubleClicked = [this](int button, int shift) {
+        isDouble_ = button == programButton(Qt::LeftButton) && shift == 0;
+    };
     picture_->installEventFilter(this);
 }
 
@@ -101,6 +122,7 @@ void RowPane::press(int button, int shift, float x, float y)
     if (button == programButton(Qt::LeftButton)) {
         isHeld_ = true;
         isDragged_ = false;
+        isDouble_ = false;
         pressX_ = x;
     }
     parts_.pressed(button, shift, x, y);
@@ -127,6 +149,9 @@ void RowPane::release(int button, int shift, float x, float y)
         isHeld_ = false;
     }
     parts_.released(button, shift, x, y);
+    if (!isHeld_ && std::exchange(isDouble_, false) && !isDragged_) {
+        parts_.doubleClicked(x);
+    }
 }
 
 void RowPane::loseRelease()
@@ -200,7 +225,7 @@ void RowPane::showToggle(Toggle& toggle)
     button.setVisible(image.Visible);
     button.setEnabled(toggle.option->box->Enabled);
     button.setChecked(toggle.option->box->Value == 1);
-    button.setToolTip(fromProgram(image.ToolTipText.get()));
+    button.setToolTip(translated(image.ToolTipText.get()));
     if (toggle.shownPicture == image.Picture.get()) {
         return;
     }
@@ -232,7 +257,7 @@ void RowPane::showState()
     for (Toggle& toggle : toggles_) {
         showToggle(toggle);
     }
-    picture_->setToolTip(fromProgram(parts_.pointer->ToolTipText.get()));
+    picture_->setToolTip(translated(parts_.pointer->ToolTipText.get()));
     const bool resizes = parts_.pointer->MousePointer == 9;
     if (resizes != (picture_->cursor().shape() == Qt::SizeHorCursor)) {
         picture_->setCursor(resizes ? Qt::SizeHorCursor : Qt::ArrowCursor);
@@ -240,4 +265,7 @@ void RowPane::showState()
     const Marker& shape = *parts_.selection;
     selection_->setVisible(shape.Visible);
     selection_->setGeometry(shape.Left, 0, std::max<std::int32_t>(1, shape.Width), picture_->height());
+    const Marker& mark = parts_.pointer->DropMark;
+    dropMark_->setVisible(mark.Visible);
+    dropMark_->setGeometry(mark.Left, 0, mark.Width, picture_->height());
 }

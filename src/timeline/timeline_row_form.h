@@ -20,7 +20,11 @@ struct RowParts {
     std::function<void(int button, int shift, float x, float y)> moved;
     std::function<void(int button, int shift, float x, float y)> released;
     std::function<void(int key, int shift)> keyDown;
-    std::function<void()> dropped;
+    std::function<void(int shift, float x)> dropped;
+    std::function<void(const std::vector<std::string>& paths, int shift, float x)> filesDropped;
+    std::function<void(bool areRows, int shift, float x)> draggedOver;
+    std::function<void()> draggedOff;
+    std::function<void(float x)> doubleClicked;
     struct Option {
         CheckBox* box;
         ImageBox* image;
@@ -66,8 +70,10 @@ private:
     QLabel* name_;
     PictureWidget* picture_;
     QWidget* selection_;
+    QWidget* dropMark_;
     std::vector<Toggle> toggles_;
     int headerWidth_ = 150;
+    bool isDouble_ = false;  // by a press that was the second of a double click
     bool isHeld_ = false;    // the left button is down on the picture
     bool isDragged_ = false; // and the pointer has left the place of the press
     float pressX_ = 0;

@@ -2,13 +2,16 @@
 
 #include "core/forms/frmTimeline.h"
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <utility>
 
 #include "hand/bookmark_events.h"
+#include "timeline/moduleBookmarks.h"
 #include "windowing/picture_widget.h"
+#include "windowing/text.h"
 
 namespace {
 
@@ -37,7 +40,12 @@ SliderHandle::SliderHandle(ImageBox& state, Shape shape, Calls calls, const QStr
 void SliderHandle::showState()
 {
     const int left = state_.Left;
+    const QPoint before = pos();
     move(scale_->x() + left, scale_->y() + scale_->height() - kHeight);
+    if (QAccessible::isActive() && pos() != before) {
+        QAccessibleEvent moved(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&moved);
+    }
     // A drag holds it within these edges as well.
     setVisible(state_.Visible && left >= -kWidth / 2 - 1 && left <= scale_->width() - kWidth / 2);
 }
@@ -91,25 +99,32 @@ void SliderHandle::mouseMoveEvent(QMouseEvent* event) { calls_.move(programButto
 
 void SliderHandle::mouseReleaseEvent(QMouseEvent* event)
 {
-    isHeld_ = isHeld_ && event->button() != Qt::LeftButton;
+    const bool isEnd = isHeld_ && event->button() == Qt::LeftButton;
+    isHeld_ = isHeld_ && !isEnd;
     calls_.up(programButton(event->button()), xIn(*event));
+    if (isEnd && calls_.snap && event->modifiers().testFlag(Qt::ControlModifier)) {
+        calls_.snap();
+    }
 }
 
 BookmarkFlag::BookmarkFlag(std::int16_t index, QWidget* parent) : QWidget(parent), index_(index)
 {
     setObjectName(QString("imgBookmark%1").arg(index));
-    setAccessibleName(tr("Marker %1").arg(index));
     setWhatsThis(tr("A marker. Drag it to move it; click it and press F9 to remove it."));
-    setToolTip(tr("Marker: drag to move"));
     resize(kWidth, kHeight);
     hide();
 }
 
-void BookmarkFlag::setSelected(bool selected)
+void BookmarkFlag::showState(const ImageBox& state)
 {
-    if (isSelected_ != selected) {
-        isSelected_ = selected;
+    const bool isSelected = state.Picture.get() == moduleBookmarks::kSelectedLook;
+    if (std::exchange(isSelected_, isSelected) != isSelected) {
         update();
+    }
+    const QString time = fromProgram(state.ToolTipText.get());
+    if (time != toolTip()) {
+        setToolTip(time);
+        setAccessibleName(tr("Marker %1").arg(index_) + ", " + time);
     }
 }
 

@@ -17,6 +17,7 @@ public:
         std::function<void(int button, float x)> down;
         std::function<void(int button, float x)> move;
         std::function<void(int button, float x)> up;
+        std::function<void()> snap = {}; // behind the release, with Ctrl held; none: nothing
     };
 
     /// Stands over the scale's widget, on its parent: at the edges of the view half of it lies outside.
@@ -25,6 +26,7 @@ public:
     static constexpr int kWidth = 11; // the slider's own x is in its middle
     static constexpr int kHeight = 15;
 
+    Shape shape() const { return shape_; }
     /// Goes where the program has placed it; out of the view it is hidden.
     void showState();
 
@@ -54,7 +56,8 @@ public:
     static constexpr int kWidth = 9; // its time is 4 pixels right of its left edge
     static constexpr int kHeight = 13;
 
-    void setSelected(bool selected);
+    /// How it looks, and its time.
+    void showState(const ImageBox& state);
 
 protected:
     bool event(QEvent* event) override;
@@ -85,3 +88,4 @@ private:
 
 inline constexpr QRgb kMainInk = 0xFFD1452B;
 inline constexpr QRgb kSelectionInk = 0xFF3A4FC4;
+inline constexpr QRgb kSnapInk = 0xFFE08A00;

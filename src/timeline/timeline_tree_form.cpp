@@ -99,11 +99,22 @@ void TimelineTree::mouseReleaseEvent(QMouseEvent* event)
 
 void TimelineTree::keyPressEvent(QKeyEvent* event)
 {
-    if (!isDragged()) {
+    if (!isDragged() && event->key() == Qt::Key_Space && !isSearching()) {
+        event->ignore(); // it plays
+    } else if (!isDragged()) {
+        if (!event->text().isEmpty() && event->text().front().isPrint()) {
+            lastLetter_.start();
+        }
         QTreeView::keyPressEvent(event);
     } else if (event->key() == Qt::Key_Escape) {
         end();
     }
+}
+
+/// A name is being typed, to which a blank belongs.
+bool TimelineTree::isSearching() const
+{
+    return lastLetter_.isValid() && !lastLetter_.hasExpired(QApplication::keyboardInputInterval());
 }
 
 bool TimelineTree::event(QEvent* event)

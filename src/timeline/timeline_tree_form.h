@@ -9,6 +9,7 @@
 #include "windowing/tree_model.h"
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QTreeView>
 #include <functional>
 
@@ -39,6 +40,7 @@ protected:
 
 private:
     bool isDragged() const { return scrolling_.isActive(); }
+    bool isSearching() const;
     Places placesAt(QPoint point) const;
     void begin();
     void aim(QPoint point);
@@ -50,4 +52,5 @@ private:
     QPoint pressPoint_;
     Places aim_;            // what a drop would go to, empty for nothing
     QBasicTimer scrolling_; // runs during a drag
+    QElapsedTimer lastLetter_;
 };

@@ -5,6 +5,7 @@
 #include "tools/title_view_form.h"
 #include "windowing/bound_dialogue.h"
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/text.h"
 #include "windowing/turn_end.h"
 
@@ -141,7 +142,7 @@ Dialogue::Dialogue()
     QStatusBar* const status = makeStatus();
     column->addWidget(status);
     also([this, view] {
-        setWindowTitle(fromProgram(form().Caption.get()));
+        setWindowTitle(translated(form().Caption.get()));
         view->showTitle();
     });
     start();
@@ -224,7 +225,7 @@ void Dialogue::makePositionButton(QMenu* positions)
         if (shown != form().tbrPosition.Picture.get()) {
             shown = form().tbrPosition.Picture.get();
             button->setIcon(programIcon(shown, palette()));
-            button->setToolTip(fromProgram(form().tbrPosition.ToolTipText.get()));
+            button->setToolTip(translated(form().tbrPosition.ToolTipText.get()));
         }
     });
     tools_->addWidget(button);
@@ -251,6 +252,7 @@ QComboBox* Dialogue::editableList(const char* name, const QString& accessibleNam
     also([box, &state, shown = std::string()]() mutable {
         if (shown != state.Text.get() || !box->lineEdit()->hasFocus()) { // else somebody is typing
             shown = state.Text.get();
+            box->setCurrentIndex(box->findText(fromProgram(shown))); // the list opens at it
             box->setEditText(fromProgram(shown));
         }
     });

@@ -1,6 +1,7 @@
 #include "twcore/tarnwick_timeline.h"
 
 #include "engine/factory.h"
+#include "twcore/bars/bar_pictures_interface.h"
 #include "twcore/capture/capture_interface.h"
 #include "twcore/engine_options.h"
 #include "twcore/files/core_root.h"
@@ -12,9 +13,24 @@
 #include "twcore/project/project_store.h"
 #include "twcore/save/save_interface.h"
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace twcore {
 
 namespace {
+
+/// Pictures and packets that are done with go back to the system. Else the allocator learns from the first large block
+/// that is freed to keep such blocks, in the heap of whatever thread freed it: a fifth of a save's memory.
+void returnLargeBlocks()
+{
+#if defined(__GLIBC__)
+    constexpr int kLarge = 128 * 1024; // bytes; what the allocator begins with
+    static const int isSet = mallopt(M_MMAP_THRESHOLD, kLarge);
+    static_cast<void>(isSet);
+#endif
+}
 
 /// What the interfaces share, made ahead of them and living as long.
 struct EngineState {
@@ -31,7 +47,9 @@ public:
           timelineInterface_(EngineState::timeline, [this] { preview_.refreshLook(); }),
           projectStore_(EngineState::timeline, EngineState::files),
           saveInterface_(EngineState::timeline, EngineState::files)
-    {}
+    {
+        returnLargeBlocks();
+    }
 
     void* interfaceOf(const std::type_info& type) noexcept override
     {
@@ -47,6 +65,7 @@ public:
         offer(static_cast<engine::ITWFilePreview*>(&filePreview_));
         offer(static_cast<engine::ITWPreview*>(&preview_));
         offer(static_cast<engine::ITWProjectStore*>(&projectStore_));
+        offer(static_cast<engine::ITWBarPictures*>(&barPictures_));
         offer(static_cast<engine::ITWSave*>(&saveInterface_));
         offer(static_cast<engine::ITWProfiles*>(&profilesInterface_));
         offer(static_cast<engine::ITWCapture*>(&captureInterface_));
@@ -63,6 +82,7 @@ private:
     SaveInterface saveInterface_;
     ProfilesInterface profilesInterface_;
     CaptureInterface captureInterface_{profilesInterface_};
+    BarPicturesInterface barPictures_{EngineState::files};
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "windowing/bound_dialogue.h"
 
+#include "windowing/language.h"
 #include "windowing/qt_ports.h"
 #include "windowing/scheme.h"
 #include "windowing/show_pass.h"
@@ -61,7 +62,7 @@ QLineEdit* BoundDialogue::textBox(const char* name, const QString& accessibleNam
     };
     boxes_.push_back(&state);
     also([edit, &state] {
-        const QString text = fromProgram(state.Text.get());
+        const QString text = edit->isReadOnly() ? translated(state.Text.get()) : fromProgram(state.Text.get());
         if (edit->text() != text) { // else the caret stays where it is
             edit->setText(text);
             edit->setCursorPosition(edit->hasFocus() ? static_cast<int>(text.size()) : 0);
@@ -88,7 +89,7 @@ QComboBox* BoundDialogue::list(const char* name, const QString& accessibleName, 
             shown = state.List.get();
             box->clear();
             for (const std::string& text : shown) {
-                box->addItem(fromProgram(text));
+                box->addItem(translated(text));
             }
         }
         box->setCurrentIndex(state.ListIndex);
@@ -138,7 +139,7 @@ QLabel* BoundDialogue::said(const char* name, const Shown<std::string>& state)
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    also([label, &state] { label->setText(fromProgram(state.get())); });
+    also([label, &state] { label->setText(translated(state.get())); });
     return label;
 }
 

@@ -3,7 +3,7 @@
 #include "core/trap.h"
 #include "engine/surfaces.h"
 #include "windowing/bound_dialogue.h"
-#include "windowing/text.h"
+#include "windowing/language.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -76,7 +76,7 @@ private:
 Panel::Panel(ControlPanel& panel, QWidget* owner) : QDialog(owner), panel_(panel)
 {
     setObjectName("controlPanel");
-    setWindowTitle(fromProgram(panel.title));
+    setWindowTitle(translated(panel.title));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(16, 14, 16, 14);
     column->setSpacing(12);
@@ -101,7 +101,7 @@ QWidget* Panel::makeControls()
         if (control.kind == DeviceControl::Kind::kSwitch) {
             rows->addRow(widget);
         } else {
-            rows->addRow(fromProgram(control.name).replace('&', "&&") + ":", widget);
+            rows->addRow(translated(control.name).replace('&', "&&") + ":", widget);
         }
     }
     auto* const area = new QScrollArea(this);
@@ -119,7 +119,7 @@ QWidget* Panel::makeControls()
 QWidget* Panel::makeRange(std::size_t place)
 {
     const DeviceControl& control = panel_.controls[place];
-    const QString name = fromProgram(control.name);
+    const QString name = translated(control.name);
     auto* const both = new QWidget;
     auto* const slider = new QSlider(Qt::Horizontal, both);
     slider->setObjectName("sld" + QString::number(control.id));
@@ -130,7 +130,7 @@ QWidget* Panel::makeRange(std::size_t place)
     number->setAccessibleName(name);
     number->setKeyboardTracking(false); // a number that is half typed is none
     if (!control.unit.empty()) {
-        number->setSuffix(" " + fromProgram(control.unit));
+        number->setSuffix(" " + translated(control.unit));
     }
     connect(slider, &QSlider::valueChanged, this,
             [this, place](int at) { set(place, Steps(panel_.controls[place]).valueAt(at)); });
@@ -157,7 +157,7 @@ QWidget* Panel::makeRange(std::size_t place)
 QWidget* Panel::makeSwitch(std::size_t place)
 {
     const DeviceControl& control = panel_.controls[place];
-    auto* const box = new QCheckBox(fromProgram(control.name).replace('&', "&&"));
+    auto* const box = new QCheckBox(translated(control.name).replace('&', "&&"));
     box->setObjectName("chk" + QString::number(control.id));
     connect(box, &QCheckBox::toggled, this, [this, place](bool isOn) { set(place, isOn ? 1 : 0); });
     shows_.push_back([this, place, box] {
@@ -172,10 +172,10 @@ QWidget* Panel::makeChoice(std::size_t place)
     const DeviceControl& control = panel_.controls[place];
     auto* const box = new QComboBox;
     box->setObjectName("cbo" + QString::number(control.id));
-    box->setAccessibleName(fromProgram(control.name));
+    box->setAccessibleName(translated(control.name));
     box->setMaxVisibleItems(20);
     for (const DeviceControl::Choice& choice : control.choices) {
-        box->addItem(fromProgram(choice.name), choice.value);
+        box->addItem(translated(choice.name), choice.value);
     }
     connect(box, &QComboBox::currentIndexChanged, this, [this, place, box](int at) {
         if (at >= 0) {

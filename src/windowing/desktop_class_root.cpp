@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr const char* kMimeType = "application/x-quillmont-project";
-
 /// A text as a value of an entry.
 QByteArray escaped(QString text)
 {
@@ -65,17 +63,23 @@ QString fileOf(const QString& program)
     return program.isEmpty() ? QString() : QFileInfo(QStandardPaths::findExecutable(program)).canonicalFilePath();
 }
 
-/// Whether an entry starts the program.
-bool starts(const QString& entry, const QString& program)
+QByteArray bytesOf(const QString& path)
 {
-    QFile file(entry);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Whether an entry starts the program. One that nowhere has the product's name is another's: there are hundreds on a
+/// desktop, and each start asks.
+bool starts(const QByteArray& entry, const QString& program)
+{
+    if (!entry.contains("uillmont")) { // in capitals or not
         return false;
     }
     bool isMain = false; // in the group that tells of the program itself
     bool isNamed = false;
-    while (!file.atEnd()) {
-        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+    for (const QByteArray& bytes : entry.split('\n')) {
+        const QString line = QString::fromUtf8(bytes).trimmed();
         const auto valueOf = [&](const char* key) {
             const qsizetype sign = line.indexOf('=');
             return isMain && line.left(sign).trimmed() == key ? unescaped(line.mid(sign + 1).trimmed()) : QString();
@@ -96,7 +100,7 @@ bool isInstalled(const DesktopPlaces& places)
     return std::ranges::any_of(places.systemFolders, [&](const QString& folder) {
         QDirIterator entries(folder + "/applications", {"*.desktop"}, QDir::Files, QDirIterator::Subdirectories);
         while (entries.hasNext()) {
-            if (starts(entries.next(), program)) {
+            if (starts(bytesOf(entries.next()), program)) {
                 return true;
             }
         }
@@ -106,44 +110,44 @@ bool isInstalled(const DesktopPlaces& places)
 
 QByteArray mimePackage(const QString& ending, const QString& description)
 {
-    return QString(R"(<?xml version="1.0" encoding="UTF-8"?>
-<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info">
-  <mime-type type="%1">
-    <comment>%2</comment>
-    <sub-class-of type="application/xml"/>
-    <icon name="quillmont"/>
-    <glob pattern="*%3"/>
-  </mime-type>
-</mime-info>
-)")
-        .arg(kMimeType, description.toHtmlEscaped(), ending.toHtmlEscaped())
-        .toUtf8();
+    return bytesOf(":/desktop/quillmont.xml.in")
+        .replace("@project_ending@", ending.toHtmlEscaped().toUtf8())
+        .replace("@project_class@", description.toHtmlEscaped().toUtf8());
 }
 
+constexpr const char* kTryExec = "TryExec=";
+constexpr const char* kExec = "Exec=";
+
+/// The system's entry, that starts this very program.
 QByteArray desktopEntry(const QString& program)
 {
-    return "[Desktop Entry]\n"
-           "Type=Application\n"
-           "Version=1.4\n"
-           "Name=Quillmont\n"
-           "GenericName=Video Editor\n"
-           "Comment=Cut and join films on a timeline\n"
-           "TryExec="
-           + escaped(program) + "\nExec=" + execLine(program)
-           + "\nIcon=quillmont\n"
-             "Terminal=false\n"
-             "StartupNotify=true\n"
-             "MimeType="
-           + kMimeType
-           + ";\n"
-             "Categories=AudioVideo;Video;AudioVideoEditing;\n";
+    QByteArray entry;
+    for (const QByteArray& line : bytesOf(":/desktop/quillmont.desktop").split('\n')) {
+        entry += line.startsWith(kTryExec) ? kTryExec + escaped(program)
+                 : line.startsWith(kExec)  ? kExec + execLine(program)
+                                           : line;
+        entry += '\n';
+    }
+    entry.chop(1); // what stood behind the last line's end
+    return entry;
 }
 
-QByteArray bytesOf(const QString& path)
+/// Whether a start of this program has written the entry, for whichever place it ran from then: not one that a person
+/// has made or changed. No line of it is another's, and both programs are one.
+bool isOurs(const QByteArray& entry)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QList<QByteArray> ours = bytesOf(":/desktop/quillmont.desktop").split('\n');
+    QByteArray tried;
+    QByteArray run;
+    const bool isKnown = std::ranges::all_of(entry.split('\n'), [&](const QByteArray& line) {
+        tried = line.startsWith(kTryExec) ? line.mid(qstrlen(kTryExec)) : tried;
+        run = line.startsWith(kExec) ? line.mid(qstrlen(kExec)) : run;
+        return line.startsWith(kTryExec) || line.startsWith(kExec) || ours.contains(line);
+    });
+    return isKnown && !tried.isEmpty() && run == execLine(unescaped(QString::fromUtf8(tried)));
 }
+
+constexpr const char* kEntry = "applications/quillmont.desktop";
 
 struct Written {
     QString path; // below the data folder
@@ -200,21 +204,34 @@ void DesktopClassRoot::notifyChanged()
     const Written files[] = {
         {"mime/packages/quillmont.xml", mimePackage(fromProgram(ending_), fromProgram(description_)),
          "update-mime-database", "mime"},
-        {"applications/quillmont.desktop", desktopEntry(places_.program), "update-desktop-database", "applications"},
-        {"icons/hicolor/scalable/apps/quillmont.svg", bytesOf(":/icons/quillmont.svg"), nullptr, {}}};
+        {"icons/hicolor/scalable/apps/quillmont.svg", bytesOf(":/icons/quillmont.svg"), nullptr, {}},
+        {"icons/hicolor/scalable/mimetypes/application-x-quillmont-project.svg",
+         bytesOf(":/icons/quillmont_project.svg"),
+         nullptr,
+         {}},
+        {kEntry, desktopEntry(places_.program), "update-desktop-database", "applications"}};
     const auto pathOf = [&](const Written& file) { return places_.dataFolder + "/" + file.path; };
-    const auto isThere = [&](const Written& file) { return bytesOf(pathOf(file)) == file.bytes; };
-    if (std::ranges::all_of(files, isThere) || isInstalled(places_)) {
+    const auto update = [&](const Written& file) {
+        if (file.tool != nullptr) {
+            places_.update(file.tool, places_.dataFolder + "/" + file.list);
+        }
+    };
+    if (isInstalled(places_)) {
+        const bool isTakenBack = isOurs(bytesOf(places_.dataFolder + "/" + kEntry));
+        for (const Written& file : files) { // the entry last: what a kill leaves is known by it
+            if (isTakenBack && QFile::remove(pathOf(file))) {
+                update(file);
+            }
+        }
         return;
     }
     for (const Written& file : files) {
-        if (isThere(file) || !QDir().mkpath(QFileInfo(pathOf(file)).path())) {
+        if (bytesOf(pathOf(file)) == file.bytes || !QDir().mkpath(QFileInfo(pathOf(file)).path())) {
             continue;
         }
         QSaveFile target(pathOf(file));
-        if (target.open(QIODevice::WriteOnly) && target.write(file.bytes) == file.bytes.size() && target.commit()
-            && file.tool != nullptr) {
-            places_.update(file.tool, places_.dataFolder + "/" + file.list);
+        if (target.open(QIODevice::WriteOnly) && target.write(file.bytes) == file.bytes.size() && target.commit()) {
+            update(file);
         }
     }
 }

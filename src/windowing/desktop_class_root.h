@@ -1,14 +1,16 @@
 #pragma once
 
 // The table of file classes as a desktop of the free world keeps it: a MIME type of the user's, an entry of the program
-// and its picture, as files below the user's data folder.
+// and their pictures, as files below the user's data folder.
 //
-//     mime/packages/quillmont.xml                       *.qpj is a project
-//     applications/quillmont.desktop                    this program opens projects
-//     icons/hicolor/scalable/apps/quillmont.svg         what both look like
+//     mime/packages/quillmont.xml                                            *.qpj is a project
+//     icons/hicolor/scalable/apps/quillmont.svg                              what the program looks like
+//     icons/hicolor/scalable/mimetypes/application-x-quillmont-project.svg   and a project
+//     applications/quillmont.desktop                                         this program opens projects
 //
 // Files that say so already are left alone, down to their times. Where an entry of the whole system's names this very
-// program, whoever installed it has said it all, and nothing is written.
+// program, whoever installed it has said it all: nothing is written, and what an earlier start wrote, before it was
+// installed, is taken away, as it would stand in front of the system's. An entry that a person made or changed stays.
 
 #include "core/platform.h"
 
@@ -37,7 +39,7 @@ public:
 
     void setString(std::string_view key, std::string_view name, std::string_view text) override;
     void setNumber(std::string_view, std::string_view, std::uint32_t) override {} // nothing here has numbers
-    /// Writes what differs, and has the desktop's lists of it made anew.
+    /// Writes what differs or takes away what is not needed, and has the desktop's lists of it made anew.
     void notifyChanged() override;
 
 private:

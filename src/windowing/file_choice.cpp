@@ -1,5 +1,6 @@
 #include "windowing/file_choice.h"
 
+#include "windowing/language.h"
 #include "windowing/text.h"
 
 #include <QDir>
@@ -69,7 +70,7 @@ QStringList toolkitFilters(const std::vector<FileFilter>& filters)
     QStringList all;
     for (const FileFilter& filter : filters) {
         // The name tells its patterns itself; the toolkit reads them from the brackets at the end.
-        QString name = fromProgram(filter.name);
+        QString name = translated(filter.name);
         name = name.left(name.indexOf('(') < 0 ? name.size() : name.indexOf('(')).trimmed();
         all << name + " (" + widened(filter).join(' ') + ")";
     }

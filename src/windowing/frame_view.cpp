@@ -1,6 +1,6 @@
 #include "windowing/frame_view.h"
 
-#include "windowing/text.h"
+#include "windowing/language.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -47,7 +47,7 @@ void FrameView::say(engine::Text text) noexcept
 {
     {
         const std::lock_guard lock(mutex_);
-        words_ = fromProgram(text);
+        words_ = translated(text);
     }
     postUpdate();
 }

@@ -83,7 +83,7 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& address)
     case QTextDocument::HtmlResource:
         return bytes.isEmpty() ? missingPage(whole) : bytes;
     case QTextDocument::ImageResource:
-        return bytes.isEmpty() ? QVariant() : drawing(bytes);
+        return bytes.isEmpty() ? QVariant() : whole.path().endsWith(".svg") ? drawing(bytes) : photograph(bytes);
     default:
         return bytes;
     }
@@ -111,6 +111,59 @@ QImage HelpBrowser::drawing(QByteArray svg) const
     painter.end();
     picture.setDevicePixelRatio(ratio);
     return picture;
+}
+
+/// A picture of the program: as large as it was taken, times the zoom, as far as the window has room, with an edge.
+QImage HelpBrowser::photograph(const QByteArray& bytes) const
+{
+    QImage picture = QImage::fromData(bytes);
+    if (picture.isNull()) {
+        return picture;
+    }
+    const qreal scale = std::min(QFontInfo(font()).pointSizeF() / plainPoints_, pictureRoom() / picture.width());
+    const qreal ratio = devicePixelRatioF();
+    picture =
+        picture.convertToFormat(QImage::Format_RGB32)
+            .scaled(QSizeF(picture.size() * scale * ratio).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QPainter painter(&picture);
+    painter.setPen(QColor(0x80, 0x84, 0x8A)); // seen on a bright and on a dark ground
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.end();
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+}
+
+void HelpBrowser::doSetSource(const QUrl& address, QTextDocument::ResourceType type)
+{
+    if (address.scheme() != "quillmont") {
+        keepPlace();
+        QTextBrowser::doSetSource(address, type);
+    } else if (deed) {
+        deed(address.path());
+    }
+}
+
+void HelpBrowser::backward()
+{
+    keepPlace();
+    QTextBrowser::backward();
+    takePlace();
+}
+
+void HelpBrowser::forward()
+{
+    keepPlace();
+    QTextBrowser::forward();
+    takePlace();
+}
+
+void HelpBrowser::keepPlace() { places_[backwardHistoryCount()] = verticalScrollBar()->value(); }
+
+/// The toolkit scrolls to the link that was followed last, which a reader may have left far behind.
+void HelpBrowser::takePlace()
+{
+    document()->size(); // the page is set to its end, and can be scrolled there
+    verticalScrollBar()->setValue(places_[backwardHistoryCount()]);
 }
 
 void HelpBrowser::changeEvent(QEvent* event)

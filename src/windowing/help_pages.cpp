@@ -3,15 +3,21 @@
 #include <QFile>
 #include <QTextDocument>
 #include <algorithm>
+#include <array>
 
 /// Outside a namespace, as the toolkit's macro wants it: a static library's resources come in only when asked for.
-static void bringInPages() { Q_INIT_RESOURCE(help); }
+static void bringInPages()
+{
+    Q_INIT_RESOURCE(help);
+    Q_INIT_RESOURCE(keys); // the page that is made from the tables
+}
 
 namespace help {
 
 namespace {
 
 const QString kRoot = QStringLiteral("/help/");
+constexpr auto kAnyCase = QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption;
 
 QString read(const QString& page) { return QString::fromUtf8(fileOf(addressOf(page))); }
 
@@ -89,13 +95,35 @@ QByteArray fileOf(const QUrl& address)
     return address.scheme() == "qrc" && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+std::vector<IndexLine> indexWords()
+{
+    std::vector<IndexLine> lines;
+    for (const QString& line : read("index.txt").split('\n', Qt::SkipEmptyParts)) {
+        lines.push_back({line.section('|', 0, 0).trimmed(), line.section('|', 1).trimmed()});
+    }
+    return lines;
+}
+
+QString answer(const QString& text, const QString& topic)
+{
+    return QString("<p>%1</p><p><a href=\"%2\">%3</a></p>")
+        .arg(text.toHtmlEscaped(), topic, QObject::tr("More in the help").toHtmlEscaped());
+}
+
 std::vector<QRegularExpression> patternsOf(const QString& words)
 {
+    static const QRegularExpression word("\"([^\"]*)\"?|([^\\s\"]+)"); // a quote that is not closed yet goes to the end
     std::vector<QRegularExpression> patterns;
-    for (const QString& word : words.split(' ', Qt::SkipEmptyParts)) {
-        patterns.emplace_back("(?<!\\w)" + QRegularExpression::escape(word),
-                              QRegularExpression::CaseInsensitiveOption
-                                  | QRegularExpression::UseUnicodePropertiesOption);
+    for (auto match = word.globalMatch(words); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        const bool isQuoted = found.captured(2).isEmpty();
+        QStringList parts = found.captured(isQuoted ? 1 : 2).split(' ', Qt::SkipEmptyParts);
+        if (parts.isEmpty()) {
+            continue;
+        }
+        std::ranges::transform(parts, parts.begin(),
+                               [](const QString& part) { return QRegularExpression::escape(part); });
+        patterns.emplace_back("(?<!\\w)" + parts.join("\\s+") + (isQuoted ? "(?!\\w)" : ""), kAnyCase);
     }
     return patterns;
 }
@@ -103,25 +131,31 @@ std::vector<QRegularExpression> patternsOf(const QString& words)
 std::vector<Hit> pagesWith(const QString& words)
 {
     const std::vector<QRegularExpression> patterns = patternsOf(words.simplified());
-    std::vector<Hit> inTitle;
-    std::vector<Hit> inText;
+    std::array<std::vector<Hit>, 3> byWorth; // in the title; whole words; the rest
     for (const PageText& page : texts()) {
         const ContentsLine* const line = page.line;
         const QString& text = page.text;
-        const bool holdsAll = std::ranges::all_of(
-            patterns, [&](const QRegularExpression& pattern) { return pattern.match(text).hasMatch(); });
-        if (patterns.empty() || !holdsAll) {
+        const auto isIn = [](const QString& where, const QString& behind = {}) {
+            return [&where, behind](const QRegularExpression& pattern) {
+                return QRegularExpression(pattern.pattern() + behind, kAnyCase).match(where).hasMatch();
+            };
+        };
+        if (patterns.empty() || !std::ranges::all_of(patterns, isIn(text))) {
             continue;
         }
-        const bool isTitled = std::ranges::any_of(
-            patterns, [&](const QRegularExpression& pattern) { return pattern.match(line->title).hasMatch(); });
+        const std::size_t worth = std::ranges::any_of(patterns, isIn(line->title))       ? 0
+                                  : std::ranges::all_of(patterns, isIn(text, "(?!\\w)")) ? 1
+                                                                                         : 2;
         // The title stands above the text again; what follows it says more.
         auto first = patterns.front().match(text, line->title.size());
         const qsizetype place = first.hasMatch() ? first.capturedStart() : 0;
-        (isTitled ? inTitle : inText).push_back({line->page, line->title, excerptAt(text, place)});
+        byWorth[worth].push_back({line->page, line->title, excerptAt(text, place)});
     }
-    inTitle.insert(inTitle.end(), inText.begin(), inText.end());
-    return inTitle;
+    std::vector<Hit> hits;
+    for (const std::vector<Hit>& some : byWorth) {
+        hits.insert(hits.end(), some.begin(), some.end());
+    }
+    return hits;
 }
 
 } // namespace help

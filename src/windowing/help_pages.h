@@ -3,7 +3,8 @@
 // The pages of the help, packed into the program: in which order they stand, and which of them hold certain words.
 //
 // `help/contents.txt` is the list: a line that stands at the margin is a chapter's heading, an indented one the file of
-// a page below it. Pages are read when they are first asked for and kept. Interface thread only.
+// a page below it. `help/index.txt` holds the words of the index: "word | page.htm#part" a line. Pages are read when
+// they are first asked for and kept. Interface thread only.
 
 #include <QRegularExpression>
 #include <QString>
@@ -28,7 +29,19 @@ QString pageOf(const QUrl& address);
 /// The bytes of a page or a picture; empty when there is none.
 QByteArray fileOf(const QUrl& address);
 
-/// What finds each of the words, in capitals or not, where a word of the text begins with it.
+struct IndexLine {
+    QString word;
+    QString topic; // "page.htm#part"
+};
+
+/// What the index holds beside the commands; in the order of the file.
+std::vector<IndexLine> indexWords();
+
+/// What stands at the pointer when a click asks for a control: the text, and a link to the topic, which is its address.
+QString answer(const QString& text, const QString& topic);
+
+/// What finds each of the words, in capitals or not, where a word of the text begins with it. Words between quotes are
+/// found whole and in their order.
 std::vector<QRegularExpression> patternsOf(const QString& words);
 
 /// A page that holds all the words.
@@ -38,7 +51,8 @@ struct Hit {
     QString excerpt; // of the text around the first of the words
 };
 
-/// First those whose title holds a word, else in the order of the contents. Without words: none.
+/// First those whose title holds a word, then those that hold all words whole and not only as beginnings, else in the
+/// order of the contents. Without words: none.
 std::vector<Hit> pagesWith(const QString& words);
 
 } // namespace help

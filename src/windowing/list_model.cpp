@@ -1,5 +1,6 @@
 #include "windowing/list_model.h"
 
+#include "windowing/language.h"
 #include "windowing/text.h"
 
 #include <QMimeData>
@@ -61,7 +62,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
         return missing_;
     }
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
-        return fromProgram(column == 0 ? row.Text : row.SubItems[column - 1]);
+        return column == 0 ? translatedWord(row.Text) : translated(row.SubItems[column - 1]);
     }
     const auto icon = static_cast<std::size_t>(row.Icon);
     if (role == Qt::DecorationRole && column == 0 && icon >= 1 && icon <= icons_.size()) {

@@ -22,6 +22,11 @@ public:
     void dottedBox(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
     void filledBox(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
     void text(double x, double y, std::string_view text, std::int32_t colour) override;
+    void veil(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2, std::int32_t colour) override;
+    void picture(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2,
+                 const engine::SurfacePicture& picture) override;
+    void wave(std::int32_t x1, std::int32_t y1, std::int32_t y2, std::span<const engine::Peak> peaks,
+              std::int32_t colour) override;
     double textWidth(std::string_view text) override;
     double textHeight() override;
 

@@ -9,6 +9,7 @@
 PanelFrame::PanelFrame(QWidget* form, QWidget* parent) : QWidget(parent), form_(form)
 {
     form_->setParent(this);
+    setWhatsThis(form_->whatsThis()); // for its strip
     caption_ = new CutLabel(this);
     caption_->setContentsMargins(10, 0, 0, 0);
     caption_->setTextFormat(Qt::PlainText);

@@ -1,7 +1,9 @@
 #include "windowing/picture_widget.h"
 
+#include "windowing/dropped_files.h"
 #include "windowing/painter_canvas.h"
 
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -47,6 +49,10 @@ int programKey(int key)
         return 27;
     case Qt::Key_Space:
         return 32;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
     case Qt::Key_Left:
         return 37;
     case Qt::Key_Up:
@@ -58,7 +64,7 @@ int programKey(int key)
     case Qt::Key_Delete:
         return 46;
     default:
-        return 0;
+        return key >= Qt::Key_A && key <= Qt::Key_Z ? key : 0; // the same numbers
     }
 }
 
@@ -77,6 +83,10 @@ void PictureWidget::showState()
     if (strokes != shown_) {
         shown_ = strokes;
         update();
+        if (QAccessible::isActive()) {
+            QAccessibleEvent changed(this, QAccessible::ObjectReorder);
+            QAccessible::updateAccessibility(&changed);
+        }
     }
 }
 
@@ -120,6 +130,14 @@ void PictureWidget::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
+void PictureWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event);
+    if (doubleClicked) {
+        doubleClicked(programButton(event->button()), programShift(event->modifiers()));
+    }
+}
+
 void PictureWidget::keyPressEvent(QKeyEvent* event)
 {
     if (!keyDown || !keyDown(programKey(event->key()), programShift(event->modifiers()))) {
@@ -141,20 +159,49 @@ void PictureWidget::wheelEvent(QWheelEvent* event)
 
 void PictureWidget::dragEnterEvent(QDragEnterEvent* event)
 {
-    // Files of a file manager are the window's.
-    if (takesDrops && event->source() != nullptr && takesDrops()) {
-        event->acceptProposedAction();
+    const bool areRows = event->source() != nullptr;
+    if (areRows ? takesDrops && takesDrops() : filesDropped && event->mimeData()->hasUrls()) {
+        takeDrag(*event);
     } else {
         event->ignore();
     }
 }
 
+void PictureWidget::dragMoveEvent(QDragMoveEvent* event) { takeDrag(*event); }
+
+/// A copy, whatever the keys would make of it elsewhere: what is dragged stays where it is.
+void PictureWidget::takeDrag(QDropEvent& event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    if (draggedOver) {
+        draggedOver(event.source() != nullptr, programShift(event.modifiers()),
+                    static_cast<float>(event.position().x()));
+    }
+}
+
+void PictureWidget::dragLeaveEvent(QDragLeaveEvent*)
+{
+    if (draggedOff) {
+        draggedOff();
+    }
+}
+
 void PictureWidget::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
-    // The drag ends first: what follows may ask the person something.
-    QMetaObject::invokeMethod(
-        this, [this] { dropped(); }, Qt::QueuedConnection);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    if (draggedOff) {
+        draggedOff();
+    }
+    const int shift = programShift(event->modifiers());
+    const auto x = static_cast<float>(event->position().x());
+    std::function<void()> deed = [this, shift, x] { dropped(shift, x); };
+    if (event->source() == nullptr) {
+        deed = [this, paths = localFiles(*event->mimeData()), shift, x] { filesDropped(paths, shift, x); };
+    }
+    // The drag ends first: what follows takes time, or asks the person something.
+    QMetaObject::invokeMethod(this, deed, Qt::QueuedConnection);
 }
 
 void PictureWidget::focusInEvent(QFocusEvent* event)

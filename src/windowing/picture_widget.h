@@ -21,11 +21,20 @@ public:
     /// The wheel turned up by so many notches over x.
     std::function<void(double notches, int shift, float x)> wheel;
 
+    /// Behind the press that a double click is as well.
+    std::function<void(int button, int shift)> doubleClicked;
+
     /// Whether rows of a list of the program's own may be dropped now, and what a drop does.
     std::function<bool()> takesDrops;
-    std::function<void()> dropped;
+    std::function<void(int shift, float x)> dropped;
+    /// Files of a file manager were dropped. Unset, these are the window's.
+    std::function<void(const std::vector<std::string>& paths, int shift, float x)> filesDropped;
+    /// What may be dropped is over the picture: such rows, or such files.
+    std::function<void(bool areRows, int shift, float x)> draggedOver;
+    std::function<void()> draggedOff;
 
-    /// Paints again what has changed since the last pass.
+    const PictureBox& picture() const { return picture_; }
+    /// Paints again what has changed since the last pass, and tells those who cannot see it.
     void showState();
 
 protected:
@@ -33,14 +42,19 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void takeDrag(QDropEvent& event);
+
     PictureBox& picture_;
     std::vector<DrawList::Stroke> shown_;
 };

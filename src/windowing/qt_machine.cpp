@@ -1,5 +1,6 @@
 #include "windowing/qt_machine.h"
 
+#include "windowing/language.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
 
@@ -106,6 +107,6 @@ std::shared_ptr<void> QtMachine::keepAwake(std::string_view why)
     auto call = QDBusMessage::createMethodCall("org.freedesktop.login1", "/org/freedesktop/login1",
                                                "org.freedesktop.login1.Manager", "Inhibit");
     call << "sleep:idle"
-         << "Quillmont" << fromProgram(why) << "block";
+         << "Quillmont" << translated(why) << "block";
     return std::make_shared<QDBusPendingReply<QDBusUnixFileDescriptor>>(QDBusConnection::systemBus().asyncCall(call));
 }

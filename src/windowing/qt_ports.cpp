@@ -1,8 +1,10 @@
 #include "windowing/qt_ports.h"
 
+#include "core/shared_state.h"
 #include "engine/runtime_error.h"
 #include "windowing/file_choice.h"
 #include "windowing/font_dialog.h"
+#include "windowing/language.h"
 #include "windowing/painter_canvas.h"
 #include "windowing/show_pass.h"
 #include "windowing/text.h"
@@ -138,13 +140,17 @@ QFileInfo existing(std::string_view path)
 QWidget* dialogOwner()
 {
     QWidget* const modal = QApplication::activeModalWidget();
-    return modal != nullptr ? modal : QApplication::activeWindow();
+    QWidget* const active = modal != nullptr ? modal : QApplication::activeWindow();
+    // What only stands beside a window, as the tutorial, is read on while that one's dialogue is open.
+    const bool standsBeside = modal == nullptr && active != nullptr && active->windowType() == Qt::Dialog
+                              && active->parentWidget() != nullptr;
+    return standsBeside ? active->parentWidget()->window() : active;
 }
 
 MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, MessageButtons buttons,
                                    std::string_view title)
 {
-    Box box(iconOf(icon), fromProgram(title), fromProgram(text), buttonsOf(buttons), dialogOwner());
+    Box box(iconOf(icon), translated(title), translated(text), buttonsOf(buttons), dialogOwner());
     box.setTextFormat(Qt::PlainText);
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     const int answer = box.exec();
@@ -159,11 +165,20 @@ MessageAnswer QtMessageBoxes::show(std::string_view text, MessageIcon icon, Mess
     }
 }
 
+/// Where a dialogue opens that was told no folder. The first one does so in the working folder: where the program was
+/// started from says nothing about where somebody keeps their clips.
+QString QtCommonDialogs::firstFolder(const std::string& told) const
+{
+    if (!told.empty()) {
+        return fromProgram(told);
+    }
+    return lastFolder_.isEmpty() ? fromProgram(state::WorkingFolder) : lastFolder_;
+}
+
 std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
 {
     const QStringList filters = toolkitFilters(request.filters);
-    QFileDialog dialog(dialogOwner(), QObject::tr("Open"),
-                       request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
+    QFileDialog dialog(dialogOwner(), QObject::tr("Open"), firstFolder(request.folder));
     dialog.setNameFilters(filters);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
@@ -184,7 +199,7 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
 
 std::string QtCommonDialogs::saveFile(const SaveFileRequest& request)
 {
-    NewFileDialog dialog(dialogOwner(), request, request.folder.empty() ? lastFolder_ : fromProgram(request.folder));
+    NewFileDialog dialog(dialogOwner(), request, firstFolder(request.folder));
     if (!isAccepted(dialog) || dialog.path().isEmpty()) {
         raiseCancelled();
     }
@@ -194,7 +209,7 @@ std::string QtCommonDialogs::saveFile(const SaveFileRequest& request)
 
 std::string QtCommonDialogs::pickFolder(std::string_view title, std::string_view folder)
 {
-    QFileDialog dialog(dialogOwner(), fromProgram(title), fromProgram(folder));
+    QFileDialog dialog(dialogOwner(), translated(title), fromProgram(folder));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     return isAccepted(dialog) && !dialog.selectedFiles().isEmpty() ? toProgram(dialog.selectedFiles().front())
@@ -241,7 +256,7 @@ void QtEvents::letRun()
 
 double QtFonts::textWidth(std::string_view text)
 {
-    return QFontMetricsF(trackFont()).horizontalAdvance(fromProgram(text));
+    return QFontMetricsF(trackFont()).horizontalAdvance(translatedWord(text));
 }
 
 double QtFonts::textHeight() { return QFontMetricsF(trackFont()).height(); }
@@ -279,6 +294,12 @@ std::string QtShell::stateFolder()
     folder += "/quillmont";
     QDir().mkpath(folder);
     return toProgram(folder);
+}
+
+std::string QtShell::cacheFolder()
+{
+    const QString folder = qEnvironmentVariable("XDG_CACHE_HOME");
+    return toProgram((folder.isEmpty() ? QDir::homePath() + "/.cache" : folder) + "/quillmont");
 }
 
 std::int64_t QtShell::fileLength(std::string_view path) { return existing(path).size(); }

@@ -28,6 +28,8 @@ public:
     void chooseFont(TextFont& font, std::int32_t& colour) override;
 
 private:
+    QString firstFolder(const std::string& told) const;
+
     QString lastFolder_;
 };
 
@@ -64,6 +66,7 @@ public:
     std::string programFolder() override;
     std::string runtimeFolder() override;
     std::string stateFolder() override;
+    std::string cacheFolder() override;
     std::int64_t fileLength(std::string_view path) override;
     DateTime fileTime(std::string_view path) override;
     DateTime now() override;

@@ -42,6 +42,14 @@ QColor quietText(const QPalette& palette)
     return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.28);
 }
 
+QPalette emptyFieldWords(const QPalette& palette)
+{
+    QPalette words;
+    words.setColor(QPalette::PlaceholderText,
+                   mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.35));
+    return words;
+}
+
 QColor hairline(const QPalette& palette)
 {
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.22);

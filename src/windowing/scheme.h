@@ -16,5 +16,8 @@ inline constexpr QRgb kTrackPaper = 0xFFFAFAF7;
 bool isDark(const QPalette& palette);
 /// A middle between window and text that is still readable on the window.
 QColor quietText(const QPalette& palette);
+/// Only a colour for the words in an empty field: dark desktops do not all tell one, and the toolkit's own is too
+/// faint.
+QPalette emptyFieldWords(const QPalette& palette);
 /// For hair lines between panels.
 QColor hairline(const QPalette& palette);

@@ -1,6 +1,6 @@
 #include "windowing/tree_model.h"
 
-#include "windowing/text.h"
+#include "windowing/language.h"
 
 TreeModel::TreeModel(const TreeView& tree, std::function<QIcon(const std::string&)> iconOf, QObject* parent)
     : QAbstractItemModel(parent), tree_(tree), iconOf_(std::move(iconOf))
@@ -117,7 +117,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const
     }
     const auto& node = *static_cast<const TreeNode*>(index.internalPointer());
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
-        return fromProgram(node.Text);
+        return translatedWord(node.Text);
     }
     return role == Qt::DecorationRole ? QVariant(iconOf_(node.Image)) : QVariant();
 }

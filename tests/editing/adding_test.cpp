@@ -6,6 +6,7 @@
 #include "core/forms/frmTools.h"
 #include "core/upcalls.h"
 #include "editing/adding.h"
+#include "editing/moduleEdit.h"
 #include "hand/row_pointer.h"
 #include "history/ModuleHistory.h"
 #include "media/moduleTarnwick.h"
@@ -294,6 +295,50 @@ TEST_F(AddingTest, DropsFromTheMediaList)
     picOverlay_OLEDragDrop(0);
     EXPECT_EQ(text(), "V m0-5000 O m0-5000#0,0,0 A n0-5040");
     expectUndoAndRedo();
+}
+
+TEST_F(AddingTest, TheViewFollowsWhatComesWhenItIsAskedTo)
+{
+    frmTools::SelectEffect("Blur");
+    const struct {
+        const char* what;
+        std::function<void()> operation;
+        std::int32_t left; // ticks of 100 ms
+    } cases[] = {{"files behind the film",
+                  [&] {
+                      add({kMovie, kStill});
+                  },
+                  596},
+                 {"overlays behind the last one", [&] { addOverlay({kStill}); }, 196},
+                 {"an effect at the slider", [] { AddSelectedEffect(); }, 396},
+                 {"a paste at the slider", [] { moduleEdit::EditPaste(); }, 396},
+                 {"a paste over a range",
+                  [] {
+                      showSelection(30000, 31000);
+                      moduleEdit::EditPaste();
+                  },
+                  296},
+                 {"what is in view already",
+                  [] {
+                      showSelection(1000, 2000);
+                      moduleEdit::EditPaste();
+                  },
+                  0}};
+    for (const auto& [what, operation, left] : cases) {
+        for (const bool isFollowed : {false, true}) {
+            SCOPED_TRACE(what);
+            lay("V 0-60000 O 0-20000#30");
+            fill("V 1500 E 700");
+            moduleTimeline::ShowSelSliders(false);
+            moduleScaleRenderer::AdjustScroll();
+            form.hsb.SetValue(0);
+            SetSliderPosition(40000, false);
+            forms::mdiTarnwick.mnuViewFollowEdits.Checked = isFollowed;
+            operation();
+            EXPECT_EQ(form.hsb.Value(), isFollowed ? left : 0);
+        }
+    }
+    forms::mdiTarnwick.mnuViewFollowEdits.Checked = false;
 }
 
 } // namespace

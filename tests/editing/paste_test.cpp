@@ -51,6 +51,21 @@ TEST_F(PasteTest, ACutPastedAtItsPlaceGivesTheSpacingBack)
     EXPECT_EQ(text(), once);
 }
 
+TEST_F(PasteTest, IsWholeWhereSourcesHaveNoMedia)
+{
+    const char* const layout = "V 0-2000=500-400 b2000-4000 A 0-2000=500-500 B 0-2000";
+    lay(layout);
+    fill("V d500 A t500 B t500");
+    pasteAt(1000);
+    expectStep(layout, "V 0-1000=500-400 d1000-1500 1500-2500=500-400 b2500-4500 "
+                       "A 0-1000=500-500 t1000-1500 1500-2500=500-500 B 0-1000 t1000-1500 1500-2500=1000-2000");
+    lay(layout);
+    showSelection(1000, 1500);
+    mnuEditPaste_Click();
+    expectStep(layout, "V 0-1000=500-400 d1000-1500 1500-2000=500-400 b2000-4000 "
+                       "A 0-1000=500-500 t1000-1500 1500-2000=500-500 B 0-1000 t1000-1500 1500-2000=1500-2000");
+}
+
 TEST_F(PasteTest, PiecesThatAreRefusedAreLeftOutWithTheirKeys)
 {
     laid.streams['d'] = 4711; // no such stream

@@ -129,6 +129,9 @@ TEST_F(DialogueTest, TheRangeShowsWhatOneSliderSays)
 TEST_F(DialogueTest, SettingsGoToTheEngineAtEachOpening)
 {
     lay("V 0-1000");
+    state::ProjectWidth = 1280;
+    state::ProjectHeight = 720;
+    inDialogue([&] { EXPECT_EQ(dialogue.lblVideoDim.get(), "1280 x 720 pixels") << "the frame of the film"; });
     platform.settings[kSaveOptions + "FPS"] = "25";
     platform.settings[kSaveOptions + "Quality"] = "x";
     platform.settings[kSaveOptions + "Video Dimension"] = "640 x 360";
@@ -151,6 +154,7 @@ TEST_F(DialogueTest, SettingsGoToTheEngineAtEachOpening)
             options.txtTitle.Text = std::string("  A day  ");
         });
         EXPECT_EQ(told(&engine::ITWSave::GetFrameRate), -1);
+        EXPECT_EQ(dialogue.lblFPS.get(), "as the clips");
         EXPECT_EQ(told(&engine::ITWSave::GetQuality), 40);
         EXPECT_EQ(dialogue.lblVideoDim.get(), "160 x 120 pixels");
         EXPECT_EQ(frmAdvancedSaveOptions::GetTitle(), "A day");

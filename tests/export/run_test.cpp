@@ -5,6 +5,7 @@
 #include "engine/ITWSave.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "export/copied_frames.h"
 #include "support/movie_reader.h"
 
 #include <sys/stat.h>
@@ -76,6 +77,60 @@ TEST_F(RunTest, WhatWasChosenComesIntoTheMovie)
     moduleTimeline::ShowStartSelSlider(true);
     saveAs("whole.avi", [&] { choose({"Video"}); });
     EXPECT_EQ(testmedia::readMovie(path("whole.avi")).frames.size(), 30u) << "one slider is no range";
+}
+
+TEST_F(RunTest, WhatNothingIsDoneToIsCopiedUnlessAnotherQualityIsAskedFor)
+{
+    const std::string kSaveOptions = "Quillmont 1.1/Save Options/";
+    platform.settings[kSaveOptions + "Video Compressor"] = "Motion JPEG";
+    platform.settings[kSaveOptions + "FPS"] = "20";
+    film();
+    saveAs("source.avi");
+    EXPECT_EQ(run.lblFramesCopied.get(), "");
+    open({path("source.avi").c_str()});
+    laid.streams['x'] = state::StreamCollection.Item(3);
+    lay("V x0-1000 A y0-1200");
+    const auto advanced = [&](const std::string& deeds) {
+        frmAdvancedSaveOptions::showDialogue = [&] {
+            Slider& quality = options.Values.Quality.sld;
+            auto& box = options.chkCopyUnchanged.Value;
+            for (const char deed : deeds) {
+                deed == 'm'   ? quality.SetValue(quality.Value() == 75 ? 40 : 75)
+                : deed == 'c' ? void(box = static_cast<std::int16_t>(1 - box))
+                : deed == 'o' ? frmAdvancedSaveOptions::cmdOK_Click()
+                              : frmAdvancedSaveOptions::cmdCancel_Click();
+            }
+        };
+        frmExportTimeline::cmdAdvanced_Click();
+    };
+    const struct {
+        const char* quality;
+        const char* fps;
+        std::vector<std::string> openings; // (m)ove the quality, (c)lick the box, (o)K, cancel (x)
+        bool copies;
+    } cases[] = {{"75", "20", {}, true},          {"-1", "-1", {"o"}, true}, // the rate is the clip's
+                 {"x", "20", {"o"}, true},        {"40", "20", {"o"}, false},      {"40", "20", {"co"}, true},
+                 {"75", "20", {"mo"}, false},     {"75", "20", {"mmo"}, false},    {"75", "20", {"mco"}, true},
+                 {"75", "20", {"mx", "o"}, true}, {"75", "20", {"co", "o"}, false}};
+    const std::string all = "20 of 24 frames copied unchanged";
+    for (const auto& [quality, fps, openings, copies] : cases) {
+        SCOPED_TRACE(std::string(quality) + (openings.empty() ? "" : " " + openings.front()));
+        platform.settings[kSaveOptions + "Quality"] = quality;
+        platform.settings[kSaveOptions + "FPS"] = fps;
+        saveAs("film.avi", [&, &each = openings] { std::ranges::for_each(each, advanced); });
+        EXPECT_EQ(outcome, "&Done Save Complete");
+        EXPECT_EQ(run.lblFramesCopied.get(), copies ? all : "");
+    }
+    expectsErrors = true;
+    platform.settings[kSaveOptions + "Quality"] = "75";
+    {
+        constexpr rlim_t kRoom = 100'000;
+        const testmedia::FullDisk full(kRoom);
+        saveAs("film.avi");
+    }
+    EXPECT_TRUE(outcome.starts_with("&Cancel Saved: ")) << outcome;
+    EXPECT_TRUE(run.lblFramesCopied.get().ends_with(" of 24 frames copied unchanged")) << "while it is under way";
+    EXPECT_EQ(exporting::copiedText(1'142, 1'234'567), "1,142 of 1,234,567 frames copied unchanged");
 }
 
 TEST_F(RunTest, TextsGoIntoTheMovieThatCanHaveThem)

@@ -3,6 +3,7 @@
 #include "support/logic_harness.h"
 
 #include "hand/bookmark_events.h"
+#include "hand/slider_keys.h"
 #include "timeline/moduleBookmarks.h"
 
 #include <limits>
@@ -61,6 +62,22 @@ TEST_F(BookmarksTest, SetAndRemoved)
     EXPECT_EQ(markers(), "(-4=0)");
     addAt(100);
     EXPECT_EQ(markers(), "(-4=0) 6=100");
+}
+
+TEST_F(BookmarksTest, AreSelectedAndRemovedByKeysAlone)
+{
+    addAt(1000);
+    addAt(2000);
+    addAt(500);
+    moduleTimeline::SetSliderPosition(0, false);
+    frmTimeline::GoToNextMarker();
+    EXPECT_EQ(markers(), "(-4=0) 96=1000 196=2000 46=500*");
+    moduleTimeline::SetSliderPosition(2000, false);
+    frmTimeline::GoToPreviousMarker();
+    EXPECT_EQ(markers(), "(-4=0) 96=1000* 196=2000 46=500");
+    frmTimeline::GoToPreviousCut(); // a cut or a marker: it selects nothing
+    frmTimeline::cmdRemoveBookmark_Click();
+    EXPECT_EQ(markers(), "(-4=0*) (96=1000*) 196=2000 46=500");
 }
 
 TEST_F(BookmarksTest, OfAProjectBeginWithTheFirstElement)

@@ -4,6 +4,8 @@
 
 #include "hand/list_and_divider.h"
 #include "hand/slider_drag.h"
+#include "hand/slider_keys.h"
+#include "timeline/moduleBookmarks.h"
 
 namespace logic_test {
 namespace {
@@ -60,6 +62,52 @@ TEST_F(SliderDragTest, MainHandle)
     frmTimeline::imgSliderHandle_MouseMove(2, 40);
     frmTimeline::imgSliderHandle_MouseMove(1, 40);
     EXPECT_EQ(form.imgSliderHandle.Left, 100) << "only the left button drags";
+}
+
+TEST_F(SliderDragTest, WithCtrlTheMainHandleGoesOnToACutOrAMarker)
+{
+    lay("V 0-1003 O 0-500#30 A 0-1250");
+    setRows("La");
+    moduleTimeline::SetSliderPosition(2000, false);
+    moduleBookmarks::AddBookmark();
+    const struct {
+        Milliseconds from;
+        Milliseconds to;
+    } cases[] = {{1060, 1003}, {950, 1003},  {1070, 1070}, {1120, 1120}, {1310, 1250}, {1190, 1250},
+                 {1180, 1180}, {2050, 2000}, {60, 0},      {80, 80},     {440, 500}};
+    for (const auto& [from, to] : cases) {
+        moduleTimeline::SetSliderPosition(from, false);
+        frmTimeline::SnapSlider();
+        EXPECT_EQ(state::SliderPosition, to) << from;
+        if (to != from && to <= forms::frmPreview.sldSeekBar.Max()) {
+            EXPECT_EQ(forms::frmPreview.sldSeekBar.Value(), to);
+        }
+    }
+    EXPECT_EQ(panel("SLIDER_POS"), "0:00:00.500");
+    moduleBookmarks::RemoveBookmarks();
+}
+
+TEST_F(SliderDragTest, ArrowsBehindAKeyStayInView)
+{
+    lay("V 0-12345 12345-16340 16340-30000"); // the view is 4000 ms wide
+    const struct {
+        void (*key)();
+        int times;
+    } cases[] = {{frmTimeline::GoToNextCut, 1},
+                 {frmTimeline::GoToNextCut, 1},
+                 {frmTimeline::GoToEnd, 1},
+                 {frmTimeline::GoToPreviousCut, 2}};
+    for (const auto& [key, times] : cases) {
+        for (int i = 0; i < times; ++i) {
+            key();
+        }
+        const Milliseconds place = state::SliderPosition;
+        for (const int arrow : {37, 39, 39}) {
+            frmTimeline::picScale_KeyDown(arrow, 0);
+            EXPECT_TRUE(form.imgSliderHandle.Visible) << place << ", " << arrow;
+        }
+        frmTimeline::picScale_KeyDown(37, 0);
+    }
 }
 
 TEST_F(SliderDragTest, StartHandle)

@@ -280,8 +280,9 @@ TEST(Journal, WaitsForTheEndOfADragAndOfAnOpening)
         journal::Objects objects;
         return journal::readJournal(folder / "journal/work.journal", objects) && journal::leftoverOf(objects);
     };
-    for (bool* const flag : {&state::BusyOpening, &state::ProjectLoadLock, &state::InSelectionUpdate,
-                             &forms::frmTimeline.DragActive, &forms::frmTimeline.DraggingBookmark}) {
+    for (bool* const flag :
+         {&state::BusyOpening, &state::ProjectLoadLock, &state::InSelectionUpdate, &forms::frmTimeline.DragActive,
+          &forms::frmTimeline.Trimming, &forms::frmTimeline.DraggingBookmark}) {
         *flag = true;
         program.run(flag == &state::BusyOpening ? "effect Blur 0 1000" : "slider 100");
         *flag = false;

@@ -108,6 +108,36 @@ TEST_F(PanelTest, AnEmptyListAndReEntry)
     EXPECT_EQ(platform.openedWithDesktop, std::vector{media("still.bmp")});
 }
 
+TEST_F(PanelTest, RowsThatAFilterHidesLoseTheirSelection)
+{
+    open({"h264.mp4", "cbr.mp3", "still.bmp"});
+    const struct {
+        std::initializer_list<std::int32_t> selected; // the last one has the focus
+        std::vector<std::int32_t> hidden;
+        const char* rows;
+        int clicks;
+    } cases[] = {{{1, 2}, {3}, "h264.mp4* cbr.mp3*< still.bmp", 0},
+                 {{1, 2}, {2, 3}, "h264.mp4*< cbr.mp3 still.bmp", 1},
+                 {{2, 1}, {2}, "h264.mp4*< cbr.mp3 still.bmp", 1},
+                 {{1, 2, 3}, {1, 2, 3}, "h264.mp4 cbr.mp3 still.bmp", 1}};
+    for (const auto& [selected, hidden, expected, clicks] : cases) {
+        select(selected);
+        frmMediaList::lvwMediaList_Click();
+        const std::int32_t before = form.picPreviewSmallCleared;
+        frmMediaList::txtFilter_Change(hidden);
+        EXPECT_EQ(rows(), expected);
+        EXPECT_EQ(form.picPreviewSmallCleared - before, clicks) << expected;
+    }
+    EXPECT_EQ(form.lblFileDisplay.Caption.get(), "");
+    EXPECT_EQ(loadedMs(), 0);
+    form.txtFilter.Text = std::string("mp");
+    open({"still.png"});
+    EXPECT_EQ(form.txtFilter.Text.get(), "");
+    form.txtFilter.Text = std::string("mp");
+    moduleTarnwick::CloseAllMediaFiles();
+    EXPECT_EQ(form.txtFilter.Text.get(), "");
+}
+
 TEST_F(PanelTest, AFileThatHasGone)
 {
     const std::string path = copied("h264.mp4", "going.avi");
@@ -147,7 +177,9 @@ TEST_F(PanelTest, PlayingInSteps)
          "STOP 100/5000 ticking playing: plays 100 of 5000"},
         {"scroll", [&] { scrollTo(3000); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
         {"stop", [] { frmMediaList::cmdPlay_Click(); }, "PLAY 3000/5000: 3000 of 5000"},
-        {"Space while it stands", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: 3000 of 5000"},
+        {"Space while it stands", [] { frmMediaList::Form_KeyDown(32); },
+         "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
+        {"Space", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: 3000 of 5000"},
         {"Enter", [] { frmMediaList::Form_KeyDown(13); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},
         {"Space", [] { frmMediaList::Form_KeyDown(32); }, "PLAY 3000/5000: 3000 of 5000"},
         {"play on", [] { frmMediaList::OnCmdPlayClick(); }, "STOP 3000/5000 ticking playing: plays 3000 of 5000"},

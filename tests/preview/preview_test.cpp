@@ -92,15 +92,19 @@ TEST_F(PreviewTest, FollowsEveryChangeOfTheTimeline)
     EXPECT_EQ(now(), "paused 0 of 0-6000, slider 0: at 0");
 
     lay("");
+    goOnTo(3000);
     preview.sldSeekBar.SetValue(3000);
-    UpdatePreview(); // emptied: the player goes, and what was paused stops
-    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 0");
+    UpdatePreview(); // emptied: the player goes, and what was paused stops; closed, it keeps its place
+    EXPECT_EQ(now(), "stopped 0 of 0-10, slider 0: at 3000");
     Milliseconds length = 0;
     check(player->GetDuration(length));
     EXPECT_EQ(length, 0);
     EXPECT_EQ(PreviewBuilt, engine::kFalse);
     EXPECT_EQ(panel("DURATION"), "0:00:00.000");
     EXPECT_EQ(forms::mdiTarnwick.MousePointer, 0);
+    put("V 0-4000");
+    UpdatePreview();
+    EXPECT_EQ(now(), "stopped 0 of 0-4000, slider 0: at 0");
 }
 
 TEST_F(PreviewTest, APlayerThatHasFailedIsBuiltAgain)
@@ -129,8 +133,8 @@ TEST_F(PreviewTest, Transport)
         {100, "Rewind", "playing ticking 0 of 0-5000, slider 0: plays at 0"},
         {1001, "Forward", "playing ticking 1251 of 0-5000, slider 1251: plays at 1251"},
         {4900, "Forward", "playing ticking 5000 of 0-5000, slider 5000: plays at 5000"},
-        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: at 4900"},
-        {4900, "Pause", "paused 5000 of 0-5000, slider 5000: at 4900"},
+        {4900, "Pause", "paused 4900 of 0-5000, slider 4900: at 4900"},
+        {4800, "Pause", "paused 4900 of 0-5000, slider 4900: at 4800"},
         {4900, "Rewind", "paused 4650 of 0-5000, slider 4650: at 4650"},
         {4900, "Loop playback", "paused 4650 of 0-5000, slider 4650: at 4900"},
         {4900, "Reverse", "paused 4650 of 0-5000, slider 4650: at 4900"},
@@ -161,6 +165,32 @@ TEST_F(PreviewTest, PlaysTheSelectionAndStopsOrRepeatsAtItsEnd)
         EXPECT_EQ(now(), isRepeated ? "playing ticking 1000 of 1000-2000, slider 1000: plays at 1000"
                                     : "stopped 1000 of 1000-2000, slider 1000: at 1000");
     }
+}
+
+TEST_F(PreviewTest, ARangeThatReachesBehindTheFilmEndsWithIt)
+{
+    fill();
+    showSelection(4000, 6000);
+    for (const bool isRepeated : {false, true}) {
+        preview.cmdRepeat.Value = isRepeated;
+        playFrom(5000);
+        frmPreview::tm_Timer();
+        EXPECT_EQ(now(), isRepeated ? "playing ticking 4000 of 4000-6000, slider 4000: plays at 4000"
+                                    : "stopped 4000 of 4000-6000, slider 4000: at 4000");
+    }
+}
+
+TEST_F(PreviewTest, ARangeThatIsPlayedIsKeptTo)
+{
+    fill();
+    showSelection(1000, 2000);
+    playFrom(1100);
+    put("V 5000-6000");
+    UpdatePreview(); // an edit
+    EXPECT_EQ(now(), "playing ticking 1000 of 1000-2000, slider 0: plays at 1100");
+    OnCmdRewindClick();
+    frmPreview::tm_Timer();
+    EXPECT_EQ(now(), "playing ticking 1000 of 1000-2000, slider 1000: plays at 1000");
 }
 
 TEST_F(PreviewTest, PlayGoesToTheRangeFromOutsideIt)
@@ -198,6 +228,38 @@ TEST_F(PreviewTest, ATickDoesNothingAfterAStopAndIsNotEnteredTwice)
     EXPECT_EQ(now(), "stopped 0 of 0-5000, slider 0: at 0");
 }
 
+TEST_F(PreviewTest, ATickInTheMiddleOfAMoveOfTheSliderLeavesItToThatMove)
+{
+    fill();
+    put("V 5000-6000");
+    UpdatePreview();
+    const std::pair<std::function<void()>, Milliseconds> moves[] = {
+        {[] { frmTimeline::picScale_MouseDown(1, 250); }, 2500},
+        {[] {
+             state::ClickX = 550;
+             moduleTimeline::OnPicMediaClick(0, true);
+         },
+         5000},
+        {[] {
+             frmTimeline::imgSliderHandle_MouseDown(1, 5);
+             frmTimeline::imgSliderHandle_MouseMove(1, 15);
+             frmTimeline::imgSliderHandle_MouseUp(1, 15);
+         },
+         900},
+    };
+    for (const auto& [move, after] : moves) {
+        playFrom(800);
+        frmPreview::tm_Timer();
+        platform.whileEventsRun = [] { frmPreview::tm_Timer(); };
+        move();
+        platform.whileEventsRun = nullptr;
+        frmPreview::tm_Timer(); // which finds it paused, and ends
+        EXPECT_EQ(now(), "paused " + std::to_string(after) + " of 0-6000, slider " + std::to_string(after) + ": at "
+                             + std::to_string(after));
+        EXPECT_EQ(moduleTimeline::GetSliderPosition(), after);
+    }
+}
+
 TEST_F(PreviewTest, WhatThePersonDoes)
 {
     fill();
@@ -208,8 +270,11 @@ TEST_F(PreviewTest, WhatThePersonDoes)
     } deeds[] = {
         {"scroll", [&] { preview.sldSeekBar.SetValue(1230), frmPreview::sldSeekBar_Scroll(); },
          "paused 1230 of 0-5000, slider 0: at 1230"},
-        {"release", [] { frmPreview::sldSeekBar_MouseUp(); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
+        {"release", [&] { goOnTo(700), frmPreview::sldSeekBar_MouseUp(); },
+         "paused 1230 of 0-5000, slider 1230: at 1230"},
         {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: plays at 1230"},
+        {"Space", [] { frmPreview::Form_KeyDown(32); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
+        {"Space", [] { frmPreview::Form_KeyDown(32); }, "playing ticking 1230 of 0-5000, slider 1230: plays at 1230"},
         {"Space", [] { frmPreview::Form_KeyDown(32); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
         {"another key", [] { frmPreview::Form_KeyDown(65); }, "paused 1230 of 0-5000, slider 1230: at 1230"},
         {"Enter", [] { frmPreview::Form_KeyDown(13); }, "playing ticking 1230 of 0-5000, slider 1230: plays at 1230"},

@@ -4,50 +4,23 @@
 
 #include "history/ModuleHistory.h"
 
+#include <QListWidget>
 #include <QMouseEvent>
+#include <QTabBar>
 #include <QTreeView>
 #include <QWindow>
 
 namespace screens_test {
 namespace {
 
-/// mpeg4.avi with its sound of 5.04 s, behind it no-sound.mp4 of 2 s: at 10 ms a pixel the bars end at 504 and 700.
-class EditScreen : public ScreenTest {
+class EditScreen : public TwoFilmScreen {
 protected:
-    void SetUp() override
-    {
-        ScreenTest::SetUp();
-        window->resize(1560, 900); // room for all of it at this zoom
-        opened({"mpeg4.avi", "no-sound.mp4"});
-        onTheTracks();
-        ModuleHistory::EmptyHistory();
-        ASSERT_EQ(barEnd("picVideo0"), 700);
-    }
-
-    QWidget& video() { return find("picVideo0"); }
-    int middle() { return video().height() / 2; }
     QRect nodeRect(int track, int item) const
     {
         const auto& list = find<QTreeView>("tvwTimeline");
         const QAbstractItemModel& nodes = *list.model();
         const QModelIndex trackNode = nodes.index(track, 0, nodes.index(0, 0));
         return list.visualRect(item < 0 ? trackNode : nodes.index(item, 0, trackNode));
-    }
-    /// Press and release stand in the queue together, as those of a tap on a busy window.
-    void tap(QWidget& widget, QPoint at, const std::function<void()>& behind = {})
-    {
-        const QPointF inWindow = widget.mapTo(window.get(), at);
-        const QPointF onScreen = widget.mapToGlobal(at);
-        const auto post = [&](QEvent::Type type, Qt::MouseButtons held) {
-            auto* const event = new QMouseEvent(type, inWindow, onScreen, Qt::LeftButton, held, Qt::NoModifier);
-            QCoreApplication::postEvent(window->windowHandle(), event);
-        };
-        post(QEvent::MouseButtonPress, Qt::LeftButton);
-        post(QEvent::MouseButtonRelease, Qt::NoButton);
-        if (behind) {
-            QMetaObject::invokeMethod(window.get(), behind, Qt::QueuedConnection);
-        }
-        settle();
     }
     /// Drags one node of the list over another; true when the pointer says that it may be dropped there.
     bool holdNode(QRect from, QRect over)
@@ -128,6 +101,38 @@ TEST_F(EditScreen, ACommandInTheTurnOfAClickRunsBehindIt)
     EXPECT_EQ(barEnd("picVideo0"), 700);
     key(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(barEnd("picVideo0"), 800);
+}
+
+TEST_F(EditScreen, APictureIsTrimmedAndDeletedWithItsSound)
+{
+    click(video(), {100, middle()});
+    key(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+    click(find("picScale"), {300, 5});
+    choose("&Edit", "Trim End to S&lider");
+    EXPECT_EQ(barEnd("picAudio0"), 300);
+    EXPECT_EQ(barEnd("picVideo0"), 700) << "nothing else has moved";
+    window->activateWindow(); // this platform leaves it to the menu, and only in an active one do keys run commands
+    ASSERT_TRUE(until([&] { return window->isActiveWindow(); }));
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picAudio0"), -1);
+    EXPECT_EQ(barEnd("picVideo0"), 400) << "and the gap of the trim is still there";
+    find<QTabBar>("tbsTools").setCurrentIndex(2);
+    settle();
+    const auto& history = find<QListWidget>("lvwHistory");
+    ASSERT_EQ(history.count(), 2);
+    for (const int row : {0, 1}) {
+        EXPECT_EQ(history.item(row)->text(), row == 0 ? "Trim" : "Close Gap");
+        const QImage picture = history.item(row)->icon().pixmap(16).toImage();
+        QImage blank(picture.size(), picture.format());
+        blank.fill(Qt::transparent);
+        EXPECT_FALSE(picture == blank);
+    }
+    key(Qt::Key_Z, Qt::ControlModifier);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picAudio0"), 504);
+    EXPECT_EQ(barEnd("picVideo0"), 700);
+    choose("&Edit", "Trim End to S&lider"); // nothing is selected any more
+    EXPECT_EQ(ModuleHistory::HistoryIndex, 0);
 }
 
 TEST_F(EditScreen, AClipIsResizedByItsCorner)

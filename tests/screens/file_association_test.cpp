@@ -60,7 +60,8 @@ protected:
     }
 
     static constexpr const char* kFiles[] = {"mime/packages/quillmont.xml", "applications/quillmont.desktop",
-                                             "icons/hicolor/scalable/apps/quillmont.svg"};
+                                             "icons/hicolor/scalable/apps/quillmont.svg",
+                                             "icons/hicolor/scalable/mimetypes/application-x-quillmont-project.svg"};
     static constexpr const char* kNothing = "|";
     QTemporaryDir folder;
     QString home = folder.path() + "/my data";
@@ -69,8 +70,8 @@ protected:
 TEST_F(FileAssociation, IsWrittenWhereItDiffers)
 {
     const QString program = write("bin/quillmont", "");
-    const std::string whole = "quillmont.xml quillmont.desktop quillmont.svg | update-mime-database:mime "
-                              "update-desktop-database:applications";
+    const std::string whole = "quillmont.xml quillmont.desktop quillmont.svg application-x-quillmont-project.svg | "
+                              "update-mime-database:mime update-desktop-database:applications";
     EXPECT_EQ(start(program), whole);
     EXPECT_EQ(start(program), kNothing);
     EXPECT_TRUE(read(home + "/" + kFiles[2]).startsWith("<svg"));
@@ -85,8 +86,8 @@ TEST_F(FileAssociation, AnEntryOfTheWholeSystemIsEnough)
 {
     const QString program = write("opt/100% \"$our\" \\ программа/quillmont", "");
     QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
-    QFile::link(program, folder.path() + "/link");
-    const QByteArray link = (folder.path() + "/link").toUtf8();
+    QFile::link(program, folder.path() + "/quillmont-new");
+    const QByteArray link = (folder.path() + "/quillmont-new").toUtf8();
     const struct {
         QByteArray entry;
         bool isEnough;
@@ -101,6 +102,40 @@ TEST_F(FileAssociation, AnEntryOfTheWholeSystemIsEnough)
         write("system/applications/sub/any.desktop", entry);
         EXPECT_EQ(start(program) == kNothing, isEnough) << entry.toStdString();
         EXPECT_EQ(QDir(home).exists(), !isEnough) << entry.toStdString();
+        QDir(home).removeRecursively();
+    }
+}
+
+TEST_F(FileAssociation, WhatAnEarlierStartWroteGoesWhenTheSystemHasAnEntry)
+{
+    const QString program = write("bin/quillmont", "");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    const QString elsewhere = folder.path() + "/my \"100%\" \\ checkout/quillmont";
+    const auto filesLeft = [&] {
+        return std::ranges::count_if(kFiles, [&](const char* name) { return QFile::exists(home + "/" + name); });
+    };
+    const auto before = [](QByteArray line) { return [line](QByteArray entry) { return line + entry; }; };
+    const struct {
+        const char* what;
+        std::function<QByteArray(QByteArray)> change; // of the entry that was written
+        bool isTaken;
+    } cases[] = {
+        {"as it was written", [](QByteArray entry) { return entry; }, true},
+        {"by the first version", [](QByteArray entry) { return entry.replace("StartupWMClass=quillmont\n", ""); },
+         true},
+        {"another name", [](QByteArray entry) { return entry.replace("Name=Quillmont", "Name=Mine"); }, false},
+        {"other words behind", [](QByteArray entry) { return entry.replace(" %f", " -style fusion %f"); }, false},
+        {"a line of the person's", before("# mine\n"), false},
+        {"nothing in it", [](QByteArray) { return QByteArray(); }, false}};
+    for (const auto& [what, change, isTaken] : cases) {
+        QDir(folder.path() + "/system").removeRecursively();
+        start(elsewhere);
+        write("my data/applications/quillmont.desktop", change(read(home + "/" + kFiles[1])));
+        write("system/applications/quillmont.desktop", "[Desktop Entry]\nExec=" + execLine(program) + "\n");
+        const std::string told = start(program);
+        EXPECT_EQ(told, isTaken ? "| update-mime-database:mime update-desktop-database:applications" : kNothing)
+            << what;
+        EXPECT_EQ(filesLeft(), isTaken ? 0 : std::ssize(kFiles)) << what;
         QDir(home).removeRecursively();
     }
 }

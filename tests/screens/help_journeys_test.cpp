@@ -1,14 +1,18 @@
 // The help window: contents, search, links; the tutorial; and that no page leads nowhere.
 
 #include "screens/screen_harness.h"
+#include "shell/command_help.h"
+#include "shell/key_table.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/menu_table.h"
 #include "shell/tutorial.h"
+#include "windowing/help_pages.h"
 
 #include <QCheckBox>
 #include <QDirIterator>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -68,9 +72,14 @@ TEST_F(HelpScreen, OpensFollowsLinksAndGoesBack)
     helpKey(page(), Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(title(), "Tutorial: a small film");
 
+    helpKey(page(), Qt::Key_Tab); // a link near the beginning
+    const int end = page().verticalScrollBar()->maximum();
+    page().verticalScrollBar()->setValue(end);
     mdiTarnwick::showHelp("3_7_05_Cut_Copy_Paste.htm#paste");
     settle();
     EXPECT_EQ(title(), "Cut, copy, paste, delete");
+    helpKey(page(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(page().verticalScrollBar()->value(), end) << "read on where it was left";
     mdiTarnwick::showHelp("9_Nowhere.htm");
     settle();
     EXPECT_NE(page().toPlainText().indexOf("has no page \"9_Nowhere.htm\""), -1);
@@ -101,6 +110,13 @@ TEST_F(HelpScreen, ASearchFindsPagesAndMarksTheWords)
     }
     EXPECT_EQ(marked, (std::set<std::string>{"sound", "pitch"}));
 
+    const auto first = [&](const char* typed) {
+        words.setText(typed);
+        return hits.count() == 0 ? "" : hits.item(0)->text().section('\n', 0, 0).toStdString();
+    };
+    EXPECT_EQ(first("silent"), "Opening files") << "whole words stand ahead of beginnings";
+    EXPECT_EQ(first("\"less than 5 MB\""), "Saving a movie") << "words between quotes stand together";
+    EXPECT_EQ(first("\"5 MB less\""), "");
     words.setText("xyzzy");
     EXPECT_EQ(part<QLabel>("helpCount").text(), "No page has these words.");
     helpKey(words, Qt::Key_Escape); // ends the search, not the window
@@ -169,11 +185,36 @@ TEST_F(HelpScreen, TheTutorialStandsBesideWhatItExplainsAndStaysInFront)
     EXPECT_FALSE(part<QLineEdit>("helpSearch").isVisible());
     EXPECT_EQ(page().horizontalScrollBar()->maximum(), 0) << "its pictures fit";
     EXPECT_TRUE(part<QCheckBox>("chkDoNotShowTutorial").isVisible());
+    const QRect narrow = help()->geometry();
+    const int line = page().viewport()->width();
+    helpKey(page(), Qt::Key_F9); // contents, for which there is no room
+    EXPECT_GE(page().viewport()->width(), line - 20) << "the page is squeezed";
+    EXPECT_EQ(help()->geometry().right(), narrow.right());
+    helpKey(page(), Qt::Key_F9);
+    EXPECT_EQ(help()->geometry(), narrow);
     click(find("picScale"));
     EXPECT_TRUE(help()->isVisible());
     // What keeps it above the window that is worked in.
     EXPECT_EQ(help()->windowHandle()->transientParent(), window->windowHandle());
     EXPECT_EQ(help()->windowType(), Qt::Dialog);
+
+    const QRect place = help()->geometry();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    answers.work([&] {
+        EXPECT_TRUE(until([&] { return help()->parentWidget() == front(); }))
+            << "a dialogue keeps it from being read on";
+        EXPECT_TRUE(help()->isVisible());
+        EXPECT_EQ(help()->geometry(), place);
+        QTest::keyClick(front(), Qt::Key_F1);
+        EXPECT_EQ(title(), "Options");
+        EXPECT_EQ(help()->geometry(), place);
+        front()->close();
+    });
+    choose("&Tools", "Optio&ns...");
+    ASSERT_NE(help(), nullptr) << "it went with the dialogue";
+    EXPECT_TRUE(help()->isVisible());
+    EXPECT_EQ(help()->parentWidget(), window.get());
 
     mdiTarnwick::showHelp("1_Welcome.htm");
     settle();
@@ -215,6 +256,10 @@ TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
         EXPECT_NE(contents.find("  " + name + "\n"), std::string::npos) << name;
         for (auto match = kLink.globalMatch(textOf(address)); match.hasNext(); ++links) {
             const QUrl target = address.resolved(QUrl(match.next().captured(1)));
+            if (target.scheme() == "quillmont") {
+                EXPECT_TRUE(target.path() == "clips" || target.path() == "film") << target.path().toStdString();
+                continue;
+            }
             const QString there = textOf(target);
             EXPECT_FALSE(there.isEmpty()) << name << ": " << target.toString().toStdString();
             EXPECT_TRUE(!target.hasFragment() || there.contains("id=\"" + target.fragment() + "\""))
@@ -239,6 +284,85 @@ TEST_F(HelpScreen, EveryPageIsShownOnce)
     }
 }
 
+void expectTopic(std::string_view what, const QString& topic)
+{
+    const QUrl address = help::addressOf(topic);
+    const QString there = textOf(address);
+    EXPECT_TRUE(!there.isEmpty() && (!address.hasFragment() || there.contains("id=\"" + address.fragment() + "\"")))
+        << what << ": " << topic.toStdString();
+}
+
+QString text(std::string_view words) { return QString::fromUtf8(words.data(), qsizetype(words.size())); }
+
+TEST_F(HelpScreen, EveryTopicThatIsAskedForIsThere)
+{
+    key(Qt::Key_F1);
+    for (const auto menu : {shell::menuBar(), shell::mediaListContext(), shell::editContext()}) {
+        for (const shell::MenuRow& row : menu) {
+            const bool isCommand = row.kind != shell::MenuKind::kTop && row.kind != shell::MenuKind::kRule;
+            const shell::CommandHelp* const help = isCommand ? shell::helpOf(row) : nullptr;
+            EXPECT_EQ(help != nullptr, isCommand) << row.name;
+            expectTopic(row.name, help != nullptr ? text(help->topic) : "1_Welcome.htm");
+        }
+    }
+    for (const shell::FormTopic& form : shell::formTopics()) {
+        expectTopic(form.form, text(form.topic));
+    }
+    for (const help::IndexLine& line : help::indexWords()) {
+        expectTopic(line.word.toStdString(), line.topic);
+    }
+    const auto& index = part<QListWidget>("helpIndex");
+    EXPECT_GT(index.count(), 130);
+}
+
+TEST_F(HelpScreen, TheIndexIsUsedByKeys)
+{
+    key(Qt::Key_F1);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(help()));
+    helpKey(page(), Qt::Key_I, Qt::AltModifier);
+    helpKey(part<QLineEdit>("helpSearch"), Qt::Key_Down);
+    auto& index = part<QListWidget>("helpIndex");
+    EXPECT_EQ(help()->focusWidget(), &index);
+    QTest::keyClicks(&index, "slow");
+    helpKey(index, Qt::Key_Return);
+    EXPECT_EQ(title(), "Resizing");
+}
+
+/// F1 leads to the page of the dialogue in front, by its own button where it has one.
+TEST_F(HelpScreen, F1InADialogueOpensItsPage)
+{
+    opened({"mpeg4.avi"});
+    key(Qt::Key_F2);
+    key(Qt::Key_F4);
+    ASSERT_TRUE(until([&] { return barEnd("picOverlay0") > 0; }));
+    click(find("picOverlay0"), {12, 12});
+    for (const auto& [command, wanted] : {std::pair{"mnuToolsOptions", "Options"},
+                                          {"mnuEditStretchMode", "Stretch mode"},
+                                          {"mnuEditSetOverlayTransparency", "Overlays"},
+                                          {"mnuToolsTakeSnap", "Taking a still"},
+                                          {"mnuToolsAddText", "Adding text"},
+                                          {"mnuFileExportTimeline", "Saving a movie"},
+                                          {"mnuToolsCapture", "Capturing"}}) {
+        std::string shown;
+        answers.work([&] {
+            QDialog* const dialogue = front();
+            settle();
+            QTest::keyClick(dialogue, Qt::Key_F1);
+            settle();
+            shown = help() == nullptr ? "" : title();
+            if (help() != nullptr) {
+                help()->close();
+            }
+            dialogue->close();
+        });
+        qputenv("QUILLMONT_TEST_DEVICES", "camera,microphone");
+        find<QAction>(command).trigger();
+        settle();
+        EXPECT_EQ(shown, wanted) << command;
+    }
+    qunsetenv("QUILLMONT_TEST_DEVICES");
+}
+
 TEST_F(HelpScreen, ThePageOfKeysNamesThemAll)
 {
     key(Qt::Key_F1);
@@ -247,6 +371,9 @@ TEST_F(HelpScreen, ThePageOfKeysNamesThemAll)
         const QString wanted =
             "<kbd>" + QString::fromUtf8(row.shortcut.data(), qsizetype(row.shortcut.size())) + "</kbd>";
         EXPECT_TRUE(row.shortcut.empty() || !row.hasCommand() || keys.contains(wanted)) << row.name;
+    }
+    for (const shell::KeyRow& row : shell::panelKeys()) {
+        EXPECT_TRUE(keys.contains("<td>" + QString::fromUtf8(row.what.data(), qsizetype(row.what.size())) + "</td>"));
     }
 }
 

@@ -6,6 +6,8 @@
 #include "windowing/list_model.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QListView>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QSlider>
@@ -65,6 +67,8 @@ TEST_F(MediaListScreen, OneFileIsOpenedLookedAtAndPlayed)
     EXPECT_GT(slider().value(), 2000);
     EXPECT_LT(slider().value(), 4500);
     EXPECT_TRUE(until([&] { return brightShare() > 0.05; }));
+    click(slider(), {slider().width() / 4, slider().height() / 2}); // to the place that was pressed
+    EXPECT_NEAR(slider().value(), slider().maximum() / 4, slider().maximum() / 20);
     slider().setFocus();
     const int before = slider().value();
     key(Qt::Key_Left); // a step of the keys is a part of the file, not a millisecond
@@ -114,6 +118,55 @@ TEST_F(MediaListScreen, SelectingByPointerAndByKeys)
     EXPECT_EQ(selected(), 1);
 }
 
+TEST_F(MediaListScreen, AFilterShowsTheFilesThatAreLookedFor)
+{
+    opened({"still.png", "h264.mp4", "still.bmp"});
+    const auto shown = [&] {
+        std::string all;
+        for (int place = 0; place < rowCount(); ++place) {
+            const bool isHidden = find<QTreeView>("lvwMediaList").isRowHidden(place, {});
+            EXPECT_EQ(find<QListView>("lvwMediaListIcons").isRowHidden(place), isHidden);
+            all += isHidden ? "" : row(place).substr(0, row(place).find('|')) + " ";
+        }
+        return all;
+    };
+    auto& filter = find<QLineEdit>("txtFilter");
+    const auto typed = [&](const char* text) {
+        click(filter);
+        QTest::keyClicks(&filter, text);
+        settle();
+    };
+    typed("H264");
+    EXPECT_EQ(shown(), "h264.mp4 ");
+    EXPECT_EQ(rowCount(), 3);
+    EXPECT_EQ(status(), "Selected file: \"\". Total Files in Media List: 3.");
+    EXPECT_EQ(fact("lblFileDisplay"), "");
+    key(Qt::Key_Escape);
+    EXPECT_EQ(shown(), "still.png h264.mp4 still.bmp ");
+
+    typed("L st");
+    EXPECT_EQ(shown(), "still.png still.bmp ");
+    key(Qt::Key_Down); // to the rows, of which a range passes over the hidden one
+    clickRow(0);
+    clickRow(2, Qt::ShiftModifier);
+    key(Qt::Key_F2);
+    EXPECT_EQ(tree(), "Video[still.png still.bmp] Effects[] Overlays[] Audio 1[] Audio 2[]");
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_F2);
+    EXPECT_EQ(tree(), "Video[still.png still.bmp still.png still.bmp] Effects[] Overlays[] Audio 1[] Audio 2[]");
+
+    typed("x");
+    EXPECT_EQ(shown(), "");
+    ASSERT_TRUE(drop({media("still.tga")}));
+    EXPECT_TRUE(says("Selected file: \"still.tga\". Total Files in Media List: 4."));
+    EXPECT_EQ(filter.text().toStdString(), "");
+    EXPECT_EQ(shown(), "still.png h264.mp4 still.bmp still.tga ");
+
+    QWidget& panel = find("frmMediaList"); // squeezed by its divider
+    panel.resize(250, panel.height());
+    EXPECT_GE(find("lvwMediaList").width(), 120);
+}
+
 TEST_F(MediaListScreen, ADragOfARowThatTakesTheReleaseLeavesTheListAtWork)
 {
     opened({"still.png", "still.bmp", "h264.mp4"});
@@ -149,8 +202,8 @@ TEST_F(MediaListScreen, KeysThatEditTheTimelineAskForAClickThereUnlessTheRangeIs
             *find(view[1] == 'D' ? "lvwMediaList" : "lvwMediaListIcons").findChild<QWidget*>("qt_scrollarea_viewport");
         click(rows, {40, 30});
         for (const QKeyCombination edit :
-             {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete, Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C,
-              Qt::CTRL | Qt::Key_U, Qt::KeypadModifier | Qt::Key_Delete}) {
+             {QKeyCombination(Qt::Key_Delete), Qt::SHIFT | Qt::Key_Delete, Qt::CTRL | Qt::Key_Delete,
+              Qt::CTRL | Qt::Key_X, Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_U, Qt::KeypadModifier | Qt::Key_Delete}) {
             moveTo(rows, {40, 31});
             moveTo(rows, {41, 30});
             key(edit.key(), edit.keyboardModifiers());

@@ -55,6 +55,8 @@ protected:
                                      "QT_DEBUG_BACKINGSTORE=1",
                                      "XDG_RUNTIME_DIR=" + run_.toStdString(),
                                      "XDG_CONFIG_HOME=" + home().string(),
+                                     "XDG_DATA_HOME=" + (home() / "data").string(),
+                                     "XDG_STATE_HOME=" + (home() / "state").string(),
                                      QUILLMONT_PROGRAM};
         all.insert(all.end(), words.begin(), words.end());
         return {std::make_unique<app_test::Child>(all, folder), folder};
@@ -70,7 +72,7 @@ protected:
         return lock.getLockInfo(&pid, &host, &name) ? pid : 0;
     }
 
-    static constexpr int kMainWindow = 760 * 520; // pixels, at the very least
+    static constexpr int kMainWindow = 640 * 400; // pixels, at the very least
     static constexpr int kBox = 420 * 200;        // at most
 
 private:
@@ -114,8 +116,29 @@ TEST_F(OneInstance, ItsWordsArePathsOfOneProject)
             return kept.open(QIODevice::ReadOnly) && QString(kept.readAll()).contains(QString::fromStdString(path));
         }));
     }
-    Started printing = start({"--version"});
-    EXPECT_TRUE(printing.child->end().out.starts_with("quillmont "));
+}
+
+TEST_F(OneInstance, WordsThatOpenNothingAreAnswered)
+{
+    const struct {
+        std::vector<std::string> words;
+        int status;
+        std::string said;
+    } cases[] = {{{"--version"}, 0, "quillmont "},
+                 {{"-style", "fusion", "--help"}, 0, "usage: quillmont"},
+                 {{"--hlep"}, 2, "quillmont: there is no option --hlep."},
+                 {{"-style", "fusion", "-x"}, 2, "quillmont: there is no option -x."}};
+    for (const auto& [words, status, said] : cases) {
+        const app_test::Outcome outcome = start(words).child->end();
+        EXPECT_EQ(outcome.status, status) << said;
+        EXPECT_NE((status == 0 ? outcome.out : outcome.err).find(said), std::string::npos) << outcome.err;
+    }
+    const app_test::Outcome blind = app_test::Child({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u",
+                                                     "QT_QPA_PLATFORM", QUILLMONT_PROGRAM},
+                                                    home())
+                                        .end();
+    EXPECT_EQ(blind.status, 1);
+    EXPECT_NE(blind.err.find("there is no display"), std::string::npos) << blind.err;
 }
 
 } // namespace

@@ -145,5 +145,37 @@ TEST_F(PanelScreen, TheDividerGoesBackInANarrowWindow)
     EXPECT_EQ(find("tvwTimeline").width(), began);
 }
 
+TEST_F(PanelScreen, DividersGiveRoomAndGoBack)
+{
+    const auto list = [&] { return find("frmMediaList").parentWidget()->width(); };
+    const auto timeline = [&] { return find("frmTimeline").parentWidget()->height(); };
+    QWidget& ground = *window;
+    const int ownList = list();
+    const int ownTimeline = timeline();
+    drag(find("dividerList"), {3, 90}, -80);
+    EXPECT_EQ(list(), ownList - 80);
+    QWidget& above = find("dividerTimeline");
+    const QPoint from = above.mapTo(window.get(), QPoint(200, 3));
+    press(ground, from);
+    moveTo(ground, from + QPoint(0, -30));
+    moveTo(ground, from + QPoint(9, -60));
+    release(ground, from + QPoint(9, -60));
+    EXPECT_EQ(timeline(), ownTimeline + 60);
+    moveTo(find("picVideo0"), {222, 8});
+    moveTo(above, {200, 3});
+    EXPECT_EQ(status(), "Ready");
+
+    find("frmPreview").parentWidget()->findChild<QToolButton*>({}, Qt::FindDirectChildrenOnly)->click();
+    settle();
+    EXPECT_FALSE(find("dividerList").isVisible());
+    choose("&Window", "&Preview");
+    EXPECT_EQ(list(), ownList - 80);
+    QTest::mouseDClick(&above, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(timeline(), ownTimeline);
+    choose("&Window", "&Arrange All");
+    EXPECT_EQ(list(), ownList);
+}
+
 } // namespace
 } // namespace screens_test

@@ -44,6 +44,12 @@ TEST_F(PreviewScreen, AFileIsAddedAndWatched)
     click(bar(), {bar().width() / 2, bar().height() / 2}); // to the place that was pressed
     EXPECT_NEAR(bar().value(), 2520, 60);
     EXPECT_EQ(time("lblCurrentTime"), status(2));
+    tap(bar(), {bar().width() / 4, bar().height() / 2});
+    EXPECT_FALSE(bar().isSliderDown());
+    wheel(bar(), bar().rect().center(), 1);
+    settle();
+    EXPECT_EQ(time("lblCurrentTime"), status(2));
+    click(bar(), {bar().width() / 2, bar().height() / 2});
     key(Qt::Key_Return);
     EXPECT_TRUE(until([&] { return bar().value() > 2800; }));
     click(inPreview("cmdStop"));

@@ -213,6 +213,7 @@ TEST_F(SaveScreen, WhyItFailsCanBeReadToItsEnd)
             run.lblTimeLeft = std::string("10:59:59 left");
             run.lblSpeed = std::string("100 times as fast as it plays");
             run.lblSize = std::string("about 100 MB in the end");
+            run.lblFramesCopied = std::string("1,234,567 of 1,234,567 frames copied unchanged");
             settle();
             EXPECT_EQ(front()->size(), before) << "the window jumps as the labels fill";
             run.lblFailure = "Cannot write \"" + path(name) + "\". Choose another disk.";
@@ -221,6 +222,29 @@ TEST_F(SaveScreen, WhyItFailsCanBeReadToItsEnd)
             EXPECT_TRUE(failure.isVisible() && front()->rect().contains(failure.geometry()));
             EXPECT_EQ(failure.verticalScrollBar()->maximum(), 0);
             QTest::keyClick(front(), Qt::Key_Escape);
+        });
+    });
+}
+
+TEST_F(SaveScreen, TheQualityAndTheFormatDecideAboutTheBoxForCopying)
+{
+    inDialogue([&] {
+        into("cmdAdvanced", [] {
+            pick("cboVideoCompressor", "H.264");
+            auto& box = part<QCheckBox>("chkCopyUnchanged");
+            EXPECT_TRUE(box.isEnabled() && box.isChecked());
+            QTest::keyClick(&part<QSlider>("sldQuality"), Qt::Key_Left);
+            settle();
+            EXPECT_FALSE(box.isChecked());
+            QTest::mouseClick(&box, Qt::LeftButton, {}, {8, box.height() / 2});
+            EXPECT_TRUE(box.isChecked());
+            press("cmdOK");
+        });
+        QTest::mouseClick(&part<QRadioButton>("optWMF"), Qt::LeftButton);
+        into("cmdAdvanced", [] {
+            part<QTabWidget>("tbs").setCurrentIndex(0);
+            EXPECT_FALSE(part<QCheckBox>("chkCopyUnchanged").isEnabled());
+            press("cmdCancel");
         });
     });
 }

@@ -141,6 +141,22 @@ void ScreenTest::click(QWidget& widget, QPoint at, Qt::KeyboardModifiers keys, Q
     settle();
 }
 
+void ScreenTest::tap(QWidget& widget, QPoint at, const std::function<void()>& behind)
+{
+    const QPointF inWindow = widget.mapTo(window.get(), at);
+    const QPointF onScreen = widget.mapToGlobal(at);
+    const auto post = [&](QEvent::Type type, Qt::MouseButtons held) {
+        auto* const event = new QMouseEvent(type, inWindow, onScreen, Qt::LeftButton, held, Qt::NoModifier);
+        QCoreApplication::postEvent(window->windowHandle(), event);
+    };
+    post(QEvent::MouseButtonPress, Qt::LeftButton);
+    post(QEvent::MouseButtonRelease, Qt::NoButton);
+    if (behind) {
+        QMetaObject::invokeMethod(window.get(), behind, Qt::QueuedConnection);
+    }
+    settle();
+}
+
 void ScreenTest::drag(QWidget& widget, QPoint from, int byX)
 {
     constexpr int kSteps = 4;
@@ -346,6 +362,17 @@ void ScreenTest::onTheTracks()
     moduleTimeline::UpdateTrackOptions();
     UpdatePreview();
     settle();
+}
+
+void TwoFilmScreen::SetUp()
+{
+    ScreenTest::SetUp();
+    window->resize(1560, 900); // room for all of it at this zoom
+    opened({"mpeg4.avi", "no-sound.mp4"});
+    onTheTracks();
+    ModuleHistory::EmptyHistory();
+    ASSERT_EQ(barEnd("picVideo0"), 700);
+    ASSERT_EQ(barEnd("picAudio0"), 504);
 }
 
 } // namespace screens_test

@@ -93,6 +93,8 @@ protected:
     void release(QWidget& widget, QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton);
     void click(QWidget& widget, QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton);
     void click(QWidget& widget) { click(widget, widget.rect().center()); }
+    /// Press and release stand in the queue together, as those of a tap on a busy window.
+    void tap(QWidget& widget, QPoint at, const std::function<void()>& behind = {});
     /// Presses, moves by so many pixels in steps, and releases.
     void drag(QWidget& widget, QPoint from, int byX);
     void wheel(QWidget& widget, QPoint at, int notches, Qt::KeyboardModifiers keys = {});
@@ -149,6 +151,15 @@ private:
     QtMachine machine_;
     QtLettering lettering_;
     std::unique_ptr<ShowPass> pass_;
+};
+
+/// mpeg4.avi of 5 s with its sound of 5.04 s, behind it no-sound.mp4 of 2 s: at 10 ms a pixel bars end at 500, 504 and
+/// 700. The film is 7 s long.
+class TwoFilmScreen : public ScreenTest {
+protected:
+    void SetUp() override;
+    QWidget& video() { return find("picVideo0"); }
+    int middle() { return video().height() / 2; }
 };
 
 } // namespace screens_test

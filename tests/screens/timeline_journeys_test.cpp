@@ -1,8 +1,11 @@
 // The timeline: the selection, zooming, the sliders, bars and the list, the options of rows, the divider.
 
 #include "screens/screen_harness.h"
+#include "windowing/painter_canvas.h"
 
 #include "core/forms/frmTimeline.h"
+#include "core/forms/mdiTarnwick.h"
+#include "shell/view_switches.h"
 #include "timeline/moduleBookmarks.h"
 
 #include <QRegularExpression>
@@ -13,20 +16,8 @@
 namespace screens_test {
 namespace {
 
-/// mpeg4.avi with its sound of 5.04 s, behind it no-sound.mp4 of 2 s: at 10 ms a pixel the bars end at 504 and 700.
-class TimelineScreen : public ScreenTest {
+class TimelineScreen : public TwoFilmScreen {
 protected:
-    void SetUp() override
-    {
-        ScreenTest::SetUp();
-        window->resize(1560, 900); // room for all of it at this zoom
-        opened({"mpeg4.avi", "no-sound.mp4"});
-        onTheTracks();
-        ASSERT_EQ(tree(), "Video[mpeg4.avi no-sound.mp4] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]");
-        ASSERT_EQ(barEnd("picVideo0"), 700);
-        ASSERT_EQ(barEnd("picAudio0"), 504);
-    }
-
     /// The widget of the tinted shape on a row.
     QWidget& shape(const char* picture)
     {
@@ -204,6 +195,29 @@ TEST_F(TimelineScreen, APressOnABarAndAClickInTheListSelectTheSameItem)
     EXPECT_EQ(nodes.currentIndex().data().toString(), "mpeg4.avi");
 }
 
+TEST_F(TimelineScreen, BarsShowWhatLiesInThemOnceThatIsAskedFor)
+{
+    const auto inItsTime = [](const std::function<bool()>& condition) { // they are made when nobody else works
+        return until(condition) || until(condition) || until(condition) || until(condition);
+    };
+    const QRgb film = pixel("picVideo0", 600, 6);
+    const int middle = find("picAudio0").height() / 2;
+    const QRgb sound = pixel("picAudio0", 300, middle);
+    choose("&View", "&Pictures on Bars");
+    EXPECT_TRUE(inItsTime([&] { return pixel("picVideo0", 600, 6) != film; }));
+    EXPECT_TRUE(inItsTime([&] { return !find("barsSign").isVisible(); })) << "all are made";
+    EXPECT_EQ(pixel("picAudio0", 300, middle), sound);
+    choose("&View", "&Waves on Bars");
+    EXPECT_TRUE(inItsTime([&] { return pixel("picAudio0", 300, middle) == qRgb(0xC0, 0xC0, 0); }));
+    choose("&View", "&Pictures on Bars");
+    EXPECT_EQ(pixel("picVideo0", 600, 6), film);
+    mdiTarnwick::LoadViewSwitches(); // as the next run does
+    EXPECT_FALSE(forms::mdiTarnwick.mnuViewPicturesOnBars.Checked);
+    EXPECT_TRUE(forms::mdiTarnwick.mnuViewWavesOnBars.Checked);
+    choose("&View", "&Waves on Bars");
+    EXPECT_EQ(pixel("picAudio0", 300, middle), sound);
+}
+
 TEST_F(TimelineScreen, OptionsOfARow)
 {
     key(Qt::Key_F5);
@@ -233,6 +247,29 @@ TEST_F(TimelineScreen, TheMarkerOnTheScaleFollowsThePointerAndGoesWithIt)
     EXPECT_EQ(find("imgScaleMarker").x(), 222);
     moveTo(find("tvwTimeline"), {20, 150});
     EXPECT_FALSE(isShown("imgScaleMarker"));
+}
+
+TEST(PainterCanvas, PicturesMeetAtEveryScale)
+{
+    const std::vector<std::uint32_t> white(200 * 60, 0xFFFFFFFF);
+    const engine::SurfacePicture picture{
+        200, 60, 800,
+        std::shared_ptr<const std::uint8_t>(std::shared_ptr<void>(),
+                                            reinterpret_cast<const std::uint8_t*>(white.data()))};
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        QImage image(200, 40, QImage::Format_RGB32);
+        image.fill(Qt::black);
+        image.setDevicePixelRatio(scale);
+        QPainter painter(&image);
+        PainterCanvas canvas(painter, {100, 20}, 0, 100);
+        for (const int left : {1, 24, 47}) {
+            canvas.picture(left, 1, left + 22, 15, picture);
+        }
+        painter.end();
+        for (int x = static_cast<int>(std::lround(scale)); x < static_cast<int>(70 * scale); ++x) {
+            ASSERT_EQ(image.pixel(x, 10), white[0]) << x << " at " << scale;
+        }
+    }
 }
 
 } // namespace

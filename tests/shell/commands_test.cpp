@@ -6,19 +6,21 @@
 #include "hand/row_events.h"
 #include "hand/slider_drag.h"
 #include "report/web_host.h"
+#include "shell/view_switches.h"
 
 namespace logic_test {
 namespace {
 
 class CommandsTest : public ShellTest {
 protected:
-    /// Names of the main menu's entries, below the tops, that can be chosen; those that always can are left out.
+    /// Names of the main menu's entries, below the tops, that can be chosen; those that always can and those of the
+    /// view are left out.
     static std::string enabled()
     {
         EnableOrDisableMenuItems();
         std::string all;
         for (const shell::MenuRow& row : shell::menuBar()) {
-            if (row.state != nullptr && row.test != nullptr && row.state->Enabled) {
+            if (row.state != nullptr && row.test != nullptr && row.state->Enabled && !row.name.starts_with("mnuView")) {
                 all += (all.empty() ? "" : " ") + std::string(row.name);
             }
         }
@@ -29,16 +31,17 @@ protected:
 TEST_F(CommandsTest, EntriesOverLayouts)
 {
     const std::string edits = "mnuEditCut mnuEditCopy mnuEditClear mnuEditCrop ";
+    const std::string own = "mnuEditTrimStart mnuEditTrimEnd mnuEditCloseGap mnuEditSelectWithSound ";
     const std::string always = "mnuToolsSplitTimeline mnuToolsPackTimelineBars";
     put("B 0-1000=0-5000");
     EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline " + always);
     select(audio(2), 0);
     EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline " + edits
-                             + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always);
+                             + "mnuEditAddtoAudio1 mnuEditRestoreSize " + own + always);
     put("V 0-5000 E 0-500 O 0-2500=0-5000#0");
     const std::string rows = "mnuFileExportTimeline mnuEditClearTimeline mnuEditAddEffectToTimeline mnuEditClearEffect "
                              "mnuEditAddToOverlay mnuEditClearOverlay ";
-    EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + always
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditAddtoAudio1 mnuEditRestoreSize " + own + always
                              + " mnuToolsTakeSnap mnuToolsRepeatAudio mnuToolsAddText");
     const std::string pictures = always + " mnuToolsTakeSnap mnuToolsAddText";
     moduleTimeline::ClearMFSTSubSelections();
@@ -46,9 +49,33 @@ TEST_F(CommandsTest, EntriesOverLayouts)
     select(state::OverlayTrack, 0);
     EXPECT_EQ(enabled(), "mnuFileExportTimeline mnuEditClearTimeline mnuEditStretchMode mnuEditAddEffectToTimeline "
                          "mnuEditClearEffect mnuEditAddToOverlay mnuEditClearOverlay mnuEditSetOverlayTransparency "
-                             + edits + "mnuEditRestoreSize " + pictures);
+                             + edits + "mnuEditRestoreSize " + own + pictures);
     showSelection(1000, 2000);
-    EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + pictures);
+    EXPECT_EQ(enabled(), rows + edits + "mnuEditCropSources " + own + pictures);
+}
+
+TEST_F(CommandsTest, EntriesOfTheView)
+{
+    const auto zooms = [&] {
+        EnableOrDisableMenuItems();
+        return std::string(window.mnuViewWholeFilm.Enabled ? "film " : "")
+               + (window.mnuViewSelection.Enabled ? "selection" : "");
+    };
+    EXPECT_EQ(zooms(), "");
+    moduleTimeline::ToggleSelSliders();
+    EXPECT_EQ(zooms(), "selection");
+    moduleTimeline::ToggleSelSliders();
+    put("E 0-500 O 0-2500#0");
+    EXPECT_EQ(zooms(), "film ");
+    select(state::OverlayTrack, 0);
+    EXPECT_EQ(zooms(), "film selection");
+    setRows("Lo");
+    EXPECT_EQ(zooms(), "film ");
+
+    mdiTarnwick::mnuViewFollowEdits_Click();
+    mdiTarnwick::Form_Load(); // the next start
+    EXPECT_TRUE(window.mnuViewFollowEdits.Checked);
+    EXPECT_TRUE(window.mnuViewSnapping.Checked);
 }
 
 TEST_F(CommandsTest, EntriesAreEnabledAsTheProgramGoes)
@@ -185,6 +212,55 @@ TEST_F(CommandsTest, PlacesOfThePanels)
     const int before = platform.eventsRun;
     mdiTarnwick::mnuWindowArrangeAll_Click();
     EXPECT_EQ(platform.eventsRun, before + 1);
+}
+
+TEST_F(CommandsTest, WhatDividersSetStandsInForThePlaces)
+{
+    const auto sizes = [&] {
+        return std::to_string(window.MediaListPlace.get().width) + " " + std::to_string(window.PreviewPlace.get().width)
+               + " " + std::to_string(window.TimelinePlace.get().height);
+    };
+    const auto kept = [&](const char* key) { return platform.settings[state::AppSection + "/Panels/" + key]; };
+    window.TimelineHeight = 300;
+    mdiTarnwick::MDIForm_Resize(1230, 800);
+    const struct {
+        std::int32_t x;
+        std::int32_t y;
+        const char* sizes;
+    } drawn[] = {{-20, 900, "260 740 150"}, {990, -20, "820 180 640"}, {450, 380, "450 550 420"}};
+    for (const auto& [x, y, expected] : drawn) {
+        mdiTarnwick::DrawListDivider(x);
+        mdiTarnwick::DrawTimelineDivider(y);
+        EXPECT_EQ(sizes(), expected) << "every panel keeps some room";
+    }
+    mdiTarnwick::KeepDividers();
+    mdiTarnwick::MDIForm_Resize(2230, 900);
+    EXPECT_EQ(sizes(), "900 1100 420");
+    mdiTarnwick::mnuViewPreview_Click();
+    EXPECT_EQ(window.MediaListPlace.get().width, 2000);
+    EXPECT_EQ(window.ListDividerPlace, forms::Rectangle{});
+    mdiTarnwick::mnuViewPreview_Click();
+    EXPECT_EQ(sizes(), "900 1100 420");
+    EXPECT_EQ(window.ListDividerPlace, (forms::Rectangle{897, 0, 6, 480}));
+    EXPECT_EQ(window.TimelineDividerPlace, (forms::Rectangle{0, 477, 2000, 6}));
+    mdiTarnwick::MDIForm_Resize(530, 200);
+    EXPECT_EQ(sizes(), "150 150 100");
+
+    window.KeptListShare = window.KeptTimelineHeight = 0;
+    mdiTarnwick::MDIForm_Resize(1230, 800);
+    mdiTarnwick::Form_Load(); // the next start
+    EXPECT_EQ(sizes(), "450 550 420");
+    mdiTarnwick::ForgetListDivider();
+    EXPECT_EQ(sizes(), "620 380 420");
+    EXPECT_EQ(kept("Media List Share") + "|" + kept("Timeline Height"), "|420");
+    mdiTarnwick::mnuWindowArrangeAll_Click();
+    EXPECT_EQ(sizes(), "620 380 300");
+    EXPECT_EQ(kept("Timeline Height"), "");
+    for (const char* const text : {"wide", "0", "-1", "10000"}) {
+        platform.settings[state::AppSection + "/Panels/Media List Share"] = text;
+        mdiTarnwick::Form_Load();
+        EXPECT_EQ(sizes(), "620 380 300") << text;
+    }
 }
 
 TEST_F(CommandsTest, HelpAndClosing)

@@ -29,7 +29,7 @@ using namespace testmedia;
 
 namespace {
 
-constexpr const char* kVersion = "3\n"; // in the stamp: raise it when the media change
+constexpr const char* kVersion = "4\n"; // in the stamp: raise it when the media change
 
 std::string pictureFile(Pictures pictures)
 {

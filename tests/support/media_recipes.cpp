@@ -84,7 +84,7 @@ void addAvi(std::vector<Recipe>& all)
     all.push_back(movie("mpeg4.avi", "25", 125, mpeg4 + "-bf 0 " + mp3, lag));
     all.push_back(movie("mpeg4-b.avi", "25", 125, mpeg4 + "-bf 2 " + mp3, "b-frames" + lag));
     all.push_back(
-        movie("mpeg4-b-packed.avi", "25", 125, mpeg4 + "-bf 1 " + mp3, "b-frames packed" + lag)); // packed later
+        movie("mpeg4-b-packed.avi", "25", 125, mpeg4 + "-bf 2 " + mp3, "b-frames packed" + lag)); // packed later
     all.push_back(movie("h264-b.avi", "25", 125, kH264B + mp3, "b-frames" + lag));
     all.push_back(movie("dropped.avi", "25", 125,
                         mpeg4 + "-bf 0 " + mp3 + "-vf select=not(between(n\\,40\\,42)) -vsync vfr",

@@ -1,5 +1,7 @@
 #include "movie_reader.h"
 
+#include "twcore/media/ff_versions.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
@@ -125,9 +127,8 @@ private:
                 movie_.aspectNumerator = aspect.num;
                 movie_.aspectDenominator = aspect.den;
             }
-            if (const std::uint8_t* matrix =
-                    av_stream_get_side_data(videoStream_, AV_PKT_DATA_DISPLAYMATRIX, nullptr)) {
-                const double turn = -av_display_rotation_get(reinterpret_cast<const std::int32_t*>(matrix));
+            if (const auto matrix = twcore::sideDataOf(*videoStream_, AV_PKT_DATA_DISPLAYMATRIX); !matrix.empty()) {
+                const double turn = -av_display_rotation_get(reinterpret_cast<const std::int32_t*>(matrix.data()));
                 movie_.rotationDegrees = ((static_cast<int>(std::lround(turn / 90)) * 90) % 360 + 360) % 360;
             }
         }
@@ -217,9 +218,9 @@ private:
                                 : movie_.frames.back().seconds + (movie_.frameRate > 0 ? 1 / movie_.frameRate : 0);
         taken.widthPx = upright ? frame.width : frame.height;
         taken.heightPx = upright ? frame.height : frame.width;
-        taken.keyFrame = frame.key_frame != 0;
-        taken.interlaced = frame.interlaced_frame != 0;
-        taken.topFieldFirst = frame.top_field_first != 0;
+        taken.keyFrame = twcore::isKeyFrame(frame);
+        taken.interlaced = twcore::isInterlaced(frame);
+        taken.topFieldFirst = twcore::isTopFieldFirst(frame);
         const auto gray = turned(lumaOf(frame), frame.width, frame.height, 1, movie_.rotationDegrees);
         const GrayView view{gray.data(), static_cast<std::size_t>(taken.widthPx), taken.widthPx, taken.heightPx};
         taken.black = isBlack(view);

@@ -5,6 +5,7 @@
 
 #include <random>
 #include <stdexcept>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -76,13 +77,25 @@ Bytes hugePng(const Bytes& png)
     return png.substr(0, 12) + header + bigEndian(crc ^ 0xFFFFFFFF, 4) + png.substr(33);
 }
 
+// A picture of MPEG-4 at 25 a second that shows the one before again: of its kind, and of its moment.
+Bytes emptyPictureBehind(const Bytes& picture)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(picture.at(i)); };
+    std::uint32_t bits = (byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3)) << 2;
+    while ((bits >> 31) != 0)
+        bits <<= 1; // the seconds since the one before
+    const std::uint32_t time = bits >> 25 & 31;
+    return Bytes("\0\0\1\xB6", 4) + static_cast<char>((byte(0) & 0xC0) | 0x10 | time >> 1)
+           + static_cast<char>(0x4F | (time & 1) << 7);
+}
+
 // MPEG-4 in AVI as it was commonly packed: a B picture travels in the chunk of the picture it is decoded after, and an
-// empty picture stands in the chunk that this leaves over.
+// empty picture stands in the chunk that this leaves over, listed as a key frame where that picture is one.
 //
-//     before   I0  P2  B1  P4  B3        after   I0  P2+B1  -  P4+B3  -
+//     before   I0  P3  B1  B2  P5  B4        after   I0  P3+B1  B2  -  P5+B4  -
 Bytes withPackedPictures(const Bytes& avi)
 {
-    const Bytes pictureMark("\0\0\1\xB6", 4), emptyPicture("\0\0\1\xB6\x50\x4F", 6);
+    const Bytes pictureMark("\0\0\1\xB6", 4);
     const auto movi = avi.find("movi"), index = avi.rfind("idx1");
     struct Chunk {
         Bytes id, data;
@@ -93,17 +106,24 @@ Bytes withPackedPictures(const Bytes& avi)
         chunks.push_back({avi.substr(at, 4), avi.substr(at + 8, littleEndianAt(avi, at + 4)),
                           littleEndianAt(avi, index + 8 + 16 * chunks.size() + 4)});
 
-    Chunk* previous = nullptr;
+    Chunk *previous = nullptr, *shownBehind = nullptr;
+    Bytes emptyPicture;
     for (Chunk& chunk : chunks) {
         if (chunk.id != "00dc")
             continue;
-        const auto at = chunk.data.find(pictureMark);
-        if (previous == nullptr) // what tells a decoder to look for packed pictures
-            chunk.data.insert(at, Bytes("\0\0\1\xB2", 4) + "DivX503b1393p");
-        else if ((static_cast<std::uint8_t>(chunk.data.at(at + 4)) >> 6) == 2) {
-            previous->data += chunk.data;
-            chunk.data = emptyPicture;
+        const auto picture = chunk.data.find(pictureMark) + 4;
+        const bool isShownAhead = (static_cast<std::uint8_t>(chunk.data.at(picture)) >> 6) == 2;
+        if (isShownAhead) {
+            if (previous != shownBehind)
+                previous->data.clear(), previous->flags = 0;
+            previous->data += std::exchange(chunk.data, emptyPicture);
+            chunk.flags = shownBehind->flags;
+        } else {
+            emptyPicture = emptyPictureBehind(chunk.data.substr(picture, 4));
+            shownBehind = &chunk;
         }
+        if (previous == nullptr) // what tells a decoder to look for packed pictures
+            chunk.data.insert(picture - 4, Bytes("\0\0\1\xB2", 4) + "DivX503b1393p");
         previous = &chunk;
     }
 

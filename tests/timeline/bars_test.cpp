@@ -2,6 +2,8 @@
 
 #include "support/logic_harness.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <sstream>
 
@@ -133,6 +135,47 @@ TEST_F(BarsTest, AsksForTheNameOfAStreamOnce)
     moduleScaleRenderer::RenderAllBars();
     EXPECT_EQ(engineCalls.counts["GetFileName"], 1);
     EXPECT_EQ(engineCalls.counts["GetSourceStream"], 5) << "items right of the view are left alone";
+}
+
+TEST_F(BarsTest, PicturesAndWavesLieBetweenFillAndOutline)
+{
+    put("V 1000-3000 B 0-2000=500-2500");
+    forms::mdiTarnwick.mnuViewPicturesOnBars.Checked = forms::mdiTarnwick.mnuViewWavesOnBars.Checked = true;
+    const auto wave = [&](std::int32_t ticks) {
+        using Kind = DrawList::Kind;
+        std::vector<engine::Peak> peaks;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        for (bool isThere = false; !isThere && std::chrono::steady_clock::now() < deadline;) {
+            form.hsb.SetValue(ticks);
+            moduleScaleRenderer::RenderAllBars();
+            const auto& video = form.picVideo[0].drawing.strokes();
+            const auto& sound = form.picAudio[1].drawing.strokes();
+            isThere = std::ranges::count(video, Kind::kPicture, &DrawList::Stroke::kind) > 0
+                      && std::ranges::count(sound, Kind::kWave, &DrawList::Stroke::kind) > 0
+                      && std::ranges::all_of(sound.at(1).peaks, &engine::Peak::isKnown);
+            peaks = isThere ? sound.at(1).peaks : peaks;
+        }
+        return peaks;
+    };
+    const auto peaks = wave(0);
+    ASSERT_EQ(peaks.size(), 199u) << "from the outline on the left to that on the right";
+    EXPECT_EQ(kinds(form.picAudio[1]), "filled wave box box box box box veil text line");
+    std::string video = kinds(form.picVideo[0]);
+    for (std::size_t at; (at = video.find("picture picture")) != std::string::npos;) {
+        video.erase(at, 8); // as many as the bar has room for
+    }
+    EXPECT_EQ(video, "filled picture box box box box box veil text line");
+    select(LogicTest::video(), 0);
+    moduleScaleRenderer::RenderAllBars();
+    EXPECT_TRUE(kinds(form.picVideo[0]).ends_with("line box dotted")) << "seen on a dark picture";
+    form.chkLockVideo[0].Value = std::int16_t{1};
+    moduleScaleRenderer::RenderAllBars();
+    EXPECT_NE(kinds(form.picVideo[0]).find("picture veil box"), std::string::npos) << "grey while it is locked";
+    const auto scrolled = wave(5); // the same times, 50 pixels further left
+    EXPECT_EQ(std::vector(scrolled.end() - 100, scrolled.end()), std::vector(peaks.end() - 100, peaks.end()));
+    forms::mdiTarnwick.mnuViewPicturesOnBars.Checked = forms::mdiTarnwick.mnuViewWavesOnBars.Checked = false;
+    moduleScaleRenderer::RenderAllBars();
+    EXPECT_EQ(kinds(form.picAudio[1]), "filled box box box box box text line");
 }
 
 TEST_F(BarsTest, Scale)

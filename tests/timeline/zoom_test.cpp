@@ -5,6 +5,7 @@
 #include "hand/list_and_divider.h"
 #include "support/logic_harness.h"
 #include "timeline/moduleBookmarks.h"
+#include "timeline/view_times.h"
 
 #include <cmath>
 
@@ -66,6 +67,8 @@ TEST_F(ZoomTest, Steps)
     EXPECT_EQ(walk(7, ZoomIn, 1), "4") << "3.5 goes to the even number";
     EXPECT_EQ(walk(0, ZoomIn, 1), "5");
     EXPECT_EQ(walk(0, ZoomOut, 1), "20");
+    EXPECT_EQ(walk(107, ZoomIn, 3), "54 27 14");
+    EXPECT_EQ(walk(12000, ZoomOut, 2), "20480 20480");
 }
 
 TEST_F(ZoomTest, TimesOfSlidersStay)
@@ -153,6 +156,50 @@ TEST_F(ZoomTest, TheSliderIsReachedBehindTheFilm)
     moduleTimeline::SetSliderPosition(5000, false);
     ZoomIn();
     EXPECT_EQ(form.hsb.Max(), 32) << "8 ms a pixel; the film's own again";
+}
+
+TEST_F(ZoomTest, TheFilmOrWhatIsSelectedFillsTheView)
+{
+    const struct {
+        const char* items;
+        const char* rows;
+        void (*zoom)();
+        const char* expected; // factor, left edge in ticks, and where it begins and ends in the 400 pixels of the view
+    } cases[] = {
+        {"V 0-60000", "", ZoomToFilm, "167 from 0: 0 359"},
+        {"V 0-3", "", ZoomToFilm, "1 from 0: 0 3"},
+        {"V 0-5000 B 0-4200000", "", ZoomToFilm, "11667 from 0: 0 360"},
+        {"V 0-43200000", "", ZoomToFilm, "20480 from 0: 0 2109"},
+        {"V 0-10000 10000-30000* A 0-31000 40000-48007*", "", ZoomToSelection, "106 from 7: 24 383"},
+        {"V 0-60000 E 8000-9000*", "", ZoomToSelection, "3 from 263: 37 370"},
+        {"V 5000-9000* A 20000-21000*", "Lv", ZoomToSelection, "3 from 663: 37 370"},
+        {"V 0-60000", "Lv", ZoomToSelection, "10 from 0: 0 0"},
+    };
+    for (const auto& [items, rows, zoom, expected] : cases) {
+        SCOPED_TRACE(items);
+        SetZoomFactor(10);
+        setRows(rows);
+        lay(items);
+        AdjustScroll();
+        moduleTimeline::SetSliderPosition(2000, false);
+        state::ProjectModified = false;
+        const auto times = zoom == ZoomToFilm ? items::ItemTimes{0, moduleTimeline::GetTimelineDuration()}
+                                              : timeline::selectedTimes().value_or(items::ItemTimes{});
+        zoom();
+        const std::int32_t left = form.hsb.Value() * 10;
+        EXPECT_EQ(std::to_string(GetZoomFactor()) + " from " + std::to_string(form.hsb.Value()) + ": "
+                      + std::to_string(MsToPixels(times.start) - left) + " "
+                      + std::to_string(MsToPixels(times.stop) - left),
+                  expected);
+        EXPECT_EQ(state::SliderPosition, 2000);
+        EXPECT_EQ(state::ProjectModified, times.stop > 0);
+    }
+    setRows("");
+    lay("V 0-60000");
+    showSelection(70000, 75000); // behind the film, which the bar reaches
+    ZoomToSelection();
+    EXPECT_EQ(GetZoomFactor(), 14);
+    EXPECT_TRUE(form.picStartSelSlider.Visible && form.picEndSelSlider.Visible);
 }
 
 TEST_F(ZoomTest, NothingScrollsTheViewUnderADisabledBar)

@@ -86,6 +86,10 @@ std::string Past::wrongInCommand(const Marks& was, const std::string& before, co
             images_.assign(kMost, "");
             newest_.clear();
         }
+        if (was.entries == was.index + 1 && images_.back() != before) {
+            images_.back().clear(); // or its entry, which came to nothing, waits in place of one that did too
+            newest_.clear();
+        }
         return now == before ? "" : "the timeline has changed, the history has not\n";
     }
     const bool isDropped = was.index == kMost; // the oldest entry, for this one

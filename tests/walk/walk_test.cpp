@@ -51,7 +51,8 @@ std::string CheckedRun::run(const std::string& line)
     app::runLine(session_, line, messages_);
     now_ = readNow(session_);
     std::string wrong = isStep ? "" : oracle_.wrongBehind(words, before, now_);
-    if (app::asText(now_.laid) != textBefore && (word == "put" || word == "add" || word == "overlay")) {
+    if (app::asText(now_.laid) != textBefore
+        && (word == "put" || word == "add" || word == "overlay" || word == "insert")) {
         markSources(now_.laid, session_.media());
         now_ = readNow(session_);
         word == "put" ? void() : ModuleHistory::StoreCurrentTLImage(); // a redo of the adding keeps the marks

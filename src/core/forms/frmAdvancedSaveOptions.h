@@ -15,6 +15,7 @@ struct FrmAdvancedSaveOptions {
 
     ComboBox cboVideoCompressor, cboAudioCompressor;
     CompressionValues Values;
+    CheckBox chkCopyUnchanged;
     DimensionBoxes VideoDimension;
 
     ProfileChoice Profile;
@@ -22,6 +23,7 @@ struct FrmAdvancedSaveOptions {
 
     TextBox txtTitle, txtAuthor, txtRating, txtCopyright, txtDescription;
 
+    bool CopyUnchanged = true; // as the engine was told last
     std::string VideoCompressorName, AudioCompressorName;
     std::string Title, Author, Rating, Copyright, Description; // without blanks around them
 };

@@ -12,6 +12,7 @@ struct FrmMediaList {
     Shown<std::string> Caption{std::string("Media List - Project: Untitled")};
     Shown<bool> Visible{true};
     ListView lvwMediaList;
+    TextBox txtFilter; // the screen hides the rows whose names do not hold it; they stay in the list
 
     // Facts of the selected file.
     Label lblFile;

@@ -15,11 +15,19 @@ struct PreferredProfile {
     Shown<std::string> txtProfile; // its description
 };
 
+/// One that the screens can speak.
+struct Language {
+    std::string code; // empty: as the desktop has it
+    std::string name; // in itself
+};
+
 struct FrmPreferences {
     Shown<std::string> tbSettings{"GENERAL"}; // the tab in front, else "AVI_SAVE_OPTIONS" or "WMF_SAVE_OPTIONS"
 
     CheckBox chkDoNotShowTutorial, chkPreview;
-    TextBox txtPath;                                                                   // the working folder
+    ComboBox cboLanguage;            // of the screens, from the next start on
+    std::vector<Language> Languages; // the same; the screens say which there are
+    TextBox txtPath;                 // the working folder
     Shown<std::int32_t> lblVideoColor, lblAudioColor, lblEffectColor, lblOverlayColor; // of their backs; red lowest
 
     ComboBox cboVideoCompressorST, cboAudioCompressorST;

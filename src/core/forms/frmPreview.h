@@ -31,6 +31,7 @@ struct FrameOffer {
 
 struct FrmPreview {
     Shown<bool> Visible{true};
+    Shown<bool> WholeScreen{false}; // the picture has the whole screen
 
     // The picture: its room is told by the screen; its surface is a number of the engine's registry, and its place in
     // the room has the project's proportions.

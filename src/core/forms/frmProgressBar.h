@@ -11,6 +11,7 @@ struct FrmProgressBar {
     ProgressBar pbr; // 0 to 100
     Shown<std::string> lblFramesSaved, lblComplete;
     Shown<std::string> lblTimeLeft, lblSpeed, lblSize; // empty where nothing can be said yet
+    Shown<std::string> lblFramesCopied;                // empty while none are
     Shown<std::string> lblFailure;                     // why it will not come to its end; empty while it may
     CheckBox chkPreviewWhenDone;
     Shown<std::string> cmdCancel; // its caption, which says what the window waits for

@@ -15,11 +15,13 @@ namespace forms {
 struct RowPointer {
     Shown<std::string> ToolTipText;
     Shown<std::int16_t> MousePointer{std::int16_t{0}}; // 0 default, 9 the sizing pointer east-west
+    Marker DropMark;                                   // where files that are dragged over it would lie
 };
 
 struct FrmTimeline {
     // The scale and its sliders.
     PictureBox picScale;
+    Shown<std::string> picScaleToolTip; // the time under the pointer
     ImageBox imgScaleMarker;
     Label lblHighlight; // marks where the track pictures start
     ScrollBar hsb;
@@ -33,6 +35,8 @@ struct FrmTimeline {
     Marker picStartSelSlider;
     Marker picEndSelSlider;
     Timer tmTimeline{.Enabled = false, .Interval = 20, .tick = {}};
+    double PixelRatio = 1; // device pixels to one of the rows', told by the screen
+    Marker picSnapLine;    // over scale and rows: the time that an edge in the hand is drawn to
 
     // The rows.
     std::array<PictureBox, 1> picVideo;
@@ -81,6 +85,7 @@ struct FrmTimeline {
     bool Dragging = false;
     float DragOffset = 0; // pixels; x of the press inside the handle
     bool DraggingSlider = false;
+    bool MovingSlider = false; // it has a new place, of which nothing else knows yet, and events run
     bool DraggingStart = false;
     bool DraggingEnd = false;
     bool ScrollingRight = false;
@@ -96,6 +101,8 @@ struct FrmTimeline {
     bool DragResize = false;        // by its right end
     std::int32_t DragOrigStart = 0; // ms; what was pressed, at the press
     std::int32_t DragOrigStop = 0;
+    Timer tmDrag{.Enabled = false, .Interval = 20, .tick = {}}; // runs while the pointer of a drag is outside the view
+    bool Trimming = false;                                      // the hand holds an end that it trims
 };
 inline FrmTimeline frmTimeline;
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -70,6 +71,7 @@ struct MdiTarnwick {
 
     Shown<std::int16_t> MousePointer{std::int16_t{0}}; // 0 default, 11 hourglass, 99 a picture of the program's own
     StatusBar sbr{"", "SLIDER_POS", "DURATION", "SELECTION"};
+    std::optional<std::string> HintAhead; // panel 1 as it was, while a highlighted entry of the menu writes there
     ProgressBar pbarMain;
     ToolBar tbr;
 
@@ -85,14 +87,18 @@ struct MdiTarnwick {
         mnuEditAddEffectToTimeline, mnuAddEffectFade, mnuAddEffectPixelate, mnuAddEffectBlur, mnuAddEffectWave,
         mnuAddEffectEmboss, mnuAddEffectEngrave, mnuEditClearEffect, mnuEditAddToOverlay, mnuEditClearOverlay,
         mnuEditSetOverlayTransparency, mnuEditCut, mnuEditCopy, mnuEditPaste, mnuEditClear, mnuEditCrop,
-        mnuEditCropSources, mnuEditAddtoAudio1, mnuEditAddtoAudio2, mnuEditStartSel, mnuEditEndSel, mnuEditRestoreSize;
+        mnuEditCropSources, mnuEditAddtoAudio1, mnuEditAddtoAudio2, mnuEditStartSel, mnuEditEndSel, mnuEditRestoreSize,
+        mnuEditTrimStart, mnuEditTrimEnd, mnuEditCloseGap, mnuEditSelectWithSound;
 
     Menu mnuView, mnuViewTimelineList, mnuViewML_LargeIcon, mnuViewML_SmallIcon, mnuViewML_List, mnuViewML_Detail,
         mnuViewSelectionSliders;
+    Menu mnuViewPicturesOnBars, mnuViewWavesOnBars;
+    Menu mnuViewSnapping{.Caption = {}, .Enabled = true, .Checked = true, .Visible = true};
+    Menu mnuViewWholeFilm, mnuViewSelection, mnuViewFollowEdits;
 
     Menu mnuTools, mnuToolsZoomIn, mnuToolsZoomOut, mnuToolsAddBookmark, mnuToolsRemoveBookmark, mnueditclearmarkers,
         mnuToolsCapture, mnuToolsSplitTimeline, mnuToolsPackTimelineBars, mnuToolsTakeSnap, mnuToolsRepeatAudio,
-        mnuToolsAddText, mnuToolsOptions;
+        mnuToolsAddText, mnuToolsOptions, mnuToolsTrimMode;
 
     Menu mnuWindow, mnuViewPreview, mnuViewTimeline, mnuViewTools, mnuWindowArrangeAll;
     Menu mnuViewMediaList{.Caption = {}, .Enabled = true, .Checked = true, .Visible = true};
@@ -104,7 +110,8 @@ struct MdiTarnwick {
     Menu mnuMediaListContext, mnuMLC_AddToTimeline, mnuMLC_AddToOverlay, mnuMLC_Preview, mnuMLC_Close;
     Menu mnuEditContext, mnuEC_ZoomIn, mnuEC_ZoomOut, s21, mnuEC_Cut, mnuEC_Copy, mnuEC_Paste, mnuEC_Delete, mnuEC_Crop,
         s34, mnuEditContextAddtoAudio1, mnuEditContextAddtoAudio2, s22, mnuEC_AddMarker, mnuEC_RemoveMarker, s23,
-        mnuEC_StretchMode, sr1, mnuEC_SetOverlayTransparency, sr2, mnuEC_SelSliders;
+        mnuEC_StretchMode, sr1, mnuEC_SetOverlayTransparency, sr2, mnuEC_SelSliders, sr3, mnuEC_TrimStart,
+        mnuEC_TrimEnd, mnuEC_CloseGap, mnuEC_SelectWithSound;
 
     /// Pops a menu up under the pointer; it may come back before the menu is gone. Set by the screens; without one
     /// nothing pops up.
@@ -118,6 +125,12 @@ struct MdiTarnwick {
     Shown<Rectangle> MediaListPlace;
     Shown<Rectangle> PreviewPlace;
     Shown<Rectangle> ToolsPlace; // a column at the right, outside the width that the others share
+
+    // What a hand has set by the dividers, in place of the arrangement's own; 0: nothing.
+    std::int32_t KeptListShare = 0;      // of the width that media list and preview share, in ten-thousandths
+    std::int32_t KeptTimelineHeight = 0; // pixels
+    Shown<Rectangle> ListDividerPlace;   // between media list and preview; empty: it has nothing to divide
+    Shown<Rectangle> TimelineDividerPlace;
 };
 inline MdiTarnwick mdiTarnwick;
 

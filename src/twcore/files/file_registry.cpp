@@ -25,20 +25,10 @@ std::vector<bool> kindsOf(const MediaFile& media)
 
 } // namespace
 
-FileRegistry::Stamp FileRegistry::stampOf(const std::string& path)
-{
-    Stamp stamp;
-    std::error_code none;
-    stamp.changed = std::filesystem::last_write_time(path, none);
-    stamp.byteCount = none ? 0 : std::filesystem::file_size(path, none);
-    stamp.isKnown = !none;
-    return stamp;
-}
-
 /// On any thread.
 FileRegistry::Tried FileRegistry::lookAt(const std::string& path)
 {
-    const Stamp stamp = stampOf(path);
+    const FileStamp stamp = FileStamp::of(path);
     try {
         return {path, stamp, tryMediaFile(path, Patience{.deadline = std::chrono::steady_clock::now() + kTrialTime})};
     } catch (const std::exception&) {
@@ -82,18 +72,18 @@ const Trial& FileRegistry::keep(Tried tried)
 Trial FileRegistry::tryFile(const std::string& path)
 {
     const auto isLasting = [](const Tried& tried) {
-        return tried.stamp.isKnown && tried.trial.error != engine::media_error::kCannotLoad;
+        return tried.stamp.isThere && tried.trial.error != engine::media_error::kCannotLoad;
     };
     if (auto ahead = takeAhead(path); ahead && isLasting(*ahead)) {
         keep(std::move(*ahead));
     }
-    const auto stamp = answeredWithin<Stamp>(kTrialTime, [path] { return stampOf(path); });
+    const auto stamp = answeredWithin<FileStamp>(kTrialTime, [path] { return FileStamp::of(path); });
     if (!stamp) {
         return {engine::media_error::kCannotLoad, nullptr};
     }
     const auto found = std::ranges::find(tried_, path, &Tried::path);
     if (found != tried_.end()) {
-        if (stamp->isKnown && found->stamp == *stamp) {
+        if (stamp->isThere && found->stamp == *stamp) {
             return found->trial;
         }
         tried_.erase(found);

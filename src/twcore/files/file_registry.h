@@ -7,13 +7,13 @@
 
 #include "engine/types.h"
 #include "twcore/files/answered_within.h"
+#include "twcore/media/file_stamp.h"
 #include "twcore/media/media_file.h"
 #include "twcore/model/handle_counter.h"
 #include "twcore/model/stream_catalogue.h"
 #include "twcore/render/plan.h"
 
 #include <deque>
-#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -69,17 +69,9 @@ private:
         bool isOpen = false;
         std::vector<engine::Handle> streams; // by index, 0 while never opened
     };
-    /// What tells that a file is still the one that was tried.
-    struct Stamp {
-        bool isKnown = false;
-        std::filesystem::file_time_type changed;
-        std::uintmax_t byteCount = 0;
-
-        bool operator==(const Stamp&) const = default;
-    };
     struct Tried {
         std::string path;
-        Stamp stamp;
+        FileStamp stamp;
         Trial trial;
     };
 
@@ -88,7 +80,6 @@ private:
         UnderWay<Tried> look;
     };
 
-    static Stamp stampOf(const std::string& path);
     static Tried lookAt(const std::string& path);
     std::optional<Tried> takeAhead(const std::string& path);
     const Trial& keep(Tried tried);

@@ -1,5 +1,7 @@
 #include "twcore/media/avi_index.h"
 
+#include "twcore/media/picture_kind.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -144,6 +146,7 @@ std::optional<std::vector<PictureIndex::Packet>> listedByAvi(const InputFile& fi
     std::int64_t at = 0;
     std::int64_t emptyBefore = 0; // ahead of the first picture
     bool isChecked = false;
+    const bool mayBeEmpty = file.stream(streamIndex)->codecpar->codec_id == AV_CODEC_ID_MPEG4;
     for (const Listed& chunk : listedChunks(*file.context())) {
         if (at != chunk.position && !gaps.leadsTo(at, chunk.position)) {
             return std::nullopt;
@@ -163,7 +166,9 @@ std::optional<std::vector<PictureIndex::Packet>> listedByAvi(const InputFile& fi
             return std::nullopt;
         }
         isChecked = true;
-        packets.push_back({chunk.position + kHeadBytes, chunk.time, chunk.time, chunk.byteCount, chunk.isKey});
+        // Some writers list the empty packet behind a key frame's packed ones as another.
+        const bool isKey = chunk.isKey && (!mayBeEmpty || chunk.byteCount > kEmptyPictureBytes);
+        packets.push_back({chunk.position + kHeadBytes, chunk.time, chunk.time, chunk.byteCount, isKey});
     }
     if (!hasKeysThroughout(packets) || at > file.byteCount() + 1 || !gaps.endsBehind(at) || file.gaveUp()) {
         return std::nullopt;

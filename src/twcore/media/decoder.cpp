@@ -1,6 +1,7 @@
 #include "twcore/media/decoder.h"
 
 #include "twcore/media/input_file.h"
+#include "twcore/media/jpeg_remarks.h"
 
 #include <algorithm>
 #include <new>
@@ -9,18 +10,24 @@ namespace twcore {
 
 std::unique_ptr<Decoder> Decoder::open(const AVStream& stream, int threads)
 {
-    const AVCodec* const codec = avcodec_find_decoder(stream.codecpar->codec_id);
+    auto context = contextFor(*stream.codecpar, stream.time_base, threads);
+    return context ? std::unique_ptr<Decoder>(new Decoder(std::move(context))) : nullptr;
+}
+
+CodecContextPtr Decoder::contextFor(const AVCodecParameters& parameters, AVRational timeBase, int threads)
+{
+    const AVCodec* const codec = avcodec_find_decoder(parameters.codec_id);
     if (codec == nullptr) {
         return nullptr;
     }
     CodecContextPtr context(avcodec_alloc_context3(codec));
-    if (!context || avcodec_parameters_to_context(context.get(), stream.codecpar) < 0) {
+    if (!context || avcodec_parameters_to_context(context.get(), &parameters) < 0) {
         return nullptr;
     }
-    context->pkt_timebase = stream.time_base;
+    context->pkt_timebase = timeBase;
     context->thread_count = threads;
     context->max_pixels = kMaxPixels;
-    if (stream.codecpar->codec_id == AV_CODEC_ID_H264) {
+    if (parameters.codec_id == AV_CODEC_ID_H264) {
         // Otherwise a picture that is held back at a jump ends the draining of the decoder, and the last ones with it.
         context->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT;
     }
@@ -28,14 +35,43 @@ std::unique_ptr<Decoder> Decoder::open(const AVStream& stream, int threads)
         && std::int64_t{context->width} * context->height > kMaxPixels) {
         return nullptr;
     }
-    if (avcodec_open2(context.get(), codec, nullptr) < 0) {
-        return nullptr;
-    }
-    return std::unique_ptr<Decoder>(new Decoder(std::move(context)));
+    return avcodec_open2(context.get(), codec, nullptr) < 0 ? nullptr : std::move(context);
 }
 
-void Decoder::send(const AVPacket* packet) noexcept
+/// What a remark tells the decoder holds for its own picture, but the decoder keeps to it.
+void Decoder::noteRemarks(const AVPacket& packet)
 {
+    const unsigned remarks = remarksOf({packet.data, static_cast<std::size_t>(packet.size)});
+    if ((remarks_ & ~remarks) != 0) {
+        openAnew();
+    }
+    remarks_ = remarks;
+}
+
+void Decoder::openAnew()
+{
+    (void)avcodec_send_packet(context_.get(), nullptr);
+    for (FramePtr frame = makeFrame(); avcodec_receive_frame(context_.get(), frame.get()) >= 0; frame = makeFrame()) {
+        ready_.push_back(std::move(frame));
+    }
+    const std::unique_ptr<AVCodecParameters, FreeByAddress<avcodec_parameters_free>> told(avcodec_parameters_alloc());
+    if (!told || avcodec_parameters_from_context(told.get(), context_.get()) < 0) {
+        throw std::bad_alloc();
+    }
+    auto context = contextFor(*told, context_->pkt_timebase, context_->thread_count);
+    if (context) {
+        context->skip_frame = context_->skip_frame;
+        context_ = std::move(context);
+    } else {
+        avcodec_flush_buffers(context_.get());
+    }
+}
+
+void Decoder::send(const AVPacket* packet)
+{
+    if (packet != nullptr && context_->codec_id == AV_CODEC_ID_MJPEG) {
+        noteRemarks(*packet);
+    }
     if (packet != nullptr && context_->codec_id == AV_CODEC_ID_TARGA) {
         constexpr int kHeaderBytes = 18;
         constexpr int kAlphaBits = 0x0F; // of the header's last byte
@@ -50,6 +86,11 @@ FramePtr Decoder::receive()
     if (long_) {
         return nextPart();
     }
+    if (!ready_.empty()) {
+        FramePtr frame = std::move(ready_.front());
+        ready_.pop_front();
+        return frame;
+    }
     if (!spare_) {
         spare_ = makeFrame();
     }
@@ -57,8 +98,7 @@ FramePtr Decoder::receive()
         if (avcodec_receive_frame(context_.get(), spare_.get()) < 0) {
             return nullptr;
         }
-        // Behind a jump, pictures come first that lean on others which were never decoded.
-    } while (recovering_ && (spare_->flags & AV_FRAME_FLAG_CORRUPT) != 0);
+    } while (recovering_ && isToBeDropped(*spare_));
     recovering_ = false;
     if (opaque_ && spare_->format == AV_PIX_FMT_BGRA) {
         spare_->format = AV_PIX_FMT_BGR0;
@@ -69,6 +109,15 @@ FramePtr Decoder::receive()
         return nextPart();
     }
     return std::move(spare_);
+}
+
+/// Behind a jump, pictures come first that lean on others which were never decoded, and a damaged key frame shows grey
+/// where whoever came by decoding has the picture before.
+bool Decoder::isToBeDropped(const AVFrame& frame)
+{
+    const bool isMended = afterFlush_ && (frame.decode_error_flags & FF_DECODE_ERROR_CONCEALMENT_ACTIVE) != 0;
+    startsDamaged_ = startsDamaged_ || isMended;
+    return isMended || (frame.flags & AV_FRAME_FLAG_CORRUPT) != 0;
 }
 
 /// At a few samples a second a packet lasts for an hour, which would be taken in memory at the rate of the mix.
@@ -103,7 +152,9 @@ void Decoder::flush() noexcept
 {
     avcodec_flush_buffers(context_.get());
     long_.reset();
-    recovering_ = true;
+    ready_.clear();
+    recovering_ = afterFlush_ = true;
+    startsDamaged_ = false;
 }
 
 } // namespace twcore

@@ -100,6 +100,7 @@ PictureFacts pictureFacts(const std::string& path, const InputFile& file, const 
     const AVStream& stream = *file.stream(frames.streamIndex);
     PictureFacts facts;
     facts.streamIndex = frames.streamIndex;
+    facts.codec = stream.codecpar->codec_id;
     facts.isStill = isStillFormat(file, path);
     facts.frameRate = facts.isStill ? AVRational{0, 1} : frameRateOf(stream);
     // A picture that stands for days, or for longer than its file lasts, says that the rate is damaged.

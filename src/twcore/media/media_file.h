@@ -25,6 +25,7 @@ struct Orientation {
 
 struct PictureFacts {
     int streamIndex = 0;
+    AVCodecID codec = AV_CODEC_ID_NONE;
     int width = 0; // as displayed: orientation and pixel aspect applied
     int height = 0;
     Orientation orientation;

@@ -236,7 +236,8 @@ std::string findSoundFont()
     }
     for (const char* const path : {"/usr/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2",
                                    "/usr/share/sounds/sf3/default-GM.sf3", "/usr/share/sounds/sf2/FluidR3_GM.sf2",
-                                   "/usr/share/soundfonts/default.sf2", "/usr/local/share/sounds/sf2/default-GM.sf2"}) {
+                                   "/usr/share/soundfonts/default.sf2", "/usr/share/soundfonts/FluidR3_GM.sf2",
+                                   "/usr/local/share/sounds/sf2/default-GM.sf2"}) {
         if (std::filesystem::is_regular_file(path, error)) {
             return path;
         }

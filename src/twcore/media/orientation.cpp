@@ -1,5 +1,7 @@
 #include "twcore/media/orientation.h"
 
+#include "twcore/media/ff_versions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -49,10 +51,8 @@ Orientation fromCameraNote(int note)
 
 Orientation orientationOf(const AVStream& stream, const AVFrame* frame)
 {
-    std::size_t size = 0;
-    if (const auto* data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
-        data != nullptr && size >= 9 * sizeof(std::int32_t)) {
-        return fromMatrix(reinterpret_cast<const std::int32_t*>(data));
+    if (const auto data = sideDataOf(stream, AV_PKT_DATA_DISPLAYMATRIX); data.size() >= 9 * sizeof(std::int32_t)) {
+        return fromMatrix(reinterpret_cast<const std::int32_t*>(data.data()));
     }
     if (frame == nullptr) {
         return {};

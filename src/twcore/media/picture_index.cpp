@@ -87,10 +87,11 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
             break;
         }
         const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
-        index->packets_.push_back(
-            {packet->pos, storedTime, decodeTime, packet->size, (packet->flags & AV_PKT_FLAG_KEY) != 0});
-        scanned.push_back({clock.isBare ? AV_NOPTS_VALUE : packet->pts,
-                           media.picture->reorders ? kinds.read(*packet) : PictureKind{}});
+        const PictureKind kind = media.picture->reorders ? kinds.read(*packet) : PictureKind{};
+        const bool isKey = (packet->flags & AV_PKT_FLAG_KEY) != 0 && kind.isKey.value_or(true);
+        index->packets_.push_back({packet->pos, storedTime, decodeTime, packet->size, isKey});
+        index->isPacked_ = kinds.isPacked();
+        scanned.push_back({clock.isBare ? AV_NOPTS_VALUE : packet->pts, kind});
     }
     if (index->packets_.empty() || file->gaveUp() || file->hasFailed()) {
         return nullptr; // half a list would be shared as if it were whole
@@ -272,6 +273,8 @@ std::size_t PictureIndex::ordinalOf(std::size_t slot) const
 {
     return order_ ? order_->ordinalOf(slot) : ordinalOfSlot_[slot];
 }
+
+bool PictureIndex::isPacked() const noexcept { return order_ ? order_->isPacked() : isPacked_; }
 
 std::size_t PictureIndex::slotAt(double seconds) const
 {

@@ -24,6 +24,9 @@ namespace twcore {
 
 class PictureOrder;
 
+/// Seconds by which a stamp may be off, where it is none of whole milliseconds.
+inline constexpr double kStampTolerance = 0.00001;
+
 /// A file's own list of its packets turned out not to fit them: they have to be listed by reading them.
 struct ListedWrongly : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -56,6 +59,8 @@ public:
     std::size_t count() const noexcept { return packets_.size(); }
     const Packet& packet(std::size_t ordinal) const { return packets_[ordinal]; }
     std::size_t slotOf(std::size_t ordinal) const;
+    /// Whether pictures come out with packets behind their own, so that the decoder needs all of them.
+    bool isPacked() const noexcept;
     /// Seconds in the file's own time at which the slot begins; for the slot behind the last, its end.
     double startOfSlot(std::size_t slot) const { return slotStarts_[slot]; }
     /// The slot that holds the time; the first one for an earlier time, the last one for a later.
@@ -85,6 +90,7 @@ private:
     bool hasPositions_ = true;
     std::shared_ptr<PictureOrder> order_; // where the order of showing is worked out when it is asked for
     bool isFromFile_ = false;
+    bool isPacked_ = false;
     double knownUpTo_ = std::numeric_limits<double>::infinity();
 };
 

@@ -1,12 +1,41 @@
 #include "twcore/media/picture_kind.h"
 
+#include <algorithm>
+#include <cctype>
+#include <string_view>
+
 namespace twcore {
+
+namespace {
+
+/// Decoders look for packed pictures where a remark of the stream ends so: "DivX503b1393p".
+bool tellsPacked(std::string_view stream)
+{
+    static constexpr std::string_view kRemark("\0\0\1\xB2"
+                                              "DivX",
+                                              8);
+    const auto at = stream.find(kRemark);
+    if (at == std::string_view::npos) {
+        return false;
+    }
+    const auto isPlain = [](unsigned char c) { return std::isalnum(c) != 0; };
+    const auto end = std::find_if_not(stream.begin() + at + kRemark.size(), stream.end(), isPlain);
+    return *(end - 1) == 'p';
+}
+
+std::string_view textOf(const std::uint8_t* data, int size)
+{
+    return {reinterpret_cast<const char*>(data), static_cast<std::size_t>(std::max(0, size))};
+}
+
+} // namespace
 
 PictureKindReader::PictureKindReader(const AVCodecParameters& parameters)
     : isMpeg4_(parameters.codec_id == AV_CODEC_ID_MPEG4),
       isNumbered_(parameters.codec_id == AV_CODEC_ID_H264 || parameters.codec_id == AV_CODEC_ID_HEVC)
 {
     if (isMpeg4_) {
+        isPacked_ = tellsPacked(textOf(parameters.extradata, parameters.extradata_size));
         return;
     }
     parser_.reset(av_parser_init(parameters.codec_id));
@@ -26,10 +55,9 @@ PictureKind PictureKindReader::read(const AVPacket& packet)
 PictureKind PictureKindReader::readMpeg4(const AVPacket& packet)
 {
     // A picture begins with 00 00 01 B6 and two bits of its kind: 0 intra, 1 predicted, 2 bidirectional, 3 sprite.
-    // Some writers pack a bidirectional picture behind the predicted one in one packet and leave an empty packet in
-    // its place: the decoder brings that picture out with the empty packet.
+    // Some writers pack a bidirectional picture behind the predicted one in one packet, so that each one that follows
+    // stands a packet early and an empty packet ends their row: the decoder brings each out with the packet behind.
     constexpr int kBidirectional = 2;
-    constexpr int kEmptyPacketBytes = 20;
     int pictures = 0;
     int kind = 0;
     for (int i = 0; i + 4 < packet.size; ++i) {
@@ -40,11 +68,13 @@ PictureKind PictureKindReader::readMpeg4(const AVPacket& packet)
             i += 4;
         }
     }
-    const bool takesPacked = holdsPackedPicture_ && pictures <= 1 && packet.size <= kEmptyPacketBytes;
-    holdsPackedPicture_ = pictures > 1;
+    const bool isEmpty = packet.size <= kEmptyPictureBytes && pictures <= 1 && kind != kBidirectional;
+    const bool takesPacked = holdsPackedPicture_ && isEmpty; // whatever kind it names
+    holdsPackedPicture_ = pictures > 1 || (holdsPackedPicture_ && kind == kBidirectional);
+    isPacked_ = isPacked_ || holdsPackedPicture_ || tellsPacked(textOf(packet.data, packet.size));
     PictureKind result;
     result.isBidirectional = kind == kBidirectional || takesPacked;
-    result.isKey = pictures > 0 ? std::optional(kind == 0) : std::nullopt;
+    result.isKey = pictures > 0 ? std::optional(kind == 0 && !takesPacked) : std::nullopt;
     return result;
 }
 

@@ -9,6 +9,9 @@
 
 namespace twcore {
 
+/// No more has an MPEG-4 packet whose picture came packed with the one before.
+inline constexpr int kEmptyPictureBytes = 20;
+
 struct PictureKind {
     bool isBidirectional = false;   // shown at once, ahead of the picture stored before it
     bool startsGroup = false;       // order numbers begin anew
@@ -22,6 +25,8 @@ public:
 
     /// Kinds depend on the packets before: read every packet, in stored order.
     PictureKind read(const AVPacket& packet);
+    /// Whether, as far as it was read, packets hold pictures that come out with the packets behind them.
+    bool isPacked() const noexcept { return isPacked_; }
 
 private:
     PictureKind readMpeg4(const AVPacket& packet);
@@ -33,6 +38,7 @@ private:
 
     bool isMpeg4_;
     bool isNumbered_;
+    bool isPacked_ = false;
     bool holdsPackedPicture_ = false;
     std::unique_ptr<AVCodecParserContext, CloseParser> parser_;
     CodecContextPtr context_;

@@ -8,7 +8,7 @@ namespace {
 
 // A packet tells its kind at the head; that it holds two pictures is only seen in the whole of it.
 constexpr std::size_t kHeadBytes = std::size_t{1} << 14;
-constexpr std::int32_t kEmptyPacketBytes = 20; // no more, when its picture came packed with the one before
+constexpr std::size_t kLongestRow = 16; // of pictures that are shown ahead of one
 constexpr std::size_t kLongestGroup = 4000;
 constexpr auto kOpening = std::chrono::seconds(10);
 
@@ -40,6 +40,7 @@ PictureOrder::PictureOrder(std::unique_ptr<InputFile> file, int streamIndex, std
     known_.slotOfOrdinal.assign(packets_.size(), kUnknown);
     known_.ordinalOfSlot.assign(packets_.size(), kUnknown);
     isNumbered_ = readKindAfresh(0, kHeadBytes).orderNumber.has_value();
+    isPacked_ = known_.kinds->isPacked();
 }
 
 PictureKind PictureOrder::readKind(std::size_t ordinal, std::size_t mostBytes)
@@ -71,11 +72,18 @@ bool PictureOrder::isBidirectional(std::size_t ordinal)
 {
     auto& kind = known_.isBidirectional[ordinal];
     if (kind < 0) {
-        const bool mayBeEmpty = ordinal > 0 && packets_[ordinal].byteCount <= kEmptyPacketBytes;
-        if (mayBeEmpty) {
-            (void)readKindAfresh(ordinal - 1, std::numeric_limits<std::size_t>::max()); // which may hold its picture
+        std::size_t from = ordinal;
+        PictureKind read;
+        if (ordinal > 0 && packets_[ordinal].byteCount <= kEmptyPictureBytes) {
+            do { // to what may hold its picture
+                read = readKindAfresh(--from, std::numeric_limits<std::size_t>::max());
+            } while (from > 0 && read.isBidirectional && ordinal - from < kLongestRow);
+        } else {
+            read = readKindAfresh(from, kHeadBytes);
         }
-        const PictureKind read = mayBeEmpty ? readKind(ordinal, kHeadBytes) : readKindAfresh(ordinal, kHeadBytes);
+        while (from < ordinal) {
+            read = readKind(++from, kHeadBytes);
+        }
         kind = read.isBidirectional ? 1 : 0;
     }
     return kind == 1;

@@ -20,6 +20,8 @@ public:
 
     std::size_t slotOf(std::size_t ordinal);
     std::size_t ordinalOf(std::size_t slot);
+    /// As the stream tells at its beginning.
+    bool isPacked() const noexcept { return isPacked_; }
 
 private:
     static constexpr std::uint32_t kUnknown = 0xFFFF'FFFF;
@@ -43,7 +45,8 @@ private:
     const std::unique_ptr<const InputFile> file_;
     const AVCodecParameters& codec_;
     const std::vector<PictureIndex::Packet> packets_;
-    bool isNumbered_ = false; // set when it is opened
+    bool isNumbered_ = false; // set when it is opened, as the next
+    bool isPacked_ = false;
 
     std::mutex mutex_;
     Known known_;

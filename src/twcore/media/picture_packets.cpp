@@ -15,9 +15,19 @@ bool PicturePackets::open(const Patience& patience)
         return false;
     }
     file_->keepOnly(stream);
+    constexpr std::size_t kGroup = 24;
+    const AVCodecDescriptor* const codec = avcodec_descriptor_get(this->stream().codecpar->codec_id);
+    lookAhead_ = codec != nullptr && (codec->props & AV_CODEC_PROP_INTRA_ONLY) != 0 ? 1 : kGroup;
     running_ = RunningStamps(media_->breaks, 0);
     forget();
     return true;
+}
+
+double PicturePackets::tolerance() const noexcept
+{
+    constexpr double kRounded = 0.00051; // to whole milliseconds, also from the middle between two
+    const bool isRounded = (tick() >= 0.0009 && !media_->listing) || media_->formatName == "flv";
+    return isRounded ? kRounded : kStampTolerance;
 }
 
 void PicturePackets::forget()
@@ -60,7 +70,7 @@ bool PicturePackets::anyBetween(double start, double end)
     if (std::ranges::any_of(ahead_, comesBetween)) {
         return true;
     }
-    while (ahead_.size() < kLookAhead && fetch()) {
+    while (ahead_.size() < lookAhead_ && fetch()) {
         if (comesBetween(ahead_.back())) {
             return true;
         }

@@ -17,9 +17,6 @@
 
 namespace twcore {
 
-/// How far ahead a packet is looked for that makes another one needless: longer than any group of reordered pictures.
-inline constexpr std::size_t kLookAhead = 24;
-
 /// The stamp by which a packet is stored, of showing where that of decoding is missing. AV_NOPTS_VALUE without either.
 inline std::int64_t stampOf(const AVPacket& packet) { return packet.dts != AV_NOPTS_VALUE ? packet.dts : packet.pts; }
 
@@ -37,6 +34,8 @@ public:
     const AVStream& stream() const noexcept { return *file_->stream(media_->picture->streamIndex); }
     /// Seconds of one tick of the stamps.
     double tick() const noexcept { return av_q2d(stream().time_base); }
+    /// Seconds by which a stamp may be off.
+    double tolerance() const noexcept;
 
     /// Whether there is a packet to take; one is read where none was read ahead.
     bool any() { return !ahead_.empty() || fetch(); }
@@ -46,6 +45,9 @@ public:
     /// The last packet has been read, though perhaps not taken.
     bool hasEnded() const noexcept { return fileEnded_; }
 
+    /// How many packets are read ahead at most, to find one that makes another needless: more than any group of
+    /// reordered pictures has, and a single one where none is reordered.
+    std::size_t lookAhead() const noexcept { return lookAhead_; }
     /// Whether a packet that is still to be taken holds a picture that begins in (start, end], in seconds of the file's
     /// own time.
     bool anyBetween(double start, double end);
@@ -74,6 +76,7 @@ private:
     RunningStamps running_;
     std::deque<PacketPtr> ahead_; // read and not yet taken
     bool fileEnded_ = false;
+    std::size_t lookAhead_ = 1;
     std::int64_t longestLead_ = 0; // of decoding ahead of showing, in ticks, as far as it was read
 };
 

@@ -9,10 +9,6 @@ namespace twcore {
 namespace {
 
 constexpr double kNever = -std::numeric_limits<double>::infinity();
-// Between the last frame's own end and the end that the header tells, as long as that is no damage.
-constexpr double kHoldSeconds = 0.25;
-// Packets that are decoded on the way rather than jumped over: a jump costs about as much.
-constexpr int kWorthDecoding = 6;
 
 } // namespace
 
@@ -20,9 +16,35 @@ PictureReader::PictureReader(MediaFilePtr media, int threads, Patience patience)
     : media_(std::move(media)), threads_(threads), patience_(patience), packets_(media_)
 {}
 
+std::string PictureReader::lack() const
+{
+    if (!isBroken() && wanted_ < lostFrom_) {
+        return {};
+    }
+    const FileStamp now = FileStamp::of(media_->path);
+    if (!now.isThere) {
+        return "\"" + media_->path + "\" is missing. Put it back.";
+    }
+    return now.byteCount < wholeBytes_ ? "\"" + media_->path + "\" has become shorter. Put the whole file back." : "";
+}
+
+/// Begins anew with a file that gave nothing, and has changed since.
+void PictureReader::lookForFile(double seconds)
+{
+    const bool isLost = isBroken() || fileTime(seconds) >= lostFrom_;
+    if (isLost && patience_.faults == nullptr && FileStamp::of(media_->path) != opened_) {
+        forgetFile();
+        broken_ = false; // another look at it
+        decoder_.reset();
+        nearPictures_.reset();
+    }
+}
+
 bool PictureReader::openFile()
 {
     decoder_.reset();
+    opened_ = FileStamp::of(media_->path);
+    wholeBytes_ = std::max(wholeBytes_, opened_.byteCount);
     if (!packets_.open(patience_)) {
         return false;
     }
@@ -49,11 +71,7 @@ bool PictureReader::prepare()
     if (!openFile()) {
         return false;
     }
-    // Stamps of whole milliseconds are rounded ones.
-    tolerance_ = packets_.tick() >= 0.0009 && !media_->listing ? 0.0005 : 0.00001;
-    if (media_->formatName == "flv") {
-        tolerance_ = 0.0005;
-    }
+    tolerance_ = packets_.tolerance();
     broken_ = false;
     return true;
 }
@@ -72,13 +90,18 @@ bool PictureReader::takeIndex(double time)
     return index_ && time < index_->knownUpTo();
 }
 
-void PictureReader::readAfresh()
+void PictureReader::forgetFile()
 {
     index_.reset();
     jumpedTo_.reset();
     current_.reset();
     next_.reset();
     lostFrom_ = std::numeric_limits<double>::infinity();
+}
+
+void PictureReader::readAfresh()
+{
+    forgetFile();
     broken_ = !openFile();
 }
 
@@ -91,11 +114,12 @@ SharedFrame PictureReader::nearTo(double time)
     return nearPictures_->at(time);
 }
 
-void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = seconds + media_->zeroSeconds + tolerance_; }
+void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = fileTime(seconds); }
 
 SharedFrame PictureReader::at(double seconds)
 {
     isNear_ = isPaused_ = hasWorked_ = false;
+    lookForFile(seconds);
     if (!media_->picture || seconds < 0 || !prepare()) {
         return nullptr;
     }
@@ -106,7 +130,7 @@ SharedFrame PictureReader::at(double seconds)
         }
         return current_ && seconds * 1000 < media_->picture->durationMs ? current_->frame : nullptr;
     }
-    const double time = seconds + media_->zeroSeconds + tolerance_;
+    const double time = fileTime(seconds);
     for (;;) {
         if (broken_ || !takeIndex(time)) {
             return broken_ || !patience_.takesNear || patience_.over() ? nullptr : nearTo(time);
@@ -186,64 +210,6 @@ double PictureReader::knownEnd() const
     return current_ ? std::max(mediaTime(endOf(*current_, wanted_)), mediaTime(wanted_) + kMoment) : 0;
 }
 
-std::optional<double> PictureReader::keySecondsFor(double seconds) const
-try {
-    const double time = seconds + media_->zeroSeconds + tolerance_;
-    if (index_ && time < index_->knownUpTo()) {
-        return index_->startOfSlot(index_->slotOf(index_->keyOrdinalFor(index_->slotAt(time)))) - media_->zeroSeconds;
-    }
-    if (index_ || !decoder_ || media_->listing) {
-        return std::nullopt;
-    }
-    const auto key = packets_.keyStampFor(time);
-    return key ? std::optional(static_cast<double>(*key) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
-               : std::nullopt;
-} catch (const ListedWrongly&) {
-    return std::nullopt; // whoever asks for the picture finds it out
-}
-
-std::optional<double> PictureReader::keySecondsBehind(double seconds) const
-try {
-    const double time = seconds + media_->zeroSeconds + tolerance_;
-    if (index_ && time < index_->knownUpTo()) {
-        for (std::size_t i = index_->keyOrdinalFor(index_->slotAt(time)) + 1; i < index_->count(); ++i) {
-            if (index_->packet(i).isKey) {
-                return index_->startOfSlot(index_->slotOf(i)) - media_->zeroSeconds;
-            }
-        }
-        return std::nullopt;
-    }
-    if (index_ || !decoder_ || media_->listing) {
-        return std::nullopt;
-    }
-    const auto key = packets_.keyStampFor(time);
-    const auto next = key ? packets_.keyStampBehind(*key) : std::nullopt;
-    return next ? std::optional(static_cast<double>(*next) * packets_.tick() + packets_.lead() - media_->zeroSeconds)
-                : std::nullopt;
-} catch (const ListedWrongly&) {
-    return std::nullopt;
-}
-
-std::optional<double> PictureReader::position() const
-{
-    return current_ ? std::optional(mediaTime(current_->start)) : std::nullopt;
-}
-
-int PictureReader::picturesTo(double seconds) const
-{
-    if (media_->picture->isStill || media_->picture->frameRate.num <= 0) {
-        return 0;
-    }
-    const double rate = av_q2d(media_->picture->frameRate);
-    const double time = seconds + media_->zeroSeconds + tolerance_;
-    const auto key = keySecondsFor(seconds);
-    double from = key ? *key + media_->zeroSeconds : time;
-    if (current_ && current_->start <= time) {
-        from = std::max(from, current_->start);
-    }
-    return static_cast<int>(std::clamp((time - from) * rate, 0.0, 1e6));
-}
-
 double PictureReader::endOfLast(double start) const
 {
     const AVRational rate = media_->picture->frameRate;
@@ -253,121 +219,23 @@ double PictureReader::endOfLast(double start) const
     return told > own && told - own <= kHoldSeconds ? told + tolerance_ : own + tolerance_;
 }
 
-bool PictureReader::needsJump(double time) const
-{
-    if (!current_ && !next_) {
-        return drained_ || time > media_->picture->startSeconds + 2 * tolerance_ || lastPacketTime_ != AV_NOPTS_VALUE;
-    }
-    const double from = current_ ? current_->start : next_->start;
-    if (time < from) {
-        return current_ || time < next_->start - kHoldSeconds || next_->start > media_->picture->startSeconds + 1;
-    }
-    if (index_) {
-        const std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
-        return key > nextOrdinal_ + kWorthDecoding && static_cast<std::int64_t>(key) != jumpedTo_;
-    }
-    if ((next_ && time < next_->start) || drained_) {
-        return false;
-    }
-    const auto key = packets_.keyStampFor(time);
-    const AVRational rate = media_->picture->frameRate;
-    const double frame = rate.num > 0 ? 1 / av_q2d(rate) : 0.04;
-    // A jump that has ended ahead of its key frame would end there again.
-    return key && key != jumpedTo_ && lastPacketTime_ != AV_NOPTS_VALUE
-           && static_cast<double>(*key - lastPacketTime_) * packets_.tick() > kWorthDecoding * frame;
-}
-
-void PictureReader::jumpTo(double time)
-{
-    current_.reset();
-    next_.reset();
-    if (index_) {
-        jumpByIndex(time);
-    } else {
-        jumpByTime(time);
-    }
-}
-
-void PictureReader::restart()
-{
-    broken_ = !openFile();
-    fromStart_ = true;
-}
-
-void PictureReader::jumpByTime(double time)
-{
-    const double tick = packets_.tick();
-    jumpedTo_ = packets_.keyStampFor(time);
-    auto stamp = static_cast<std::int64_t>(std::floor(time / tick));
-    for (int attempt = 0; attempt < 6; ++attempt) {
-        forget();
-        lastPacketTime_ = AV_NOPTS_VALUE;
-        if (!packets_.jumpByTime(stamp)) {
-            break;
-        }
-        const AVPacket& key = packets_.front();
-        const auto keyTime = key.pts != AV_NOPTS_VALUE ? key.pts : key.dts;
-        const auto storedTime = stampOf(key);
-        const bool isFirst = packets_.isFirstKey(storedTime);
-        dropBefore_ = static_cast<double>(keyTime) * tick;
-        if (isFirst || dropBefore_ <= time) {
-            next_ = decodeNext();
-            if (isFirst || (next_ && next_->start <= time)) {
-                return;
-            }
-        }
-        // Landed behind the time: pictures ahead of this key frame belong to the group before it.
-        stamp = std::min(stamp, storedTime) - (attempt < 2 ? 1 : static_cast<std::int64_t>(attempt * 5 / tick));
-        next_.reset();
-    }
-    restart();
-}
-
-void PictureReader::jumpByIndex(double time)
-{
-    if (nextOrdinal_ == 0) {
-        // Some writers tell what their stream is in the first packet alone.
-        sendPacket();
-        (void)decoder_->receive();
-    }
-    std::size_t key = index_->keyOrdinalFor(index_->slotAt(time));
-    jumpedTo_ = static_cast<std::int64_t>(key);
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        forget();
-        if (packets_.jumpByIndex(*index_, key)) {
-            nextOrdinal_ = key;
-            dropBefore_ = index_->startOfSlot(index_->slotOf(key)) - tolerance_;
-            return;
-        }
-        if (key == 0) {
-            break;
-        }
-        key = index_->keyOrdinalFor(index_->slotOf(key - 1));
-    }
-    if (index_->isFromFile() && !patience_.over()) {
-        throw ListedWrongly("No key frame is where the file's own list says.");
-    }
-    restart(); // and decode from the beginning, which always finds it
-}
-
-void PictureReader::forget()
-{
-    fromStart_ = false;
-    decoder_->flush();
-    drained_ = false;
-    stoppedBehind_.reset();
-    inside_.clear();
-    seen_.clear();
-}
-
 bool PictureReader::isPassedOver(const AVPacket& packet)
 {
     if (index_) {
-        return nextOrdinal_ < index_->count() && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_)
+        return !index_->isPacked() && nextOrdinal_ < index_->count()
+               && index_->slotOf(nextOrdinal_) < index_->slotAt(wanted_)
                && index_->startOfSlot(index_->slotOf(nextOrdinal_)) < wholeFrom_;
     }
     const double start = static_cast<double>(packet.pts) * packets_.tick();
-    return packet.pts != AV_NOPTS_VALUE && start < wanted_ && start < wholeFrom_ && packets_.anyBetween(start, wanted_);
+    return packet.pts != AV_NOPTS_VALUE && start < wanted_ && start < wholeFrom_ && !lastsUpTo(start, wanted_)
+           && packets_.anyBetween(start, wanted_);
+}
+
+/// Whether the picture of the packet that was taken last is shown beyond a time: where a format tells that for sure,
+/// and none is shown in another order, the next packet need not be read for it.
+bool PictureReader::lastsUpTo(double start, double time) const
+{
+    return packets_.lookAhead() == 1 && media_->formatName.starts_with("mov,") && start == ownStart_ && time < ownEnd_;
 }
 
 /// Whether no later picture begins by that time, as far as that is known without decoding on.
@@ -376,6 +244,9 @@ bool PictureReader::isLastUpTo(const Shown& shown, double time)
     if (index_) {
         const std::size_t slot = index_->slotAt(shown.start + tolerance_ / 2);
         return slot == index_->slotAt(time) && slot + 1 < index_->count();
+    }
+    if (lastsUpTo(shown.start, time)) {
+        return true;
     }
     const auto inside = inside_.upper_bound(shown.start);
     return !packets_.hasEnded() && (inside == inside_.end() || *inside > time)
@@ -390,7 +261,7 @@ bool PictureReader::nothingWantedAhead()
     }
     if (index_) {
         const std::size_t lastSlot = index_->slotAt(expectedEnd_);
-        for (std::size_t i = nextOrdinal_; i < std::min(index_->count(), nextOrdinal_ + kLookAhead); ++i) {
+        for (std::size_t i = nextOrdinal_; i < std::min(index_->count(), nextOrdinal_ + packets_.lookAhead()); ++i) {
             if (index_->slotOf(i) <= lastSlot) {
                 return false;
             }
@@ -431,6 +302,8 @@ bool PictureReader::sendPacket()
     const PacketPtr packet = packets_.take();
     const auto stored = stampOf(*packet);
     lastPacketTime_ = stored != AV_NOPTS_VALUE ? stored : lastPacketTime_;
+    ownStart_ = static_cast<double>(packet->pts) * packets_.tick();
+    ownEnd_ = static_cast<double>(packet->pts + packet->duration) * packets_.tick();
     // What is not shown, and nothing refers to, need not be decoded.
     decoder_->context().skip_frame = isPassedOver(*packet) ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     if (index_) {

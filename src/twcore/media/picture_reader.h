@@ -6,6 +6,7 @@
 // frame, seeks. Not thread safe: one reader serves one thread; several readers of a file share its list of pictures.
 
 #include "twcore/media/decoder.h"
+#include "twcore/media/file_stamp.h"
 #include "twcore/media/media_file.h"
 #include "twcore/media/near_pictures.h"
 #include "twcore/media/picture_listing.h"
@@ -16,6 +17,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
 
 namespace twcore {
 
@@ -67,8 +69,14 @@ public:
 
     /// The file could not be opened, or its disk failed: frames may be missing for no better cause.
     bool isBroken() const noexcept { return broken_ || packets_.hasFailed(); }
+    /// A sentence for people, when pictures are missing since the file is not what it was when it was opened; else
+    /// empty. One that is whole again is found by the next question, but by who saves a movie.
+    std::string lack() const;
 
 private:
+    // Between the last frame's own end and the end that the header tells, as long as that is no damage.
+    static constexpr double kHoldSeconds = 0.25;
+
     struct Shown {
         SharedFrame frame;
         double start; // in the file's own time
@@ -76,7 +84,9 @@ private:
 
     bool openFile();
     bool prepare();
+    void lookForFile(double seconds);
     bool takeIndex(double time);
+    void forgetFile();
     void readAfresh();
     SharedFrame nearTo(double time);
     SharedFrame exactly(double time);
@@ -92,9 +102,11 @@ private:
     void checkList(const AVPacket* packet) const;
     bool sendPacket();
     bool isPassedOver(const AVPacket& packet);
+    bool lastsUpTo(double start, double time) const;
     bool isLastUpTo(const Shown& shown, double time);
     bool nothingWantedAhead();
     double endOf(const Shown& shown, double unknown) const;
+    double fileTime(double seconds) const noexcept { return seconds + media_->zeroSeconds + tolerance_; }
     double mediaTime(double time) const noexcept { return time - media_->zeroSeconds - tolerance_; }
     double endOfLast(double start) const;
 
@@ -102,6 +114,8 @@ private:
     int threads_;
     Patience patience_;
     bool broken_ = false;
+    FileStamp opened_; // what the file was when it was tried last
+    std::int64_t wholeBytes_ = 0;
 
     PicturePackets packets_;
     std::unique_ptr<Decoder> decoder_;
@@ -119,6 +133,8 @@ private:
     std::optional<double> stoppedBehind_; // the decoder was drained here, since nothing behind it was expected
 
     double tolerance_ = 0;
+    double ownStart_ = 0; // of the packet that was taken last, in the file's own time, as it says
+    double ownEnd_ = 0;
     std::size_t nextOrdinal_ = 0; // index: number of the packet that is read next
     std::int64_t lastPacketTime_ = AV_NOPTS_VALUE;
     std::optional<std::int64_t> jumpedTo_; // what the last jump was meant for: a key frame's stamp, or its number

@@ -21,7 +21,7 @@ public:
 
     /// The files outlive this.
     explicit FilePreviewInterface(FileRegistry& files, AudioMaker makeAudio = openAudio)
-        : files_(files), player_(std::move(makeAudio))
+        : files_(files), player_(kStoreShare, std::move(makeAudio))
     {}
 
     Status SetOwnerWindow(std::int32_t windowHandle) override;
@@ -41,6 +41,8 @@ public:
 private:
     template <class Step>
     Status whenLoaded(Bool16& ok, Step&& step, OperationPlace operation = OperationPlace::current());
+
+    static constexpr double kStoreShare = 0.125; // its pictures are small ones
 
     FileRegistry& files_;
     Player player_;

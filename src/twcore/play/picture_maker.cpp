@@ -1,4 +1,5 @@
 #include "twcore/play/picture_room.h"
+#include "twcore/play/players_at_work.h"
 
 #include <algorithm>
 #include <thread>
@@ -65,8 +66,7 @@ std::optional<PicturePlayer::Room::Job> PicturePlayer::Room::nextJob()
     return jobAt(nextDue);
 }
 
-void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::SurfacePicture>& picture,
-                                 Clock::duration cost)
+void PicturePlayer::Room::finish(const Job& job, std::optional<Made> made, Clock::duration cost)
 {
     if (job.surface != surface || job.wish.plan != wish.plan || job.wish.isRunning != wish.isRunning) {
         return;
@@ -83,8 +83,8 @@ void PicturePlayer::Room::finish(const Job& job, const std::optional<engine::Sur
     if (nextDue == job.wish.at) {
         nextDue = PictureGrid(*wish.plan).after(nextDue);
     }
-    if (picture) {
-        ahead.push_back({job.wish.at, *picture});
+    if (made) {
+        ahead.push_back(std::move(*made));
     }
 }
 
@@ -121,6 +121,7 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
             }
             continue;
         }
+        notePlayerWork();
         watch.begin(job->wish.serial);
         pause.begin(); // also a hand's short turns end where playing begins
         if (!job->wish.isRunning) {
@@ -130,13 +131,13 @@ void PicturePlayer::Room::makeLoop(Lock& lock)
         const auto begin = Clock::now();
         stillFrame.reset(); // it does not stand any more
         lock.unlock();
-        const auto picture = pictureOf(*job);
+        auto made = pictureOf(*job);
         lock.lock();
         if (watch.end()) {
             renderer.reset(); // a reader that was stopped in the middle is worth nothing
             continue;
         }
-        finish(*job, picture, Clock::now() - begin);
+        finish(*job, std::move(made), Clock::now() - begin);
         changed.notify_all();
     }
 }
@@ -161,12 +162,15 @@ void PicturePlayer::Room::fitRenderer(const Job& job)
     rendererPlan = plan;
 }
 
-std::optional<engine::SurfacePicture> PicturePlayer::Room::pictureOf(const Job& job)
+std::optional<PicturePlayer::Room::Made> PicturePlayer::Room::pictureOf(const Job& job)
 {
     try {
         fitRenderer(job);
         const SharedFrame frame = renderer->frame(job.wish.at);
-        return frame ? std::optional(painter->paint(frame)) : std::nullopt; // none: another wish has come
+        if (!frame) {
+            return std::nullopt; // another wish has come
+        }
+        return Made{job.wish.at, painter->paint(frame), renderer->isNear(), renderer->lack(job.wish.at)};
     } catch (const std::runtime_error&) {
         engine::surfaces().say(job.surface, "This picture cannot be shown.");
         return std::nullopt;

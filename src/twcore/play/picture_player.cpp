@@ -85,6 +85,7 @@ void PicturePlayer::Room::presentLoop(Lock& lock)
         const Made made = ahead.front();
         ahead.pop_front();
         lastDue = made.due;
+        lastIsNear = made.isNear;
         changed.notify_all();
         if (made.picture.pixels != shown) {
             show(lock, made);
@@ -115,12 +116,16 @@ void PicturePlayer::Room::show(Lock& lock, const Made& made)
     const std::int32_t number = surface;
     lock.unlock();
     engine::surfaces().show(number, made.picture);
+    if (!made.lack.empty()) {
+        engine::surfaces().say(number, made.lack);
+    }
     lock.lock();
     isShowing = false;
     changed.notify_all();
 }
 
-PicturePlayer::PicturePlayer(std::shared_ptr<PlayClock> clock) : room_(std::make_shared<Room>(std::move(clock)))
+PicturePlayer::PicturePlayer(std::shared_ptr<PlayClock> clock, std::size_t storeBytes)
+    : room_(std::make_shared<Room>(std::move(clock), storeBytes))
 {
     maker_.emplace([room = room_] { room->make(); });
     presenter_.emplace([room = room_] { room->present(); });
@@ -198,7 +203,8 @@ void PicturePlayer::hold(std::int64_t at)
             room.ahead.pop_back();
         }
         const std::int64_t last = room.ahead.empty() ? room.lastDue : room.ahead.back().due;
-        const bool isExact = last >= 0 && PictureGrid(*room.wish.plan).after(last) > at;
+        const bool isLastNear = room.ahead.empty() ? room.lastIsNear : room.ahead.back().isNear;
+        const bool isExact = last >= 0 && !isLastNear && PictureGrid(*room.wish.plan).after(last) > at;
         room.wish = {room.wish.plan, at, false, room.wish.serial + 1};
         room.interrupt();
         room.servedSerial = isExact ? room.wish.serial : room.servedSerial;

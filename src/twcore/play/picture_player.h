@@ -23,7 +23,8 @@ namespace twcore {
 /// Interface thread; every call returns at once. Places are samples of the timeline at kPlayRate.
 class PicturePlayer {
 public:
-    explicit PicturePlayer(std::shared_ptr<PlayClock> clock);
+    /// `storeBytes` is what pictures that stand ready may take.
+    PicturePlayer(std::shared_ptr<PlayClock> clock, std::size_t storeBytes);
     ~PicturePlayer();
 
     /// By its number in the registry of surfaces; the part of it in which pictures stand, in logical pixels. What is

@@ -62,13 +62,17 @@ struct PicturePlayer::Room {
         SharedFrame frame; // to be shown; nullptr: nothing new
         bool isServed = false;
         bool isIdle = false; // there is nothing to do until the wish changes
+        std::string lack{};  // what is to be said of the frame; empty: nothing
     };
     struct Made {
         std::int64_t due = 0;
         engine::SurfacePicture picture;
+        bool isNear = false; // see PictureRenderer::isNear
+        std::string lack{};  // what is to be said of it; empty: nothing
     };
 
-    explicit Room(std::shared_ptr<PlayClock> playClock) : clock(std::move(playClock)) {}
+    Room(std::shared_ptr<PlayClock> playClock, std::size_t storeBytes) : clock(std::move(playClock)), store(storeBytes)
+    {}
 
     void wishFor(PlanPtr plan, std::int64_t at, bool running);
     /// The same picture again, for a look that has changed. Under the lock.
@@ -81,8 +85,8 @@ struct PicturePlayer::Room {
     void makeLoop(Lock& lock);
     std::optional<Job> nextJob();
     std::optional<Job> jobAt(std::int64_t at) const;
-    void finish(const Job& job, const std::optional<engine::SurfacePicture>& picture, Clock::duration cost);
-    std::optional<engine::SurfacePicture> pictureOf(const Job& job);
+    void finish(const Job& job, std::optional<Made> made, Clock::duration cost);
+    std::optional<Made> pictureOf(const Job& job);
     void fitRenderer(const Job& job);
 
     // The same thread, while nothing plays.
@@ -94,11 +98,13 @@ struct PicturePlayer::Room {
     template <class Work>
     void measured(const Job& job, const Work& work);
     std::optional<std::int64_t> nextForHand(const Job& job, double off, double every);
-    SharedFrame nearestFor(const Job& job);
+    SharedFrame nearestFor(const Job& job, double farthest);
     bool isReaderAhead(const Job& job);
     void finishStill(const Job& job, const Turn& turn, const std::optional<engine::SurfacePicture>& picture);
     bool workAhead(Lock& lock);
     bool makeAround(const Wish& at);
+    bool makeBehind(std::int64_t last);
+    bool makeBefore(std::int64_t first);
 
     // The presenter's thread.
     void present() noexcept;
@@ -122,6 +128,7 @@ struct PicturePlayer::Room {
     Clock::time_point lookAgain;    // at rest: when it is tried again
     std::int64_t nextDue = 0;       // running: the place of the picture to be made next
     std::int64_t lastDue = -1;      // running: that of the picture shown last
+    bool lastIsNear = false;        // running: which was a near one
     std::int64_t costSamples = 0;   // running: what a picture takes, as playing time
     std::deque<Made> ahead;
     std::shared_ptr<const std::uint8_t> shown; // the pixels shown last in this run
@@ -136,14 +143,15 @@ struct PicturePlayer::Room {
     PlanPtr rendererPlan;
     std::unique_ptr<PictureRenderer> renderer;
     std::unique_ptr<SurfacePainter> painter;
-    PictureStore store{storeBytes()};
+    PictureStore store;
     double pictureMs = 1;   // what a picture takes on the way to another
     SharedFrame stillFrame; // shown last at rest
     Clock::time_point stillChanged;
     std::uint64_t nearSerial = 0;  // the wish for which a near picture was looked for
     std::uint64_t aheadSerial = 0; // the wish whose neighbourhood stands ready
     std::uint64_t triedSerial = 0; // the one whose neighbourhood is being made
-    std::int64_t triedAhead = 0;   // the place of it that was tried last
+    std::int64_t triedAhead = 0;   // the place of it that was made last
+    std::int64_t nextBefore = 0;   // and that of the stretch before it that is made next
 };
 
 } // namespace twcore

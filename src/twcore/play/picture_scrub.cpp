@@ -21,14 +21,17 @@ constexpr milliseconds kStroke{120};
 constexpr milliseconds kRest{35};
 // What is no longer away than this is made at once, also for a moving hand.
 constexpr double kShortWayMs = 40;
-// Decoding on the way between two looks at the hand.
+// Decoding on the way between two looks at the hand, and between two pictures of the way to where it rests.
 constexpr milliseconds kTurn{25};
+constexpr milliseconds kRestTurn{150};
 // How often a picture is kept on the way, by the clock of the hand.
 constexpr double kKeptEvery = 0.02;
 // How long a picture may stand while the hand moves, and how far from the wish one may be that comes in its place.
 constexpr milliseconds kStanding{90};
-constexpr std::int64_t kFarthest = 8 * kPlayRate;
-// How often one is kept on the long way of a hand that rests: should it move on, it sees how far that came.
+constexpr double kFarthest = 8; // seconds
+// The same for one that was there before a hand came to rest.
+constexpr double kFarthestAtRest = 2;
+// How often one is kept on the long way of a hand that rests: it sees how far that has come.
 constexpr double kKeptAtRest = 0.4;
 // What the interruption of a short way shows a picture to take, at most.
 constexpr double kLongestMs = 200;
@@ -78,18 +81,26 @@ PicturePlayer::Room::Turn PicturePlayer::Room::stillTurn(const Job& job)
     if (job.isHandMoving && (wayMs > kShortWayMs || isReaderAhead(job))) {
         return movingTurn(job);
     }
-    if (wayMs > kShortWayMs && nearSerial != job.wish.serial) {
+    if (wayMs <= kShortWayMs) {
+        Turn turn = exactTurn(job);
+        if (!turn.frame) { // another wish has come
+            pictureMs = std::min(2 * pictureMs, kLongestMs);
+            turn.frame = nearestFor(job, kFarthest);
+        }
+        return turn;
+    }
+    if (nearSerial != job.wish.serial) {
         nearSerial = job.wish.serial;
-        if (SharedFrame near = nearestFor(job)) {
+        if (SharedFrame near = nearestFor(job, kFarthestAtRest)) {
             return {std::move(near)};
         }
     }
-    renderer->keepEvery(wayMs > kShortWayMs ? kKeptAtRest : 0);
+    pause.end = Clock::now() + kRestTurn;
+    renderer->keepEvery(kKeptAtRest);
     Turn turn = exactTurn(job);
     renderer->keepEvery(0);
-    if (!turn.frame) { // another wish has come
-        pictureMs = wayMs > kShortWayMs ? pictureMs : std::min(2 * pictureMs, kLongestMs);
-        turn.frame = nearestFor(job);
+    if (!turn.frame) {
+        turn.frame = nearestFor(job, kFarthest);
     }
     return turn;
 }
@@ -101,13 +112,15 @@ bool PicturePlayer::Room::isReaderAhead(const Job& job)
     return job.step > 0 && position && *position > job.wish.at && !renderer->isReady(job.wish.at);
 }
 
-/// The picture nearest to the wish of those that stand ready, when it is another than that on the screen, and nearer
-/// than a file's length.
-SharedFrame PicturePlayer::Room::nearestFor(const Job& job)
+/// The picture nearest to the wish of those that stand ready, when it is another than that on the screen, and no
+/// farther off than so many seconds.
+SharedFrame PicturePlayer::Room::nearestFor(const Job& job, double farthest)
 {
-    double off = 0;
-    SharedFrame near = renderer->nearestFrame(job.wish.at, off);
-    return near && near != stillFrame && std::isfinite(off) ? near : nullptr;
+    if (renderer->nearestOff(job.wish.at) > farthest) {
+        return nullptr;
+    }
+    SharedFrame near = renderer->nearestFrame(job.wish.at);
+    return near != stillFrame ? near : nullptr;
 }
 
 /// Does some decoding, and notes what a picture on the way takes, by how far the reader has come.
@@ -139,7 +152,7 @@ PicturePlayer::Room::Turn PicturePlayer::Room::exactTurn(const Job& job)
         return {};
     }
     madeNear = renderer->isNear();
-    return {std::move(frame), true};
+    return {std::move(frame), true, false, renderer->lack(job.wish.at)};
 }
 
 /// Where a moving hand's pictures are looked for next. One that goes on more quickly than pictures are decoded is met
@@ -164,25 +177,24 @@ std::optional<std::int64_t> PicturePlayer::Room::nextForHand(const Job& job, dou
 PicturePlayer::Room::Turn PicturePlayer::Room::movingTurn(const Job& job)
 {
     Turn turn;
-    turn.frame = nearestFor(job);
+    turn.frame = nearestFor(job, kFarthest);
     if (!turn.frame && Clock::now() - stillChanged > kStanding) {
         // Better one from where the reader is at work than one that stands.
         const auto position = renderer->landmarks(job.wish.at).position;
-        if (position && std::abs(*position - job.wish.at) < kFarthest) {
+        if (position && std::abs(*position - job.wish.at) < static_cast<std::int64_t>(kFarthest * kPlayRate)) {
             Job there = job;
             there.wish.at = *position;
-            turn.frame = nearestFor(there);
+            turn.frame = nearestFor(there, kFarthest);
         }
     }
-    double off = 0;
-    (void)renderer->nearestFrame(job.wish.at, off);
+    const double off = renderer->nearestOff(job.wish.at);
     const double every = std::clamp(job.speed * kKeptEvery, 0.04, 0.5);
     const auto next = nextForHand(job, off, every);
     turn.isIdle = !next || renderer->isReady(*next);
     if (!turn.isIdle) {
         pause.end = Clock::now() + kTurn;
         renderer->keepEvery(every);
-        measured(job, [&] { renderer->workTowards(*next); });
+        measured(job, [&] { (void)renderer->workTowards(*next); });
         renderer->keepEvery(0);
     }
     return turn;
@@ -209,11 +221,12 @@ void PicturePlayer::Room::finishStill(const Job& job, const Turn& turn,
         }
     }
     if (picture) {
-        ahead.assign(1, {job.wish.at, *picture});
+        ahead.assign(1, {job.wish.at, *picture, false, turn.lack});
     }
 }
 
-/// Makes one picture of the neighbourhood ready, while nothing else is to be done. False when there is none to make.
+/// Makes some of the neighbourhood ready, while nothing else is to be done: a turn, behind which it looks about again,
+/// as a thread that has taken the lowest priority may not take its own back. False when there is nothing to make.
 bool PicturePlayer::Room::workAhead(Lock& lock)
 {
     if (!wish.plan || wish.isRunning || isNear || !renderer || rendererPlan != wish.plan || servedSerial != wish.serial
@@ -227,6 +240,7 @@ bool PicturePlayer::Room::workAhead(Lock& lock)
     }
     const Wish now = wish;
     pause.begin();
+    pause.end = Clock::now() + kTurn;
     watch.begin(now.serial);
     lock.unlock();
     bool isDone = true;
@@ -245,7 +259,7 @@ bool PicturePlayer::Room::workAhead(Lock& lock)
     return true;
 }
 
-/// The next picture of those around a place that does not stand ready. True when all do that the store has room for.
+/// What does not stand ready around a place, as far as a turn goes. True when all does that the store has room for.
 bool PicturePlayer::Room::makeAround(const Wish& at)
 {
     if (!renderer->hold(at.at)) {
@@ -257,24 +271,44 @@ bool PicturePlayer::Room::makeAround(const Wish& at)
         static_cast<std::int64_t>(store.mostBytes() / 3 / std::max<std::size_t>(1, renderer->bytesOf(at.at)));
     const std::int64_t reach =
         std::min(static_cast<std::int64_t>(kAround * kPlayRate), sidePictures * grid.frameSamples());
-    const std::int64_t last = std::min(at.at + reach, endOf(*at.plan) - 1);
     if (std::exchange(triedSerial, at.serial) != at.serial) {
         triedAhead = at.at;
+        nextBefore = at.at - grid.frameSamples();
     }
-    while (grid.after(triedAhead) <= last) { // each once: one may not come, or may not be kept
-        triedAhead = grid.after(triedAhead);
-        if (!renderer->isReady(triedAhead)) {
-            (void)renderer->frame(triedAhead);
+    return makeBehind(std::min(at.at + reach, endOf(*at.plan) - 1))
+           && makeBefore(std::max<std::int64_t>(0, at.at - reach));
+}
+
+/// The pictures up to a place, one by one. Each is tried once: one may not come, or may not be kept.
+bool PicturePlayer::Room::makeBehind(std::int64_t last)
+{
+    const PictureGrid grid(*rendererPlan);
+    for (std::int64_t next = grid.after(triedAhead); next <= last; next = grid.after(next)) {
+        if (!renderer->isReady(next) && !renderer->workTowards(next)) {
             return false;
         }
+        triedAhead = next;
     }
-    const std::int64_t before = at.at - grid.frameSamples();
-    if (before >= 0 && !(renderer->isReady(before) && renderer->isReady(std::max<std::int64_t>(0, at.at - reach)))) {
-        renderer->keepFromAhead(static_cast<double>(reach) / kPlayRate);
-        (void)renderer->frame(before);
-        renderer->keepFromAhead(0);
+    return true;
+}
+
+/// The pictures down to a place: of each stretch those that are passed on the way to its last one.
+bool PicturePlayer::Room::makeBefore(std::int64_t first)
+{
+    while (nextBefore >= first) {
+        const std::int64_t begin = renderer->stretchBegin(nextBefore);
+        const std::int64_t from = std::max(first, begin);
+        if (!renderer->isReady(nextBefore) || !renderer->isReady(from)) {
+            renderer->keepFromAhead(static_cast<double>(nextBefore - from) / kPlayRate);
+            const bool isThere = renderer->workTowards(nextBefore);
+            renderer->keepFromAhead(0);
+            if (!isThere) {
+                return false;
+            }
+        }
+        nextBefore = begin - 1;
     }
-    return !pause.isAsked;
+    return true;
 }
 
 } // namespace twcore

@@ -1,5 +1,7 @@
 #include "twcore/play/player.h"
 
+#include "twcore/render/picture_store.h"
+
 #include <algorithm>
 
 namespace twcore {
@@ -15,7 +17,7 @@ void Player::open()
     if (!sound_) {
         sound_.emplace(makeAudio_);
         sound_->setGain(gain_);
-        pictures_.emplace(sound_->clock());
+        pictures_.emplace(sound_->clock(), static_cast<std::size_t>(static_cast<double>(storeBytes()) * storeShare_));
         pictures_->setArea(area_);
         pictures_->setSurface(surface_);
     }

@@ -17,7 +17,10 @@ namespace twcore {
 
 class Player {
 public:
-    explicit Player(AudioMaker makeAudio = openAudio) : makeAudio_(std::move(makeAudio)) {}
+    /// `storeShare` of what the machine can spare for pictures that stand ready is this player's.
+    explicit Player(double storeShare, AudioMaker makeAudio = openAudio)
+        : storeShare_(storeShare), makeAudio_(std::move(makeAudio))
+    {}
 
     void setSurface(std::int32_t number);
     /// Logical pixels; none: the whole surface.
@@ -56,6 +59,7 @@ private:
     std::int64_t position();
     void standAt(std::int64_t sample);
 
+    double storeShare_;
     AudioMaker makeAudio_;
     PlanPtr plan_;
     std::int64_t at_ = 0;     // samples; while playing the clock tells

@@ -23,7 +23,7 @@ public:
 
     /// Timeline and files outlive this.
     PreviewInterface(Timeline& timeline, FileRegistry& files, AudioMaker makeAudio = openAudio)
-        : timeline_(timeline), files_(files), player_(std::move(makeAudio))
+        : timeline_(timeline), files_(files), player_(kStoreShare, std::move(makeAudio))
     {}
 
     /// Takes in what `SetTrackDisabled`, `SetEffectsEnabled` and `SetSourceStretchMode` have changed. It may come in
@@ -58,6 +58,8 @@ private:
     /// Runs a step of the player when there is one.
     template <class Step>
     Status whenBuilt(Bool16& ok, Step&& step, OperationPlace operation = OperationPlace::current());
+
+    static constexpr double kStoreShare = 0.875;
 
     Timeline& timeline_;
     FileRegistry& files_;

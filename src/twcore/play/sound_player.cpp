@@ -1,5 +1,6 @@
 #include "twcore/play/sound_player.h"
 
+#include "twcore/play/players_at_work.h"
 #include "twcore/play/sound_ring.h"
 #include "twcore/play/work_watch.h"
 #include "twcore/render/sound_mixer.h"
@@ -227,6 +228,7 @@ void SoundPlayer::Room::mixOn(std::int64_t count)
 {
     count = std::min({count, ring.writable(), endOf(*mixerPlan) - mixedTo});
     if (count > 0) {
+        notePlayerWork();
         block.resize(static_cast<std::size_t>(count) * 2);
         mixer->read(mixedTo, block);
         ring.write(block);

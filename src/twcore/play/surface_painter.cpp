@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <stdexcept>
+#include <new>
 
 namespace twcore {
 
 namespace {
 
 constexpr std::ptrdiff_t kPixelBytes = 4;
-// The converter writes whole blocks, a little behind the last pixel.
-constexpr std::size_t kSlackBytes = 64;
 
 std::ptrdiff_t strideFor(int width) { return (width * kPixelBytes + 63) / 64 * 64; }
 
@@ -63,27 +61,15 @@ engine::SurfacePicture blackSurface(const engine::SurfaceSize& surface)
 }
 
 SurfacePainter::SurfacePainter(const SurfaceLayout& layout, const Colour& colour)
-    : layout_(layout), stride_(strideFor(layout.surface.width))
+    : layout_(layout), stride_(strideFor(layout.surface.width)), converter_(colour)
 {
-    const PictureRect& rect = layout_.picture;
-    converter_ = sws_getContext(rect.width, rect.height, AV_PIX_FMT_YUV420P, rect.width, rect.height, AV_PIX_FMT_BGR0,
-                                SWS_BILINEAR, nullptr, nullptr, nullptr);
-    const auto bytes = static_cast<std::size_t>(stride_ * layout_.surface.height) + kSlackBytes;
-    pool_ = av_buffer_pool_init(bytes, nullptr);
-    if (converter_ == nullptr || pool_ == nullptr) {
-        sws_freeContext(converter_);
-        av_buffer_pool_uninit(&pool_);
+    pool_ = av_buffer_pool_init(static_cast<std::size_t>(stride_ * layout_.surface.height), nullptr);
+    if (pool_ == nullptr) {
         throw std::bad_alloc();
     }
-    const int* const matrix = sws_getCoefficients(colour.matrix == Matrix::kBt709 ? SWS_CS_ITU709 : SWS_CS_ITU601);
-    sws_setColorspaceDetails(converter_, matrix, colour.isFullRange, matrix, 1, 0, 1 << 16, 1 << 16);
 }
 
-SurfacePainter::~SurfacePainter()
-{
-    sws_freeContext(converter_);
-    av_buffer_pool_uninit(&pool_);
-}
+SurfacePainter::~SurfacePainter() { av_buffer_pool_uninit(&pool_); }
 
 engine::SurfacePicture SurfacePainter::paint(const SharedFrame& frame)
 {
@@ -97,12 +83,13 @@ engine::SurfacePicture SurfacePainter::paint(const SharedFrame& frame)
     const std::shared_ptr<const std::uint8_t> pixels(
         buffer->data, [buffer](const std::uint8_t*) mutable { av_buffer_unref(&buffer); });
     std::uint8_t* const target = buffer->data + layout_.picture.top * stride_ + layout_.picture.left * kPixelBytes;
-    std::uint8_t* const planes[4] = {target};
-    const int strides[4] = {static_cast<int>(stride_)};
-    if (sws_scale(converter_, frame->data, frame->linesize, 0, layout_.picture.height, planes, strides) <= 0) {
-        throw std::runtime_error("A picture could not be converted.");
-    }
-    paintBars(buffer->data); // afterwards: the converter may have written beside the picture
+    converter_.paint({{frame->data[0], frame->data[1], frame->data[2]},
+                      {frame->linesize[0], frame->linesize[1], frame->linesize[2]},
+                      layout_.picture.width,
+                      layout_.picture.height,
+                      target,
+                      stride_});
+    paintBars(buffer->data);
     painted_ = {layout_.surface.width, layout_.surface.height, stride_, pixels};
     frame_ = frame;
     return painted_;

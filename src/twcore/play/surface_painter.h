@@ -6,6 +6,7 @@
 #include "twcore/media/ff.h"
 #include "twcore/render/colour.h"
 #include "twcore/render/picture_place.h"
+#include "twcore/render/screen_pixels.h"
 
 #include <optional>
 
@@ -44,7 +45,7 @@ private:
 
     SurfaceLayout layout_;
     std::ptrdiff_t stride_;
-    SwsContext* converter_ = nullptr;
+    ScreenPixels converter_;
     AVBufferPool* pool_ = nullptr;
     SharedFrame frame_; // what was painted last
     engine::SurfacePicture painted_;

@@ -1,5 +1,6 @@
 #include "twcore/render/colour.h"
 
+#include "twcore/render/scale_loops.h"
 #include "twcore/render/vectors.h"
 
 extern "C" {
@@ -51,13 +52,7 @@ Rows fromRgb(Matrix matrix)
 
 constexpr int kBits = 14;
 
-/// Whole numbers of the map from one colour's 8-bit values to another's.
-struct FixedMap {
-    std::array<std::array<int, 3>, 3> factor;
-    std::array<int, 3> offset;
-};
-
-FixedMap mapBetween(const Colour& from, const Colour& to)
+Recolouring::Map mapBetween(const Colour& from, const Colour& to)
 {
     const Rows decode = toRgb(from.matrix);
     const Rows encode = fromRgb(to.matrix);
@@ -67,7 +62,7 @@ FixedMap mapBetween(const Colour& from, const Colour& to)
     const double chromaOut = to.isFullRange ? 255 : 224;
     const std::array<double, 3> zeroIn{from.isFullRange ? 0.0 : 16.0, 128, 128};
     const std::array<double, 3> zeroOut{to.isFullRange ? 0.0 : 16.0, 128, 128};
-    FixedMap map{};
+    Recolouring::Map map{};
     for (std::size_t row = 0; row < 3; ++row) {
         double offset = zeroOut[row];
         for (std::size_t column = 0; column < 3; ++column) {
@@ -79,16 +74,16 @@ FixedMap mapBetween(const Colour& from, const Colour& to)
             map.factor[row][column] = static_cast<int>(std::lround(factor * (1 << kBits)));
             offset -= factor * zeroIn[column];
         }
-        map.offset[row] = static_cast<int>(std::lround(offset * (1 << kBits))) + (1 << (kBits - 1));
+        // Of lines, and so that the result is rounded.
+        map.offset[row] = static_cast<int>(std::lround((offset + 0.5) * (1 << (kBits + kLineBits))));
     }
     return map;
 }
 
-std::uint8_t toByte(int value) { return static_cast<std::uint8_t>(std::clamp(value >> kBits, 0, 255)); }
+std::uint8_t toByte(int value) { return static_cast<std::uint8_t>(std::clamp(value >> (kBits + kLineBits), 0, 255)); }
 
-/// What the colour differences add to the brightness of the pixels over them, each for `1 << shiftX` pixels.
-TWCORE_WIDE_VECTORS void chromaParts(const std::uint8_t* __restrict cb, const std::uint8_t* __restrict cr,
-                                     int* __restrict parts, int count, int shiftX, const FixedMap& map)
+TWCORE_WIDE_VECTORS void chromaParts(const std::int16_t* __restrict cb, const std::int16_t* __restrict cr,
+                                     int* __restrict parts, int count, int shiftX, const Recolouring::Map& map)
 {
     const int kb = map.factor[0][1];
     const int kr = map.factor[0][2];
@@ -106,23 +101,23 @@ TWCORE_WIDE_VECTORS void chromaParts(const std::uint8_t* __restrict cb, const st
     }
 }
 
-TWCORE_WIDE_VECTORS void recolourLuma(std::uint8_t* __restrict luma, const int* __restrict parts, int factor, int width)
+TWCORE_WIDE_VECTORS void recolourLuma(const std::int16_t* __restrict line, const int* __restrict parts, int factor,
+                                      std::uint8_t* __restrict to, int width)
 {
     for (int x = 0; x < width; ++x) {
-        luma[x] = toByte(factor * luma[x] + parts[x]);
+        to[x] = toByte(factor * line[x] + parts[x]);
     }
 }
 
-TWCORE_WIDE_VECTORS void recolourChroma(std::uint8_t* __restrict cb, std::uint8_t* __restrict cr, int width,
-                                        const FixedMap& map)
+TWCORE_WIDE_VECTORS void recolourChroma(const std::int16_t* __restrict cb, const std::int16_t* __restrict cr,
+                                        std::uint8_t* __restrict blue, std::uint8_t* __restrict red, int width,
+                                        const Recolouring::Map& map)
 {
     // The brightness has no part in the colour differences: its factor is 0 by construction.
-    const FixedMap m = map;
+    const Recolouring::Map m = map;
     for (int x = 0; x < width; ++x) {
-        const int b = cb[x];
-        const int r = cr[x];
-        cb[x] = toByte(m.factor[1][1] * b + m.factor[1][2] * r + m.offset[1]);
-        cr[x] = toByte(m.factor[2][1] * b + m.factor[2][2] * r + m.offset[2]);
+        blue[x] = toByte(m.factor[1][1] * cb[x] + m.factor[1][2] * cr[x] + m.offset[1]);
+        red[x] = toByte(m.factor[2][1] * cb[x] + m.factor[2][2] * cr[x] + m.offset[2]);
     }
 }
 
@@ -165,22 +160,49 @@ Colour colourOf(const AVFrame& frame)
     return colour;
 }
 
+Recolouring::Recolouring(const Colour& from, const Colour& to) : map_(mapBetween(from, to)) {}
+
+void Recolouring::parts(const ChromaLine& line, int width, int shiftX, int* parts) const
+{
+    chromaParts(line.blue, line.red, parts, width, shiftX, map_);
+}
+
+void Recolouring::chroma(const ChromaLine& line, std::uint8_t* blue, std::uint8_t* red, int width) const
+{
+    recolourChroma(line.blue, line.red, blue, red, width, map_);
+}
+
+void Recolouring::luma(const std::int16_t* line, const int* parts, std::uint8_t* to, int width) const
+{
+    recolourLuma(line, parts, map_.factor[0][0], to, width);
+}
+
 void recolour(const PlanarRect& picture, const Colour& from, const Colour& to)
 {
-    const FixedMap map = mapBetween(from, to);
+    const Recolouring recolouring(from, to);
     const int chromaWidth = -(-picture.width >> picture.shiftX);
     const int rowsPerChroma = 1 << picture.shiftY;
-    std::vector<int> parts(static_cast<std::size_t>(chromaWidth) << picture.shiftX);
+    const auto samples = static_cast<std::size_t>(chromaWidth) << picture.shiftX;
+    std::vector<int> parts(samples);
+    std::vector<std::int16_t> lines[3];
+    for (auto& line : lines) {
+        line.resize(samples);
+    }
+    const auto rowOf = [&](int plane, int number) {
+        return picture.planes[plane] + std::ptrdiff_t{number} * picture.strides[plane];
+    };
     for (int y = 0; y < picture.height; ++y) {
-        const auto chromaRow = std::ptrdiff_t{y >> picture.shiftY};
-        auto* const cb = picture.planes[1] + chromaRow * picture.strides[1];
-        auto* const cr = picture.planes[2] + chromaRow * picture.strides[2];
         if (y % rowsPerChroma == 0) {
-            chromaParts(cb, cr, parts.data(), chromaWidth, picture.shiftX, map);
-            recolourChroma(cb, cr, chromaWidth, map);
+            const int row = y >> picture.shiftY;
+            for (const int plane : {1, 2}) {
+                bytesToLine(rowOf(plane, row), lines[plane].data(), chromaWidth);
+            }
+            const Recolouring::ChromaLine chroma{lines[1].data(), lines[2].data()};
+            recolouring.parts(chroma, chromaWidth, picture.shiftX, parts.data());
+            recolouring.chroma(chroma, rowOf(1, row), rowOf(2, row), chromaWidth);
         }
-        recolourLuma(picture.planes[0] + std::ptrdiff_t{y} * picture.strides[0], parts.data(), map.factor[0][0],
-                     picture.width);
+        bytesToLine(rowOf(0, y), lines[0].data(), picture.width);
+        recolouring.luma(lines[0].data(), parts.data(), rowOf(0, y), picture.width);
     }
 }
 

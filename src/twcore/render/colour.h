@@ -5,6 +5,9 @@
 
 #include "twcore/media/ff.h"
 
+#include <array>
+#include <cstdint>
+
 namespace twcore {
 
 enum class Matrix { kRgb, kBt601, kBt709, kBt2020 };
@@ -29,6 +32,31 @@ Matrix untoldMatrix(int width, int height, bool isFullRange);
 
 /// What the frame says of itself; what it does not say is as above.
 Colour colourOf(const AVFrame& frame);
+
+/// The way from one colour's numbers to another's, neither of them RGB, line by line. Lines are those of scaling: steps
+/// of 8 bits with kLineBits behind the point. Results are rounded to bytes.
+class Recolouring {
+public:
+    Recolouring(const Colour& from, const Colour& to);
+
+    struct ChromaLine {
+        const std::int16_t* blue;
+        const std::int16_t* red;
+    };
+    /// What each colour difference adds to the brightness of the pixels over it, `1 << shiftX` of them.
+    void parts(const ChromaLine& line, int width, int shiftX, int* parts) const;
+    void chroma(const ChromaLine& line, std::uint8_t* blue, std::uint8_t* red, int width) const;
+    void luma(const std::int16_t* line, const int* parts, std::uint8_t* to, int width) const;
+
+    /// Whole numbers, each with bits behind the point.
+    struct Map {
+        std::array<std::array<int, 3>, 3> factor;
+        std::array<int, 3> offset;
+    };
+
+private:
+    Map map_;
+};
 
 /// Rewrites a rectangle of an 8-bit planar picture in place from one colour to another. Neither is RGB. Chroma is
 /// subsampled by 1 << shiftX, 1 << shiftY; the rectangle is aligned to that.

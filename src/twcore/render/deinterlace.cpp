@@ -1,5 +1,7 @@
 #include "twcore/render/deinterlace.h"
 
+#include "twcore/media/ff_versions.h"
+
 extern "C" {
 #include <libavutil/pixdesc.h>
 }
@@ -159,7 +161,7 @@ FramePtr deinterlaced(const AVFrame& frame)
     if (av_frame_get_buffer(whole.get(), 0) < 0 || av_frame_copy_props(whole.get(), &frame) < 0) {
         return nullptr;
     }
-    const int firstFilled = frame.top_field_first != 0 ? 1 : 0;
+    const int firstFilled = isTopFieldFirst(frame) ? 1 : 0;
     std::array<Plane, 3> planes{};
     for (std::size_t i = 0; i < planes.size(); ++i) {
         const int shiftX = i == 0 ? 0 : shape->log2_chroma_w;
@@ -190,7 +192,7 @@ FramePtr deinterlaced(const AVFrame& frame)
             }
         }
     }
-    whole->interlaced_frame = 0;
+    setFields(*whole, false, isTopFieldFirst(frame));
     return whole;
 }
 

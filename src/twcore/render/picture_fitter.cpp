@@ -1,8 +1,8 @@
 #include "twcore/render/picture_fitter.h"
 
+#include "twcore/media/ff_versions.h"
 #include "twcore/render/deinterlace.h"
 #include "twcore/render/over_black.h"
-#include "twcore/render/tone_map.h"
 
 extern "C" {
 #include <libavutil/imgutils.h>
@@ -20,25 +20,6 @@ namespace twcore {
 namespace {
 
 constexpr int kAlignment = 64;
-
-/// The same layout without the old names that also say "full range".
-AVPixelFormat plainFormat(AVPixelFormat format)
-{
-    switch (format) {
-    case AV_PIX_FMT_YUVJ420P:
-        return AV_PIX_FMT_YUV420P;
-    case AV_PIX_FMT_YUVJ422P:
-        return AV_PIX_FMT_YUV422P;
-    case AV_PIX_FMT_YUVJ444P:
-        return AV_PIX_FMT_YUV444P;
-    case AV_PIX_FMT_YUVJ440P:
-        return AV_PIX_FMT_YUV440P;
-    case AV_PIX_FMT_YUVJ411P:
-        return AV_PIX_FMT_YUV411P;
-    default:
-        return format;
-    }
-}
 
 const int* coefficientsOf(Matrix matrix)
 {
@@ -154,7 +135,7 @@ SharedFrame PictureFitter::black()
 SharedFrame PictureFitter::fit(const SharedFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
     const PictureRect all{0, 0, format_.size.width, format_.size.height};
-    const AVPixelFormat pixels = plainFormat(static_cast<AVPixelFormat>(frame->format));
+    const AVPixelFormat pixels = withoutRange(static_cast<AVPixelFormat>(frame->format));
     if (place == PicturePlace{all} && PictureSize{frame->width, frame->height} == format_.size
         && pixels == format_.pixels && colourOf(*frame) == format_.colour && facts.orientation.isPlain()) {
         return frame;
@@ -186,6 +167,7 @@ SharedFrame PictureFitter::fitOver(const SharedFrame& below, const SharedFrame& 
 void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place)
 {
     FramePtr whole;
+    const AVFrame* mapped = nullptr;
     if (isHighDynamicRange(frame)) {
         // Scaled first where that can be: fewer pixels to work on.
         PictureSize size{frame.width, frame.height};
@@ -193,26 +175,22 @@ void PictureFitter::draw(AVFrame& target, const AVFrame& frame, const PictureFac
             size = facts.orientation.swapAxes ? PictureSize{place.target.height, place.target.width}
                                               : PictureSize{place.target.width, place.target.height};
         }
-        whole = toneMapped(frame, size);
+        mapped = toneMapper_.map(frame, size);
     } else if (isTransparent(frame)) {
         whole = overBlack(frame);
-    } else if (frame.interlaced_frame != 0) {
+    } else if (isInterlaced(frame)) {
         if (keepsLines(frame, facts, place)) {
             drawFields(target, frame, place);
             return;
         }
         whole = deinterlaced(frame);
     }
-    const AVFrame& source = whole ? *whole : frame;
-    const Colour colour = colourOf(source);
+    const AVFrame& source = mapped != nullptr ? *mapped : whole ? *whole : frame;
     const PictureRect part = storedPart(source, place, facts.orientation);
     if (facts.orientation.isPlain()) {
         scaleInto(target, source, part, place.target, Lines::kAll);
     } else {
         turnInto(target, source, part, place.target, facts.orientation);
-    }
-    if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
-        recolour(planarRect(target, place.target), colour, format_.colour);
     }
 }
 
@@ -245,15 +223,11 @@ void PictureFitter::drawFields(AVFrame& target, const AVFrame& frame, const Pict
     PicturePlace halfPlace = place;
     halfPlace.target.top /= 2;
     halfPlace.target.height /= 2;
-    const Colour colour = colourOf(frame);
     for (const int number : {0, 1}) {
         const FramePtr source = field(frame, number);
         const FramePtr half = field(target, number);
         scaleInto(*half, *source, storedPart(*source, halfPlace, {}), halfPlace.target,
                   number == 0 ? Lines::kUpper : Lines::kLower);
-        if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
-            recolour(planarRect(*half, halfPlace.target), colour, format_.colour);
-        }
     }
 }
 
@@ -312,7 +286,23 @@ void PictureFitter::scaleInto(AVFrame& target, const AVFrame& source, const Pict
                               Lines of)
 {
     const Colour colour = colourOf(source);
-    const AVPixelFormat sourcePixels = plainFormat(static_cast<AVPixelFormat>(source.format));
+    const auto to = planarPart(target, rect, format_.colour);
+    const auto from = planarPart(source, part, colour);
+    if (of == Lines::kAll && PictureScaler::draws(to, from)) {
+        scaler_.draw(to, from);
+        return;
+    }
+    scaleByLibrary(target, source, part, rect, of);
+    if (isYuv(colour) && isYuv(format_.colour) && colour != format_.colour) {
+        recolour(planarRect(target, rect), colour, format_.colour);
+    }
+}
+
+void PictureFitter::scaleByLibrary(AVFrame& target, const AVFrame& source, const PictureRect& part,
+                                   const PictureRect& rect, Lines of)
+{
+    const Colour colour = colourOf(source);
+    const AVPixelFormat sourcePixels = withoutRange(static_cast<AVPixelFormat>(source.format));
     SwsContext* const scaler = scalerFor(sourcePixels, {part.width, part.height}, {rect.width, rect.height}, of);
     // Between two kinds of colour differences the scaler only scales: the change of colour is made afterwards, on
     // fewer pixels. To and from red, green and blue it knows the other side's matrix.

@@ -7,6 +7,8 @@
 #include "twcore/media/orientation.h"
 #include "twcore/render/colour.h"
 #include "twcore/render/picture_place.h"
+#include "twcore/render/picture_scaler.h"
+#include "twcore/render/tone_map.h"
 
 #include <array>
 #include <memory>
@@ -50,7 +52,11 @@ private:
     void drawFields(AVFrame& target, const AVFrame& frame, const PicturePlace& place);
     void paintBlack(AVFrame& frame) const;
     SwsContext* scalerFor(AVPixelFormat from, PictureSize size, PictureSize to, Lines lines);
+    /// In the movie's colours.
     void scaleInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect, Lines of);
+    /// Brightness and colour differences keep their meaning.
+    void scaleByLibrary(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
+                        Lines of);
     void turnInto(AVFrame& target, const AVFrame& source, const PictureRect& part, const PictureRect& rect,
                   const Orientation& orientation);
 
@@ -58,10 +64,12 @@ private:
     static PictureRect storedPart(const AVFrame& frame, const PicturePlace& place, const Orientation& orientation);
 
     PictureFormat format_;
-    std::array<Scaler, 3> scalers_; // by `Lines`
+    PictureScaler scaler_;
+    std::array<Scaler, 3> scalers_; // by `Lines`: for what ours does not draw
     AVBufferPool* pool_ = nullptr;
     SharedFrame black_;
     FramePtr turned_; // scaled, not yet turned
+    ToneMapper toneMapper_;
 };
 
 } // namespace twcore

@@ -15,6 +15,9 @@ namespace {
 
 // Files that stay open at once: enough for both tracks on either side of a cut.
 constexpr std::size_t kMaxReaders = 4;
+// A decoder keeps a dozen pictures. Whoever works through a movie gives one back that has given this many, when another
+// file has its turn: so much work is worth opening the file once more.
+constexpr int kWorthReopening = 48;
 
 /// Pictures are worked on as planes.
 PictureFormat workFormatOf(PictureFormat format)
@@ -30,14 +33,6 @@ bool isFilm(const AVFrame& frame)
 {
     const AVPixFmtDescriptor* const shape = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
     return shape != nullptr && (shape->flags & AV_PIX_FMT_FLAG_ALPHA) == 0 && colourOf(frame).matrix != Matrix::kRgb;
-}
-
-/// When a still's file was written; of a film always the same.
-std::filesystem::file_time_type changeOf(const MediaFile& media)
-{
-    std::error_code error; // a file that is gone has changed, too
-    return media.picture && media.picture->isStill ? std::filesystem::last_write_time(media.path, error)
-                                                   : std::filesystem::file_time_type();
 }
 
 } // namespace
@@ -75,21 +70,22 @@ PictureRenderer::Reader* PictureRenderer::find(const MediaFilePtr& media, std::s
 PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std::size_t layer)
 {
     Reader* found = find(media, layer);
-    if (store_ != nullptr && found != nullptr && changeOf(*media) != found->changed) {
-        // What it has read of a still would be stored as the new picture.
+    const FileStamp stamp = store_ != nullptr ? stampOf(*media) : FileStamp();
+    if (found != nullptr && stamp != found->stamp) {
+        // What it reads is of the old file, and would be stored as the new one's.
         readers_.erase(readers_.begin() + (found - readers_.data()));
         found = nullptr;
     }
     if (found == nullptr) {
+        if (expectedEnd_ != kNoEnd) {
+            std::erase_if(readers_,
+                          [&](const Reader& r) { return r.lastUse <= usesBefore_ && r.uses > kWorthReopening; });
+        }
         if (readers_.size() >= kMaxReaders) {
             readers_.erase(std::ranges::min_element(readers_, {}, &Reader::lastUse));
         }
-        readers_.push_back({media,
-                            layer,
-                            std::make_unique<PictureReader>(media, decoderThreads_, patience_),
-                            changeOf(*media),
-                            0,
-                            {}});
+        readers_.push_back(
+            {media, layer, std::make_unique<PictureReader>(media, decoderThreads_, patience_), stamp, 0, {}});
         found = &readers_.back();
     }
     if (store_ != nullptr) {
@@ -100,22 +96,46 @@ PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std
         });
     }
     found->lastUse = ++uses_;
+    ++found->uses;
     return *found;
 }
 
 void PictureRenderer::takeReaders(PictureRenderer& other)
 {
     readers_ = std::move(other.readers_);
-    std::erase_if(readers_, [](const Reader& r) {
-        return r.reader->isBroken() // its file may be back
-               || changeOf(*r.media) != r.changed;
-    });
+    std::erase_if(readers_, [](const Reader& r) { return r.reader->isBroken(); }); // its file may be back
     uses_ = other.uses_;
+}
+
+/// A title's file is written anew at any time, and that of a film now and then; one that is gone is no other film.
+FileStamp PictureRenderer::stampOf(const MediaFile& media) const
+{
+    constexpr std::chrono::milliseconds kLookAgain{500};
+    const auto now = std::chrono::steady_clock::now();
+    Looked& looked = looked_[&media];
+    const bool isStill = media.picture && media.picture->isStill;
+    if (isStill || !looked.stamp.isThere || now - looked.at >= kLookAgain) {
+        const FileStamp stamp = FileStamp::of(media.path);
+        looked = {stamp.isThere || isStill ? stamp : looked.stamp, now};
+    }
+    return looked.stamp;
 }
 
 double PictureRenderer::secondsIn(const PlannedSource& source, std::int64_t number) const
 {
     return source.mediaSecondsAt(clock_.timeMs(number));
+}
+
+/// The media time up to which the reader of a source will be asked, cuts within its medium included.
+double PictureRenderer::expectedSeconds(const PlannedSource& source, std::int64_t number) const
+{
+    const std::int64_t last = std::max(number, expectedEnd_ - 1);
+    const PlannedSource* until = &source;
+    for (const PlannedSource* next = until; next != nullptr && clock_.firstFrameAt(next->startMs) <= last;
+         next = laterPartBehind(*plan_, *next)) {
+        until = next;
+    }
+    return secondsIn(*until, last);
 }
 
 PictureRenderer::LayerPicture PictureRenderer::decoded(const PlannedSource& source, SharedFrame frame) const
@@ -140,8 +160,8 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
         return keep(source, fit, open, open.held);
     }
     PictureReader& reader = *open.reader;
-    if (expectedEnd_ != std::numeric_limits<std::int64_t>::max()) {
-        reader.expectUpTo(secondsIn(source, std::max(number, expectedEnd_ - 1)));
+    if (expectedEnd_ != kNoEnd) {
+        reader.expectUpTo(expectedSeconds(source, number));
     }
     if (store_ != nullptr) {
         passing_ = &source;
@@ -165,6 +185,7 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
     isNear_ = false;
+    usesBefore_ = uses_;
     if (stretch == nullptr || stretch->layers.empty()) {
         return fitter_.black();
     }
@@ -177,6 +198,26 @@ SharedFrame PictureRenderer::frame(std::int64_t number)
         layers.push_back(std::move(*layer));
     }
     return composed(*stretch, number, layers);
+}
+
+bool PictureRenderer::isUntouched(std::int64_t number)
+{
+    const SharedFrame picture = frame(number);
+    return picture && made_.picture == picture && made_.frames.size() == 1 && made_.frames.front() == picture;
+}
+
+std::string PictureRenderer::lack(std::int64_t number)
+{
+    const PictureStretch* const stretch = stretchAt(number);
+    for (std::size_t i = 0; stretch != nullptr && i < stretch->layers.size(); ++i) {
+        const Reader* const open = find(stretch->layers[i]->media, i);
+        std::string text =
+            open != nullptr && i < made_.frames.size() && !made_.frames[i] ? open->reader->lack() : std::string();
+        if (!text.empty()) {
+            return text;
+        }
+    }
+    return {};
 }
 
 SharedFrame PictureRenderer::composed(const PictureStretch& stretch, std::int64_t number,

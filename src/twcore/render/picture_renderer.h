@@ -11,10 +11,12 @@
 #include "twcore/render/plan.h"
 #include "twcore/render/plane_key.h"
 
-#include <filesystem>
+#include <chrono>
 #include <limits>
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace twcore {
@@ -30,15 +32,24 @@ public:
     /// pause on the way.
     SharedFrame frame(std::int64_t number);
 
+    /// Whether nothing is done to what is decoded for the frame: it is the movie's picture as it is.
+    bool isUntouched(std::int64_t number);
+
+    /// A sentence for people, when something of a frame that has been made is missing since its file has changed.
+    std::string lack(std::int64_t number);
+
     // With a store:
 
     /// Whether all that the frame is made of stands ready, or is held.
     bool isReady(std::int64_t number);
-    /// The frame made of what stands nearest to it, without decoding; nullptr when nothing does. `farthest` tells by
-    /// how many seconds of a medium it is off.
-    SharedFrame nearestFrame(std::int64_t number, double& farthest);
-    /// Decodes towards a frame until the pause is due.
-    void workTowards(std::int64_t number);
+    /// The frame made of what stands nearest to it, without decoding; nullptr when nothing does.
+    SharedFrame nearestFrame(std::int64_t number);
+    /// By how many seconds of a medium that is off, at most; infinite when a source has nothing.
+    double nearestOff(std::int64_t number);
+    /// Decodes towards a frame, first for the source that is farthest off. False when a reader was asked to pause.
+    bool workTowards(std::int64_t number);
+    /// The first frame that is made of the same sources without a break.
+    std::int64_t stretchBegin(std::int64_t number);
     /// Pictures to be decoded for a frame, as far as it is known.
     int picturesTo(std::int64_t number);
     /// Frames of note about a frame, by the source that lies lowest: nothing where that is not known, or lies under
@@ -68,7 +79,7 @@ public:
 
     /// No frame from this one on will be asked for next, so that nothing is decoded for it.
     void expectUpTo(std::int64_t end) { expectedEnd_ = end; }
-    /// Takes over the files that another renderer has open, for another plan or size; but for stills that have been
+    /// Takes over the files that another renderer has open, for another plan or size; but for those that have been
     /// written anew since, as a title is. Both have the same patience.
     void takeReaders(PictureRenderer& other);
 
@@ -77,9 +88,11 @@ private:
         MediaFilePtr media;
         std::size_t layer;
         std::unique_ptr<PictureReader> reader;
-        std::filesystem::file_time_type changed; // of a still: when its file was written
+        FileStamp stamp; // of its file, when it was opened
         std::uint64_t lastUse = 0;
+        int uses = 0;
         PictureStore::Stored held{}; // as it was decoded
+        double lastKept = 0;         // media time of the picture that was kept last of those on the way
 
         bool holds(double seconds) const { return held.frame && seconds >= held.start && seconds < held.end; }
     };
@@ -115,15 +128,19 @@ private:
     void prepare(const LayerPicture& layer, const PlannedSource& source, const Planes& target);
     PicturePlace placeOf(const PlannedSource& source) const;
 
+    FileStamp stampOf(const MediaFile& media) const;
     LayerPicture decoded(const PlannedSource& source, SharedFrame frame) const;
     PictureFit fitOf(const PlannedSource& source) const;
     LayerPicture stored(const PictureFit& fit, const PictureStore::Stored& picture) const;
     LayerPicture keep(const PlannedSource& source, const PictureFit& fit, Reader& open,
                       const PictureStore::Stored& picture);
     bool isThere(const PlannedSource& source, std::size_t layer, double seconds);
+    std::optional<LayerPicture> nearestOf(const PlannedSource& source, std::size_t layer, double seconds, double& off);
+    double offOf(const PlannedSource& source, std::size_t layer, std::int64_t number);
     std::optional<LayerPicture> layerAt(const PlannedSource& source, std::size_t layer, std::int64_t number);
     void keepPassed(const PlannedSource& source, const PictureReader::Passed& passed);
     double secondsIn(const PlannedSource& source, std::int64_t number) const;
+    double expectedSeconds(const PlannedSource& source, std::int64_t number) const;
 
     PlanPtr plan_;
     MovieClock clock_;
@@ -142,13 +159,20 @@ private:
     const PlannedSource* passing_ = nullptr; // that is being decoded
     std::size_t passingLayer_ = 0;
     double passingTo_ = 0; // media time
-    double lastKept_ = 0;
     PreparedOverlay prepared_;
+    /// What a file was when it was looked at last.
+    struct Looked {
+        FileStamp stamp;
+        std::chrono::steady_clock::time_point at;
+    };
+    mutable std::map<const MediaFile*, Looked> looked_; // of the plan's
     std::vector<Reader> readers_;
     std::uint64_t uses_ = 0;
+    std::uint64_t usesBefore_ = 0; // ahead of the frame in hand
     std::size_t stretch_ = 0;
     bool isNear_ = false;
-    std::int64_t expectedEnd_ = std::numeric_limits<std::int64_t>::max();
+    static constexpr std::int64_t kNoEnd = std::numeric_limits<std::int64_t>::max();
+    std::int64_t expectedEnd_ = kNoEnd;
     Made made_;
 };
 

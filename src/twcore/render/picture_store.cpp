@@ -1,5 +1,7 @@
 #include "twcore/render/picture_store.h"
 
+#include "twcore/render/pictures_at_hand.h"
+
 extern "C" {
 #include <libavutil/imgutils.h>
 }
@@ -14,7 +16,7 @@ namespace {
 
 bool isSame(const PictureFit& a, const PictureFit& b)
 {
-    return a.media == b.media && a.changed == b.changed && a.place == b.place && a.format.size == b.format.size
+    return a.media == b.media && a.stamp == b.stamp && a.place == b.place && a.format.size == b.format.size
            && a.format.pixels == b.format.pixels && a.format.colour == b.format.colour;
 }
 
@@ -91,6 +93,7 @@ void PictureStore::put(const PictureFit& fit, Stored picture)
     const std::size_t bytes = bytesOf(*picture.frame);
     shelf->entries.emplace(picture.start, Entry{picture, bytes, uses_.begin()});
     bytes_ += bytes;
+    picturesAtHand().note(fit, picture);
     makeRoom();
 }
 

@@ -4,11 +4,11 @@
 // they are, file, moment and fit, so that an edit leaves all that it does not touch. The one that was used longest ago
 // makes room for others.
 
+#include "twcore/media/file_stamp.h"
 #include "twcore/media/media_file.h"
 #include "twcore/render/picture_fitter.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <list>
 #include <map>
 #include <optional>
@@ -19,7 +19,7 @@ namespace twcore {
 /// How a file's pictures are brought to where they stand.
 struct PictureFit {
     MediaFilePtr media;
-    std::filesystem::file_time_type changed{}; // of a still: when its file was written
+    FileStamp stamp{};
     PicturePlace place;
     PictureFormat format;
 };

@@ -16,6 +16,21 @@ double PlannedSource::mediaSecondsAt(double timelineMs) const
     return (mediaStartMs + (timelineMs - startMs) * speed()) / 1000;
 }
 
+const PlannedSource* laterPartBehind(const Plan& plan, const PlannedSource& source)
+{
+    for (const auto& track : plan.pictureTracks) {
+        const auto found = std::ranges::find_if(track, [&](const PlannedSource& s) { return &s == &source; });
+        if (found == track.end() || found + 1 == track.end()) {
+            continue;
+        }
+        const PlannedSource& next = found[1];
+        const bool isLater = next.media == source.media && next.startMs == source.stopMs
+                             && next.mediaStartMs >= source.mediaStopMs && source.speed() > 0 && next.speed() > 0;
+        return isLater ? &next : nullptr;
+    }
+    return nullptr;
+}
+
 EffectMoment PlannedEffect::momentAt(double timelineMs) const
 {
     EffectMoment moment;

@@ -70,6 +70,10 @@ struct Plan {
 
 using PlanPtr = std::shared_ptr<const Plan>;
 
+/// The source behind one on its track, when it follows without a gap and plays a later part of the same medium; else
+/// nullptr.
+const PlannedSource* laterPartBehind(const Plan& plan, const PlannedSource& source);
+
 /// What a stream handle stands for: its file, and whether it is the file's picture.
 struct StreamTarget {
     MediaFilePtr media;

@@ -22,21 +22,11 @@ bool mayBeFitted(const AVFrame& frame, const PlannedSource& source)
            && (!source.key || colourOf(frame).matrix != Matrix::kRgb);
 }
 
-/// How many seconds a picture is off.
-double distance(const PictureStore::Stored& picture, double seconds)
-{
-    return seconds >= picture.start && seconds < picture.end ? 0 : std::abs(picture.start - seconds);
-}
-
 } // namespace
 
 PictureFit PictureRenderer::fitOf(const PlannedSource& source) const
 {
-    PictureFit fit{source.media, {}, placeOf(source), workFormat_};
-    if (source.media->picture->isStill) { // it may be written anew, as a title is
-        std::error_code error;
-        fit.changed = std::filesystem::last_write_time(source.media->path, error);
-    }
+    PictureFit fit{source.media, stampOf(*source.media), placeOf(source), workFormat_};
     fit.format.size = {fit.place.target.width, fit.place.target.height};
     return fit;
 }
@@ -79,10 +69,11 @@ PictureRenderer::LayerPicture PictureRenderer::keep(const PlannedSource& source,
 void PictureRenderer::keepPassed(const PlannedSource& source, const PictureReader::Passed& passed)
 {
     const bool isClose = keptAhead_ > 0 && passed.start >= passingTo_ - keptAhead_;
-    const bool isDue = keptEvery_ > 0 && std::abs(passed.start - lastKept_) >= keptEvery_;
+    Reader& open = *find(source.media, passingLayer_);
+    const bool isDue = keptEvery_ > 0 && std::abs(passed.start - open.lastKept) >= keptEvery_;
     if (isClose || isDue) {
-        lastKept_ = passed.start;
-        (void)keep(source, fitOf(source), *find(source.media, passingLayer_), {passed.frame, passed.start, passed.end});
+        open.lastKept = passed.start;
+        (void)keep(source, fitOf(source), open, {passed.frame, passed.start, passed.end});
     }
 }
 
@@ -114,9 +105,29 @@ std::size_t PictureRenderer::bytesOf(std::int64_t number)
     return bytes;
 }
 
-SharedFrame PictureRenderer::nearestFrame(std::int64_t number, double& farthest)
+/// What stands of a source, next to a media time: fitted, or held as it was decoded; empty when nothing does.
+std::optional<PictureRenderer::LayerPicture> PictureRenderer::nearestOf(const PlannedSource& source, std::size_t layer,
+                                                                        double seconds, double& off)
 {
-    farthest = 0;
+    const auto distance = [&](const PictureStore::Stored& picture) {
+        return seconds >= picture.start && seconds < picture.end ? 0 : std::abs(picture.start - seconds);
+    };
+    const PictureFit fit = fitOf(source);
+    if (const auto found = store_->nearest(fit, seconds)) {
+        off = distance(*found);
+        return stored(fit, *found);
+    }
+    const Reader* const open = find(source.media, layer);
+    if (open == nullptr || !open->held.frame) {
+        off = std::numeric_limits<double>::infinity();
+        return std::nullopt;
+    }
+    off = distance(open->held);
+    return decoded(source, open->held.frame);
+}
+
+SharedFrame PictureRenderer::nearestFrame(std::int64_t number)
+{
     const PictureStretch* const stretch = stretchAt(number);
     if (stretch == nullptr || stretch->layers.empty()) {
         return fitter_.black();
@@ -125,33 +136,57 @@ SharedFrame PictureRenderer::nearestFrame(std::int64_t number, double& farthest)
     bool hasAny = false;
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
         const PlannedSource& source = *stretch->layers[i];
-        const double seconds = secondsIn(source, number);
-        if (source.media->picture->isStill) { // there is one, and it comes at once
-            layers.push_back(layerAt(source, i, number).value_or(LayerPicture{}));
-        } else {
-            const PictureFit fit = fitOf(source);
-            const Reader* const open = find(source.media, i);
-            const PictureStore::Stored held = open != nullptr ? open->held : PictureStore::Stored{};
-            const auto found = store_->nearest(fit, seconds);
-            layers.push_back(found ? stored(fit, *found) : decoded(source, held.frame));
-            farthest = std::max(farthest, found        ? distance(*found, seconds)
-                                          : held.frame ? distance(held, seconds)
-                                                       : std::numeric_limits<double>::infinity());
-        }
-        hasAny = hasAny || layers.back().frame;
+        double off = 0;
+        const bool isStill = source.media->picture->isStill; // there is one, and it comes at once
+        auto layer = isStill ? layerAt(source, i, number) : nearestOf(source, i, secondsIn(source, number), off);
+        hasAny = hasAny || layer;
+        layers.push_back(std::move(layer).value_or(LayerPicture{}));
     }
     return hasAny ? composed(*stretch, number, layers) : nullptr;
 }
 
-void PictureRenderer::workTowards(std::int64_t number)
+double PictureRenderer::offOf(const PlannedSource& source, std::size_t layer, std::int64_t number)
+{
+    double off = 0;
+    if (!source.media->picture->isStill) {
+        (void)nearestOf(source, layer, secondsIn(source, number), off);
+    }
+    return off;
+}
+
+double PictureRenderer::nearestOff(std::int64_t number)
+{
+    const PictureStretch* const stretch = stretchAt(number);
+    double farthest = 0;
+    for (std::size_t i = 0; stretch != nullptr && i < stretch->layers.size(); ++i) {
+        farthest = std::max(farthest, offOf(*stretch->layers[i], i, number));
+    }
+    return farthest;
+}
+
+bool PictureRenderer::workTowards(std::int64_t number)
 {
     const PictureStretch* const stretch = stretchAt(number);
     if (stretch == nullptr) {
-        return;
+        return true;
     }
+    std::vector<std::pair<double, std::size_t>> order;
     for (std::size_t i = 0; i < stretch->layers.size(); ++i) {
-        (void)layerAt(*stretch->layers[i], i, number);
+        order.emplace_back(-offOf(*stretch->layers[i], i, number), i);
     }
+    std::ranges::sort(order);
+    for (const auto& [off, i] : order) {
+        if (!layerAt(*stretch->layers[i], i, number)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::int64_t PictureRenderer::stretchBegin(std::int64_t number)
+{
+    const PictureStretch* const stretch = stretchAt(number);
+    return stretch == nullptr ? number : clock_.firstFrameAt(stretch->startMs);
 }
 
 bool PictureRenderer::hold(std::int64_t number)

@@ -1,6 +1,12 @@
 #include "twcore/render/tone_map.h"
 
 #include "twcore/render/colour.h"
+#include "twcore/render/picture_scaler.h"
+#include "twcore/render/vectors.h"
+
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
 
 #include <algorithm>
 #include <array>
@@ -98,9 +104,20 @@ std::array<double, 3> mapped(double y, double cb, double cr, bool isHlg)
     return {16 + 219 * luma, 128 + 224 * (light[2] - luma) / 1.8556, 128 + 224 * (light[0] - luma) / 1.5748};
 }
 
-/// Results at points of a grid over the source's brightness and colour differences, 6 bits behind the point.
+/// Brightness and colour differences beside each other, and a fourth number that nobody reads: what a processor works
+/// on at once.
+using Point = float __attribute__((vector_size(16)));
+
+constexpr unsigned kStepBits = 11; // source values have 16 bits: 65,536 over 32 steps
+constexpr unsigned kStep = 1u << kStepBits;
+// From one point to the next, by brightness and by either difference.
+constexpr unsigned kLumaStride = unsigned(kPoints) * kPoints;
+constexpr unsigned kBlueStride = kPoints;
+constexpr unsigned kRedStride = 1;
+
+/// Results at points of a grid over the source's brightness and colour differences, 0 to 255 over `kStep`.
 struct Table {
-    std::array<std::array<std::uint16_t, 3>, std::size_t(kPoints) * kPoints * kPoints> points{};
+    std::array<Point, std::size_t(kPoints) * kPoints * kPoints> points{};
 };
 
 std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
@@ -121,9 +138,9 @@ std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
                 const double chroma = isFullRange ? 255 : 224;
                 const auto result = mapped(y, (code(j) - 128) / chroma, (code(k) - 128) / chroma, isHlg);
                 auto& point = table->points[(std::size_t(i) * kPoints + std::size_t(j)) * kPoints + std::size_t(k)];
-                std::ranges::transform(result, point.begin(), [](double value) {
-                    return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0, 255.0) * 64));
-                });
+                for (int part = 0; part < 3; ++part) {
+                    point[part] = static_cast<float>(std::clamp(result[std::size_t(part)], 0.0, 255.0) / kStep);
+                }
             }
         }
     }
@@ -131,53 +148,79 @@ std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
     return known;
 }
 
-/// Between the eight points around a source value of 16 bits each.
-void lookUp(const Table& table, unsigned y, unsigned cb, unsigned cr, std::uint8_t* const (&target)[3])
+/// The way from a point to the next in one direction: how much of it, above, and where that point lies, below.
+unsigned way(unsigned value, unsigned stride) { return (value & (kStep - 1)) << 16 | stride; }
+
+/// Between the four points of the tetrahedron that holds a colour: from the lowest, the longest way first.
+Point lookUp(const Table& table, unsigned luma, unsigned blue, unsigned red)
 {
-    constexpr unsigned kStepBits = 11; // 65,536 over 32 steps
-    constexpr unsigned kStep = 1u << kStepBits;
-    const unsigned value[3] = {y, cb, cr};
-    unsigned cell[3];
-    unsigned part[3];
-    for (int i = 0; i < 3; ++i) {
-        cell[i] = value[i] >> kStepBits;
-        part[i] = (value[i] & (kStep - 1)) >> 4; // 7 bits
-    }
-    unsigned sums[3] = {};
-    for (unsigned corner = 0; corner < 8; ++corner) {
-        unsigned weight = 1;
-        unsigned at = 0;
-        for (unsigned i = 0; i < 3; ++i) {
-            const bool upper = ((corner >> i) & 1) != 0;
-            weight *= upper ? part[i] : 128 - part[i];
-            at = at * kPoints + cell[i] + (upper ? 1 : 0);
+    constexpr unsigned kAll = kLumaStride + kBlueStride + kRedStride;
+    constexpr unsigned kStride = 0xFFFF;
+    const unsigned own = way(luma, kLumaStride);
+    const unsigned longer = std::max(way(blue, kBlueStride), way(red, kRedStride));
+    const unsigned shorter = std::min(way(blue, kBlueStride), way(red, kRedStride));
+    const unsigned first = std::max(own, longer);
+    const unsigned rest = std::min(own, longer);
+    const unsigned second = std::max(rest, shorter);
+    const unsigned third = std::min(rest, shorter) >> 16;
+    const Point* const point = &table.points[(luma >> kStepBits) * kLumaStride + (blue >> kStepBits) * kBlueStride
+                                             + (red >> kStepBits) * kRedStride];
+    const Point* const next = point + (first & kStride);
+    const auto weight = [](unsigned part) { return static_cast<float>(static_cast<int>(part)); };
+    return point[0] * weight(kStep - (first >> 16)) + next[0] * weight((first >> 16) - (second >> 16))
+           + next[second & kStride] * weight((second >> 16) - third) + point[kAll] * weight(third);
+}
+
+std::uint8_t rounded(float value) { return static_cast<std::uint8_t>(value + 0.5F); }
+
+/// Two lines of the picture, whose colour becomes one. The second may be the first once more.
+struct LinePair {
+    const std::uint16_t* from[2][3]; // 16 bits, colour in every pixel
+    std::uint8_t* toLuma[2];
+    std::uint8_t* toBlue;
+    std::uint8_t* toRed;
+};
+
+void mapLines(const Table& table, const LinePair& lines, int width)
+{
+    for (int x = 0; x < width; x += 2) {
+        const int right = std::min(x + 1, width - 1);
+        Point sum{};
+        for (int line = 0; line < 2; ++line) {
+            const auto& from = lines.from[line];
+            for (const int at : {x, right}) {
+                const Point point = lookUp(table, from[0][at], from[1][at], from[2][at]);
+                lines.toLuma[line][at] = rounded(point[0]);
+                sum += point;
+            }
         }
-        const auto& point = table.points[at];
-        for (int i = 0; i < 3; ++i) {
-            sums[i] += (weight >> 7) * point[std::size_t(i)]; // 14 bits of weight, 14 of value
-        }
-    }
-    for (int i = 0; i < 3; ++i) {
-        *target[i] = static_cast<std::uint8_t>(std::min(255u, (sums[i] + (1u << 19)) >> 20));
+        lines.toBlue[x / 2] = rounded(sum[1] / 4);
+        lines.toRed[x / 2] = rounded(sum[2] / 4);
     }
 }
 
-FramePtr scaledTo16(const AVFrame& frame, PictureSize size)
+/// A line of scaling with sixteen bits.
+TWCORE_WIDE_VECTORS void widen(const std::int16_t* __restrict line, std::uint16_t* __restrict to, std::size_t width)
 {
-    auto wide = makeFrame();
-    wide->format = AV_PIX_FMT_YUV444P16;
-    wide->width = size.width;
-    wide->height = size.height;
-    SwsContext* const scaler =
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), size.width, size.height,
-                       AV_PIX_FMT_YUV444P16, SWS_BICUBIC, nullptr, nullptr, nullptr);
-    if (scaler == nullptr || av_frame_get_buffer(wide.get(), 0) < 0) {
-        sws_freeContext(scaler);
-        return nullptr;
+    constexpr int kMissingBits = 8 - kLineBits;
+    constexpr std::int16_t kMost = (1 << (8 + kLineBits)) - 1;
+    for (std::size_t x = 0; x < width; ++x) {
+        const std::int16_t value = std::clamp<std::int16_t>(line[x], 0, kMost);
+        to[x] = static_cast<std::uint16_t>(value << kMissingBits);
     }
-    const int lines = sws_scale(scaler, frame.data, frame.linesize, 0, frame.height, wide->data, wide->linesize);
-    sws_freeContext(scaler);
-    return lines > 0 ? std::move(wide) : nullptr;
+}
+
+/// A frame of that kind and size to be written over.
+bool makeReady(FramePtr& frame, AVPixelFormat pixels, PictureSize size)
+{
+    if (frame && frame->width == size.width && frame->height == size.height) {
+        return true;
+    }
+    frame = makeFrame();
+    frame->format = pixels;
+    frame->width = size.width;
+    frame->height = size.height;
+    return av_frame_get_buffer(frame.get(), 0) >= 0;
 }
 
 } // namespace
@@ -188,35 +231,81 @@ bool isHighDynamicRange(const AVFrame& frame)
     return curve && colourOf(frame).matrix != Matrix::kRgb;
 }
 
-FramePtr toneMapped(const AVFrame& frame, PictureSize size)
+ToneMapper::~ToneMapper() { sws_freeContext(scaler_); }
+
+/// nullptr when the libraries cannot.
+const AVFrame* ToneMapper::scaled(const AVFrame& frame, PictureSize size)
 {
-    const FramePtr wide = scaledTo16(frame, size);
-    if (!wide) {
+    scaler_ =
+        sws_getCachedContext(scaler_, frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), size.width,
+                             size.height, AV_PIX_FMT_YUV444P16, SWS_BICUBIC, nullptr, nullptr, nullptr);
+    if (scaler_ == nullptr || !makeReady(scaled_, AV_PIX_FMT_YUV444P16, size)) {
         return nullptr;
     }
-    auto result = makeFrame();
-    result->format = AV_PIX_FMT_YUV444P;
-    result->width = size.width;
-    result->height = size.height;
-    if (av_frame_get_buffer(result.get(), 0) < 0) {
+    const int lines = sws_scale(scaler_, frame.data, frame.linesize, 0, frame.height, scaled_->data, scaled_->linesize);
+    return lines > 0 ? scaled_.get() : nullptr;
+}
+
+/// Whether its planes can be scaled line by line.
+bool ToneMapper::prepare(const AVFrame& frame, PictureSize size)
+{
+    const Kind kind{static_cast<AVPixelFormat>(frame.format), {frame.width, frame.height}, size};
+    if (kind == kind_) {
+        return !planes_.empty();
+    }
+    kind_ = kind;
+    planes_.clear();
+    if (!PictureScaler::reads(kind.layout, kind.from, size)) {
+        return false;
+    }
+    const AVPixFmtDescriptor& shape = *av_pix_fmt_desc_get(kind.layout);
+    const PictureSize halved{-(-frame.width >> shape.log2_chroma_w), -(-frame.height >> shape.log2_chroma_h)};
+    for (const PictureSize& from : {kind.from, halved, halved}) {
+        planes_.emplace_back(from, size, shape.comp[0].depth, vectorsHere());
+    }
+    line_.resize(static_cast<std::size_t>(size.width) + kLineGroup);
+    for (auto& line : widened_) {
+        for (auto& plane : line) {
+            plane.resize(static_cast<std::size_t>(size.width));
+        }
+    }
+    return true;
+}
+
+const AVFrame* ToneMapper::map(const AVFrame& frame, PictureSize size)
+{
+    const bool isByLines = prepare(frame, size);
+    const AVFrame* const wide = isByLines ? nullptr : scaled(frame, size);
+    if ((!isByLines && wide == nullptr) || !makeReady(mapped_, AV_PIX_FMT_YUV420P, size)) {
         return nullptr;
     }
-    result->colorspace = AVCOL_SPC_BT709;
-    result->color_range = AVCOL_RANGE_MPEG;
+    mapped_->colorspace = AVCOL_SPC_BT709;
+    mapped_->color_range = AVCOL_RANGE_MPEG;
     const auto table = tableFor(frame.color_trc == AVCOL_TRC_ARIB_STD_B67, frame.color_range == AVCOL_RANGE_JPEG);
-    for (int row = 0; row < size.height; ++row) {
-        const std::uint16_t* source[3];
-        std::uint8_t* target[3];
-        for (int i = 0; i < 3; ++i) {
-            source[i] = reinterpret_cast<const std::uint16_t*>(wide->data[i] + std::ptrdiff_t{row} * wide->linesize[i]);
-            target[i] = result->data[i] + std::ptrdiff_t{row} * result->linesize[i];
+    for (int row = 0; row < size.height; row += 2) {
+        LinePair lines{};
+        for (int i = 0; i < 2; ++i) {
+            const int number = std::min(row + i, size.height - 1);
+            for (int plane = 0; plane < 3; ++plane) {
+                lines.from[i][plane] = isByLines
+                                           ? widened(frame, plane, number, widened_[i][plane])
+                                           : reinterpret_cast<const std::uint16_t*>(
+                                               wide->data[plane] + std::ptrdiff_t{number} * wide->linesize[plane]);
+            }
+            lines.toLuma[i] = mapped_->data[0] + std::ptrdiff_t{number} * mapped_->linesize[0];
         }
-        for (int x = 0; x < size.width; ++x) {
-            std::uint8_t* const place[3] = {target[0] + x, target[1] + x, target[2] + x};
-            lookUp(*table, source[0][x], source[1][x], source[2][x], place);
-        }
+        lines.toBlue = mapped_->data[1] + std::ptrdiff_t{row / 2} * mapped_->linesize[1];
+        lines.toRed = mapped_->data[2] + std::ptrdiff_t{row / 2} * mapped_->linesize[2];
+        mapLines(*table, lines, size.width);
     }
-    return result;
+    return mapped_.get();
+}
+
+const std::uint16_t* ToneMapper::widened(const AVFrame& frame, int plane, int number, std::vector<std::uint16_t>& to)
+{
+    planes_[static_cast<std::size_t>(plane)].line(frame.data[plane], frame.linesize[plane], number, line_.data());
+    widen(line_.data(), to.data(), to.size());
+    return to.data();
 }
 
 } // namespace twcore

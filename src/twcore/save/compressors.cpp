@@ -13,7 +13,7 @@ constexpr VideoCompressor kWindowsMediaVideo{"Windows Media Video 8",  "wmv2", A
 constexpr VideoCompressor kVideo[] = {
     {"Motion JPEG", "jpeg", AV_PIX_FMT_YUVJ420P, true, true, false, QualityScale::kQuantizer, 3},
     {"MPEG-4", "mpeg4", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
-    {"Xvid MPEG-4", "libxvid", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
+    {"Xvid MPEG-4", kXvidEncoder, AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},
     {"H.264", "libx264", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kRateFactor, 23},
     kWindowsMediaVideo,
     {"MS-MPEG4 V3", "msmpeg4", AV_PIX_FMT_YUV420P, false, false, true, QualityScale::kQuantizer, 4},

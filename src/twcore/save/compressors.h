@@ -43,6 +43,9 @@ struct AudioCompressor {
 /// Stands in place of an encoder of the media libraries: pictures are made with the JPEG library.
 inline constexpr std::string_view kJpegEncoder = "jpeg";
 
+/// Its groups lean on what their encoder told ahead of the first one.
+inline constexpr const char* kXvidEncoder = "libxvid";
+
 /// Takes two sizes only, each with a rate of its own.
 inline constexpr const char* kDvEncoder = "dvvideo";
 

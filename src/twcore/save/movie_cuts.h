@@ -20,30 +20,34 @@ public:
     /// The plan outlives it.
     MovieCuts(const Plan& plan, MovieClock clock, Patience patience);
 
-    /// First frames of chunks, rising from 0: at cuts, and in long stretches at key frames.
-    std::vector<std::int64_t> chunkStarts();
+    /// First frames of chunks, rising from 0: at cuts, and in long stretches at key frames, no shorter than told there.
+    std::vector<std::int64_t> chunkStarts(std::int64_t minFrames = 48);
 
     /// Where the frames [from, end), of one chunk, are cut so that another worker, who starts now with the second part,
     /// ends as soon as can be with it; nullopt when nothing is gained.
     std::optional<std::int64_t> cutIn(std::int64_t from, std::int64_t end);
 
 private:
-    /// Frames over which the lowest source plays on without a jump in its media, [first, end).
+    /// Frames, [first, end), over which the lowest source plays on: without a jump in its media, or with jumps ahead
+    /// that stay in a group of pictures, where decoding on is less work than beginning anew.
     struct Scene {
         std::int64_t first = 0;
         std::int64_t end = 0;
-        std::vector<const PlannedSource*> sources; // one after the other; more than one where a clip was only split
+        std::vector<const PlannedSource*> sources; // one after the other
     };
 
-    std::vector<Scene> scenes() const;
-    std::vector<std::int64_t> keyFrames(const PlannedSource& source);
+    std::vector<Scene> scenes();
+    bool staysInGroup(const PlannedSource& source, const PlannedSource& next);
+    const std::vector<double>& keyTimes(const PlannedSource& source);
+    static bool isStanding(const Scene& scene);
+    std::vector<std::int64_t> keyFrames(const PlannedSource& source, std::int64_t first, std::int64_t end);
 
     const Plan& plan_;
     const MovieClock clock_;
     const Patience patience_;
-    const std::vector<Scene> scenes_;
     std::mutex mutex_; // guards what follows
     std::map<const MediaFile*, std::vector<double>> keyTimes_;
+    const std::vector<Scene> scenes_;
 };
 
 } // namespace twcore

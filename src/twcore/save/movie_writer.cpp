@@ -77,7 +77,7 @@ bool MovieWriter::fail(int ffError)
     return false;
 }
 
-int MovieWriter::writeBytes(void* self, std::uint8_t* data, int size) noexcept
+int MovieWriter::writeBytes(void* self, WrittenByte* data, int size) noexcept
 {
     auto& writer = *static_cast<MovieWriter*>(self);
     for (int done = 0; done < size;) {
@@ -154,6 +154,7 @@ void MovieWriter::describe(const MovieStreams& streams)
 {
     // The same project gives the same bytes: no dates, no versions.
     context_->flags |= AVFMT_FLAG_BITEXACT;
+    context_->flush_packets = 0; // who has to be sure of what is there asks for it
     context_->avoid_negative_ts = AVFMT_AVOID_NEG_TS_DISABLED;
     if (streams.picture != nullptr) {
         pictureBase_ = av_inv_q(streams.fps);

@@ -3,7 +3,7 @@
 // A movie file being written: header, packets in the order they are handed in, index. Errors of the disk are kept with
 // their cause.
 
-#include "twcore/media/ff.h"
+#include "twcore/media/ff_versions.h"
 
 #include <cstdint>
 #include <string>
@@ -61,7 +61,7 @@ public:
     std::int64_t packetsWritten(bool picture) const noexcept { return picture ? picturePackets_ : soundPackets_; }
 
 private:
-    static int writeBytes(void* self, std::uint8_t* data, int size) noexcept;
+    static int writeBytes(void* self, WrittenByte* data, int size) noexcept;
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence) noexcept;
     bool write(const AVPacket& packet, int stream, AVRational base);
     void describe(const MovieStreams& streams);

@@ -15,6 +15,15 @@ constexpr int kMaxWorkers = 8;
 
 int coreCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
 
+/// A packet in the hands of whoever writes it.
+MadePicture encoded(PacketPtr packet)
+{
+    MadePicture made;
+    made.byteCount = static_cast<std::size_t>(packet->size);
+    made.packet = std::shared_ptr<const AVPacket>(packet.release(), FreeByAddress<av_packet_free>{});
+    return made;
+}
+
 std::size_t bytesOf(const AVFrame& frame)
 {
     std::size_t bytes = 0;
@@ -31,7 +40,10 @@ PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding,
     : plan_(std::move(plan)), clock_(clock), encoding_(encoding), cancelled_(cancelled), faults_(faults),
       cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_, .faults = &faults_})
 {
-    const auto starts = cuts_.chunkStarts();
+    if (encoding_.copiesUnchanged && encoding_.unit() != VideoEncoding::Unit::kMovie) {
+        rules_ = std::make_unique<PacketRules>(encoding_);
+    }
+    const auto starts = chunkStarts();
     for (std::size_t i = 0; i < starts.size(); ++i) {
         chunks_.push_back({.first = starts[i],
                            .end = i + 1 < starts.size() ? starts[i + 1] : clock_.frameCount(),
@@ -63,16 +75,18 @@ void PictureLine::work()
     try {
         PictureRenderer renderer(plan_, clock_, encoding_.pictureFormat(), decoderThreads_,
                                  Patience{.cancelled = &stopping_, .faults = &faults_});
-        std::unique_ptr<VideoEncoder> encoder;
-        if (encoding_.isIntraOnly()) {
-            std::string why;
-            encoder = VideoEncoder::open(encoding_, 1, why);
-            if (!encoder) {
-                throw std::runtime_error(why);
-            }
+        const auto encoder = encoding_.unit() == VideoEncoding::Unit::kPicture ? openEncoder() : nullptr;
+        std::optional<CopiedPictures> copies;
+        if (rules_) {
+            copies.emplace(*plan_, clock_, *rules_, lists_, Patience{.cancelled = &stopping_, .faults = &faults_});
         }
+        CopiedPictures* const copied = copies ? &*copies : nullptr;
         while (const auto chunk = takeChunk()) {
-            makeChunk(*chunk, renderer, encoder.get());
+            if (encoding_.unit() == VideoEncoding::Unit::kGroup) {
+                makeGroups(*chunk, renderer, copied);
+            } else {
+                makeChunk(*chunk, renderer, encoder.get(), copied);
+            }
         }
     } catch (...) {
         const std::lock_guard lock(mutex_);
@@ -80,6 +94,30 @@ void PictureLine::work()
         stopping_ = true;
         changed_.notify_all();
     }
+}
+
+std::unique_ptr<VideoEncoder> PictureLine::openEncoder() const
+{
+    std::string why;
+    auto encoder = VideoEncoder::open(encoding_, 1, why);
+    if (!encoder) {
+        throw std::runtime_error(why);
+    }
+    return encoder;
+}
+
+/// A group costs a key frame more: there are no more of them than the compressor makes anyway, but for a short movie,
+/// of which each worker is to have its share.
+std::vector<std::int64_t> PictureLine::chunkStarts()
+{
+    if (encoding_.unit() != VideoEncoding::Unit::kGroup) {
+        return cuts_.chunkStarts();
+    }
+    constexpr std::int64_t kShortest = 48;
+    constexpr std::int64_t kUsual = 96;
+    constexpr std::int64_t kShares = 8;
+    return cuts_.chunkStarts(
+        std::clamp(clock_.frameCount() / kShares, kShortest, std::max<std::int64_t>(kUsual, encoding_.groupFrames())));
 }
 
 std::optional<std::size_t> PictureLine::takeChunk()
@@ -93,7 +131,7 @@ std::optional<std::size_t> PictureLine::takeChunk()
             return nextChunk_++;
         }
     }
-    return takeOver();
+    return encoding_.unit() == VideoEncoding::Unit::kGroup ? std::nullopt : takeOver();
 }
 
 /// No chunk is left: the worker that has most to do hands on the rest of its own.
@@ -136,11 +174,19 @@ std::optional<std::int64_t> PictureLine::nextFrame(std::size_t number, PictureRe
     return chunk.toMake++;
 }
 
-void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder)
+void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder, CopiedPictures* copied)
 {
     MadePicture last;
     while (const auto next = nextFrame(chunk, renderer)) {
         const std::int64_t number = *next;
+        if (copied != nullptr) {
+            if (copied->from(number, number + 1, renderer).isCopied) {
+                if (!handCopies(chunk, number, number + 1, *copied)) {
+                    return;
+                }
+                continue;
+            }
+        }
         MadePicture made;
         made.frame = renderer.frame(number);
         if (encoder == nullptr) {
@@ -156,8 +202,9 @@ void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoE
             if (packets.size() != 1) {
                 throw std::runtime_error("The encoder holds frames back that it should not.");
             }
-            made.byteCount = static_cast<std::size_t>(packets.front()->size);
-            made.packet = std::shared_ptr<const AVPacket>(packets.front().release(), FreeByAddress<av_packet_free>{});
+            const SharedFrame frame = made.frame;
+            made = encoded(std::move(packets.front()));
+            made.frame = frame;
             last = made;
         }
         if (encoder != nullptr) {
@@ -167,6 +214,62 @@ void PictureLine::makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoE
             return;
         }
     }
+    isMade(chunk);
+}
+
+bool PictureLine::handCopies(std::size_t chunk, std::int64_t first, std::int64_t end, CopiedPictures& copied)
+{
+    return copied.hand(first, end, [&](PacketPtr packet) {
+        MadePicture made = encoded(std::move(packet));
+        made.isCopied = true;
+        return hand(chunk, std::move(made));
+    });
+}
+
+void PictureLine::makeGroups(std::size_t chunk, PictureRenderer& renderer, CopiedPictures* copied)
+{
+    std::unique_lock lock(mutex_);
+    while (!stopping_ && chunks_[chunk].toMake < chunks_[chunk].end) {
+        const std::int64_t first = chunks_[chunk].toMake;
+        const std::int64_t end = chunks_[chunk].end;
+        lock.unlock();
+        const auto span = copied != nullptr ? copied->from(first, end, renderer) : CopiedPictures::Span{end};
+        if (span.isCopied ? !handCopies(chunk, first, span.end, *copied)
+                          : !encodeGroup(chunk, first, span.end, renderer)) {
+            return;
+        }
+        lock.lock();
+        chunks_[chunk].toMake = span.end;
+    }
+    chunks_[chunk].done = !stopping_;
+    changed_.notify_all();
+}
+
+/// False when nobody wants it any more.
+bool PictureLine::encodeGroup(std::size_t chunk, std::int64_t first, std::int64_t end, PictureRenderer& renderer)
+{
+    const auto encoder = openEncoder();
+    std::vector<PacketPtr> packets;
+    renderer.expectUpTo(end);
+    for (std::int64_t number = first; number <= end; ++number) {
+        const SharedFrame frame = number < end ? renderer.frame(number) : nullptr; // then what it holds back
+        const TraceSpan span("encode", number);
+        encoder->encode(frame.get(), number, packets);
+        for (auto& packet : packets) {
+            if (!hand(chunk, encoded(std::move(packet)))) {
+                return false;
+            }
+        }
+        packets.clear();
+        if (stopping_) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void PictureLine::isMade(std::size_t chunk)
+{
     const std::lock_guard lock(mutex_);
     chunks_[chunk].done = true;
     changed_.notify_all();

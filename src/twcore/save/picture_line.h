@@ -6,11 +6,13 @@
 //     worker   1                 | 2                  | 1 or 2, whoever is free
 //
 // The movie is cut into chunks at cuts and at key frames, so that workers decode nothing twice. Each worker takes the
-// next chunk, decodes, fits and, where the compressor treats every frame for itself, encodes it. Who finds no chunk
-// left takes over a part of another's, so that all end together. What is ready waits in its chunk; how much may wait is
-// bounded, and the chunk that is being written never waits for another.
+// next chunk, decodes, fits and, but where a rate is kept over all of the movie, encodes it: picture by picture, or the
+// chunk as a group of its own, whose borders are the same whoever is at work. Who finds no chunk left takes over a part
+// of another's, so that all end together. What is ready waits in its chunk; how much may wait is bounded, and the chunk
+// that is being written never waits for another.
 
 #include "twcore/render/picture_renderer.h"
+#include "twcore/save/copied_pictures.h"
 #include "twcore/save/movie_cuts.h"
 #include "twcore/save/video_encoder.h"
 
@@ -32,6 +34,7 @@ struct MadePicture {
     std::shared_ptr<const AVPacket> packet;
     std::size_t byteCount = 0; // memory it holds that the picture before does not
     std::int64_t times = 1;    // that it is shown in a row, while it waits
+    bool isCopied = false;     // as its medium has it
 };
 
 class PictureLine {
@@ -56,11 +59,17 @@ private:
         std::int64_t framesLeft() const { return end - toMake; }
     };
 
+    std::vector<std::int64_t> chunkStarts();
     void work();
     std::optional<std::size_t> takeChunk();
     std::optional<std::size_t> takeOver();
     std::optional<std::int64_t> nextFrame(std::size_t chunk, PictureRenderer& renderer);
-    void makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder);
+    std::unique_ptr<VideoEncoder> openEncoder() const;
+    void makeChunk(std::size_t chunk, PictureRenderer& renderer, VideoEncoder* encoder, CopiedPictures* copied);
+    void makeGroups(std::size_t chunk, PictureRenderer& renderer, CopiedPictures* copied);
+    bool encodeGroup(std::size_t chunk, std::int64_t first, std::int64_t end, PictureRenderer& renderer);
+    bool handCopies(std::size_t chunk, std::int64_t first, std::int64_t end, CopiedPictures& copied);
+    void isMade(std::size_t chunk);
     bool hand(std::size_t chunk, MadePicture picture);
 
     const PlanPtr plan_;
@@ -69,6 +78,8 @@ private:
     const std::atomic<bool>& cancelled_;
     ReadFaults& faults_;
     std::atomic<bool> stopping_ = false;
+    std::unique_ptr<const PacketRules> rules_; // none: nothing is copied
+    SourceLists lists_;
     MovieCuts cuts_;
     int decoderThreads_ = 1;
 

@@ -63,6 +63,7 @@ engine::Status SaveInterface::prepare(const std::string& path,
 {
     leave();
     started_ = failureTold_ = false;
+    framesCopied_ = 0;
     const PlanPtr plan = compile();
     const Milliseconds length = wholeTimeline_ ? plan->durationMs : rangeStop_ - rangeStart_;
     auto order = length > 0 ? (this->*orderFor)(*plan) : std::nullopt;
@@ -109,6 +110,7 @@ std::optional<SaveOrder> SaveInterface::aviOrder(const Plan& plan) const
         encoding.bitRate = videoBitRate_;
         encoding.quality = settings_.quality;
         encoding.keyFrameRate = settings_.keyFrameRate;
+        encoding.copiesUnchanged = settings_.copiesUnchanged;
         order.picture = encoding;
     }
     return order;
@@ -145,6 +147,7 @@ std::optional<SaveOrder> SaveInterface::windowsMediaOrder(const Plan& plan) cons
         encoding.quality = wanted.quality;
         encoding.keyFrameRate =
             std::max(1, static_cast<int>(std::lround(wanted.keyFrameSeconds * av_q2d(encoding.fps))));
+        encoding.keepsKeyDistance = true;
         order.picture = encoding;
     }
     return order;
@@ -206,6 +209,7 @@ void SaveInterface::note()
 {
     if (run_) {
         framesSaved_ = run_->framesWritten();
+        framesCopied_ = run_->framesCopied();
         samplesSaved_ = run_->samplesMeant();
     }
 }
@@ -261,6 +265,13 @@ engine::Status SaveInterface::WaitForStopped(Milliseconds longest, Bool16& ok)
         }
         ok = toBool16(std::ranges::all_of(all, [&](const auto& run) { return run->waitUntil(deadline); }));
     });
+}
+
+engine::Status SaveInterface::GetFramesCopied(std::int32_t& count)
+{
+    note();
+    count = static_cast<std::int32_t>(std::min<std::int64_t>(framesCopied_, std::numeric_limits<std::int32_t>::max()));
+    return kDone;
 }
 
 engine::Status SaveInterface::GetSaveDuration(Milliseconds& duration)

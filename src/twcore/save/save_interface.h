@@ -83,6 +83,8 @@ public:
     Status SetDescription(Text text) override;
     Status SaveMetadata() override;
     Status WaitForStopped(Milliseconds longest, Bool16& ok) override;
+    Status SetCopyUnchanged(Bool16 on) override;
+    Status GetFramesCopied(std::int32_t& count) override;
 
     bool setSoundRate(int hertz) override;
     void startTrace() override { Trace::start(); }
@@ -108,6 +110,7 @@ private:
         std::int32_t profileHeight = -1;
         std::string videoProfile{kDefaultVideoProfile};
         std::string audioProfile{kDefaultAudioProfile};
+        bool copiesUnchanged = true;
     };
 
     PlanPtr compile();
@@ -140,6 +143,7 @@ private:
     bool started_ = false;
     bool failureTold_ = false;
     long long framesSaved_ = 0;
+    std::int64_t framesCopied_ = 0;
     long long samplesSaved_ = 0;
     AVRational frameRateSaved_{25, 1};
     int soundRateSaved_ = 48000;

@@ -41,6 +41,9 @@ bool SaveRun::open(WriteError& error)
             return false;
         }
         picture = described(*pictureEncoder_);
+        if (picture->codec_id == AV_CODEC_ID_H264) {
+            keyNumbers_.emplace();
+        }
     }
     if (order_.hasSound) {
         soundEncoder_ = SoundEncoder::open(order_.audioCompressor, order_.soundRate, error.text);
@@ -57,6 +60,9 @@ bool SaveRun::open(WriteError& error)
     if (!writer_.open(order_.format, order_.path, {picture.get(), fps, sound.get()})) {
         error = writer_.error();
         return false;
+    }
+    if (order_.picture && order_.picture->unit() != VideoEncoding::Unit::kMovie) {
+        pictureEncoder_.reset(); // the workers have their own
     }
     return true;
 }
@@ -179,7 +185,12 @@ void SaveRun::writePicture(const MadePicture& picture, std::int64_t number)
             throw std::bad_alloc();
         }
         packet->pts = packet->dts = number;
+        packet->duration = 1;
         putPicture(*packet);
+        if (picture.isCopied) {
+            ++framesCopied_;
+            Trace::addValue("frames copied", framesCopied_);
+        }
         return;
     }
     std::vector<PacketPtr> packets;
@@ -192,7 +203,7 @@ void SaveRun::writePicture(const MadePicture& picture, std::int64_t number)
 void SaveRun::finishPictures()
 {
     std::vector<PacketPtr> packets;
-    if (!order_.picture->isIntraOnly()) {
+    if (order_.picture->unit() == VideoEncoding::Unit::kMovie) {
         pictureEncoder_->encode(nullptr, 0, packets);
     }
     for (const auto& packet : packets) {
@@ -202,7 +213,8 @@ void SaveRun::finishPictures()
 
 void SaveRun::putPicture(const AVPacket& packet)
 {
-    if (!writer_.writePicture(packet)) {
+    const PacketPtr other = keyNumbers_ ? keyNumbers_->apart(packet) : nullptr;
+    if (!writer_.writePicture(other ? *other : packet)) {
         throw WriteFailed("picture");
     }
 }

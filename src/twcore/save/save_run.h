@@ -8,6 +8,7 @@
 //                                                             +--> one thread: (encode,) interleave, write
 //     sound:     decode, mix, encode -------------------------+
 
+#include "twcore/save/key_numbers.h"
 #include "twcore/save/movie_writer.h"
 #include "twcore/save/picture_line.h"
 #include "twcore/save/sound_line.h"
@@ -60,6 +61,8 @@ public:
     std::int32_t durationMs() const noexcept { return clock_.stopMs - clock_.startMs; }
     std::int32_t positionMs() const noexcept { return positionMs_; }
     std::int64_t framesWritten() const noexcept { return framesWritten_; }
+    /// Of those, as their medium has them.
+    std::int64_t framesCopied() const noexcept { return framesCopied_; }
     std::int64_t samplesMeant() const noexcept { return samplesMeant_; }
     /// Good once the state is kFailed.
     const WriteError& error() const noexcept { return error_; }
@@ -84,7 +87,8 @@ private:
     MovieClock clock_;
     PlanPtr plan_;
     MovieWriter writer_;
-    std::unique_ptr<VideoEncoder> pictureEncoder_; // serial: not for intra-only compressors
+    std::optional<KeyPictureNumbers> keyNumbers_;  // of H.264
+    std::unique_ptr<VideoEncoder> pictureEncoder_; // of a movie that is one unit of encoding
     std::unique_ptr<SoundEncoder> soundEncoder_;
     std::unique_ptr<SoundLine> sound_;
 
@@ -97,6 +101,7 @@ private:
     std::atomic<SaveState> state_ = SaveState::kPrepared;
     std::atomic<std::int32_t> positionMs_ = 0;
     std::atomic<std::int64_t> framesWritten_ = 0;
+    std::atomic<std::int64_t> framesCopied_ = 0;
     std::atomic<std::int64_t> samplesMeant_ = 0;
     std::int64_t soundEnd_ = 0; // behind the last sample that was written
     WriteError error_;          // written ahead of state kFailed, read behind it

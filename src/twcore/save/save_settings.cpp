@@ -151,6 +151,12 @@ engine::Status SaveInterface::ResetSave()
     return guarded([&] { settings_ = Settings{}; });
 }
 
+engine::Status SaveInterface::SetCopyUnchanged(Bool16 on)
+{
+    settings_.copiesUnchanged = on != kFalse;
+    return kDone;
+}
+
 engine::Status SaveInterface::SetSaveRange(Milliseconds start, Milliseconds stop)
 {
     rangeStart_ = std::max(0, std::min(start, stop));

@@ -1,5 +1,7 @@
 #include "twcore/save/sound_encoder.h"
 
+#include "twcore/media/ff_versions.h"
+
 extern "C" {
 #include <libavutil/opt.h>
 }
@@ -21,7 +23,7 @@ std::int16_t toInt16(float sample)
 
 AVSampleFormat pickFormat(const AVCodec& codec)
 {
-    for (const auto* format = codec.sample_fmts; format != nullptr && *format != AV_SAMPLE_FMT_NONE; ++format) {
+    for (const auto* format = sampleFormatsOf(codec); format != nullptr && *format != AV_SAMPLE_FMT_NONE; ++format) {
         if (*format == AV_SAMPLE_FMT_FLTP || *format == AV_SAMPLE_FMT_S16 || *format == AV_SAMPLE_FMT_S16P) {
             return *format;
         }

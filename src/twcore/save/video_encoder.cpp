@@ -1,5 +1,6 @@
 #include "twcore/save/video_encoder.h"
 
+#include "twcore/media/ff_versions.h"
 #include "twcore/save/jpeg_encoder.h"
 
 extern "C" {
@@ -53,6 +54,26 @@ PictureFormat VideoEncoding::pictureFormat() const
     const AVPixelFormat pixels = wanted == AV_PIX_FMT_YUVJ420P ? AV_PIX_FMT_YUV420P : wanted;
     const bool isFullRange = compressor->isFullRange;
     return {size, pixels, {untoldMatrix(size.width, size.height, isFullRange), isFullRange}};
+}
+
+VideoEncoding::Unit VideoEncoding::unit() const
+{
+    if (!compressor || compressor->isIntraOnly) {
+        return Unit::kPicture;
+    }
+    const bool keepsRate = bitRate > 0 && compressor->quality != QualityScale::kNone;
+    return keepsRate || keepsKeyDistance || std::string_view(compressor->encoder) == kXvidEncoder ? Unit::kMovie
+                                                                                                  : Unit::kGroup;
+}
+
+int VideoEncoding::groupFrames() const
+{
+    constexpr int kLong = 250; // what encoders take that are not told
+    constexpr int kShort = 12;
+    if (!compressor || compressor->isIntraOnly) {
+        return 1;
+    }
+    return keyFrameRate > 0 ? keyFrameRate : compressor->quality == QualityScale::kRateFactor ? kLong : kShort;
 }
 
 namespace {
@@ -157,7 +178,7 @@ public:
             stamped->pict_type = AV_PICTURE_TYPE_NONE;
             stamped->pts = number;
             stamped->quality = context_->global_quality;
-            stamped->interlaced_frame = 0;
+            setFields(*stamped, false, isTopFieldFirst(*stamped));
         }
         int result = avcodec_send_frame(context_.get(), stamped.get());
         while (result >= 0) {

@@ -17,13 +17,23 @@ struct VideoEncoding {
     std::optional<VideoCompressor> compressor; // none: uncompressed
     PictureSize size;
     AVRational fps{25, 1};
-    int bitRate = 0;       // bits a second; 0: quality alone decides
-    int quality = -1;      // 0 to 100; beside a bit rate the finest that a picture may be
-    int keyFrameRate = -1; // frames from key frame to key frame
+    int bitRate = 0;               // bits a second; 0: quality alone decides
+    int quality = -1;              // 0 to 100; beside a bit rate the finest that a picture may be
+    int keyFrameRate = -1;         // frames from key frame to key frame
+    bool keepsKeyDistance = false; // no key frame between those, as a Windows Media profile asks
+    bool copiesUnchanged = false;  // pictures that nothing is done to, where their medium has them as the movie is to
 
     /// What the encoder wants its pictures to be.
     PictureFormat pictureFormat() const;
-    bool isIntraOnly() const { return !compressor || compressor->isIntraOnly; }
+    /// What may be encoded by itself, so that several encoders share the work.
+    enum class Unit {
+        kPicture,
+        kGroup, // from one key frame to another, whichever those are: quality alone decides
+        kMovie  // a rate is kept over all of it, or groups do not stand alone
+    };
+    Unit unit() const;
+    /// Frames from key frame to key frame, at most.
+    int groupFrames() const;
 };
 
 class VideoEncoder {

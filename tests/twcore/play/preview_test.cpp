@@ -215,6 +215,31 @@ TEST_F(PreviewTest, AnEditFindsAFileThatIsBack)
     EXPECT_GT(loudest(device.lastHeard(300)), 0.01f);
 }
 
+TEST_F(PreviewTest, AFileThatIsCutShortIsToldOfAndShownWhenItIsWholeAgain)
+{
+    for (const char* const name : {"h264.mp4", "mjpeg.avi"}) {
+        SCOPED_TRACE(name);
+        const testmedia::TempFolder folder;
+        const auto file = folder / name;
+        std::filesystem::copy_file(medium(name), file);
+        const Handle source = stream(file.string(), true);
+        std::int16_t count = 0;
+        check(timelineCalls.GetSourceCount(video, count));
+        lay(video, source, count * 4000, count * 4000 + 4000, 0);
+        build();
+        seek(count * 4000 + 200);
+        ASSERT_TRUE(soon([&] { return screen.last() == 5; }));
+        std::filesystem::resize_file(file, 4000);
+        seek(count * 4000 + 3800);
+        ASSERT_TRUE(
+            soon([&] { return screen.said().find(std::string(name) + "\" has become shorter") != std::string::npos; }));
+        EXPECT_EQ(screen.last(), -1);
+        std::filesystem::copy_file(medium(name), file, std::filesystem::copy_options::overwrite_existing);
+        seek(count * 4000 + 3600);
+        EXPECT_TRUE(soon([&] { return screen.last() == 90; })) << screen.last();
+    }
+}
+
 TEST_F(PreviewTest, ARefreshShowsAStillThatIsWrittenAnew)
 {
     const testmedia::TempFolder folder;
@@ -230,6 +255,27 @@ TEST_F(PreviewTest, ARefreshShowsAStillThatIsWrittenAnew)
     EXPECT_TRUE(soon([&] { return screen.numbers().size() > before; }));
     expectOk(preview, &PreviewInterface::RefreshPreview);
     EXPECT_TRUE(shows(17));
+}
+
+TEST_F(PreviewTest, AFilmInPlaceOfAnotherIsSeenAtOnce)
+{
+    const testmedia::TempFolder folder;
+    const auto file = folder / "film.mp4";
+    std::filesystem::copy_file(medium("h264.mp4"), file);
+    lay(video, stream(file.string(), true), 0, 4000, 0);
+    build();
+    seek(2000);
+    EXPECT_TRUE(soon([&] { return screen.last() == 50; }));
+    std::filesystem::copy_file(medium("24p.mp4"), folder / "other");
+    std::filesystem::rename(folder / "other", file);
+    bool isSeen = false;
+    for (int i = 0; i < 10 && !isSeen; ++i) { // it is looked for now and then
+        seek(0);
+        EXPECT_TRUE(soon([&] { return screen.last() == 0; }));
+        seek(2000);
+        isSeen = soon([&] { return screen.last() == 47; }, std::chrono::milliseconds(300));
+    }
+    EXPECT_TRUE(isSeen) << screen.last();
 }
 
 TEST_F(PreviewTest, ARefreshWhilePlayingStopsNothing)

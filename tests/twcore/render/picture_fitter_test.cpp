@@ -1,5 +1,6 @@
 // Interlaced pictures in the movie's frame: whole where they are scaled, field by field where they are not.
 
+#include "twcore/media/ff_versions.h"
 #include "twcore/render/picture_fitter.h"
 
 #include <gtest/gtest.h>
@@ -19,8 +20,7 @@ SharedFrame interlaced(AVPixelFormat pixels, PictureSize size, int chromaWidth, 
     frame->format = pixels;
     frame->width = size.width;
     frame->height = size.height;
-    frame->interlaced_frame = 1;
-    frame->top_field_first = 1;
+    setFields(*frame, true, true);
     EXPECT_GE(av_frame_get_buffer(frame.get(), 0), 0);
     for (int y = 0; y < size.height; ++y) {
         auto* const line = frame->data[0] + std::ptrdiff_t{y} * frame->linesize[0];

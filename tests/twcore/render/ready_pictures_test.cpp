@@ -81,9 +81,8 @@ TEST(ReadyPictures, LookAsThoseThatAreMadeAnew)
         for (const int ms : {2700, 500, 1500, 2700, 1460, 500, 2980, 1420}) { // some twice
             EXPECT_EQ(bytesOfFrame(ready.frame(ms)), bytesOfFrame(anew.frame(ms))) << ms;
         }
-        double near = 0; // also of a layer that cannot be kept as it is shown
-        EXPECT_TRUE(ready.nearestFrame(1400, near));
-        EXPECT_LT(near, 0.1);
+        EXPECT_TRUE(ready.nearestFrame(1400)); // also of a layer that cannot be kept as it is shown
+        EXPECT_LT(ready.nearestOff(1400), 0.1);
         // Another renderer, as after an edit, finds them without a file.
         PictureRenderer later(plan, clock, kSurface, 2, {}, &store);
         const bool isStored =
@@ -91,9 +90,8 @@ TEST(ReadyPictures, LookAsThoseThatAreMadeAnew)
         EXPECT_EQ(later.isReady(2700), isStored && !(c.isKeyed && c.above == std::string("uncompressed.avi")));
         EXPECT_TRUE(later.isReady(500));
         EXPECT_FALSE(later.isReady(900));
-        double off = 0;
-        EXPECT_TRUE(later.nearestFrame(900, off));
-        EXPECT_NEAR(off, 0.4, 0.05);
+        EXPECT_TRUE(later.nearestFrame(900));
+        EXPECT_NEAR(later.nearestOff(900), 0.4, 0.05);
     }
 }
 

@@ -110,6 +110,7 @@ TEST_F(CompressorsTest, WriteEveryFrameAndTellTheTruthOfWhatTheyTake)
         SaveWords words = wordsFor(name);
         words.keyFrameRate = 5;
         words.quality = 10;
+        words.copies = false; // what is copied has the quality that it has
         const Movie coarse = saved(words);
         const auto coarseBytes = std::filesystem::file_size(folder / "movie.avi");
         EXPECT_EQ(numbersOf(coarse), expectedNumbers({place}, 25, 0, 2000));

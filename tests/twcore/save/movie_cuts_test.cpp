@@ -78,6 +78,16 @@ TEST(MovieCuts, StandAtJumpsAndKeyFramesAlone)
     EXPECT_EQ(MovieCuts(*movie.plan, movie.clock, {}).chunkStarts(), (std::vector<std::int64_t>{0, 48, 125}));
 }
 
+TEST(MovieCuts, LeaveJumpsAheadWithinAGroupToOneWorker)
+{
+    const auto film = opened("long-gop.mp4"); // key frames at 0 and 10 s
+    Movie lecture({{film, 500, 2000}, {film, 3000, 2000}, {film, 6000, 2000}, {film, 10200, 800}, {film, 500, 1000}});
+    MovieCuts cuts(*lecture.plan, lecture.clock, {});
+    EXPECT_EQ(cuts.chunkStarts(), (std::vector<std::int64_t>{0, 150, 170})) << "the last two are not on the way";
+    const auto handedOn = cuts.cutIn(0, 150);
+    EXPECT_TRUE(!handedOn || *handedOn > 75) << "who takes over has a longer way";
+}
+
 TEST(MovieCuts, HandOnWhatAnotherWorkerEndsSooner)
 {
     Movie close({{opened("h264.mp4"), 0, 5000}});

@@ -37,7 +37,18 @@ struct SaveWords {
     int keyFrameRate = -1;
     int quality = -1;
     int bitRate = 0;
+    bool copies = true;
 };
+
+/// All of them: a container is printed up to its 32nd.
+inline std::string asText(const std::vector<int>& numbers)
+{
+    std::string text;
+    for (const int number : numbers) {
+        text += std::to_string(number) + ' ';
+    }
+    return text;
+}
 
 /// What frame n shows when the sources of a 25 fps file stand so, for a movie at fps from startMs on; -1 for black. The
 /// file's first picture stands lateMs behind media time 0, and is held until then. As text, to be read in a failure.
@@ -58,10 +69,10 @@ inline std::string expectedNumbers(const std::vector<Place>& places, double fps,
         }
         numbers.push_back(number);
     }
-    return testing::PrintToString(numbers);
+    return asText(numbers);
 }
 
-inline std::string numbersOf(const testmedia::Movie& movie) { return testing::PrintToString(movie.numbers()); }
+inline std::string numbersOf(const testmedia::Movie& movie) { return asText(movie.numbers()); }
 
 class SaveTest : public EngineTest {
 protected:
@@ -111,6 +122,7 @@ protected:
         check(save->SetFrameRate(words.fps));
         check(save->SetKeyFrameRate(words.keyFrameRate));
         check(save->SetQuality(words.quality));
+        check(save->SetCopyUnchanged(engine::toBool16(words.copies)));
         EXPECT_TRUE(EngineAs<twcore::EngineOptions>()->setVideoBitRate(words.bitRate));
         if (words.profile.empty()) {
             check(save->SetVideoSize(words.width, words.height));

@@ -1,0 +1,161 @@
+// Keys in every panel: playing from everywhere, the slider's places, the whole screen, and what a key must not do
+// where a field, a button or a list has the keyboard.
+
+#include "screens/screen_harness.h"
+#include "windowing/picture_widget.h"
+
+#include <QMenu>
+#include <QScreen>
+#include <QSlider>
+#include <QToolButton>
+#include <QTreeView>
+
+namespace screens_test {
+namespace {
+
+class KeyScreen : public TwoFilmScreen {
+protected:
+    bool plays()
+    {
+        const int before = bar().value();
+        return QTest::qWaitFor([&] { return bar().value() != before; }, 400);
+    }
+    QSlider& bar() { return find<QSlider>("sldSeekBar"); }
+    QWidget* whole() { return find("frmPreview").findChild<QWidget*>("wholeScreen"); }
+    QAction& entry(const char* name) { return find<QAction>(name); }
+};
+
+TEST_F(KeyScreen, SpacePlaysFromEveryPlaceOfTheTimeline)
+{
+    for (const char* const place : {"picScale", "picTimelineBase", "tvwTimeline", "picVideo0"}) {
+        SCOPED_TRACE(place);
+        find(place).setFocus();
+        const std::string before = status();
+        key(Qt::Key_Space);
+        EXPECT_EQ(status(), place == std::string("picVideo0")
+                                ? "Use the 'Shift' key to nudge source(s) with the direction keys"
+                                : before);
+        EXPECT_TRUE(plays());
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, " ", true);
+        QCoreApplication::sendEvent(&find(place), &held);
+        EXPECT_TRUE(plays()) << "a key that is held is one key";
+        key(Qt::Key_Space);
+        EXPECT_FALSE(plays());
+    }
+}
+
+TEST_F(KeyScreen, AKeyStaysWithWhatHasTheKeyboard)
+{
+    QToolButton& lock = find<QToolButton>("picVideo0_lock");
+    lock.setFocus();
+    const bool wasLocked = lock.isChecked();
+    key(Qt::Key_Space);
+    EXPECT_NE(lock.isChecked(), wasLocked);
+    EXPECT_FALSE(plays());
+
+    auto& tree = find<QTreeView>("tvwTimeline");
+    tree.setFocus();
+    tree.setCurrentIndex(tree.model()->index(0, 0));
+    key(Qt::Key_N); // the name of a file
+    EXPECT_EQ(tree.currentIndex().data().toString(), "no-sound.mp4");
+    key(Qt::Key_Space);
+    key(Qt::Key_L);
+    key(Qt::Key_F);
+    EXPECT_FALSE(plays() || whole() != nullptr);
+
+    bar().setFocus();
+    const int step = bar().singleStep();
+    bar().setValue(1000);
+    key(Qt::Key_Right);
+    EXPECT_EQ(bar().value(), 1000 + step) << "a slider's own key";
+    find("lvwMediaList").setFocus();
+    key(Qt::Key_L);
+    EXPECT_FALSE(plays());
+    press(video(), {100, video().height() / 2});
+    key(Qt::Key_L);
+    EXPECT_FALSE(plays()) << "in the middle of a drag";
+    release(video(), {100, video().height() / 2});
+}
+
+TEST_F(KeyScreen, ThePreviewStepsByFramesAndTakesTheWholeScreen)
+{
+    click(find("picDisplay"));
+    key(Qt::Key_Right);
+    EXPECT_EQ(status(2), "0:00:00.040");
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(status(2), "0:00:00.440");
+    key(Qt::Key_Left);
+    EXPECT_EQ(status(2), "0:00:00.400");
+    find("picScale").setFocus();
+    key(Qt::Key_Down);
+    EXPECT_EQ(status(2), "0:00:05.000");
+    key(Qt::Key_Home);
+
+    const QRect panel = find("picDisplay").geometry();
+    const auto isWhole = [&] { return whole() != nullptr && whole()->isVisible(); };
+    key(Qt::Key_F); // from the timeline
+    ASSERT_TRUE(isWhole());
+    EXPECT_EQ(whole()->size(), whole()->screen()->size());
+    QWidget* const picture = whole()->findChild<QWidget*>("picDisplay");
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(picture->height(), whole()->height()) << "4 : 3 on a screen that is not higher";
+    QTest::keyClick(whole(), Qt::Key_Space);
+    EXPECT_TRUE(plays());
+    EXPECT_TRUE(until([&] { return brightShare("picDisplay") > 0.05; }));
+    QTest::keyClick(whole(), Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return !isWhole(); }));
+    settle();
+    EXPECT_EQ(find("picDisplay").geometry(), panel);
+    key(Qt::Key_K);
+    EXPECT_FALSE(plays());
+
+    QTest::mouseDClick(&find("picDisplay"), Qt::LeftButton);
+    settle();
+    ASSERT_TRUE(isWhole());
+    QTest::mouseDClick(whole()->findChild<QWidget*>("picDisplay"), Qt::LeftButton);
+    settle();
+    EXPECT_FALSE(isWhole());
+    EXPECT_EQ(find("picDisplay").geometry(), panel);
+}
+
+TEST_F(KeyScreen, KeysStandBesideTheirEntriesAndAct)
+{
+    EXPECT_EQ(entry("mnuEC_Cut").shortcut().toString(), "Ctrl+X");
+    EXPECT_EQ(entry("mnuMLC_AddToTimeline").shortcut().toString(), "F2");
+    EXPECT_EQ(entry("mnuEditRedo").shortcuts().size(), 2);
+    find("lvwMediaList").setFocus();
+    key(Qt::Key_F2);
+    const int end = barEnd("picVideo0");
+    click(video(), {end - 50, video().height() / 2});
+    key(Qt::Key_X, Qt::ControlModifier); // the entry of the pop-up menu has the same key
+    EXPECT_LT(barEnd("picVideo0"), end);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), end);
+
+    QAction& undo = entry("mnuEditUndo");
+    QMenu& edit = *qobject_cast<QMenu*>(undo.associatedObjects().constFirst());
+    const std::string before = status();
+    edit.popup({300, 300});
+    edit.setActiveAction(&undo);
+    settle();
+    EXPECT_EQ(status(), "Undo: Add to Timeline");
+    edit.close();
+    settle();
+    EXPECT_EQ(status(), before);
+
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_LT(barEnd("picVideo0"), end) << "cut once more";
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(barEnd("picVideo0"), -1);
+    EXPECT_EQ(barEnd("picAudio0"), -1);
+
+    moveTo(find("picScale"), {300, 10});
+    EXPECT_EQ(find("picScale").toolTip().toStdString(), "0:00:03.000");
+    answers.click("&No"); // the project has changed
+    key(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+}
+
+} // namespace
+} // namespace screens_test
