@@ -157,13 +157,14 @@ void showProgress(engine::Milliseconds positionMs, engine::Milliseconds duration
     }
 }
 
-/// Polls until the movie is whole. Raises what the engine reports.
+/// Polls until the movie is whole, the more rarely the longer it takes. Raises what the engine reports.
 void waitForEnd(const volatile int& interrupted)
 {
+    const auto begin = std::chrono::steady_clock::now();
     const auto save = EngineAs<ITWSave>();
     engine::Milliseconds durationMs = 0;
     check(save->GetSaveDuration(durationMs));
-    for (auto pause = std::chrono::milliseconds(1);; pause = std::min(pause * 2, std::chrono::milliseconds(50))) {
+    while (true) {
         engine::Milliseconds positionMs = 0;
         std::int32_t state = 0;
         check(save->GetSavePosition(positionMs));
@@ -178,7 +179,10 @@ void waitForEnd(const volatile int& interrupted)
         if (interrupted != 0) {
             throw RenderFailed("Interrupted. No movie was written.");
         }
-        std::this_thread::sleep_for(pause);
+        const auto passed =
+            std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin);
+        std::this_thread::sleep_for(
+            std::clamp(passed / 16, std::chrono::milliseconds(1), std::chrono::milliseconds(50)));
     }
 }
 
