@@ -160,9 +160,8 @@ std::optional<PictureRenderer::LayerPicture> PictureRenderer::layerAt(const Plan
         return keep(source, fit, open, open.held);
     }
     PictureReader& reader = *open.reader;
-    if (expectedEnd_ != kNoEnd) {
-        reader.expectUpTo(expectedSeconds(source, number));
-    }
+    reader.expectUpTo(expectedEnd_ != kNoEnd ? expectedSeconds(source, number)
+                                             : std::numeric_limits<double>::infinity());
     if (store_ != nullptr) {
         passing_ = &source;
         passingLayer_ = layer;

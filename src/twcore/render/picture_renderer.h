@@ -79,6 +79,7 @@ public:
 
     /// No frame from this one on will be asked for next, so that nothing is decoded for it.
     void expectUpTo(std::int64_t end) { expectedEnd_ = end; }
+    static constexpr std::int64_t kNoEnd = std::numeric_limits<std::int64_t>::max(); // nobody knows
     /// Takes over the files that another renderer has open, for another plan or size; but for those that have been
     /// written anew since, as a title is. Both have the same patience.
     void takeReaders(PictureRenderer& other);
@@ -171,7 +172,6 @@ private:
     std::uint64_t usesBefore_ = 0; // ahead of the frame in hand
     std::size_t stretch_ = 0;
     bool isNear_ = false;
-    static constexpr std::int64_t kNoEnd = std::numeric_limits<std::int64_t>::max();
     std::int64_t expectedEnd_ = kNoEnd;
     Made made_;
 };

@@ -156,6 +156,31 @@ std::vector<std::int64_t> MovieCuts::chunkStarts(std::int64_t minFrames)
     return starts;
 }
 
+bool MovieCuts::leadsPast(std::int64_t first, std::int64_t behind, std::int64_t end)
+{
+    const std::lock_guard lock(mutex_);
+    const auto whole = [&](std::int64_t from, std::int64_t to) {
+        const auto found = std::ranges::find(scenes_, from, &Scene::first);
+        return found != scenes_.end() && found->end == to && !found->sources.empty() ? &*found : nullptr;
+    };
+    const Scene* const scene = whole(first, behind);
+    const Scene* const next = whole(behind, end);
+    if (scene == nullptr || next == nullptr || isStanding(*scene)) {
+        return false;
+    }
+    const PlannedSource& later = *scene->sources.front();
+    const PlannedSource& earlier = *next->sources.front();
+    if (later.media != earlier.media || later.speed() <= 0 || earlier.speed() <= 0
+        || next->sources.back()->mediaStopMs > later.mediaStartMs) {
+        return false;
+    }
+    const std::vector<double>& keys = keyTimes(later);
+    const auto groupOf = [&](const PlannedSource& source) {
+        return std::ranges::upper_bound(keys, source.mediaStartMs / 1000.0 + kStampTolerance);
+    };
+    return groupOf(earlier) == groupOf(later) && groupOf(later) != keys.begin();
+}
+
 std::optional<std::int64_t> MovieCuts::cutIn(std::int64_t from, std::int64_t end)
 {
     if (end - from < 2 * kMinPartFrames) {

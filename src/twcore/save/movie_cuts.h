@@ -27,6 +27,10 @@ public:
     /// ends as soon as can be with it; nullopt when nothing is gained.
     std::optional<std::int64_t> cutIn(std::int64_t from, std::int64_t end);
 
+    /// Whether the way to the frames from `first` on, of one chunk, leads past those of the chunk [behind, end) after
+    /// it: who makes that one first decodes the way once.
+    bool leadsPast(std::int64_t first, std::int64_t behind, std::int64_t end);
+
 private:
     /// Frames, [first, end), over which the lowest source plays on: without a jump in its media, or with jumps ahead
     /// that stay in a group of pictures, where decoding on is less work than beginning anew.

@@ -12,6 +12,8 @@ namespace {
 constexpr std::size_t kMaxWaitingBytes = 64u << 20;
 constexpr std::size_t kAlwaysReady = 4; // pictures of the chunk that is being written
 constexpr int kMaxWorkers = 8;
+// Of pictures that are made ahead of their turn, as they are before they are encoded: they may wait beside all others.
+constexpr std::int64_t kMaxRawBytesAhead = 128 << 20;
 
 int coreCount() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
 
@@ -50,6 +52,9 @@ PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding,
                            .toMake = starts[i],
                            .following = i + 1});
     }
+    if (encoding_.unit() != VideoEncoding::Unit::kMovie) {
+        orderByWay();
+    }
     const int workers = std::min({coreCount(), static_cast<int>(chunks_.size()), kMaxWorkers});
     decoderThreads_ = std::max(1, coreCount() / workers);
     for (int i = 0; i < workers; ++i) {
@@ -81,7 +86,8 @@ void PictureLine::work()
             copies.emplace(*plan_, clock_, *rules_, lists_, Patience{.cancelled = &stopping_, .faults = &faults_});
         }
         CopiedPictures* const copied = copies ? &*copies : nullptr;
-        while (const auto chunk = takeChunk()) {
+        std::optional<std::size_t> chunk;
+        while ((chunk = takeChunk(chunk))) {
             if (encoding_.unit() == VideoEncoding::Unit::kGroup) {
                 makeGroups(*chunk, renderer, copied);
             } else {
@@ -120,19 +126,41 @@ std::vector<std::int64_t> PictureLine::chunkStarts()
         std::clamp(clock_.frameCount() / kShares, kShortest, std::max<std::int64_t>(kUsual, encoding_.groupFrames())));
 }
 
-std::optional<std::size_t> PictureLine::takeChunk()
+void PictureLine::orderByWay()
+{
+    std::int64_t bytesAhead = 0; // of one chunk behind the other
+    for (std::size_t i = 0; i + 1 < chunks_.size(); ++i) {
+        Chunk& chunk = chunks_[i];
+        const Chunk& next = chunks_[i + 1];
+        bytesAhead += (next.end - next.first) * encoding_.size.width * encoding_.size.height * 3 / 2;
+        chunk.isAfterNext = bytesAhead <= kMaxRawBytesAhead && cuts_.leadsPast(chunk.first, next.first, next.end);
+        bytesAhead = chunk.isAfterNext ? bytesAhead : 0;
+    }
+}
+
+/// `made` is the one that the worker has made last.
+std::optional<std::size_t> PictureLine::takeChunk(std::optional<std::size_t> made)
 {
     {
         const std::lock_guard lock(mutex_);
         if (stopping_) {
             return std::nullopt;
         }
+        if (made && isAheadOfTurn(*made)) {
+            return *made - 1;
+        }
         if (nextChunk_ < chunks_.size()) {
+            while (chunks_[nextChunk_].isAfterNext) {
+                ++nextChunk_;
+            }
             return nextChunk_++;
         }
     }
     return encoding_.unit() == VideoEncoding::Unit::kGroup ? std::nullopt : takeOver();
 }
+
+/// Whether the one ahead of it is made after it, by the same worker.
+bool PictureLine::isAheadOfTurn(std::size_t chunk) const { return chunk > 0 && chunks_[chunk - 1].isAfterNext; }
 
 /// No chunk is left: the worker that has most to do hands on the rest of its own.
 std::optional<std::size_t> PictureLine::takeOver()
@@ -170,7 +198,7 @@ std::optional<std::int64_t> PictureLine::nextFrame(std::size_t number, PictureRe
     if (stopping_ || chunk.toMake >= chunk.end) {
         return std::nullopt;
     }
-    renderer.expectUpTo(chunk.end);
+    renderer.expectUpTo(isAheadOfTurn(number) ? PictureRenderer::kNoEnd : chunk.end);
     return chunk.toMake++;
 }
 
@@ -232,8 +260,10 @@ void PictureLine::makeGroups(std::size_t chunk, PictureRenderer& renderer, Copie
     while (!stopping_ && chunks_[chunk].toMake < chunks_[chunk].end) {
         const std::int64_t first = chunks_[chunk].toMake;
         const std::int64_t end = chunks_[chunk].end;
+        const bool goesOn = isAheadOfTurn(chunk);
         lock.unlock();
         const auto span = copied != nullptr ? copied->from(first, end, renderer) : CopiedPictures::Span{end};
+        renderer.expectUpTo(goesOn ? PictureRenderer::kNoEnd : span.end);
         if (span.isCopied ? !handCopies(chunk, first, span.end, *copied)
                           : !encodeGroup(chunk, first, span.end, renderer)) {
             return;
@@ -250,7 +280,6 @@ bool PictureLine::encodeGroup(std::size_t chunk, std::int64_t first, std::int64_
 {
     const auto encoder = openEncoder();
     std::vector<PacketPtr> packets;
-    renderer.expectUpTo(end);
     for (std::int64_t number = first; number <= end; ++number) {
         const SharedFrame frame = number < end ? renderer.frame(number) : nullptr; // then what it holds back
         const TraceSpan span("encode", number);
@@ -280,7 +309,7 @@ bool PictureLine::hand(std::size_t chunk, MadePicture picture)
     std::unique_lock lock(mutex_);
     const TraceSpan span("wait for room");
     changed_.wait(lock, [&] {
-        return stopping_ || waitingBytes_ < kMaxWaitingBytes
+        return stopping_ || waitingBytes_ < kMaxWaitingBytes || isAheadOfTurn(chunk)
                || (chunk == current_ && chunks_[chunk].ready.size() < kAlwaysReady);
     });
     if (stopping_) {

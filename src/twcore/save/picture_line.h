@@ -8,8 +8,9 @@
 // The movie is cut into chunks at cuts and at key frames, so that workers decode nothing twice. Each worker takes the
 // next chunk, decodes, fits and, but where a rate is kept over all of the movie, encodes it: picture by picture, or the
 // chunk as a group of its own, whose borders are the same whoever is at work. Who finds no chunk left takes over a part
-// of another's, so that all end together. What is ready waits in its chunk; how much may wait is bounded, and the chunk
-// that is being written never waits for another.
+// of another's, so that all end together. Where the way to a chunk leads past the one behind it, its worker makes that
+// one first. What is ready waits in its chunk; how much may wait is bounded, and the chunk that is being written never
+// waits for another worker's.
 
 #include "twcore/render/picture_renderer.h"
 #include "twcore/save/copied_pictures.h"
@@ -53,6 +54,7 @@ private:
         std::int64_t end = 0;
         std::int64_t toMake = 0;   // the frame that its worker takes next
         std::size_t following = 0; // the chunk whose frames come behind its own
+        bool isAfterNext = false;  // its worker makes the next chunk first, since that one lies on the way to it
         std::deque<MadePicture> ready{};
         bool done = false;
 
@@ -61,7 +63,9 @@ private:
 
     std::vector<std::int64_t> chunkStarts();
     void work();
-    std::optional<std::size_t> takeChunk();
+    void orderByWay();
+    std::optional<std::size_t> takeChunk(std::optional<std::size_t> made);
+    bool isAheadOfTurn(std::size_t chunk) const;
     std::optional<std::size_t> takeOver();
     std::optional<std::int64_t> nextFrame(std::size_t chunk, PictureRenderer& renderer);
     std::unique_ptr<VideoEncoder> openEncoder() const;

@@ -88,6 +88,18 @@ TEST(MovieCuts, LeaveJumpsAheadWithinAGroupToOneWorker)
     EXPECT_TRUE(!handedOn || *handedOn > 75) << "who takes over has a longer way";
 }
 
+TEST(MovieCuts, TellWhatLiesOnTheWayToAnother)
+{
+    const auto film = opened("long-gop.mp4"); // key frames at 0 and 10 s
+    Movie turned({{film, 6000, 1000}, {film, 2000, 1000}, {film, 1500, 1000}, {film, 10200, 400}, {film, 9000, 400}});
+    MovieCuts cuts(*turned.plan, turned.clock, {});
+    ASSERT_EQ(cuts.chunkStarts(), (std::vector<std::int64_t>{0, 25, 50, 75, 85}));
+    EXPECT_TRUE(cuts.leadsPast(0, 25, 50));
+    EXPECT_FALSE(cuts.leadsPast(25, 50, 75)) << "they share pictures, which would be decoded twice all the same";
+    EXPECT_FALSE(cuts.leadsPast(75, 85, 95)) << "another group";
+    EXPECT_FALSE(cuts.leadsPast(0, 25, 40)) << "a part of a clip";
+}
+
 TEST(MovieCuts, HandOnWhatAnotherWorkerEndsSooner)
 {
     Movie close({{opened("h264.mp4"), 0, 5000}});

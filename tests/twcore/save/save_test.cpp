@@ -149,6 +149,21 @@ TEST_F(SaveTest, GivesTheSameBytesWhoeverMakesThem)
     }
 }
 
+TEST_F(SaveTest, WhatIsMadeAheadOfItsTurnStandsInItsPlace)
+{
+    // Three that go back in a group of ten seconds, and one of the next.
+    const std::vector<Place> turned{
+        {0, 1000, 6000, 7000}, {1000, 2000, 4000, 5000}, {2000, 3000, 2000, 3000}, {3000, 3600, 10200, 10800}};
+    for (const auto& place : turned) {
+        lay(video, stream("long-gop.mp4", true), place);
+    }
+    for (const char* compressor : {"Motion JPEG", "MPEG-4", "Windows Media Video 8"}) {
+        EXPECT_EQ(numbersOf(saved({.video = compressor})), expectedNumbers(turned, 25, 0, 3600)) << compressor;
+        const OneCore one;
+        EXPECT_EQ(numbersOf(saved({.video = compressor})), expectedNumbers(turned, 25, 0, 3600)) << compressor;
+    }
+}
+
 TEST_F(SaveTest, StopsAtOnceAndLeavesWhatPlays)
 {
     for (const std::string profile : {"", "Video for broadband PAL (700 Kbps)"}) {
