@@ -114,7 +114,12 @@ SharedFrame PictureReader::nearTo(double time)
     return nearPictures_->at(time);
 }
 
-void PictureReader::expectUpTo(double seconds) noexcept { expectedEnd_ = fileTime(seconds); }
+void PictureReader::expectUpTo(double seconds) noexcept
+{
+    // A first picture that begins a little behind its sound is shown ahead of its time, so it is always wanted.
+    const double first = media_->picture ? media_->picture->startSeconds - media_->zeroSeconds : 0;
+    expectedEnd_ = fileTime(first <= kHoldSeconds ? std::max(seconds, first) : seconds);
+}
 
 SharedFrame PictureReader::at(double seconds)
 {
