@@ -103,12 +103,9 @@ CopiedPictures::Span CopiedPictures::groupFrom(SourcePackets& source, const Plan
                                                std::int64_t end)
 {
     const auto begin = packetAt(source, planned, first);
-    if (!begin) {
-        return {rules_.areGroups() ? end : first + 1};
-    }
-    PacketPtr packet = groupBegin(source, *begin);
+    PacketPtr packet = begin ? groupBegin(source, *begin) : nullptr;
     if (!packet) {
-        return groupBehind(source, planned, *begin, first, end);
+        return groupBehind(source, planned, begin, first, end);
     }
     held_.clear();
     heldBytes_ = 0;
@@ -128,20 +125,25 @@ CopiedPictures::Span CopiedPictures::groupFrom(SourcePackets& source, const Plan
     }
 }
 
-/// Groups that are encoded stay together, or each would cost a key frame.
+/// Groups that are encoded stay together, or each would cost a key frame. `packet`: of the first frame.
 CopiedPictures::Span CopiedPictures::groupBehind(SourcePackets& source, const PlannedSource& planned,
-                                                 std::size_t packet, std::int64_t first, std::int64_t end)
+                                                 std::optional<std::size_t> packet, std::int64_t first,
+                                                 std::int64_t end)
 {
+    // Pictures often begin a little behind their sound. Where none has come for longer, the medium has ended.
+    constexpr std::int64_t kMostMissing = 25;
     std::int64_t next = first + 1;
+    std::int64_t missing = packet ? 0 : 1;
     while (rules_.areGroups() && next < end) {
         const auto at = packetAt(source, planned, next);
-        if (!at) {
+        missing = at ? 0 : missing + 1;
+        if (missing > kMostMissing) {
             return {end};
         }
-        if (*at != packet && groupBegin(source, *at)) {
+        if (at && at != packet && groupBegin(source, *at)) {
             break;
         }
-        packet = *at;
+        packet = at;
         ++next;
     }
     return {next};

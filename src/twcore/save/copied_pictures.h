@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace twcore {
@@ -39,8 +40,8 @@ private:
     SourcePackets* open(const MediaFilePtr& media);
     std::optional<std::size_t> packetAt(SourcePackets& source, const PlannedSource& planned, std::int64_t number) const;
     Span groupFrom(SourcePackets& source, const PlannedSource& planned, std::int64_t first, std::int64_t end);
-    Span groupBehind(SourcePackets& source, const PlannedSource& planned, std::size_t packet, std::int64_t first,
-                     std::int64_t end);
+    Span groupBehind(SourcePackets& source, const PlannedSource& planned, std::optional<std::size_t> packet,
+                     std::int64_t first, std::int64_t end);
     PacketPtr groupBegin(SourcePackets& source, std::size_t number);
     void hold(PacketPtr packet);
 

@@ -32,8 +32,8 @@ int copiedOf(const std::vector<Place>& pieces, int group)
     return count;
 }
 
-/// The same packets in another kind of file.
-void putInto(const std::filesystem::path& to, const std::filesystem::path& from)
+/// The same packets in another kind of file, those of the picture that much later.
+void putInto(const std::filesystem::path& to, const std::filesystem::path& from, int lateMs = 0)
 {
     AVFormatContext *in = nullptr, *out = nullptr;
     ASSERT_EQ(avformat_open_input(&in, from.c_str(), nullptr, nullptr), 0);
@@ -48,8 +48,9 @@ void putInto(const std::filesystem::path& to, const std::filesystem::path& from)
     ASSERT_GE(avio_open(&out->pb, to.c_str(), AVIO_FLAG_WRITE), 0);
     ASSERT_GE(avformat_write_header(out, nullptr), 0);
     for (auto packet = twcore::makePacket(); av_read_frame(in, packet.get()) >= 0;) {
-        packet->pts = packet->dts;
         const auto index = static_cast<unsigned>(packet->stream_index);
+        packet->dts += index == 0 ? av_rescale_q(lateMs, {1, 1000}, in->streams[0]->time_base) : 0;
+        packet->pts = packet->dts;
         av_packet_rescale_ts(packet.get(), in->streams[index]->time_base, out->streams[index]->time_base);
         ASSERT_GE(av_interleaved_write_frame(out, packet.get()), 0);
     }
@@ -98,6 +99,23 @@ TEST_F(SaveTest, CopiesFromFilesThatTellTimes)
         EXPECT_EQ(numbersOf(saved(words, "copied.avi")), expectedNumbers(kPieces, 25, 0, 4000));
         EXPECT_EQ(told<std::int32_t>(&ITWSave::GetFramesCopied), copiedOf(kPieces, group));
     }
+}
+
+TEST_F(SaveTest, CopiesBehindTheFramesThatAPictureIsLate)
+{
+    SaveWords words{.video = "H.264", .keyFrameRate = kGroup};
+    layBoth("h264.mp4", {0, 4800, 0, 4800});
+    saved(words, "source.avi");
+    putInto(folder / "source.mkv", folder / "source.avi", 80);
+    SetUp();
+    lay(video, openStream(openFile((folder / "source.mkv").string()), 0), {0, 4000, 0, 4000});
+    const Movie copied = saved(words, "copied.avi");
+    EXPECT_EQ(told<std::int32_t>(&ITWSave::GetFramesCopied), 98);
+    words.copies = false;
+    EXPECT_EQ(numbersOf(saved(words, "encoded.avi")), numbersOf(copied));
+    words.rangeStart = 0;
+    words.rangeStop = 80;
+    EXPECT_EQ(numbersOf(saved(words, "short.avi")), "0 0 ") << "held, also where no more is asked for";
 }
 
 TEST_F(SaveTest, CopiesWhatNothingIsDoneTo)
