@@ -53,6 +53,7 @@ struct InUse {
     Catalogue own;
     std::vector<Pattern> patterns; // the one that says most of itself first
     QHash<QByteArray, QString> known;
+    QString betweenThousands;
 };
 
 std::unique_ptr<InUse> inUse;
@@ -94,6 +95,14 @@ std::vector<Pattern> readPatterns()
 
 QString lookedUp(const QByteArray& text);
 
+/// What stands in a place that holds no name: other words, or a number, whose comma between thousands is the point
+/// between whole and part in many languages.
+QString inPlace(QString held)
+{
+    static const QRegularExpression thousands("^\\d{1,3}(,\\d{3})+$");
+    return thousands.match(held).hasMatch() ? held.replace(',', inUse->betweenThousands) : lookedUp(held.toUtf8());
+}
+
 /// Nothing when no pattern is like it.
 QString byPattern(const QString& text)
 {
@@ -116,7 +125,7 @@ QString byPattern(const QString& text)
             const QString held = match.captured(number);
             const auto index = static_cast<std::size_t>(number) - 1;
             const bool isName = index >= pattern.isName.size() || pattern.isName[index];
-            whole += said.mid(from, found.capturedStart() - from) + (isName ? held : lookedUp(held.toUtf8()));
+            whole += said.mid(from, found.capturedStart() - from) + (isName ? held : inPlace(held));
             from = found.capturedEnd();
         }
         return whole + said.mid(from);
@@ -197,6 +206,7 @@ QString use(const QStringList& wanted)
             continue;
         }
         found->patterns = readPatterns();
+        found->betweenThousands = QLocale(name).groupSeparator();
         inUse = std::move(found);
         const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
         if (inUse->own.toolkit.load("qtbase_" + name, folder)) {

@@ -248,6 +248,7 @@ TEST_F(GermanScreen, TextsThatWerePutTogether)
         {"Saved %2 of 100% done.qpj.", "%2 of 100% done.qpj gespeichert."}, // a name that looks like a place
         {"\"a.avi\" cannot be read.", "„a.avi“ ist nicht lesbar."},
         {"0:01:02.500", "0:01:02.500"},
+        {"1,142 of 1,234,567 frames copied unchanged", "1.142 von 1.234.567 Bildern unverändert kopiert"},
         {"Opening file 01 of 02 (gone.avi) from project \"p.qpj\"",
          "Datei 01 von 02 wird geöffnet (gone.avi), aus dem Projekt „p.qpj“"},
         {"File not found.\r\n\"p.qpj\", 10:00, 3 steps to undo, another project was opened", // by its lines
