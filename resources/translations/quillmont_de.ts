@@ -3632,8 +3632,8 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Au&amp;swahlanfang</translation>
     </message>
     <message>
-        <source>Stays at the picture that you see; once more plays on.</source>
-        <translation>Bleibt beim Bild, das Sie sehen; noch einmal spielt weiter.</translation>
+        <source>Stays at the picture that you see. Play goes on from there.</source>
+        <translation>Bleibt beim Bild, das Sie sehen. Mit Abspielen geht es dort weiter.</translation>
     </message>
     <message>
         <source>Still</source>

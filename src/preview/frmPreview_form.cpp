@@ -149,7 +149,7 @@ void PreviewForm::makeTransport()
         "cmdMute", [] {}, events::cmdMute_MouseMove);
     connect(volume_, &QToolButton::clicked, this, &PreviewForm::openVolume);
     const std::array answers = {tr("Plays the film, or the range, from the slider on."),
-                                tr("Stays at the picture that you see; once more plays on."),
+                                tr("Stays at the picture that you see. Play goes on from there."),
                                 tr("Ends playing, and goes back to the beginning."),
                                 tr("Goes back by a twentieth of the film."), tr("Goes on by a twentieth of the film.")};
     for (std::size_t i = 0; i < transport_.size(); ++i) {
