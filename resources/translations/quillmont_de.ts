@@ -2176,6 +2176,10 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Seiten&amp;verhältnis festhalten</translation>
     </message>
     <message>
+        <source>Look for it by its words in the field above the contents, or begin at: %1</source>
+        <translation>Suchen Sie sie im Feld über dem Inhalt nach ihren Worten, oder beginnen Sie bei: %1</translation>
+    </message>
+    <message>
         <source>Loop</source>
         <translation>Schleife</translation>
     </message>
@@ -2538,6 +2542,10 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
     <message>
         <source>Opens the page on the web that takes wishes.</source>
         <translation>Öffnet die Webseite, die Wünsche entgegennimmt.</translation>
+    </message>
+    <message>
+        <source>opens the selected file in the desktop's own program</source>
+        <translation>öffnet die gewählte Datei im Programm des Desktops</translation>
     </message>
     <message>
         <source>Opens the selected file in the program that your desktop has for it.</source>
@@ -3304,16 +3312,16 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Wird gespeichert...</translation>
     </message>
     <message>
-        <source>Screen</source>
-        <translation>Bildschirm</translation>
-    </message>
-    <message>
         <source>Scale and rows of the timeline</source>
         <translation>Zeitskala und Spuren der Zeitleiste</translation>
     </message>
     <message>
         <source>Scale of the timeline</source>
         <translation>Zeitskala der Zeitleiste</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
     </message>
     <message>
         <source>Scroll the list of media files sideways</source>
@@ -3498,6 +3506,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
     <message>
         <source>Shows or hides the preview.</source>
         <translation>Zeigt oder verbirgt die Vorschau.</translation>
+    </message>
+    <message>
+        <source>shows or hides the range</source>
+        <translation>zeigt oder verbirgt den Bereich</translation>
     </message>
     <message>
         <source>Shows or hides the timeline.</source>
@@ -3918,6 +3930,10 @@ Bitte einen anderen Arbeitsordner wählen.</translation>
         <translation>die Bildgröße liegt unter 1</translation>
     </message>
     <message>
+        <source>The help of this version has no page "%1".</source>
+        <translation>Die Hilfe dieser Version hat keine Seite „%1“.</translation>
+    </message>
+    <message>
         <source>The length of the film.</source>
         <translation>Die Länge des Films.</translation>
     </message>
@@ -3988,6 +4004,14 @@ Bitte einen anderen Arbeitsordner wählen.</translation>
     <message>
         <source>The projects that you used last. Choosing one drops the present project without asking.</source>
         <translation>Die zuletzt benutzten Projekte. Eines zu wählen verwirft das jetzige Projekt ohne Rückfrage.</translation>
+    </message>
+    <message>
+        <source>the range begins at the slider</source>
+        <translation>der Bereich beginnt am Schieber</translation>
+    </message>
+    <message>
+        <source>the range ends at the slider</source>
+        <translation>der Bereich endet am Schieber</translation>
     </message>
     <message>
         <source>The report could not be opened in a browser. It is the page %1.%2</source>
@@ -4156,6 +4180,10 @@ Bitte einen anderen Arbeitsordner wählen.</translation>
     <message>
         <source>there is no such folder.</source>
         <translation>es gibt keinen solchen Ordner.</translation>
+    </message>
+    <message>
+        <source>There is no such page</source>
+        <translation>Diese Seite gibt es nicht</translation>
     </message>
     <message>
         <source>There is nothing to save: no track takes part.</source>
@@ -4776,6 +4804,10 @@ wird hier abgespielt.</translation>
     <message>
         <source>While it is on, a drag at either end of a bar trims it.</source>
         <translation>Solange es an ist, trimmt Ziehen an einem Ende eines Balkens.</translation>
+    </message>
+    <message>
+        <source>while it is on, both ends of a bar trim</source>
+        <translation>solange er an ist, trimmen beide Enden eines Balkens</translation>
     </message>
     <message>
         <source>While this is on, both ends of a bar trim it. Tools &gt; Trim Mode, or T, ends it.</source>

@@ -2,6 +2,7 @@
 
 #include "core/forms/mdiTarnwick.h"
 #include "shell/command_help.h"
+#include "shell/keys_page_form.h"
 #include "shell/mdiTarnwick_events.h"
 #include "shell/tutorial.h"
 #include "windowing/help_pages.h"
@@ -51,6 +52,7 @@ HelpDesk::HelpDesk(QWidget* mainWindow) : QObject(mainWindow), mainWindow_(mainW
 {
     mdiTarnwick::showHelp = [this](std::string_view topic) { show(fromProgram(topic)); };
     mdiTarnwick::enterWhatsThis = [this] { enterWhatsThis(); };
+    help::rowsOf = keys_page::rowsOf;
     qApp->installEventFilter(this);
     mdiTarnwick::startProgram = [](std::string_view program, std::string_view word) {
         return QProcess::startDetached(fromProgram(program), {fromProgram(word)});
@@ -62,6 +64,7 @@ HelpDesk::~HelpDesk()
     qApp->removeEventFilter(this);
     mdiTarnwick::showHelp = nullptr;
     mdiTarnwick::enterWhatsThis = nullptr;
+    help::rowsOf = nullptr;
     mdiTarnwick::startProgram = nullptr;
     delete form_;
 }

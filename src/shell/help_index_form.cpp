@@ -10,14 +10,7 @@
 
 namespace {
 
-/// "Open File" of "Open &File...".
-QString plain(QString caption)
-{
-    caption.remove('&');
-    return caption.endsWith("...") ? caption.chopped(3) : caption;
-}
-
-/// Commands of one caption that stand on one page are one line. Where the menus speak another language than the pages,
+/// Commands of one caption that stand on one page are one line. Where the menus speak another language than the page,
 /// a command is found by its caption there as well.
 std::vector<help::IndexLine> allLines()
 {
@@ -26,10 +19,12 @@ std::vector<help::IndexLine> allLines()
         const shell::CommandHelp* const help = shell::helpOf(row);
         if (help != nullptr && row.kind != shell::MenuKind::kTop) {
             const QString topic = fromProgram(help->topic);
-            const QString onPage = plain(fromProgram(row.caption));
-            lines.push_back({onPage, topic});
-            if (const QString inMenu = plain(translated(row.caption)); inMenu != onPage) {
-                lines.push_back({inMenu + " (" + onPage + ")", topic});
+            const QString inMenu = plainCaption(translated(row.caption));
+            if (const QString english = plainCaption(fromProgram(row.caption)); help::isInLanguage(topic)) {
+                lines.push_back({inMenu, topic});
+            } else {
+                lines.push_back({english, topic});
+                lines.push_back({inMenu + " (" + english + ")", topic});
             }
         }
     }

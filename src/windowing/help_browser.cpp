@@ -49,11 +49,13 @@ QString pageStyle(const QPalette& palette, const QFont& font)
 
 QByteArray missingPage(const QUrl& address)
 {
-    return QString("<html><head><title>No such page</title></head><body><h1>There is no such page</h1>"
-                   "<p>The help of this version has no page \"%1\".</p>"
-                   "<p>Look for it by its words in the field above the contents, or begin at "
-                   "<a href=\"/help/1_Welcome.htm\">Welcome</a>.</p></body></html>")
-        .arg(help::pageOf(address).toHtmlEscaped())
+    const QString title = QObject::tr("There is no such page");
+    const QString what = QObject::tr("The help of this version has no page \"%1\".").arg(help::pageOf(address));
+    const QString next = QObject::tr("Look for it by its words in the field above the contents, or begin at: %1");
+    const QString welcome = "1_Welcome.htm";
+    const QString link = QString("<a href=\"%1\">%2</a>").arg("/help/" + welcome, help::titleOf(welcome));
+    return QString("<html><head><title>%1</title></head><body><h1>%1</h1><p>%2</p><p>%3</p></body></html>")
+        .arg(title, what.toHtmlEscaped(), next.arg(link))
         .toUtf8();
 }
 

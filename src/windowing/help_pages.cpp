@@ -1,16 +1,16 @@
 #include "windowing/help_pages.h"
 
+#include "windowing/language.h"
+
 #include <QFile>
+#include <QFileInfo>
 #include <QTextDocument>
 #include <algorithm>
 #include <array>
+#include <map>
 
 /// Outside a namespace, as the toolkit's macro wants it: a static library's resources come in only when asked for.
-static void bringInPages()
-{
-    Q_INIT_RESOURCE(help);
-    Q_INIT_RESOURCE(keys); // the page that is made from the tables
-}
+static void bringInPages() { Q_INIT_RESOURCE(help); }
 
 namespace help {
 
@@ -19,13 +19,32 @@ namespace {
 const QString kRoot = QStringLiteral("/help/");
 constexpr auto kAnyCase = QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption;
 
+/// The file that stands in for an address in the language of the screens; empty where there is none.
+QString ownFileOf(const QUrl& address)
+{
+    bringInPages();
+    const QString own = ":" + kRoot + language::name() + "/" + pageOf(address);
+    return QFileInfo(own).isFile() ? own : QString();
+}
+
+/// As it is packed.
+QByteArray packed(const QUrl& address)
+{
+    const QString own = ownFileOf(address);
+    QFile file(own.isEmpty() ? ":" + address.path() : own);
+    return address.scheme() == "qrc" && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QString read(const QString& page) { return QString::fromUtf8(fileOf(addressOf(page))); }
 
-QString titleOf(const QString& page)
+QByteArray withRows(const QByteArray& page)
 {
-    static const QRegularExpression title("<title>(.*?)</title>", QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = title.match(read(page));
-    return match.hasMatch() ? match.captured(1).trimmed() : page;
+    static const QRegularExpression mark("<!-- rows: (\\w+) -->\n");
+    QString text = QString::fromUtf8(page);
+    for (auto found = mark.match(text); found.hasMatch(); found = mark.match(text)) {
+        text.replace(found.capturedStart(), found.capturedLength(), rowsOf ? rowsOf(found.captured(1)) : QString());
+    }
+    return text.toUtf8();
 }
 
 struct PageText {
@@ -35,18 +54,18 @@ struct PageText {
 
 const std::vector<PageText>& texts()
 {
-    static const std::vector<PageText> all = [] {
-        std::vector<PageText> read_;
+    static std::map<QString, std::vector<PageText>> byLanguage;
+    const auto [all, isNew] = byLanguage.try_emplace(language::name());
+    if (isNew) {
         for (const ContentsLine& line : contents()) {
             if (!line.page.isEmpty()) {
                 QTextDocument document;
                 document.setHtml(read(line.page));
-                read_.push_back({&line, document.toPlainText().remove(QChar::ObjectReplacementCharacter)});
+                all->second.push_back({&line, document.toPlainText().remove(QChar::ObjectReplacementCharacter)});
             }
         }
-        return read_;
-    }();
-    return all;
+    }
+    return all->second;
 }
 
 /// Some words around a place of the text, on one line.
@@ -66,18 +85,18 @@ QString excerptAt(const QString& text, qsizetype place)
 
 const std::vector<ContentsLine>& contents()
 {
-    static const std::vector<ContentsLine> all = [] {
-        std::vector<ContentsLine> lines;
+    static std::map<QString, std::vector<ContentsLine>> byLanguage;
+    const auto [all, isNew] = byLanguage.try_emplace(language::name());
+    if (isNew) {
         for (const QString& line : read("contents.txt").split('\n')) {
             const QString name = line.trimmed();
             if (!name.isEmpty()) {
                 const bool isPage = line.startsWith(' ');
-                lines.push_back({isPage ? titleOf(name) : name, isPage ? name : QString()});
+                all->second.push_back({isPage ? titleOf(name) : name, isPage ? name : QString()});
             }
         }
-        return lines;
-    }();
-    return all;
+    }
+    return all->second;
 }
 
 QUrl addressOf(const QString& topic) { return QUrl("qrc:" + kRoot + topic); }
@@ -88,11 +107,22 @@ QString pageOf(const QUrl& address)
     return address.scheme() == "qrc" && path.startsWith(kRoot) ? path.mid(kRoot.size()) : QString();
 }
 
+bool isInLanguage(const QString& topic)
+{
+    return language::name() == language::kOwnWords || !ownFileOf(addressOf(topic)).isEmpty();
+}
+
+QString titleOf(const QString& topic)
+{
+    static const QRegularExpression title("<title>(.*?)</title>", QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch match = title.match(QString::fromUtf8(packed(addressOf(topic))));
+    return match.hasMatch() ? match.captured(1).trimmed() : topic;
+}
+
 QByteArray fileOf(const QUrl& address)
 {
-    bringInPages();
-    QFile file(":" + address.path());
-    return address.scheme() == "qrc" && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArray bytes = packed(address);
+    return address.path().endsWith(".htm") ? withRows(bytes) : bytes;
 }
 
 std::vector<IndexLine> indexWords()

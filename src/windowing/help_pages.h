@@ -4,11 +4,16 @@
 //
 // `help/contents.txt` is the list: a line that stands at the margin is a chapter's heading, an indented one the file of
 // a page below it. `help/index.txt` holds the words of the index: "word | page.htm#part" a line. Pages are read when
-// they are first asked for and kept. Interface thread only.
+// they are first asked for and kept.
+//
+// A file of `help/XX` stands in for the one of the same name in `help` while the screens speak that language. So topics
+// and links are the same in every language, and what there is no translation of is shown in English, as the pictures
+// are. Interface thread only.
 
 #include <QRegularExpression>
 #include <QString>
 #include <QUrl>
+#include <functional>
 #include <vector>
 
 namespace help {
@@ -25,6 +30,14 @@ const std::vector<ContentsLine>& contents();
 QUrl addressOf(const QString& topic);
 /// The page of an address, without the part; empty for an address that is none of the help's.
 QString pageOf(const QUrl& address);
+
+/// Whether the page of a topic stands in the language of the screens.
+bool isInLanguage(const QString& topic);
+/// Of the topic's page, as it tells it.
+QString titleOf(const QString& topic);
+
+/// Makes the rows of a table that a page leaves to the program: they come into the place of "<!-- rows: table -->".
+inline std::function<QString(const QString& table)> rowsOf;
 
 /// The bytes of a page or a picture; empty when there is none.
 QByteArray fileOf(const QUrl& address);

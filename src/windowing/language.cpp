@@ -22,7 +22,6 @@ namespace language {
 namespace {
 
 constexpr const char* kContext = "Quillmont";
-constexpr const char* kOwnWords = "en";
 
 /// The program's texts all stand in one context.
 class Catalogue final : public QTranslator {
@@ -50,6 +49,7 @@ struct Pattern {
 };
 
 struct InUse {
+    QString name;
     Catalogue own;
     std::vector<Pattern> patterns; // the one that says most of itself first
     QHash<QByteArray, QString> known;
@@ -205,6 +205,7 @@ QString use(const QStringList& wanted)
         if (!found->own.load(":/translations/quillmont_" + name + ".qm")) {
             continue;
         }
+        found->name = name;
         found->patterns = readPatterns();
         found->betweenThousands = QLocale(name).groupSeparator();
         inUse = std::move(found);
@@ -217,6 +218,8 @@ QString use(const QStringList& wanted)
     }
     return kOwnWords;
 }
+
+QString name() { return inUse ? inUse->name : QString(kOwnWords); }
 
 std::vector<std::pair<QString, QString>> offered()
 {

@@ -15,10 +15,15 @@
 
 namespace language {
 
+/// The code of the language that the program's own words are in.
+inline constexpr const char* kOwnWords = "en";
+
 /// From here on the screens speak the first of these that there is a catalogue for ("de-AT" finds "de"), or English
 /// when that comes first or there is none. Behind the program's own stands the toolkit's catalogue, where it is
 /// installed. Windows that stand already keep what they say. Returns the name of the language in use.
 QString use(const QStringList& wanted);
+/// The one in use, by its code.
+QString name();
 /// The languages that there are, each by its code and by its own name, English first.
 std::vector<std::pair<QString, QString>> offered();
 /// What the desktop asks for, by LANGUAGE, LC_ALL and their kin.

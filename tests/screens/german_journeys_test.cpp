@@ -235,7 +235,7 @@ TEST_F(GermanScreen, KeysAndTheIndexOfTheHelp)
     EXPECT_EQ(window->findChild<QAction*>("mnuViewWholeFilm")->text().section('\t', 1),
               QKeySequence(Qt::SHIFT | Qt::Key_Z).toString(QKeySequence::NativeText));
     const HelpIndex index(nullptr, {});
-    EXPECT_FALSE(index.findItems("Anpassung wählen (Set Stretch Mode)", Qt::MatchExactly).isEmpty());
+    EXPECT_FALSE(index.findItems("Anpassung wählen", Qt::MatchExactly).isEmpty());
 }
 
 TEST_F(GermanScreen, TextsThatWerePutTogether)

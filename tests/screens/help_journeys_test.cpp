@@ -1,4 +1,4 @@
-// The help window: contents, search, links; the tutorial; and that no page leads nowhere.
+// The help window: contents, search, links; the tutorial; and that no page leads nowhere, in any language.
 
 #include "screens/screen_harness.h"
 #include "shell/command_help.h"
@@ -7,6 +7,8 @@
 #include "shell/menu_table.h"
 #include "shell/tutorial.h"
 #include "windowing/help_pages.h"
+#include "windowing/language.h"
+#include "windowing/text.h"
 
 #include <QCheckBox>
 #include <QDirIterator>
@@ -24,6 +26,11 @@ namespace {
 
 class HelpScreen : public ScreenTest {
 protected:
+    void TearDown() override
+    {
+        ScreenTest::TearDown();
+        language::use({"en"});
+    }
     /// The help window; nullptr before it was asked for.
     static QWidget* help()
     {
@@ -222,6 +229,25 @@ TEST_F(HelpScreen, TheTutorialStandsBesideWhatItExplainsAndStaysInFront)
     EXPECT_EQ(help()->windowType(), Qt::Window);
 }
 
+TEST_F(HelpScreen, SpeaksTheLanguageOfTheScreens)
+{
+    ASSERT_EQ(language::use({"de"}), "de");
+    key(Qt::Key_F1);
+    EXPECT_EQ(title(), "Willkommen");
+    EXPECT_EQ(inContents(), "Willkommen");
+    EXPECT_EQ(help()->windowTitle(), "Willkommen - Hilfe");
+    part<QLineEdit>("helpSearch").setText("\"fertigen Film\"");
+    auto& hits = part<QListWidget>("helpHits");
+    EXPECT_TRUE(hits.count() > 0 && hits.item(0)->text().startsWith("Willkommen\n"));
+    // What there is no translation of is shown as it is.
+    EXPECT_FALSE(help::isInLanguage("pictures/window.png"));
+    EXPECT_FALSE(help::fileOf(help::addressOf("pictures/window.png")).isEmpty());
+    mdiTarnwick::showHelp("9_Nowhere.htm");
+    settle();
+    EXPECT_TRUE(page().toPlainText().contains("keine Seite „9_Nowhere.htm“")) << page().toPlainText().toStdString();
+    EXPECT_TRUE(page().toPlainText().contains("Willkommen"));
+}
+
 // --- The pages -----------------------------------------------------------------------------------------------------
 
 std::set<std::string> filesBelow(const QString& folder)
@@ -234,26 +260,25 @@ std::set<std::string> filesBelow(const QString& folder)
     return names;
 }
 
-QString textOf(const QUrl& address)
+QString textOf(const QUrl& address) { return QString::fromUtf8(help::fileOf(address)); }
+
+void inEachLanguage(const std::function<void()>& run)
 {
-    QFile file(":" + address.path());
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    for (const auto& [code, name] : language::offered()) {
+        SCOPED_TRACE(code.toStdString());
+        language::use({code});
+        run();
+    }
+    language::use({"en"});
 }
 
-TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
+void expectLinks()
 {
-    key(Qt::Key_F1); // brings the pages in
-    const std::set<std::string> packed = filesBelow(":/help");
-    EXPECT_EQ(packed, filesBelow(QUILLMONT_HELP));
-    const std::string contents = textOf(QUrl("qrc:/help/contents.txt")).toStdString();
     static const QRegularExpression kLink("(?:href|src)=\"([^\"]*)\"");
     int links = 0;
-    for (const std::string& name : packed) {
-        const QUrl address("qrc:/help/" + QString::fromStdString(name));
-        if (!name.ends_with(".htm") && !name.ends_with(".html")) {
-            continue;
-        }
-        EXPECT_NE(contents.find("  " + name + "\n"), std::string::npos) << name;
+    for (const help::ContentsLine& line : help::contents()) {
+        const QUrl address = help::addressOf(line.page);
+        const std::string name = line.page.toStdString();
         for (auto match = kLink.globalMatch(textOf(address)); match.hasNext(); ++links) {
             const QUrl target = address.resolved(QUrl(match.next().captured(1)));
             if (target.scheme() == "quillmont") {
@@ -269,19 +294,38 @@ TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
     EXPECT_GT(links, 100);
 }
 
+TEST_F(HelpScreen, EveryPageIsPackedAndListedAndEveryLinkLeadsSomewhere)
+{
+    key(Qt::Key_F1); // brings the pages in
+    const std::set<std::string> packed = filesBelow(":/help");
+    EXPECT_EQ(packed, filesBelow(QUILLMONT_HELP));
+    std::set<std::string> listed;
+    for (const help::ContentsLine& line : help::contents()) {
+        listed.insert(line.page.toStdString());
+    }
+    for (const std::string& name : packed) {
+        const bool isPage = name.ends_with(".htm") || name.ends_with(".html");
+        const bool isOfLanguage = name.find('/') == 2; // stands in for another one
+        EXPECT_TRUE(!isPage || isOfLanguage || listed.contains(name)) << name;
+    }
+    inEachLanguage(expectLinks);
+}
+
 TEST_F(HelpScreen, EveryPageIsShownOnce)
 {
     key(Qt::Key_F1);
-    for (const std::string& name : filesBelow(":/help")) {
-        if (name.ends_with(".htm")) {
-            mdiTarnwick::showHelp("1_Welcome.htm");
-            mdiTarnwick::showHelp(name);
-            settle();
-            QTextDocument whole;
-            whole.setHtml(textOf(QUrl("qrc:/help/" + QString::fromStdString(name))));
-            EXPECT_EQ(page().toPlainText().size(), whole.toPlainText().size()) << name;
+    inEachLanguage([] {
+        for (const help::ContentsLine& line : help::contents()) {
+            if (!line.page.isEmpty()) {
+                mdiTarnwick::showHelp("1_Welcome.htm");
+                mdiTarnwick::showHelp(line.page.toStdString());
+                settle();
+                QTextDocument whole;
+                whole.setHtml(textOf(help::addressOf(line.page)));
+                EXPECT_EQ(page().toPlainText().size(), whole.toPlainText().size()) << line.page.toStdString();
+            }
         }
-    }
+    });
 }
 
 void expectTopic(std::string_view what, const QString& topic)
@@ -308,9 +352,11 @@ TEST_F(HelpScreen, EveryTopicThatIsAskedForIsThere)
     for (const shell::FormTopic& form : shell::formTopics()) {
         expectTopic(form.form, text(form.topic));
     }
-    for (const help::IndexLine& line : help::indexWords()) {
-        expectTopic(line.word.toStdString(), line.topic);
-    }
+    inEachLanguage([] {
+        for (const help::IndexLine& line : help::indexWords()) {
+            expectTopic(line.word.toStdString(), line.topic);
+        }
+    });
     const auto& index = part<QListWidget>("helpIndex");
     EXPECT_GT(index.count(), 130);
 }
@@ -363,18 +409,21 @@ TEST_F(HelpScreen, F1InADialogueOpensItsPage)
     qunsetenv("QUILLMONT_TEST_DEVICES");
 }
 
-TEST_F(HelpScreen, ThePageOfKeysNamesThemAll)
+TEST_F(HelpScreen, ThePageOfKeysNamesThemAllAsTheMenusDo)
 {
     key(Qt::Key_F1);
-    const QString keys = textOf(QUrl("qrc:/help/2_3_Keys.htm"));
-    for (const shell::MenuRow& row : shell::menuBar()) {
-        const QString wanted =
-            "<kbd>" + QString::fromUtf8(row.shortcut.data(), qsizetype(row.shortcut.size())) + "</kbd>";
-        EXPECT_TRUE(row.shortcut.empty() || !row.hasCommand() || keys.contains(wanted)) << row.name;
-    }
-    for (const shell::KeyRow& row : shell::panelKeys()) {
-        EXPECT_TRUE(keys.contains("<td>" + QString::fromUtf8(row.what.data(), qsizetype(row.what.size())) + "</td>"));
-    }
+    inEachLanguage([] {
+        const QString keys = textOf(help::addressOf("2_3_Keys.htm"));
+        for (const shell::MenuRow& row : shell::menuBar()) {
+            const QString shown = QKeySequence(text(row.shortcut)).toString(QKeySequence::NativeText);
+            const bool isThere = keys.contains("<kbd>" + shown + "</kbd>")
+                                 && keys.contains("<td>" + plainCaption(translated(row.caption)).toHtmlEscaped());
+            EXPECT_TRUE(row.shortcut.empty() || !row.hasCommand() || isThere) << row.name;
+        }
+        for (const shell::KeyRow& row : shell::panelKeys()) {
+            EXPECT_TRUE(keys.contains("<td>" + translated(row.what).toHtmlEscaped() + "</td>")) << row.what;
+        }
+    });
 }
 
 } // namespace
