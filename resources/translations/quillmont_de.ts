@@ -2284,6 +2284,14 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Nach Audio &amp;2 verschieben</translation>
     </message>
     <message>
+        <source>Moves the piece ahead of the one above it</source>
+        <translation>Stellt das Stück vor das darüber</translation>
+    </message>
+    <message>
+        <source>Moves the piece behind the one below it</source>
+        <translation>Stellt das Stück hinter das darunter</translation>
+    </message>
+    <message>
         <source>Moves the selected sound to the row Audio 1.</source>
         <translation>Verschiebt den gewählten Ton in die Spur Audio 1.</translation>
     </message>

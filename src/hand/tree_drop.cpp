@@ -10,6 +10,7 @@
 #include "engine/ITWTimeline.h"
 #include "engine/check.h"
 #include "engine/engine_access.h"
+#include "hand/list_and_divider.h"
 #include "timeline/ModuleTreeView.h"
 #include "timeline/moduleTimeline.h"
 
@@ -76,6 +77,41 @@ void changeTrack(const Places& dragNode, const Places& dropNode)
     ModuleTreeView::ChangeTrack(source, trackOf(dropNode).Tag, seq + 1, isItem(dropNode) ? dropNode[1] + 1 : 1);
 }
 
+/// True when the drop has taken effect.
+bool drop(const Places& dragNode, const Places& dropNode)
+{
+    const DropKind kind = kindOf(dragNode, dropNode);
+    if (kind == DropKind::kNothing) {
+        return false;
+    }
+    bool hasMoved = true;
+    if (kind == DropKind::kShuffle) {
+        hasMoved = ModuleTreeView::ShuffleSources(dragNode, dropNode);
+    } else {
+        changeTrack(dragNode, dropNode);
+        UpdatePreview();
+    }
+    moduleTimeline::ShowOrHideTrackSelections();
+    moduleTimeline::RenderAllSelections();
+    EnableOrDisableMenuItems();
+    return hasMoved;
+}
+
+/// -1: up, 1: down.
+void moveItem(const char* routine, std::int32_t by)
+{
+    Trapped("frmTimeline", routine, [&] {
+        const Places item = forms::frmTimeline.tvwTimeline.Selected.get();
+        if (!isItem(item)) {
+            return;
+        }
+        const Places other{item[0], item[1] + by};
+        if (by < 0 ? drop(item, other) : drop(other, item)) {
+            tvwTimeline_NodeClick(other); // where the item is now
+        }
+    });
+}
+
 } // namespace
 
 bool IsTreeDropValid(const Places& dragNode, const Places& dropNode)
@@ -87,21 +123,11 @@ bool IsTreeDropValid(const Places& dragNode, const Places& dropNode)
 
 void tvwTimeline_OLEDragDrop(const Places& dragNode, const Places& dropNode)
 {
-    Trapped("frmTimeline", "tvwTimeline_OLEDragDrop", [&] {
-        const DropKind kind = kindOf(dragNode, dropNode);
-        if (kind == DropKind::kNothing) {
-            return;
-        }
-        if (kind == DropKind::kShuffle) {
-            ModuleTreeView::ShuffleSources(dragNode, dropNode);
-        } else {
-            changeTrack(dragNode, dropNode);
-            UpdatePreview();
-        }
-        moduleTimeline::ShowOrHideTrackSelections();
-        moduleTimeline::RenderAllSelections();
-        EnableOrDisableMenuItems();
-    });
+    Trapped("frmTimeline", "tvwTimeline_OLEDragDrop", [&] { drop(dragNode, dropNode); });
 }
+
+void MoveListItemUp() { moveItem("MoveListItemUp", -1); }
+
+void MoveListItemDown() { moveItem("MoveListItemDown", 1); }
 
 } // namespace frmTimeline

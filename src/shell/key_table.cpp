@@ -3,6 +3,7 @@
 #include "core/forms/frmTimeline.h"
 #include "hand/pointer_turn.h"
 #include "hand/slider_keys.h"
+#include "hand/tree_drop.h"
 #include "preview/frame_steps.h"
 #include "preview/frmPreview_events.h"
 #include "shell/menu_table.h"
@@ -50,6 +51,8 @@ constexpr std::array kPanelKeys = std::to_array<KeyRow>({
     {kTools, "Tools, history", "Up Down", "Goes to that step, as a click on it does"},
     {kMediaList | kTimeline, "Media List, scale, row", "Menu Shift+F10", "Opens the menu of the right button"},
 
+    {kTimelineList, "Timeline list", "Alt+Up", "Moves the piece ahead of the one above it", frmTimeline::MoveListItemUp, true},
+    {kTimelineList, "Timeline list", "Alt+Down", "Moves the piece behind the one below it", frmTimeline::MoveListItemDown, true},
     {kTimeline | kTimelineList, "Timeline", "Space", "Plays, or pauses", frmPreview::PlayOrPause},
     {kTimeline | kPreview, kOnBoth, "J", "Rewind", frmPreview::cmdRewind_Click, true},
     {kTimeline | kPreview, kOnBoth, "K", "Pause", frmPreview::cmdPause_Click},

@@ -99,8 +99,9 @@ void TimelineTree::mouseReleaseEvent(QMouseEvent* event)
 
 void TimelineTree::keyPressEvent(QKeyEvent* event)
 {
-    if (!isDragged() && event->key() == Qt::Key_Space && !isSearching()) {
-        event->ignore(); // it plays
+    const bool isMove = event->modifiers() == Qt::AltModifier; // with an arrow key, of the item
+    if (!isDragged() && (isMove || (event->key() == Qt::Key_Space && !isSearching()))) {
+        event->ignore(); // the blank plays
     } else if (!isDragged()) {
         if (!event->text().isEmpty() && event->text().front().isPrint()) {
             lastLetter_.start();

@@ -118,6 +118,40 @@ TEST_F(KeyScreen, ThePreviewStepsByFramesAndTakesTheWholeScreen)
     EXPECT_EQ(find("picDisplay").geometry(), panel);
 }
 
+TEST_F(KeyScreen, PiecesChangePlacesInTheList)
+{
+    auto& list = find<QTreeView>("tvwTimeline");
+    const auto name = [&] { return list.currentIndex().data().toString(); };
+    const auto select = [&](int place) { // of the row Video
+        const QModelIndex row = list.model()->index(0, 0, list.model()->index(0, 0));
+        click(*list.viewport(), list.visualRect(list.model()->index(place, 0, row)).center());
+    };
+    select(0);
+    const std::string before = tree();
+    const std::string after = "Video[no-sound.mp4 mpeg4.avi] Effects[] Overlays[] Audio 1[mpeg4.avi] Audio 2[]";
+    key(Qt::Key_Up, Qt::AltModifier); // it is the first one
+    EXPECT_EQ(tree(), before);
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(tree(), after);
+    EXPECT_EQ(barEnd("picVideo0"), 700) << "no gap is left";
+    EXPECT_EQ(name(), "mpeg4.avi");
+    key(Qt::Key_Down, Qt::AltModifier); // now the last one
+    EXPECT_EQ(tree(), after);
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(tree(), before) << "one step";
+
+    click(find("picVideo0_lock"));
+    select(1);
+    key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(tree(), before) << "locked";
+    click(find("picVideo0_lock"));
+    list.setFocus();
+    key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(tree(), after);
+    EXPECT_EQ(name(), "no-sound.mp4");
+}
+
 TEST_F(KeyScreen, KeysStandBesideTheirEntriesAndAct)
 {
     EXPECT_EQ(entry("mnuEC_Cut").shortcut().toString(), "Ctrl+X");

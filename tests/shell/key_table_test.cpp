@@ -55,9 +55,11 @@ TEST_F(KeyTableTest, NoKeyIsInAnothersWay)
             for (std::string word; row.isAt(place) && words >> word;) {
                 add(keys, word, row.what);
             }
-            // A list moves by keys, and searches by letters: nothing of ours is there but the one key that it leaves.
+            // A list moves by keys, and searches by letters: nothing of ours is there but what it leaves.
             const bool isList = place >= KeyPlace::kTimelineList && place != KeyPlace::kPreview;
-            EXPECT_TRUE(!isList || !row.isAt(place) || row.command == nullptr || row.keys == "Space") << row.keys;
+            EXPECT_TRUE(!isList || !row.isAt(place) || row.command == nullptr || row.keys == "Space"
+                        || row.keys.starts_with("Alt+"))
+                << row.keys;
         }
     }
 }
