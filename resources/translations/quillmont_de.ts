@@ -2216,6 +2216,10 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Marke %1</translation>
     </message>
     <message>
+        <source>Marker at %1</source>
+        <translation>Marke bei %1</translation>
+    </message>
+    <message>
         <source>Media files</source>
         <translation>Mediendateien</translation>
     </message>
@@ -2290,6 +2294,14 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>Moves the piece behind the one below it</source>
         <translation>Stellt das Stück hinter das darunter</translation>
+    </message>
+    <message>
+        <source>Moves the selected marker a picture back</source>
+        <translation>Rückt die gewählte Marke um ein Bild zurück</translation>
+    </message>
+    <message>
+        <source>Moves the selected marker a picture on</source>
+        <translation>Rückt die gewählte Marke um ein Bild vor</translation>
     </message>
     <message>
         <source>Moves the selected sound to the row Audio 1.</source>

@@ -8,12 +8,15 @@
 #include "core/trap.h"
 #include "editing/cut_place.h"
 #include "hand/pointer_trace.h"
+#include "preview/frame_steps.h"
 #include "timeline/moduleBookmarks.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/slider_places.h"
+#include "timeline/view_times.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace frmTimeline {
 
@@ -34,6 +37,37 @@ void takePlace(std::int16_t index)
     const engine::Milliseconds time = moduleScaleRenderer::PixelsToMs(x);
     form.BookmarkTimes.at(static_cast<std::size_t>(index)) = time;
     image.ToolTipText = time_text::MilliSecondsToTimetypeAsString(time);
+}
+
+/// The last time that the scale can show.
+engine::Milliseconds lastTime()
+{
+    const std::int32_t ticks = form.hsb.Enabled ? form.hsb.Max() : 0;
+    const std::int32_t px = numbers::added(moduleScaleRenderer::TicksToPixels(ticks), form.picScale.ScaleWidth.get());
+    return moduleScaleRenderer::PixelsToMs(px);
+}
+
+void moveByPicture(const char* routine, bool isBehind)
+{
+    Trapped("frmTimeline", routine, [&] {
+        if (!moduleBookmarks::isAnyMarked() || !marker(form.SelectedBookmark).Visible) {
+            return;
+        }
+        engine::Milliseconds& time = form.BookmarkTimes.at(static_cast<std::size_t>(form.SelectedBookmark));
+        // One that a file has beyond them may come nearer.
+        const engine::Milliseconds wanted =
+            std::clamp(moduleTWPreview::frameBeside(time, isBehind), 0, std::max(time, lastTime()));
+        if (std::exchange(time, wanted) != wanted) {
+            state::markModified();
+        }
+        constexpr std::int32_t kSeen = 2 * kHalf; // pixels
+        const engine::Milliseconds half = moduleScaleRenderer::PixelsToMs(kHalf);
+        timeline::bringIntoView({std::max(0, wanted - half), numbers::added(wanted, half)}, kSeen);
+        moduleBookmarks::UpdateBookmarks();
+        if (!state::BusyOpening) {
+            forms::mdiTarnwick.sbr.Panel(1) = "Marker at " + time_text::MilliSecondsToTimetypeAsString(wanted);
+        }
+    });
 }
 
 } // namespace
@@ -94,5 +128,9 @@ void imgBookmark_MouseUp(std::int16_t, int button, float, float)
         form.DraggingBookmark = false;
     }
 }
+
+void MoveMarkerBack() { moveByPicture("MoveMarkerBack", false); }
+
+void MoveMarkerOn() { moveByPicture("MoveMarkerOn", true); }
 
 } // namespace frmTimeline

@@ -17,4 +17,9 @@ void imgBookmark_MouseDown(std::int16_t index, int button, float x, float y);
 void imgBookmark_MouseMove(std::int16_t index, int button, float x, float y);
 void imgBookmark_MouseUp(std::int16_t index, int button, float x, float y);
 
+/// The selected marker goes by a picture, and the view along: as far as the pointer could drag it in any view. Nothing
+/// without one.
+void MoveMarkerBack();
+void MoveMarkerOn();
+
 } // namespace frmTimeline

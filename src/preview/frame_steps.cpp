@@ -1,5 +1,6 @@
 #include "preview/frame_steps.h"
 
+#include "core/numbers.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
 #include "engine/ITWMediaFiles.h"
@@ -69,6 +70,14 @@ double shownFrameRate()
         }
     }
     return kOfStills;
+}
+
+Milliseconds frameBeside(Milliseconds place, bool isBehind)
+{
+    const double fps = shownFrameRate();
+    const std::int64_t frame = frameAt(place, fps);
+    const std::int64_t wanted = std::max<std::int64_t>(isBehind ? frame + 1 : frame - 1, 0);
+    return numbers::added(place, startOf(wanted, fps) - startOf(frame, fps));
 }
 
 void PauseAt(Milliseconds place)

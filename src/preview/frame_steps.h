@@ -19,6 +19,10 @@ void PauseAt(engine::Milliseconds place);
 ///     frames   0    1    2    3
 void StepFrames(int count);
 
+/// A place one frame behind another, or ahead of it, at the same distance from the frame's beginning; from the first
+/// frame not ahead. Raises what the engine raises.
+engine::Milliseconds frameBeside(engine::Milliseconds place, bool isBehind);
+
 /// The frame rate above, frames a second, at most 60. Raises what the engine raises.
 double shownFrameRate();
 

@@ -1,6 +1,7 @@
 #include "shell/key_table.h"
 
 #include "core/forms/frmTimeline.h"
+#include "hand/bookmark_events.h"
 #include "hand/pointer_turn.h"
 #include "hand/slider_keys.h"
 #include "hand/tree_drop.h"
@@ -69,6 +70,8 @@ constexpr std::array kPanelKeys = std::to_array<KeyRow>({
     {kTimeline, kOnTimeline, "Down", "The slider goes to the next cut or marker", frmTimeline::GoToNextCut, true},
     {kTimeline, kOnTimeline, "Shift+Up", "The slider goes to the previous marker, which is selected then", frmTimeline::GoToPreviousMarker, true},
     {kTimeline, kOnTimeline, "Shift+Down", "The slider goes to the next marker, which is selected then", frmTimeline::GoToNextMarker, true},
+    {kScale, "Scale of the timeline", ",", "Moves the selected marker a picture back", frmTimeline::MoveMarkerBack, true},
+    {kScale, "Scale of the timeline", ".", "Moves the selected marker a picture on", frmTimeline::MoveMarkerOn, true},
     {kTimeline, kOnTimeline, "Ctrl+A", "Selects all that lies on rows that are not locked", moduleTimeline::SelectAll},
 });
 // clang-format on
@@ -91,7 +94,9 @@ constexpr std::array kNamedKeys = std::to_array<NamedKey>({{"Enter", 13},
                                                            {"Right", 39},
                                                            {"Down", 40},
                                                            {"Del", 46},
-                                                           {"Menu", 93}});
+                                                           {"Menu", 93},
+                                                           {",", 188},
+                                                           {".", 190}});
 
 int codeOf(std::string_view name)
 {

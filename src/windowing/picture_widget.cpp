@@ -63,6 +63,10 @@ int programKey(int key)
         return 40;
     case Qt::Key_Delete:
         return 46;
+    case Qt::Key_Comma:
+        return 188;
+    case Qt::Key_Period:
+        return 190;
     default:
         return key >= Qt::Key_A && key <= Qt::Key_Z ? key : 0; // the same numbers
     }

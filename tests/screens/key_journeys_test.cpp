@@ -152,6 +152,29 @@ TEST_F(KeyScreen, PiecesChangePlacesInTheList)
     EXPECT_EQ(name(), "no-sound.mp4");
 }
 
+TEST_F(KeyScreen, TheSelectedMarkerGoesByAPicture)
+{
+    click(find("picScale"), {300, 10});
+    key(Qt::Key_F8);
+    const auto flag = [&] { return find("imgBookmark1").toolTip(); };
+    key(Qt::Key_Period);
+    EXPECT_EQ(flag(), "0:00:03.000") << "none is selected";
+    key(Qt::Key_Home);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Period);
+    key(Qt::Key_Period);
+    EXPECT_EQ(flag(), "0:00:03.080");
+    EXPECT_EQ(find("imgBookmark1").x() + 4, 308);
+    key(Qt::Key_Comma);
+    EXPECT_EQ(flag(), "0:00:03.040");
+    EXPECT_EQ(status(), "Marker at 0:00:03.040");
+    EXPECT_EQ(status(2), "0:00:03.000") << "the slider stays";
+    for (int i = 0; i < 80; ++i) {
+        key(Qt::Key_Comma);
+    }
+    EXPECT_EQ(flag(), "0:00:00.000");
+}
+
 TEST_F(KeyScreen, KeysStandBesideTheirEntriesAndAct)
 {
     EXPECT_EQ(entry("mnuEC_Cut").shortcut().toString(), "Ctrl+X");
