@@ -656,6 +656,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>Alles, was auf den Spuren liegt, der Reihe nach. Ein Klick wählt ein Stück; auf ein anderes gezogen, kommt es davor.</translation>
     </message>
     <message>
+        <source>Alt+, Alt+.</source>
+        <translation>Alt+, Alt+.</translation>
+    </message>
+    <message>
         <source>another project was opened</source>
         <translation>ein anderes Projekt wurde geöffnet</translation>
     </message>
@@ -1318,6 +1322,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
     <message>
         <source>CropSources</source>
         <translation>Quellen freistellen</translation>
+    </message>
+    <message>
+        <source>Ctrl+, Ctrl+.</source>
+        <translation>Ctrl+, Ctrl+.</translation>
     </message>
     <message>
         <source>Custom</source>
@@ -2286,6 +2294,10 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>Move to Audio &amp;2</source>
         <translation>Nach Audio &amp;2 verschieben</translation>
+    </message>
+    <message>
+        <source>Moves the end of what is selected by a picture: its length and speed change, in Trim Mode it is trimmed</source>
+        <translation>Bewegt das Ende des Gewählten um ein Bild: Länge und Tempo ändern sich, im Trimmmodus wird getrimmt</translation>
     </message>
     <message>
         <source>Moves the piece ahead of the one above it</source>
@@ -4362,8 +4374,16 @@ Wir sammeln weder Ihre Dateien noch Namen, Anschrift, E-Mail-Adresse oder andere
         <translation>Anfan&amp;g bis zum Schieber trimmen</translation>
     </message>
     <message>
+        <source>Trims the end of what is selected by a picture</source>
+        <translation>Trimmt das Ende des Gewählten um ein Bild</translation>
+    </message>
+    <message>
         <source>Trims the pieces that the range touches to what lies in it.</source>
         <translation>Trimmt die Stücke, die der Bereich berührt, auf das, was darin liegt.</translation>
+    </message>
+    <message>
+        <source>Trims the start of what is selected by a picture</source>
+        <translation>Trimmt den Anfang des Gewählten um ein Bild</translation>
     </message>
     <message>
         <source>Try another place.</source>

@@ -128,7 +128,6 @@ bool Trim::moves(const items::RowItems& row, std::int16_t seq) const
     });
 }
 
-/// Whether the items are no longer as this trim has left them.
 bool Trim::isOver() const
 {
     if (command_ && !command_->isNewest()) {
@@ -206,6 +205,15 @@ void Trim::takeBack()
         put(0);
         leaveNoTrace();
         show();
+        EnableOrDisableMenuItems();
+    });
+}
+
+void Trim::keep()
+{
+    trapped("KeepTrim", [&] {
+        history::keepNewestState();
+        UpdatePreview();
         EnableOrDisableMenuItems();
     });
 }

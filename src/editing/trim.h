@@ -44,14 +44,18 @@ public:
     bool moveTo(Milliseconds pos);
     /// All is as it was at the press, the history as well.
     void takeBack();
+    /// What has changed so far stands, also when the way goes back later. Traps its errors.
+    void keep();
     /// The release. True when the entry stands.
     bool finish();
+    /// Whether the items are no longer as this trim has left them, or another step was made or undone. Raises what the
+    /// engine raises.
+    bool isOver() const;
 
 private:
     Trim(std::vector<TrimItem> items, ItemEnd end, const TrimReach& reach)
         : items_(std::move(items)), end_(end), reach_(reach)
     {}
-    bool isOver() const;
     TrimItem at(const TrimItem& item, Milliseconds delta) const;
     void put(Milliseconds delta);
     void leaveNoTrace();

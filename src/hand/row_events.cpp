@@ -10,6 +10,7 @@
 #include "editing/sound_mates.h"
 #include "engine/engine_access.h"
 #include "hand/drag_scroll.h"
+#include "hand/edge_keys.h"
 #include "hand/pointer_trace.h"
 #include "hand/pointer_turn.h"
 #include "hand/row_drag.h"
@@ -231,7 +232,7 @@ void nudge(engine::Milliseconds delta)
     }
 }
 
-void takeKey(const char* name, int key, int shift)
+void takeKey(const char* name, const items::TrackRow& row, int key, int shift)
 {
     constexpr int kEscape = 27;
     constexpr int kLeftArrow = 37;
@@ -248,13 +249,15 @@ void takeKey(const char* name, int key, int shift)
         const engine::Milliseconds step = moduleScaleRenderer::PixelsToMs(isFine ? 1 : 5);
         if (key == kLeftArrow || key == kRightArrow) {
             nudge(key == kRightArrow ? step : -step);
+        } else {
+            takeEdgeKey(row, key, shift);
         }
     });
 }
 
-void onKey(const char* name, int key, int shift)
+void onKey(const char* name, RowKind kind, std::int16_t index, int key, int shift)
 {
-    hand::inTurn([=] { takeKey(name, key, shift); });
+    hand::inTurn([=] { takeKey(name, items::row(kind, index), key, shift); });
 }
 
 } // namespace
@@ -338,12 +341,24 @@ void EndItemDrag()
     });
 }
 
-void picVideo_KeyDown(std::int16_t, int key, int shift) { onKey("picVideo_KeyDown", key, shift); }
+void picVideo_KeyDown(std::int16_t index, int key, int shift)
+{
+    onKey("picVideo_KeyDown", RowKind::kVideo, index, key, shift);
+}
 
-void picEffect_KeyDown(std::int16_t, int key, int shift) { onKey("picEffect_KeyDown", key, shift); }
+void picEffect_KeyDown(std::int16_t index, int key, int shift)
+{
+    onKey("picEffect_KeyDown", RowKind::kEffect, index, key, shift);
+}
 
-void picOverlay_KeyDown(std::int16_t, int key, int shift) { onKey("picOverlay_KeyDown", key, shift); }
+void picOverlay_KeyDown(std::int16_t index, int key, int shift)
+{
+    onKey("picOverlay_KeyDown", RowKind::kOverlay, index, key, shift);
+}
 
-void picAudio_KeyDown(std::int16_t, int key, int shift) { onKey("picAudio_KeyDown", key, shift); }
+void picAudio_KeyDown(std::int16_t index, int key, int shift)
+{
+    onKey("picAudio_KeyDown", RowKind::kAudio, index, key, shift);
+}
 
 } // namespace frmTimeline

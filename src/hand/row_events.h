@@ -39,7 +39,7 @@ void picAudio_MouseUp(std::int16_t index, int button, int shift, float x, float 
 void EndItemDrag();
 
 // Left (37) and right (39) nudge what is selected by 5 pixels, with Shift by 1, without an entry in the history.
-// Escape (27) gives a running drag up.
+// Escape (27) gives a running drag up. Comma (188) and period (190) move an end (`edge_keys.h`).
 void picVideo_KeyDown(std::int16_t index, int key, int shift);
 void picEffect_KeyDown(std::int16_t index, int key, int shift);
 void picOverlay_KeyDown(std::int16_t index, int key, int shift);

@@ -152,6 +152,46 @@ TEST_F(KeyScreen, PiecesChangePlacesInTheList)
     EXPECT_EQ(name(), "no-sound.mp4");
 }
 
+TEST_F(KeyScreen, EndsOfBarsGoByAPicture)
+{
+    const auto state = [&] { return status() + ", " + std::to_string(barEnd("picVideo0")); };
+    const auto pressed = [&](Qt::Key which, Qt::KeyboardModifiers keys, int times = 1) {
+        for (int i = 0; i < times; ++i) {
+            key(which, keys);
+        }
+        return state();
+    };
+    click(video(), {600, middle()}); // no-sound.mp4 at 25 pictures a second, from 5 s to 7 s
+    EXPECT_EQ(pressed(Qt::Key_Period, {}), "Ends at 0:00:07.040, 704");
+    EXPECT_EQ(pressed(Qt::Key_Period, {}, 4), "Ends at 0:00:07.200, 720");
+    EXPECT_EQ(pressed(Qt::Key_Comma, {}, 15), "Ends at 0:00:06.600, 660");
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 700) << "presses in a row are one step";
+    key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 660);
+    key(Qt::Key_Z, Qt::ControlModifier);
+
+    click(video(), {600, middle()});
+    EXPECT_EQ(pressed(Qt::Key_Comma, Qt::AltModifier, 5), "Ends at 0:00:06.800, 680");
+    EXPECT_EQ(pressed(Qt::Key_Period, Qt::AltModifier, 9), "Ends at 0:00:07.000, 700") << "its medium ends there";
+    EXPECT_EQ(pressed(Qt::Key_Comma, Qt::ControlModifier), "Begins at 0:00:05.000, 700") << "and begins here";
+    EXPECT_EQ(pressed(Qt::Key_Period, Qt::ControlModifier, 3), "Begins at 0:00:05.120, 700");
+    key(Qt::Key_Z, Qt::ControlModifier); // the start
+    click(video(), {508, middle()});
+    EXPECT_EQ(pressed(Qt::Key_Comma, {}), "Ends at 0:00:06.960, 696") << "the trims' step is another one";
+    key(Qt::Key_Z, Qt::ControlModifier);
+
+    click(find("picVideo0_lock"));
+    video().setFocus();
+    EXPECT_EQ(pressed(Qt::Key_Comma, {}), "Use the 'Shift' key to nudge source(s) with the direction keys, 700");
+    click(find("picVideo0_lock"));
+    click(video(), {600, middle()});
+    key(Qt::Key_T);
+    EXPECT_EQ(pressed(Qt::Key_Comma, {}), "Ends at 0:00:06.960, 696");
+    key(Qt::Key_T);
+    EXPECT_EQ(pressed(Qt::Key_Period, Qt::AltModifier, 2), "Ends at 0:00:07.000, 700") << "it was a trim";
+}
+
 TEST_F(KeyScreen, TheSelectedMarkerGoesByAPicture)
 {
     click(find("picScale"), {300, 10});
