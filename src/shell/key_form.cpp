@@ -42,6 +42,15 @@ bool takeKeyEvent(const QKeyEvent& event)
 {
     const auto place = placeOf(QApplication::focusWidget());
     const shell::Key key{programKey(event.key()), programShift(event.modifiers())};
-    return place && key.code != 0 && !event.modifiers().testFlag(Qt::MetaModifier)
-           && shell::takeKey(*place, key, event.isAutoRepeat());
+    if (key.code == 0 || event.modifiers().testFlag(Qt::MetaModifier)) {
+        return false;
+    }
+    return place ? shell::takeKey(*place, key, event.isAutoRepeat()) : shell::takeMenuKey(key, event.isAutoRepeat());
+}
+
+bool takeKeyFromList(const QKeyEvent& event)
+{
+    const shell::Key key{programKey(event.key()), programShift(event.modifiers())};
+    return event.modifiers() == Qt::ShiftModifier && key.code >= 'A' && key.code <= 'Z'
+           && shell::takeMenuKey(key, event.isAutoRepeat());
 }

@@ -6,3 +6,5 @@ class QKeyEvent;
 
 /// Runs what the table of keys has for it; false when that is nothing.
 bool takeKeyEvent(const QKeyEvent& event);
+/// The same ahead of a list: of letters with Shift, which a search by plain letters does not need.
+bool takeKeyFromList(const QKeyEvent& event);

@@ -176,8 +176,12 @@ bool takeKey(KeyPlace place, Key key, bool isRepeat)
             return true;
         }
     }
-    const bool isTimeline = (at(place) & kTimeline) != 0;
-    const MenuRow* const menu = isTimeline ? menuRowOf(key) : nullptr;
+    return takeMenuKey(key, isRepeat);
+}
+
+bool takeMenuKey(Key key, bool isRepeat)
+{
+    const MenuRow* const menu = isHandBusy() ? nullptr : menuRowOf(key);
     if (menu == nullptr || menu->handler == nullptr || !menu->state->Enabled) {
         return false;
     }

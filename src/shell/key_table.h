@@ -6,7 +6,7 @@
 // A key goes first to the part that has the keyboard: a text field, a slider, a button, a list (its moving keys and its
 // search) or the panel itself, which knows those rows of the table that have no command. What none of them takes comes
 // to `takeKey`. So a bare letter, Space, an arrow, Home or End is never a shortcut of the menu: a row of the menu that
-// shows such a key ("T") runs by it in the timeline alone.
+// shows such a key ("T") runs by it wherever no part wants it.
 //
 // Interface thread only.
 
@@ -49,6 +49,8 @@ std::span<const KeyRow> panelKeys();
 
 /// Runs what a key does there; false when it does nothing. None does while the hand holds something.
 bool takeKey(KeyPlace place, Key key, bool isRepeat);
+/// The same of the menu's panel keys alone, for where the keyboard is in none of these places.
+bool takeMenuKey(Key key, bool isRepeat);
 
 /// A second key of an entry of the menu.
 struct SecondKey {

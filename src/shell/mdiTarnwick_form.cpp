@@ -126,6 +126,9 @@ void MainWindow::makePanels()
     for (PanelFrame* const panel : {mediaListPanel_, previewPanel_, timelinePanel_, toolsPanel_}) {
         panel->bareMoved = mdiTarnwick::MDIForm_MouseMove; // its strip is a part of the frame
     }
+    for (QAbstractItemView* const list : ground_->findChildren<QAbstractItemView*>()) {
+        list->installEventFilter(this);
+    }
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         for (PanelFrame* const panel : {mediaListPanel_, previewPanel_, timelinePanel_, toolsPanel_}) {
             panel->setActive(now != nullptr && panel->isAncestorOf(now));
@@ -278,6 +281,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         tellSize();
     }
     if (event->type() == QEvent::MouseMove) {
+    if (event->type() == QEvent::KeyPress && qobject_cast<QAbstractItemView*>(watched) != nullptr
+        && takeKeyFromList(static_cast<const QKeyEvent&>(*event))) {
+        return true;
+    }
         const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
         const auto hint = hints_.find(watched);
         // A move that a panel did not want comes to the ground as well.

@@ -215,6 +215,32 @@ TEST_F(KeyScreen, TheSelectedMarkerGoesByAPicture)
     EXPECT_EQ(flag(), "0:00:00.000");
 }
 
+TEST_F(KeyScreen, BareKeysOfTheMenuActEverywhereButInWhatWantsThem)
+{
+    click(video(), {100, middle()});
+    const bool isOn = entry("mnuToolsTrimMode").isChecked();
+    const auto turns = [&] {
+        const bool before = entry("mnuToolsTrimMode").isChecked();
+        key(Qt::Key_T);
+        return entry("mnuToolsTrimMode").isChecked() != before;
+    };
+    for (const char* const place :
+         {"picVideo0", "frmPreview", "sldSeekBar", "cmdZoomIn", "lvwMediaList", "tvwTimeline"}) {
+        SCOPED_TRACE(place);
+        QWidget& widget = find(place);
+        (widget.focusPolicy() != Qt::NoFocus ? widget : find("cmdPlay")).setFocus();
+        key(Qt::Key_F7);
+        const int small = barEnd("picVideo0");
+        key(Qt::Key_Z, Qt::ShiftModifier);
+        EXPECT_GT(barEnd("picVideo0"), small) << "the whole film";
+        EXPECT_EQ(turns(), qobject_cast<QAbstractItemView*>(&widget) == nullptr) << "lists search by letters";
+    }
+    if (entry("mnuToolsTrimMode").isChecked() != isOn) {
+        find("picScale").setFocus();
+        key(Qt::Key_T);
+    }
+}
+
 TEST_F(KeyScreen, KeysStandBesideTheirEntriesAndAct)
 {
     EXPECT_EQ(entry("mnuEC_Cut").shortcut().toString(), "Ctrl+X");

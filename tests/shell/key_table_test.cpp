@@ -33,10 +33,10 @@ TEST_F(KeyTableTest, NoKeyIsInAnothersWay)
         EXPECT_TRUE(isNew) << text << ": " << what << ", " << other->second;
     };
     std::map<std::pair<int, int>, std::string> ofTheWindow;
-    std::map<std::pair<int, int>, std::string> ofTheTimeline;
+    std::map<std::pair<int, int>, std::string> bare;
     for (const MenuRow& row : menuBar()) {
         if (!row.shortcut.empty()) {
-            add(isPanelKey(row.shortcut) ? ofTheTimeline : ofTheWindow, row.shortcut, row.name);
+            add(isPanelKey(row.shortcut) ? bare : ofTheWindow, row.shortcut, row.name);
         }
     }
     for (const SecondKey& second : secondKeys()) {
@@ -47,9 +47,7 @@ TEST_F(KeyTableTest, NoKeyIsInAnothersWay)
     for (const KeyPlace place : kPlaces) {
         SCOPED_TRACE(static_cast<int>(place));
         auto keys = ofTheWindow;
-        if (place == KeyPlace::kRow || place == KeyPlace::kScale || place == KeyPlace::kGround) {
-            keys.insert(ofTheTimeline.begin(), ofTheTimeline.end());
-        }
+        keys.insert(bare.begin(), bare.end());
         for (const KeyRow& row : panelKeys()) {
             std::istringstream words{std::string(row.keys)};
             for (std::string word; row.isAt(place) && words >> word;) {
