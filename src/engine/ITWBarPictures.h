@@ -47,8 +47,8 @@ public:
 
     /// How wide a picture of that height is, in pixels; 0 when the stream has none.
     virtual Status GetPictureWidth(Handle stream, std::int32_t height, std::int32_t& width) = 0;
-    /// A picture of the stream near a media time, of exactly that height: the key frame ahead of it, or until that is
-    /// there the nearest that is.
+    /// A picture of the stream near a media time, of that height: the key frame ahead of it, or until that is there the
+    /// nearest that is; while there is none of that height, one of another.
     virtual Status GetPicture(Handle stream, Milliseconds at, std::int32_t height, SurfacePicture& picture,
                               Bool16& ok) = 0;
     /// The peaks of stretches of `step` media milliseconds that follow each other, the first one from `from` on, to the

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 namespace twcore {
@@ -74,7 +75,7 @@ const engine::SurfacePicture* BarStore::picture(const MediaFilePtr& media, std::
         wishFor({BarWish::Kind::kPicture, media, wanted, height});
     }
     Picture* const best =
-        isKnown && found->second.picture.pixels ? &found->second : nearest(shelf.pictures, height, wanted);
+        isKnown && found->second.picture.pixels ? &found->second : nearestOfAnyHeight(shelf.pictures, height, wanted);
     if (best == nullptr) {
         return nullptr;
     }
@@ -99,6 +100,27 @@ BarStore::Picture* BarStore::nearest(std::map<PictureKey, Picture>& pictures, in
         return &before->second;
     }
     return hasAfter ? &after->second : nullptr;
+}
+
+/// Of the height that was asked for, else of the height nearest to it: what is drawn stretched for a moment is missed
+/// less than what goes and comes.
+BarStore::Picture* BarStore::nearestOfAnyHeight(std::map<PictureKey, Picture>& pictures, int height, std::int32_t ms)
+{
+    Picture* best = nearest(pictures, height, ms);
+    if (best != nullptr) {
+        return best;
+    }
+    int least = std::numeric_limits<int>::max();
+    for (auto place = pictures.begin(); place != pictures.end();) {
+        const int other = place->first.first;
+        Picture* const found = nearest(pictures, other, ms);
+        if (found != nullptr && std::abs(other - height) < least) {
+            least = std::abs(other - height);
+            best = found;
+        }
+        place = pictures.upper_bound({other, std::numeric_limits<std::int32_t>::max()});
+    }
+    return best;
 }
 
 void BarStore::wishForSamples(const MediaFilePtr& media, std::int32_t ms)

@@ -77,6 +77,7 @@ private:
     Peak overPart(Reading& reading, std::int64_t ms, std::int64_t first, std::int64_t end);
     Peak overSamples(Reading& reading, std::int64_t first, std::int64_t end);
     static Picture* nearest(std::map<PictureKey, Picture>& pictures, int height, std::int32_t ms);
+    static Picture* nearestOfAnyHeight(std::map<PictureKey, Picture>& pictures, int height, std::int32_t ms);
     void takePicture(Shelf& shelf, BarNews& news);
     void takePeaks(Shelf& shelf, BarNews& news);
     void takeSamples(Shelf& shelf, BarNews& news);

@@ -161,6 +161,25 @@ TEST_F(BarsTest, PicturesAreTheKeyFramesAheadOfTheirTimes)
     }
 }
 
+TEST_F(BarsTest, AnotherHeightStandsInUntilThePictureIsThere)
+{
+    const auto video = stream(testmedia::medium("h264.mp4"), true);
+    ASSERT_EQ(pictureAt(video, 1000), 24);
+    engine::SurfacePicture picture;
+    const auto ask = [&](int height) {
+        engine::Bool16 ok = engine::kFalse;
+        engine::check(bars->BeginView());
+        engine::check(bars->GetPicture(video, 1000, height, picture, ok));
+        engine::check(bars->EndView());
+        return ok != engine::kFalse;
+    };
+    ASSERT_TRUE(ask(60));
+    EXPECT_EQ(picture.height, 128);
+    EXPECT_TRUE(soon([&] { return ask(60) && picture.height == 60; }));
+    ASSERT_TRUE(ask(50));
+    EXPECT_EQ(picture.height, 60) << "the nearest one";
+}
+
 TEST_F(BarsTest, APictureThatAPlayerHasReadyIsTaken)
 {
     const std::string path = testmedia::medium("h264.mp4");
