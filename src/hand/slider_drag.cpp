@@ -14,6 +14,7 @@
 #include "hand/snapping.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/slider_hints.h"
 #include "timeline/slider_places.h"
 
 #include <cmath>
@@ -207,7 +208,7 @@ void imgSliderHandle_MouseMove(int button, float x)
 void imgStartSelHandle_MouseMove(int button, float x)
 {
     Trapped("frmTimeline", "imgStartSelHandle_MouseMove*", [&] {
-        if (drag(button, x, form.imgStartSelHandle, startStep, "Reposition the start selection slider")) {
+        if (drag(button, x, form.imgStartSelHandle, startStep, moduleTimeline::kStartHandleHint)) {
             timeline::placeLines(timeline::startSlider());
             moduleScaleRenderer::RenderScale();
             moduleTimeline::RenderAllSelections();
@@ -220,7 +221,7 @@ void imgStartSelHandle_MouseMove(int button, float x)
 void imgEndSelHandle_MouseMove(int button, float x)
 {
     Trapped("frmTimeline", "imgEndSelHandle_MouseMove*", [&] {
-        if (drag(button, x, form.imgEndSelHandle, endStep, "Reposition the end selection slider")) {
+        if (drag(button, x, form.imgEndSelHandle, endStep, moduleTimeline::kEndHandleHint)) {
             timeline::placeLines(timeline::endSlider());
             moduleScaleRenderer::RenderScale();
             moduleTimeline::RenderAllSelections();

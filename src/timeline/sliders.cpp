@@ -11,6 +11,7 @@
 #include "core/upcalls.h"
 #include "timeline/moduleScaleRenderer.h"
 #include "timeline/moduleTimeline.h"
+#include "timeline/slider_hints.h"
 #include "timeline/slider_places.h"
 
 namespace moduleTimeline {
@@ -21,6 +22,15 @@ using timeline::SliderControls;
 namespace {
 
 forms::FrmTimeline& form = forms::frmTimeline;
+
+/// What a drag of a handle has said is over once the handles go, though the pointer may not have moved since.
+void forgetHint()
+{
+    Shown<std::string>& hint = forms::mdiTarnwick.sbr.Panel(1);
+    if (hint.get() == kStartHandleHint || hint.get() == kEndHandleHint) {
+        hint = std::string("Ready");
+    }
+}
 
 void show(const SliderControls& slider, bool visible)
 {
@@ -111,6 +121,9 @@ void ShowEndSelSlider(bool visible)
 void ShowSelSliders(bool visible)
 {
     Trapped("moduleTimeline", "ShowSelSliders", [&] {
+        if (!visible) {
+            forgetHint();
+        }
         ShowStartSelSlider(visible);
         ShowEndSelSlider(visible);
         ShowOrHideTrackSelections();

@@ -103,6 +103,16 @@ TEST_F(EditScreen, ACommandInTheTurnOfAClickRunsBehindIt)
     EXPECT_EQ(barEnd("picVideo0"), 800);
 }
 
+TEST_F(EditScreen, WhatADragOfTheRangeHasSaidGoesWithTheRange)
+{
+    key(Qt::Key_F5);
+    drag(find("imgEndSelHandle"), {5, 5}, 30);
+    EXPECT_EQ(status(), "Reposition the end selection slider");
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(barEnd("picVideo0"), 570);
+    EXPECT_EQ(status(), "Ready");
+}
+
 TEST_F(EditScreen, APictureIsTrimmedAndDeletedWithItsSound)
 {
     click(video(), {100, middle()});
