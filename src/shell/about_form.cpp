@@ -80,7 +80,7 @@ QTreeWidget* libraryList()
     }
     list->setCurrentItem(list->topLevelItem(0));
     constexpr int kBetween = 16;
-    for (int column = 0; column < list->columnCount(); ++column) {
+    for (int column = 0; column + 1 < list->columnCount(); ++column) { // the last one has what is left
         list->resizeColumnToContents(column);
         list->setColumnWidth(column, list->columnWidth(column) + kBetween);
     }

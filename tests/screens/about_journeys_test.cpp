@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTreeWidget>
 
 namespace screens_test {
@@ -20,6 +21,7 @@ TEST_F(ScreenTest, AboutTellsLibrariesAndLicenceAndIsLeftByAKey)
     answers.work([&] {
         QWidget* const dialogue = QApplication::activeModalWidget();
         const auto* const list = dialogue->findChild<QTreeWidget*>("lvwLibraries");
+        EXPECT_EQ(list->horizontalScrollBar()->maximum(), 0) << "there is room for all columns";
         for (int row = 0; row < list->topLevelItemCount(); ++row) {
             const QTreeWidgetItem& line = *list->topLevelItem(row);
             told += line.text(0).toStdString() + ";";
