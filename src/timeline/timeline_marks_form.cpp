@@ -80,12 +80,13 @@ void TimelineMarks::showBookmarks(int scaleHeight)
         flag->lower();
         bookmarks_.push_back(flag);
     }
+    int number = 0;
     for (std::size_t i = 0; i < bookmarks_.size(); ++i) {
         const bool isThere = i < f.imgBookmark.size() && f.imgBookmark[i].Visible;
         bookmarks_[i]->setVisible(isThere);
         if (isThere) {
             bookmarks_[i]->move(f.imgBookmark[i].Left, scaleHeight - BookmarkFlag::kHeight);
-            bookmarks_[i]->showState(f.imgBookmark[i]);
+            bookmarks_[i]->showState(f.imgBookmark[i], ++number);
         }
     }
 }

@@ -115,16 +115,17 @@ BookmarkFlag::BookmarkFlag(std::int16_t index, QWidget* parent) : QWidget(parent
     hide();
 }
 
-void BookmarkFlag::showState(const ImageBox& state)
+void BookmarkFlag::showState(const ImageBox& state, int number)
 {
     const bool isSelected = state.Picture.get() == moduleBookmarks::kSelectedLook;
     if (std::exchange(isSelected_, isSelected) != isSelected) {
         update();
     }
     const QString time = fromProgram(state.ToolTipText.get());
-    if (time != toolTip()) {
+    const bool isRenumbered = std::exchange(number_, number) != number;
+    if (isRenumbered || time != toolTip()) {
         setToolTip(time);
-        setAccessibleName(tr("Marker %1").arg(index_) + ", " + time);
+        setAccessibleName(tr("Marker %1").arg(number_) + ", " + time);
     }
 }
 

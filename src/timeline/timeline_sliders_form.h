@@ -56,8 +56,8 @@ public:
     static constexpr int kWidth = 9; // its time is 4 pixels right of its left edge
     static constexpr int kHeight = 13;
 
-    /// How it looks, and its time.
-    void showState(const ImageBox& state);
+    /// How it looks, and its time. number: among those that are seen, from 1.
+    void showState(const ImageBox& state, int number);
 
 protected:
     bool event(QEvent* event) override;
@@ -70,6 +70,7 @@ private:
     float xIn(const QMouseEvent& event) const;
 
     std::int16_t index_;
+    int number_ = 0;
     bool isSelected_ = false;
     bool isHeld_ = false;
 };

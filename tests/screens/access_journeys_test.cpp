@@ -74,10 +74,11 @@ TEST_F(AccessTest, BarsAndSlidersTellNamesAndTimes)
     QAccessibleInterface* const handle = QAccessible::queryAccessibleInterface(&find("imgSliderHandle"));
     EXPECT_EQ(handle->role(), QAccessible::Slider);
     EXPECT_EQ(handle->text(QAccessible::Name), "Position on the timeline, 0:00:00.000");
-    moduleBookmarks::takeBookmarks({2000});
+    moduleBookmarks::takeBookmarks({2000, 3000});
     settle();
     EXPECT_EQ(find("imgBookmark0").toolTip(), "0:00:02.000");
-    EXPECT_EQ(find("imgBookmark0").accessibleName(), "Marker 0, 0:00:02.000");
+    EXPECT_EQ(find("imgBookmark0").accessibleName(), "Marker 1, 0:00:02.000");
+    EXPECT_EQ(find("imgBookmark1").accessibleName(), "Marker 2, 0:00:03.000");
 }
 
 TEST_F(AccessTest, TabGoesRoundAndIsSeenWhereItStands)
