@@ -249,6 +249,32 @@ void SnapSlider()
     });
 }
 
+namespace {
+
+void snapSelection(const char* routine, bool isStart)
+{
+    Trapped("frmTimeline", routine, [&] {
+        const engine::Milliseconds edge = isStart ? state::SelStartPosition : state::SelEndPosition;
+        const auto place = hand::SnapPlaces(hand::SnapPlaces::kCutsAndMarkers).near(edge);
+        const engine::Milliseconds length =
+            isStart ? state::SelEndPosition - place.value_or(edge) : place.value_or(edge) - state::SelStartPosition;
+        if (!place || length < moduleScaleRenderer::PixelsToMs(kApart)) {
+            return;
+        }
+        moduleTimeline::SetSelSliderPosition(*place, isStart);
+        isStart ? takeStartPlace() : takeEndPlace();
+        moduleScaleRenderer::RenderScale();
+        moduleTimeline::RenderAllSelections();
+        EnableOrDisableMenuItems();
+    });
+}
+
+} // namespace
+
+void SnapStartSel() { snapSelection("SnapStartSel", true); }
+
+void SnapEndSel() { snapSelection("SnapEndSel", false); }
+
 void imgStartSelHandle_MouseUp(int button, float)
 {
     if (release(button, form.DraggingStart)) {

@@ -25,6 +25,10 @@ void imgStartSelHandle_MouseUp(int button, float x);
 void imgEndSelHandle_MouseDown(int button, float x);
 void imgEndSelHandle_MouseMove(int button, float x);
 void imgEndSelHandle_MouseUp(int button, float x);
+/// Behind the release, with Ctrl held: the handle goes on to the cut or marker that is within 6 pixels, unless the
+/// other one is too near to it.
+void SnapStartSel();
+void SnapEndSel();
 /// Scrolls by a tick while a handle is held at the edge of the view.
 void tmTimeline_Timer();
 

@@ -18,11 +18,11 @@ TimelineMarks::TimelineMarks(QWidget* scale, QWidget* base)
     using Shape = SliderHandle::Shape;
     handles_ = {new SliderHandle(f.imgStartSelHandle, Shape::kStart,
                                  {frmTimeline::imgStartSelHandle_MouseDown, frmTimeline::imgStartSelHandle_MouseMove,
-                                  frmTimeline::imgStartSelHandle_MouseUp},
+                                  frmTimeline::imgStartSelHandle_MouseUp, frmTimeline::SnapStartSel},
                                  "imgStartSelHandle", scale),
                 new SliderHandle(f.imgEndSelHandle, Shape::kEnd,
                                  {frmTimeline::imgEndSelHandle_MouseDown, frmTimeline::imgEndSelHandle_MouseMove,
-                                  frmTimeline::imgEndSelHandle_MouseUp},
+                                  frmTimeline::imgEndSelHandle_MouseUp, frmTimeline::SnapEndSel},
                                  "imgEndSelHandle", scale),
                 new SliderHandle(f.imgSliderHandle, Shape::kMain,
                                  {frmTimeline::imgSliderHandle_MouseDown, frmTimeline::imgSliderHandle_MouseMove,

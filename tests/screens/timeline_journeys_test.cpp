@@ -10,6 +10,7 @@
 
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QSlider>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -52,6 +53,23 @@ TEST_F(TimelineScreen, TheSelectionIsShownDraggedAndHidden)
     click(option("cmdSelSliders"));
     EXPECT_FALSE(isShown("imgEndSelHandle"));
     EXPECT_FALSE(shape("picVideo0").isVisible());
+}
+
+TEST_F(TimelineScreen, AHandleOfTheRangeGoesOnToACutWithCtrl)
+{
+    click(find("picScale"), {400, 10});
+    key(Qt::Key_F5); // from 400 to 500, where the first picture ends
+    QWidget& end = find("imgEndSelHandle");
+    const auto dragBy = [&](int pixels, Qt::KeyboardModifiers keys) {
+        press(end, {5, 5});
+        moveTo(end, {5 + pixels, 5});
+        release(end, {5, 5}, keys);
+        return shape("picVideo0").width() + 1;
+    };
+    EXPECT_EQ(dragBy(-3, {}), 97);
+    EXPECT_EQ(dragBy(-2, Qt::ControlModifier), 100);
+    EXPECT_EQ(find<QSlider>("sldSeekBar").maximum(), 5000);
+    EXPECT_EQ(dragBy(-20, Qt::ControlModifier), 80) << "too far";
 }
 
 TEST_F(TimelineScreen, ZoomingByKeysButtonsAndWheel)
