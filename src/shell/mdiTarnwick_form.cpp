@@ -249,7 +249,8 @@ void MainWindow::bindHooks()
 void MainWindow::tellSize()
 {
     constexpr std::int32_t kShareOfTimeline = 42; // of 100
-    forms::mdiTarnwick.TimelineHeight = std::clamp(ground_->height() * kShareOfTimeline / 100, 240, 420);
+    constexpr std::int32_t kLowest = 200;         // rows as high as their buttons' pictures; the preview needs the rest
+    forms::mdiTarnwick.TimelineHeight = std::clamp(ground_->height() * kShareOfTimeline / 100, kLowest, 420);
     mdiTarnwick::MDIForm_Resize(ground_->width(), ground_->height());
 }
 
@@ -280,11 +281,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (watched == ground_ && event->type() == QEvent::Resize) {
         tellSize();
     }
-    if (event->type() == QEvent::MouseMove) {
     if (event->type() == QEvent::KeyPress && qobject_cast<QAbstractItemView*>(watched) != nullptr
         && takeKeyFromList(static_cast<const QKeyEvent&>(*event))) {
         return true;
     }
+    if (event->type() == QEvent::MouseMove) {
         const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
         const auto hint = hints_.find(watched);
         // A move that a panel did not want comes to the ground as well.

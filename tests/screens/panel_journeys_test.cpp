@@ -145,6 +145,14 @@ TEST_F(PanelScreen, TheDividerGoesBackInANarrowWindow)
     EXPECT_EQ(find("tvwTimeline").width(), began);
 }
 
+TEST_F(PanelScreen, ASmallWindowLeavesThePreviewAPicture)
+{
+    window->resize(800, 480); // 1600 x 1000 at scale 2
+    settle();
+    EXPECT_GT(find("picDisplay").height(), 60);
+    EXPECT_GE(find("picEffect0").height(), 16) << "the pictures of the buttons beside it";
+}
+
 TEST_F(PanelScreen, DividersGiveRoomAndGoBack)
 {
     const auto list = [&] { return find("frmMediaList").parentWidget()->width(); };
