@@ -4,7 +4,10 @@
 #include "windowing/text.h"
 
 #include <QDir>
+#include <QFileSystemModel>
+#include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <algorithm>
 
@@ -92,6 +95,27 @@ QStringList chosenPaths(const QFileDialog& dialog)
     return paths;
 }
 
+void obeyTyped(const QFileDialog& dialog)
+{
+    const auto* const typed = dialog.findChild<QLineEdit*>("fileNameEdit");
+    const auto* const list = dialog.findChild<QListView*>("listView"); // the other view shares its marks
+    if (typed == nullptr || list == nullptr) {
+        return; // the desktop's own dialogue
+    }
+    QObject::connect(typed, &QLineEdit::textChanged, list, [&dialog, typed, list](const QString& text) {
+        if (!typed->hasFocus()) {
+            return; // a click into the list has changed it
+        }
+        const QStringList named = typedPaths(text.contains('"') ? text : '"' + text + '"', dialog.directory());
+        QItemSelectionModel& marks = *list->selectionModel();
+        for (const QModelIndex& mark : marks.selectedRows()) {
+            if (!named.contains(mark.data(QFileSystemModel::FilePathRole).toString())) {
+                marks.select(mark, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+            }
+        }
+    });
+}
+
 NewFileDialog::NewFileDialog(QWidget* parent, const SaveFileRequest& request, const QString& folder)
     : QFileDialog(parent, QObject::tr("Save As"), folder), endings_("." + fromProgram(request.defaultExtension))
 {
@@ -105,6 +129,7 @@ NewFileDialog::NewFileDialog(QWidget* parent, const SaveFileRequest& request, co
             endings_ << fromProgram(pattern).remove('*').toLower();
         }
     }
+    obeyTyped(*this);
     if (!request.name.empty()) {
         selectFile(fromProgram(request.name));
     }

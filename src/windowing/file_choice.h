@@ -16,6 +16,10 @@ QStringList toolkitFilters(const std::vector<FileFilter>& filters);
 /// those that its list does not show; they are here too, also when there is no such file.
 QStringList chosenPaths(const QFileDialog& dialog);
 
+/// From here on what is typed counts, wherever it lies. The toolkit marks in its list what the letters name on the way,
+/// folders too, takes the marks back by toggling them, and obeys a mark that is left rather than the text.
+void obeyTyped(const QFileDialog& dialog);
+
 /// Asks for the name of a new file. What is typed is one name, with the ending if it has none that the filters know:
 /// the toolkit takes quotes in it for the ends of several names, and leaves "film.v2" without an ending.
 class NewFileDialog final : public QFileDialog {

@@ -182,6 +182,7 @@ std::string QtCommonDialogs::openFiles(const OpenFileRequest& request)
     dialog.setNameFilters(filters);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    obeyTyped(dialog);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
         dialog.selectNameFilter(dialog.nameFilters().at(request.filterIndex - 1));
     }
@@ -212,6 +213,7 @@ std::string QtCommonDialogs::pickFolder(std::string_view title, std::string_view
     QFileDialog dialog(dialogOwner(), translated(title), fromProgram(folder));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
+    obeyTyped(dialog);
     return isAccepted(dialog) && !dialog.selectedFiles().isEmpty() ? toProgram(dialog.selectedFiles().front())
                                                                    : std::string();
 }

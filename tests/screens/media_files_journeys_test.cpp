@@ -89,6 +89,29 @@ TEST_F(MediaFilesScreen, EveryNameThatIsTypedIsOpenedOrTold)
     EXPECT_EQ(tipOf(0) + " " + tipOf(1), "still.bmp hidden.xyz");
 }
 
+TEST_F(MediaFilesScreen, APathThatLeadsUpIsOpenedFromAnyFolder)
+{
+    copied("still.bmp", "one/still.bmp");
+    const std::string above = copied("still.png", "still.png");
+    int count = 0;
+    for (const std::string& path : {above, std::string("../still.png")}) {
+        answers.work([&] {
+            QFileDialog& open = dialogue();
+            open.setDirectory(QString::fromStdString(folder() + "/one"));
+            auto* const edit = open.findChild<QLineEdit*>("fileNameEdit");
+            for (const char letter : path) { // the list is marked by each
+                QTest::keyClick(edit, letter);
+                settle();
+            }
+            QTest::keyClick(edit, Qt::Key_Return);
+            EXPECT_FALSE(open.isVisible()) << path;
+            open.close();
+        });
+        choose("&File", "Open &File...");
+        EXPECT_TRUE(says("Selected file: \"still.png\". Total Files in Media List: " + std::to_string(++count) + "."));
+    }
+}
+
 TEST_F(MediaFilesScreen, ComingBackToTheWindowShowsWhatWentAndCameMeanwhile)
 {
     const std::string path = copied("mpeg4.avi", "going.avi");
