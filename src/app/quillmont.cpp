@@ -35,6 +35,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QStringList>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -108,7 +109,7 @@ bool isUnknown(int count, char** words)
     return true;
 }
 
-/// Whether there is something to open a window on; an option may name it. The toolkit's way to say no is to abort.
+/// Whether something is named to open a window on; an option may do so.
 bool hasDisplay(int count, char** words)
 {
     const bool isNamed = std::any_of(words, words + count, [](const char* word) { return word[0] == '-'; });
@@ -119,6 +120,38 @@ bool hasDisplay(int count, char** words)
     }
     std::fputs("quillmont: there is no display to open a window on. quillmont-render works without one.\n", stderr);
     return false;
+}
+
+QStringList saidAtStart; // by the toolkit
+
+/// The toolkit tries displays by itself, and aborts when none answers: that is the one word of it that ends a start.
+void hearAtStart(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (type != QtFatalMsg) {
+        saidAtStart << qFormatLogMessage(type, context, text);
+        return;
+    }
+    std::string places;
+    for (const char* const name : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(name)) {
+            places += (places.empty() ? "" : ", ") + std::string(name) + "=" + qgetenv(name).toStdString();
+        }
+    }
+    std::fprintf(stderr, "quillmont: no window can be opened%s. quillmont-render works without one.\n",
+                 places.empty() ? "" : (" (" + places + ")").c_str());
+    std::_Exit(EXIT_FAILURE); // nothing stands yet that could be left in order
+}
+
+/// The toolkit, once it has its display.
+std::unique_ptr<QApplication> startToolkit(int& count, char** words)
+{
+    const QtMessageHandler usual = qInstallMessageHandler(hearAtStart);
+    auto application = std::make_unique<QApplication>(count, words);
+    qInstallMessageHandler(usual);
+    for (const QString& line : saidAtStart) {
+        std::fprintf(stderr, "%s\n", qPrintable(line));
+    }
+    return application;
 }
 
 /// In the status bar and in the log: the desktop itself may have shown nothing.
@@ -153,7 +186,7 @@ int main(int count, char** words)
     if (!hasDisplay(count, words)) {
         return EXIT_FAILURE;
     }
-    QApplication application(count, words);
+    const auto application = startToolkit(count, words);
     if (isUnknown(count, words)) {
         return kWrongWords;
     }

@@ -133,12 +133,19 @@ TEST_F(OneInstance, WordsThatOpenNothingAreAnswered)
         EXPECT_EQ(outcome.status, status) << said;
         EXPECT_NE((status == 0 ? outcome.out : outcome.err).find(said), std::string::npos) << outcome.err;
     }
-    const app_test::Outcome blind = app_test::Child({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u",
-                                                     "QT_QPA_PLATFORM", QUILLMONT_PROGRAM},
-                                                    home())
-                                        .end();
-    EXPECT_EQ(blind.status, 1);
-    EXPECT_NE(blind.err.find("there is no display"), std::string::npos) << blind.err;
+    const std::pair<std::string, std::string> blind[] = {
+        {"NONE=", "quillmont: there is no display to open a window on."},
+        {"DISPLAY=:4095", "quillmont: no window can be opened (DISPLAY=:4095)."},
+        {"QT_QPA_PLATFORM=fog", "quillmont: no window can be opened (QT_QPA_PLATFORM=fog)."},
+        {"WAYLAND_DISPLAY=gone", "quillmont: no window can be opened (WAYLAND_DISPLAY=gone)."}};
+    for (const auto& [place, said] : blind) {
+        const app_test::Outcome outcome = app_test::Child({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY",
+                                                           "-u", "QT_QPA_PLATFORM", place, QUILLMONT_PROGRAM},
+                                                          home())
+                                              .end();
+        EXPECT_EQ(outcome.status, 1) << place;
+        EXPECT_TRUE(outcome.err.starts_with(said)) << outcome.err;
+    }
 }
 
 } // namespace
