@@ -2,6 +2,7 @@
 
 #include "core/forms/frmPreferences.h"
 #include "core/shared_state.h"
+#include "core/show.h"
 #include "core/trap.h"
 #include "settings/ModuleSettings.h"
 
@@ -113,6 +114,7 @@ void StorePreferences()
     Trapped(kModule, "StorePreferences", [] {
         StoreGeneralSettingsInReg();
         StoreSaveOptionsToReg();
+        show::mark(); // the tutorial's window shows one of them too
     });
 }
 

@@ -7,6 +7,7 @@
 #include "windowing/help_pages.h"
 #include "windowing/icons.h"
 #include "windowing/scheme.h"
+#include "windowing/show_pass.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -55,6 +56,11 @@ HelpForm::HelpForm() : QWidget(nullptr, Qt::Window)
     makeKeys();
     refreshIcons();
     connect(page_, &QTextBrowser::historyChanged, this, [this] { pageShown(); });
+    showPass().add(this, [this] {
+        if (hideTutorial_->isVisible()) {
+            hideTutorial_->setChecked(mdiTarnwick::IsTutorialHidden());
+        }
+    });
 }
 
 QAction* HelpForm::addTool(QToolBar& bar, const char* name, const char* picture, const QString& text,

@@ -1,5 +1,6 @@
 #include "shell/tutorial.h"
 
+#include "core/forms/frmPreferences.h"
 #include "core/platform.h"
 #include "core/shared_state.h"
 #include "core/trap.h"
@@ -53,7 +54,11 @@ bool IsTutorialHidden()
 
 void HideTutorialAtStart(bool hide)
 {
+    forms::FrmPreferences& options = forms::frmPreferences; // which may stand open beside it
+    const bool couldApply = options.cmdApply.Enabled;
     ModuleSettings::HideTutorial = hide ? 1 : 0;
+    options.chkDoNotShowTutorial.Value = ModuleSettings::HideTutorial;
+    options.cmdApply.Enabled = couldApply; // this much is applied
     ports.settings->save(state::AppSection, kSection, kKey, hide ? "1" : "0");
 }
 

@@ -14,6 +14,7 @@ void mnuHelpTutorial_Click();
 void ShowTutorialAtStart();
 /// What the settings say of it.
 bool IsTutorialHidden();
+/// Says it there, and in the preferences' dialogue.
 void HideTutorialAtStart(bool hide);
 
 } // namespace mdiTarnwick

@@ -149,7 +149,26 @@ TEST_F(HelpScreen, TheTutorialShowsAtTheStartUntilItIsSwitchedOff)
     key(Qt::Key_F1, Qt::ControlModifier);
     EXPECT_TRUE(help()->isVisible());
     EXPECT_TRUE(hide.isChecked());
-    hide.click();
+    bool isLeft = false;
+    answers.work([&] { // beside it
+        auto& options = *QApplication::activeModalWidget();
+        auto& same = *options.findChild<QCheckBox*>("chkDoNotShowTutorial");
+        EXPECT_TRUE(same.isChecked());
+        hide.click();
+        EXPECT_TRUE(until([&] { return !same.isChecked(); }));
+        auto& apply = *options.findChild<QPushButton*>("cmdApply");
+        EXPECT_FALSE(apply.isEnabled());
+        same.click();
+        EXPECT_TRUE(until([&] { return apply.isEnabled(); }));
+        apply.click();
+        EXPECT_TRUE(until([&] { return hide.isChecked(); }));
+        same.click();
+        options.findChild<QPushButton*>("cmdOk")->click();
+        isLeft = true;
+    });
+    window->findChild<QAction*>("mnuToolsOptions")->trigger();
+    EXPECT_TRUE(isLeft);
+    EXPECT_TRUE(until([&] { return !hide.isChecked(); }));
     EXPECT_FALSE(mdiTarnwick::IsTutorialHidden());
     helpKey(page(), Qt::Key_F1);
     EXPECT_FALSE(hide.isVisible()); // it is about that page alone
