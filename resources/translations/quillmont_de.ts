@@ -733,7 +733,7 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
     </message>
     <message>
         <source>&amp;Audio Compressor</source>
-        <translation>&amp;Audiokompressor</translation>
+        <translation>Audi&amp;okompressor</translation>
     </message>
     <message>
         <source>Audio C&amp;ompressor</source>
@@ -1781,7 +1781,7 @@ Bitte Quillmont neu installieren.</translation>
     </message>
     <message>
         <source>&amp;Frame Rate (FPS)</source>
-        <translation>&amp;Bildrate (B/s)</translation>
+        <translation>Bild&amp;rate (B/s)</translation>
     </message>
     <message>
         <source>Frame rate:</source>
@@ -2049,7 +2049,7 @@ Bitte Quillmont neu installieren.</translation>
     </message>
     <message>
         <source>&amp;Key Frame Rate</source>
-        <translation>&amp;Schlüsselbildrate</translation>
+        <translation>S&amp;chlüsselbildrate</translation>
     </message>
     <message>
         <source>Key Frame Rate</source>
@@ -2181,7 +2181,7 @@ Bitte Quillmont neu installieren.</translation>
     </message>
     <message>
         <source>&amp;Lock Aspect Ratio</source>
-        <translation>Seiten&amp;verhältnis festhalten</translation>
+        <translation>Seitenverhältnis &amp;festhalten</translation>
     </message>
     <message>
         <source>Look for it by its words in the field above the contents, or begin at: %1</source>
@@ -2853,7 +2853,7 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
     </message>
     <message>
         <source>&amp;Predicted Frame Frequency</source>
-        <translation>&amp;Vorhergesagte Bildrate</translation>
+        <translation>Rate vorh&amp;ergesagter Bilder</translation>
     </message>
     <message>
         <source>Present color</source>
@@ -2945,7 +2945,7 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
     </message>
     <message>
         <source>&amp;Properties...</source>
-        <translation>&amp;Eigenschaften...</translation>
+        <translation>Eigen&amp;schaften...</translation>
     </message>
     <message>
         <source>Put it back</source>
@@ -3281,7 +3281,7 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
     </message>
     <message>
         <source>Save snaps in &amp;other dimension (specify Snap Dimension)</source>
-        <translation>Standbilder in anderer &amp;Größe speichern (Standbildgröße angeben)</translation>
+        <translation>Standbilder in anderer Größe &amp;speichern (Standbildgröße angeben)</translation>
     </message>
     <message>
         <source>Save Timeline</source>
@@ -4637,7 +4637,7 @@ Möchten Sie trotzdem fortfahren?</translation>
     </message>
     <message>
         <source>Vi&amp;deo Device</source>
-        <translation>Vi&amp;deogerät</translation>
+        <translation>Video&amp;gerät</translation>
     </message>
     <message>
         <source>Video device could not be initialized.</source>
@@ -4649,11 +4649,11 @@ Möchten Sie trotzdem fortfahren?</translation>
     </message>
     <message>
         <source>Video &amp;Dimension</source>
-        <translation>Video&amp;größe</translation>
+        <translation>Bild&amp;größe</translation>
     </message>
     <message>
         <source>Video Dimension</source>
-        <translation>Videogröße</translation>
+        <translation>Bildgröße</translation>
     </message>
     <message>
         <source>Video &amp;dimension:</source>
