@@ -430,6 +430,14 @@ Möchten Sie die Datei ersetzen?</translation>
         <translation>1 Seite</translation>
     </message>
     <message>
+        <source>50 Hz</source>
+        <translation>50 Hz</translation>
+    </message>
+    <message>
+        <source>60 Hz</source>
+        <translation>60 Hz</translation>
+    </message>
+    <message>
         <source>A capture runs</source>
         <translation>Eine Aufnahme läuft</translation>
     </message>
@@ -664,6 +672,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>ein anderes Projekt wurde geöffnet</translation>
     </message>
     <message>
+        <source>Aperture Priority Mode</source>
+        <translation>Blende von Hand</translation>
+    </message>
+    <message>
         <source>Application Access Failure.</source>
         <translation>Kein Zugriff auf das Programm.</translation>
     </message>
@@ -836,6 +848,22 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>A&amp;utor:</translation>
     </message>
     <message>
+        <source>Auto</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>Auto Exposure</source>
+        <translation>Belichtungsautomatik</translation>
+    </message>
+    <message>
+        <source>Auto Exposure, Bias</source>
+        <translation>Belichtungskorrektur</translation>
+    </message>
+    <message>
+        <source>Auto Mode</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
         <source>&amp;AVI</source>
         <translation>&amp;AVI</translation>
     </message>
@@ -872,6 +900,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>&amp;Hintergrundfarbe...</translation>
     </message>
     <message>
+        <source>Backlight Compensation</source>
+        <translation>Gegenlichtausgleich</translation>
+    </message>
+    <message>
         <source>Bad file name or number</source>
         <translation>Ungültiger Dateiname</translation>
     </message>
@@ -904,6 +936,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>Blau</translation>
     </message>
     <message>
+        <source>Blue Balance</source>
+        <translation>Blauanteil</translation>
+    </message>
+    <message>
         <source>&amp;Blur</source>
         <translation>&amp;Unschärfe</translation>
     </message>
@@ -922,6 +958,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
     <message>
         <source>B&amp;ottom Right</source>
         <translation>U&amp;nten rechts</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Helligkeit</translation>
     </message>
     <message>
         <source>&amp;Bring Back</source>
@@ -1216,6 +1256,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
         <translation>Grobe Blöcke, die wachsen und wieder kleiner werden.</translation>
     </message>
     <message>
+        <source>Color Effects</source>
+        <translation>Farbeffekte</translation>
+    </message>
+    <message>
         <source>Color Settings</source>
         <translation>Farben</translation>
     </message>
@@ -1254,6 +1298,10 @@ Freie Software unter der GNU General Public License, Version 3 oder neuer, ohne 
     <message>
         <source>Contents or index</source>
         <translation>Inhalt oder Index</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>Kontrast</translation>
     </message>
     <message>
         <source>Control volume</source>
@@ -1648,6 +1696,30 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Been&amp;den</translation>
     </message>
     <message>
+        <source>Exposure</source>
+        <translation>Belichtung</translation>
+    </message>
+    <message>
+        <source>Exposure (Absolute)</source>
+        <translation>Belichtungszeit</translation>
+    </message>
+    <message>
+        <source>Exposure Time, Absolute</source>
+        <translation>Belichtungszeit</translation>
+    </message>
+    <message>
+        <source>Exposure, Auto</source>
+        <translation>Belichtungsautomatik</translation>
+    </message>
+    <message>
+        <source>Exposure, Auto Priority</source>
+        <translation>Bildrate nach der Belichtung</translation>
+    </message>
+    <message>
+        <source>Exposure, Dynamic Framerate</source>
+        <translation>Bildrate nach der Belichtung</translation>
+    </message>
+    <message>
         <source>Facts of the selected file</source>
         <translation>Angaben zur gewählten Datei</translation>
     </message>
@@ -1732,6 +1804,22 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Erstes Bild des Overlays</translation>
     </message>
     <message>
+        <source>Focus (absolute)</source>
+        <translation>Entfernung der Schärfe</translation>
+    </message>
+    <message>
+        <source>Focus, Absolute</source>
+        <translation>Entfernung der Schärfe</translation>
+    </message>
+    <message>
+        <source>Focus, Auto</source>
+        <translation>Autofokus</translation>
+    </message>
+    <message>
+        <source>Focus, Automatic Continuous</source>
+        <translation>Autofokus</translation>
+    </message>
+    <message>
         <source>Folder</source>
         <translation>Ordner</translation>
     </message>
@@ -1806,6 +1894,22 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>from the next start on</source>
         <translation>ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation>Verstärkung</translation>
+    </message>
+    <message>
+        <source>Gain, Auto</source>
+        <translation>Verstärkung automatisch</translation>
+    </message>
+    <message>
+        <source>Gain, Automatic</source>
+        <translation>Verstärkung automatisch</translation>
+    </message>
+    <message>
+        <source>Gamma</source>
+        <translation>Gamma</translation>
     </message>
     <message>
         <source>&amp;General</source>
@@ -1900,12 +2004,24 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Verlauf</translation>
     </message>
     <message>
+        <source>Horizontal Flip</source>
+        <translation>Waagerecht spiegeln</translation>
+    </message>
+    <message>
         <source>How far the task has come.</source>
         <translation>Wie weit der Vorgang ist.</translation>
     </message>
     <message>
         <source>How loud you hear it. It changes nothing in the film.</source>
         <translation>Wie laut Sie es hören. Am Film ändert es nichts.</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Farbton</translation>
+    </message>
+    <message>
+        <source>Hue, Automatic</source>
+        <translation>Farbton automatisch</translation>
     </message>
     <message>
         <source>If you are in middle of something, the process you were working on may not work completely.</source>
@@ -1974,6 +2090,10 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>Invalid Project Name. Please specify a different name.</source>
         <translation>Ungültiger Projektname. Bitte einen anderen Namen angeben.</translation>
+    </message>
+    <message>
+        <source>Iris, Absolute</source>
+        <translation>Blende</translation>
     </message>
     <message>
         <source>it begins before the one ahead of it ends</source>
@@ -2218,6 +2338,10 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>Making pictures</source>
         <translation>Bilder entstehen</translation>
+    </message>
+    <message>
+        <source>Manual Mode</source>
+        <translation>Von Hand</translation>
     </message>
     <message>
         <source>Marker %1</source>
@@ -2660,6 +2784,14 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
         <translation>Seiten mit diesen Worten</translation>
     </message>
     <message>
+        <source>Pan (Absolute)</source>
+        <translation>Schwenken</translation>
+    </message>
+    <message>
+        <source>Pan, Absolute</source>
+        <translation>Schwenken</translation>
+    </message>
+    <message>
         <source>Part of the timeline in view</source>
         <translation>Sichtbarer Teil der Zeitleiste</translation>
     </message>
@@ -2852,6 +2984,10 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
         <translation>Text anordnen - oben rechts</translation>
     </message>
     <message>
+        <source>Power Line Frequency</source>
+        <translation>Netzfrequenz</translation>
+    </message>
+    <message>
         <source>&amp;Predicted Frame Frequency</source>
         <translation>Rate vorh&amp;ergesagter Bilder</translation>
     </message>
@@ -2906,6 +3042,10 @@ oder ziehen Sie sie aus der Dateiverwaltung hierher.</translation>
     <message>
         <source>Primary colors:</source>
         <translation>Grundfarben:</translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation>Objektiv verdeckt</translation>
     </message>
     <message>
         <source>P&amp;rofile</source>
@@ -3064,6 +3204,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Rot</translation>
     </message>
     <message>
+        <source>Red Balance</source>
+        <translation>Rotanteil</translation>
+    </message>
+    <message>
         <source>&amp;Redo</source>
         <translation>Wiederhole&amp;n</translation>
     </message>
@@ -3212,6 +3356,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Abtastwerte je Sekunde</translation>
     </message>
     <message>
+        <source>Saturation</source>
+        <translation>Sättigung</translation>
+    </message>
+    <message>
         <source>&amp;Save</source>
         <translation>&amp;Speichern</translation>
     </message>
@@ -3352,6 +3500,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Zeitskala der Zeitleiste</translation>
     </message>
     <message>
+        <source>Scene Mode</source>
+        <translation>Motivprogramm</translation>
+    </message>
+    <message>
         <source>Screen</source>
         <translation>Bildschirm</translation>
     </message>
@@ -3488,6 +3640,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
         <translation>Einstellung:</translation>
     </message>
     <message>
+        <source>Sharpness</source>
+        <translation>Schärfe</translation>
+    </message>
+    <message>
         <source>Short clips that fit into a letter.</source>
         <translation>Kurze Filme, die in eine Nachricht passen.</translation>
     </message>
@@ -3586,6 +3742,10 @@ Möchten Sie sie zurückholen? Das gespeicherte Projekt bleibt, wie es ist, bis 
     <message>
         <source>Shuffle Sources</source>
         <translation>Quellen umstellen</translation>
+    </message>
+    <message>
+        <source>Shutter Priority Mode</source>
+        <translation>Zeit von Hand</translation>
     </message>
     <message>
         <source>Size</source>
@@ -4258,6 +4418,14 @@ Wir sammeln weder Ihre Dateien noch Namen, Anschrift, E-Mail-Adresse oder andere
         <translation>Dieses Bild kann nicht gezeigt werden.</translation>
     </message>
     <message>
+        <source>Tilt (Absolute)</source>
+        <translation>Neigen</translation>
+    </message>
+    <message>
+        <source>Tilt, Absolute</source>
+        <translation>Neigen</translation>
+    </message>
+    <message>
         <source>Time scale</source>
         <translation>Zeitskala</translation>
     </message>
@@ -4612,6 +4780,10 @@ Möchten Sie trotzdem fortfahren?</translation>
         <translation>Version %1</translation>
     </message>
     <message>
+        <source>Vertical Flip</source>
+        <translation>Senkrecht spiegeln</translation>
+    </message>
+    <message>
         <source>&amp;Video</source>
         <translation>&amp;Video</translation>
     </message>
@@ -4858,6 +5030,34 @@ wird hier abgespielt.</translation>
         <translation>Weiß</translation>
     </message>
     <message>
+        <source>White Balance Blue Component</source>
+        <translation>Weißabgleich, Blauanteil</translation>
+    </message>
+    <message>
+        <source>White Balance Component, Auto</source>
+        <translation>Weißabgleich automatisch</translation>
+    </message>
+    <message>
+        <source>White Balance Red Component</source>
+        <translation>Weißabgleich, Rotanteil</translation>
+    </message>
+    <message>
+        <source>White Balance Temperature</source>
+        <translation>Farbtemperatur des Weißabgleichs</translation>
+    </message>
+    <message>
+        <source>White Balance Temperature, Auto</source>
+        <translation>Weißabgleich automatisch</translation>
+    </message>
+    <message>
+        <source>White Balance, Auto</source>
+        <translation>Weißabgleich automatisch</translation>
+    </message>
+    <message>
+        <source>White Balance, Automatic</source>
+        <translation>Weißabgleich automatisch</translation>
+    </message>
+    <message>
         <source>Wh&amp;ole Film</source>
         <translation>Ganzer &amp;Film</translation>
     </message>
@@ -4964,6 +5164,10 @@ wird hier abgespielt.</translation>
     <message>
         <source>Zoom &amp;Out Timeline Scale</source>
         <translation>Zeits&amp;kala verkleinern</translation>
+    </message>
+    <message>
+        <source>Zoom, Absolute</source>
+        <translation>Zoom</translation>
     </message>
 </context>
 </TS>

@@ -25,10 +25,10 @@
 namespace screens_test {
 namespace {
 
-/// Names, formats and what the system itself says.
+/// Names, formats and what the system itself says, as the driver's name of a control that is no common one.
 const QRegularExpression kNeedsNone(
     R"(^(Quillmont|Deutsch|.*\.(avi|bmp|png|mp4|qpj|wav|mid)\b.*|/.*|[A-Z0-9 .\-/()]+|\d[\d.,: x%]*[A-Za-z/]{0,4}|)"
-    R"(\d+ \w+ \d{4} [\d:]+|MPEG-4|Motion JPEG|.*(Windows Media|Cinepak|Mu-law|A-law|HuffYUV|ADPCM|Xvid|MS-MPEG4|FFV1|H\.264|Ut Video).*)$)");
+    R"(\d+ \w+ \d{4} [\d:]+|MPEG-4|Motion JPEG|Mirror|.*(Windows Media|Cinepak|Mu-law|A-law|HuffYUV|ADPCM|Xvid|MS-MPEG4|FFV1|H\.264|Ut Video).*)$)");
 
 class GermanScreen : public ScreenTest {
 protected:
@@ -301,6 +301,7 @@ void GermanScreen::goThroughTheDialogues()
                [&](QDialog& capture) {
                    inDialogue([&] { pick(capture, "mnuCaptureOptions"); });
                    inDialogue([&] { pick(capture, "mnuCaptureStart"); });
+                   inDialogue([&] { pick(capture, "mnuCaptureCameraSettings"); });
                });
     qunsetenv("QUILLMONT_TEST_DEVICES");
     inDialogue([&] { pick(*window, "mnuFileNewProject"); });
