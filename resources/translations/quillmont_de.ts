@@ -1948,6 +1948,14 @@ Bitte Quillmont neu installieren.</translation>
         <translation>Geht zu diesem Schritt, wie ein Klick</translation>
     </message>
     <message>
+        <source>GPL version 2 or later</source>
+        <translation>GPL, Version 2 oder neuer</translation>
+    </message>
+    <message>
+        <source>GPL version 3 or later</source>
+        <translation>GPL, Version 3 oder neuer</translation>
+    </message>
+    <message>
         <source>&amp;Green</source>
         <translation>&amp;Grün</translation>
     </message>
@@ -2232,6 +2240,14 @@ Bitte Quillmont neu installieren.</translation>
         <translation>LGPL, Version 2.1 oder neuer</translation>
     </message>
     <message>
+        <source>LGPL version 3</source>
+        <translation>LGPL, Version 3</translation>
+    </message>
+    <message>
+        <source>LGPL version 3 or later</source>
+        <translation>LGPL, Version 3 oder neuer</translation>
+    </message>
+    <message>
         <source>&amp;Libraries</source>
         <translation>&amp;Bibliotheken</translation>
     </message>
@@ -2390,6 +2406,10 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>Medium Quality (Recommended)</source>
         <translation>Mittlere Qualität (empfohlen)</translation>
+    </message>
+    <message>
+        <source>MIT licence</source>
+        <translation>MIT-Lizenz</translation>
     </message>
     <message>
         <source>More in the help</source>
@@ -2570,6 +2590,10 @@ Bitte Quillmont neu installieren.</translation>
     <message>
         <source>None</source>
         <translation>Keines</translation>
+    </message>
+    <message>
+        <source>nonfree and unredistributable</source>
+        <translation>unfrei und nicht weiterzugeben</translation>
     </message>
     <message>
         <source>Not enough memory to capture to "%1".</source>

@@ -1,6 +1,7 @@
 #include "shell/about_form.h"
 
 #include "windowing/icons.h"
+#include "windowing/language.h"
 #include "windowing/text.h"
 
 #include <QApplication>
@@ -76,7 +77,7 @@ QTreeWidget* libraryList()
     list->setAllColumnsShowFocus(true);
     for (const engine::LibraryFacts& library : libraries()) {
         list->addTopLevelItem(new QTreeWidgetItem(
-            {fromProgram(library.name), fromProgram(library.version), fromProgram(library.licence)}));
+            {fromProgram(library.name), fromProgram(library.version), translated(library.licence)}));
     }
     list->setCurrentItem(list->topLevelItem(0));
     constexpr int kBetween = 16;

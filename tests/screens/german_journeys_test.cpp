@@ -3,7 +3,9 @@
 
 #include "screens/screen_harness.h"
 #include "settings/screen_language.h"
+#include "shell/about_form.h"
 #include "shell/help_index_form.h"
+#include "twcore/libraries.h"
 #include "windowing/language.h"
 
 #include <QAction>
@@ -305,6 +307,8 @@ void GermanScreen::goThroughTheDialogues()
                });
     qunsetenv("QUILLMONT_TEST_DEVICES");
     inDialogue([&] { pick(*window, "mnuFileNewProject"); });
+    about::engineLibraries = twcore::libraries;
+    inDialogue([&] { pick(*window, "mnuHelpAbout"); });
 }
 
 TEST_F(GermanScreen, TheDialogues) { goThroughTheDialogues(); }
