@@ -4486,10 +4486,6 @@ Wir sammeln weder Ihre Dateien noch Namen, Anschrift, E-Mail-Adresse oder andere
         <translation>Welche Daten der Bericht enthält:</translation>
     </message>
     <message>
-        <source>To see what data this report contains, &lt;a href="#"&gt;click here&lt;/a&gt;</source>
-        <translation>Welche Daten der Bericht enthält: &lt;a href="#"&gt;hier klicken&lt;/a&gt;</translation>
-    </message>
-    <message>
         <source>&amp;Tools</source>
         <translation>&amp;Werkzeuge</translation>
     </message>

@@ -3,6 +3,7 @@
 #include "report/frmbug.h"
 #include "windowing/icons.h"
 #include "windowing/qt_ports.h"
+#include "windowing/scheme.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -47,9 +48,10 @@ void show()
     column->addWidget(paragraph(QObject::tr("We have created error report that you can send to help us improve "
                                             "Quillmont. We will treat this as confidential and anonymous."),
                                 &dialog));
-    auto* const contents = paragraph(QObject::tr("To see what data this report contains,") + " <a href=\"#\">"
-                                         + QObject::tr("click here") + "</a>",
-                                     &dialog);
+    const QString link = QString("<a href=\"#\" style=\"color: %1\">%2</a>")
+                             .arg(linkColour(dialog.palette(), QPalette::Window).name(), QObject::tr("click here"));
+    auto* const contents =
+        paragraph(QString("%1 %2").arg(QObject::tr("To see what data this report contains,"), link), &dialog);
     contents->setObjectName("lblReportContents");
     contents->setTextFormat(Qt::RichText);
     contents->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);

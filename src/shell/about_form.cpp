@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -112,6 +113,9 @@ QWidget* licencePage()
     text->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text->setLineWrapMode(QPlainTextEdit::NoWrap);
+    constexpr int kColumns = 80; // of its longest lines
+    text->setMinimumWidth(text->fontMetrics().averageCharWidth() * kColumns
+                          + text->verticalScrollBar()->sizeHint().width());
     return text;
 }
 

@@ -15,15 +15,6 @@ namespace {
 
 constexpr int kMarginPx = 22;
 
-/// Links as the palette has them, unless that cannot be read on its ground, as where only the ground was made dark.
-QColor linkColour(const QPalette& palette)
-{
-    const QColor link = palette.color(QPalette::Link);
-    const int apart = std::abs(qGray(link.rgb()) - qGray(palette.color(QPalette::Base).rgb()));
-    constexpr int kReadable = 90;
-    return apart >= kReadable ? link : isDark(palette) ? QColor(0x7A, 0xB8, 0xF5) : QColor(0x1A, 0x5F, 0xB4);
-}
-
 /// A shade of the ground, for keys and the heads of tables.
 QColor shade(const QPalette& palette)
 {
@@ -44,7 +35,7 @@ QString pageStyle(const QPalette& palette, const QFont& font)
                    "td { padding: 4px 10px; }"
                    "kbd { background-color: %1; font-family: '%2'; }"
                    "a { color: %3; }")
-        .arg(shade(palette).name(), font.family(), linkColour(palette).name());
+        .arg(shade(palette).name(), font.family(), linkColour(palette, QPalette::Base).name());
 }
 
 QByteArray missingPage(const QUrl& address)

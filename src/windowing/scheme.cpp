@@ -2,6 +2,8 @@
 
 #include "core/colours.h"
 
+#include <cstdlib>
+
 namespace {
 
 QColor plain(std::int32_t colour) { return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF); }
@@ -48,6 +50,14 @@ QPalette emptyFieldWords(const QPalette& palette)
     words.setColor(QPalette::PlaceholderText,
                    mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.35));
     return words;
+}
+
+QColor linkColour(const QPalette& palette, QPalette::ColorRole ground)
+{
+    const QColor link = palette.color(QPalette::Link);
+    const int apart = std::abs(qGray(link.rgb()) - qGray(palette.color(ground).rgb()));
+    constexpr int kReadable = 90;
+    return apart >= kReadable ? link : isDark(palette) ? QColor(0x7A, 0xB8, 0xF5) : QColor(0x1A, 0x5F, 0xB4);
 }
 
 QColor hairline(const QPalette& palette)

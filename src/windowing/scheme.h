@@ -19,5 +19,7 @@ QColor quietText(const QPalette& palette);
 /// Only a colour for the words in an empty field: dark desktops do not all tell one, and the toolkit's own is too
 /// faint.
 QPalette emptyFieldWords(const QPalette& palette);
+/// Links as the palette has them, unless that cannot be read on this ground, as where only the ground was made dark.
+QColor linkColour(const QPalette& palette, QPalette::ColorRole ground);
 /// For hair lines between panels.
 QColor hairline(const QPalette& palette);
