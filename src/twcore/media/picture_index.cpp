@@ -87,7 +87,10 @@ std::shared_ptr<const PictureIndex> PictureIndex::build(const MediaFile& media, 
             break;
         }
         const std::int64_t decodeTime = packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
-        const PictureKind kind = media.picture->reorders ? kinds.read(*packet) : PictureKind{};
+        PictureKind kind = media.picture->reorders ? kinds.read(*packet) : PictureKind{};
+        if (!kind.isKey) {
+            kind.isKey = isKeyByHead(stream.codecpar->codec_id, *packet);
+        }
         const bool isKey = (packet->flags & AV_PKT_FLAG_KEY) != 0 && kind.isKey.value_or(true);
         index->packets_.push_back({packet->pos, storedTime, decodeTime, packet->size, isKey});
         index->isPacked_ = kinds.isPacked();

@@ -30,6 +30,32 @@ std::string_view textOf(const std::uint8_t* data, int size)
 
 } // namespace
 
+std::optional<bool> isKeyByHead(AVCodecID codec, const AVPacket& packet)
+{
+    constexpr int kHeadBytes = 11;
+    if (packet.size < kHeadBytes) {
+        return std::nullopt;
+    }
+    const std::uint8_t* const head = packet.data;
+    switch (codec) {
+    case AV_CODEC_ID_FFV1: // the first choice of the range coder, whose sides are alike
+        return (head[0] << 8 | head[1]) >= 0x7F80;
+    case AV_CODEC_ID_MSMPEG4V2:
+    case AV_CODEC_ID_MSMPEG4V3:
+    case AV_CODEC_ID_WMV1:
+        return head[0] >> 6 == 0;
+    case AV_CODEC_ID_WMV2:
+        return head[0] >> 7 == 0;
+    case AV_CODEC_ID_CINEPAK: { // the kind of the first strip
+        constexpr int kWhole = 0x10, kLeaning = 0x11;
+        const int strip = head[kHeadBytes - 1];
+        return strip == kWhole || strip == kLeaning ? std::optional(strip == kWhole) : std::nullopt;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
 PictureKindReader::PictureKindReader(const AVCodecParameters& parameters)
     : isMpeg4_(parameters.codec_id == AV_CODEC_ID_MPEG4),
       isNumbered_(parameters.codec_id == AV_CODEC_ID_H264 || parameters.codec_id == AV_CODEC_ID_HEVC)

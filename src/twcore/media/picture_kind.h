@@ -19,6 +19,10 @@ struct PictureKind {
     std::optional<int> orderNumber; // where the codec writes one: pictures of a group are shown by it
 };
 
+/// Whether decoding may begin at a packet of a codec that has no parser, by its first bits; nullopt where they do not
+/// tell, and of other codecs. AVI files without a list call every packet a key frame.
+std::optional<bool> isKeyByHead(AVCodecID codec, const AVPacket& packet);
+
 class PictureKindReader {
 public:
     explicit PictureKindReader(const AVCodecParameters& parameters);

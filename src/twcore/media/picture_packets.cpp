@@ -1,5 +1,7 @@
 #include "twcore/media/picture_packets.h"
 
+#include "twcore/media/picture_kind.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -116,7 +118,9 @@ bool PicturePackets::jumpByIndex(const PictureIndex& index, std::size_t keyOrdin
         if (!ordinal) {
             ++unknown;
         } else if (*ordinal == keyOrdinal) {
-            return !index.isFromFile() || (packet.flags & AV_PKT_FLAG_KEY) != 0;
+            return !index.isFromFile()
+                   || ((packet.flags & AV_PKT_FLAG_KEY) != 0
+                       && isKeyByHead(stream().codecpar->codec_id, packet).value_or(true));
         } else if (*ordinal > keyOrdinal) {
             return false;
         }

@@ -1,5 +1,6 @@
 #include "twcore/save/packet_rules.h"
 
+#include "twcore/media/picture_kind.h"
 #include "twcore/save/stream_description.h"
 
 #include <algorithm>
@@ -266,7 +267,7 @@ bool PacketRules::take(const AVPacket& packet, bool isKey) const
     return packet.size > 0 && (packet.flags & kDoubtful) == 0
            && av_packet_get_side_data(&packet, AV_PKT_DATA_NEW_EXTRADATA, nullptr) == nullptr
            && (byteCount_ == 0 || static_cast<std::size_t>(packet.size) == byteCount_)
-           && takeByKind(bytesOf(packet), isKey);
+           && isKeyByHead(codec_, packet).value_or(isKey) == isKey && takeByKind(bytesOf(packet), isKey);
 }
 
 bool PacketRules::takeByKind(Bytes packet, bool isKey) const

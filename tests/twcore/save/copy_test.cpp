@@ -205,6 +205,33 @@ TEST_F(SaveTest, KeyPicturesThatFollowEachOtherBearOtherNumbers)
     EXPECT_EQ(std::ranges::adjacent_find(numbers), numbers.end()) << testing::PrintToString(numbers);
 }
 
+TEST_F(SaveTest, KeyFramesOfAFileWithoutAListAreFound)
+{
+    for (const char* compressor : {"FFV1", "MS-MPEG4 V3", "Windows Media Video 8", "MPEG-4"}) {
+        SCOPED_TRACE(compressor);
+        SetUp();
+        const SaveWords words{.video = compressor, .keyFrameRate = kGroup};
+        layBoth("h264.mp4", {0, 4800, 0, 4800});
+        saved(words, "source.avi");
+        const std::string film = bytesOf(folder / "source.avi");
+        const auto list = film.rfind("idx1");
+        ASSERT_NE(list, std::string::npos);
+        std::string lying = film; // every one a key frame
+        for (auto at = list + 12; at + 16 <= film.size(); at += 16) {
+            lying[at] = 16;
+        }
+        for (const std::string& bytes : {film.substr(0, list), lying}) {
+            SetUp();
+            testmedia::writeBytes(folder / "source.avi", bytes);
+            const Handle picture = openStream(openFile((folder / "source.avi").string()), 0);
+            for (const auto& piece : kPieces) {
+                lay(video, picture, piece);
+            }
+            EXPECT_EQ(numbersOf(saved(words, "copied.avi")), expectedNumbers(kPieces, 25, 0, 4000));
+        }
+    }
+}
+
 TEST_F(SaveTest, AHoleInAFileIsWhatItIsWithoutCopies)
 {
     layBoth("h264.mp4", {0, 4800, 0, 4800});
