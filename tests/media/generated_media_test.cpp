@@ -20,7 +20,7 @@ void checkPictures(const MediaEntry& entry, const Movie& movie)
     for (int i = 0; i < entry.frames; ++i)
         if (dropped.empty() || i < std::stoi(dropped) || i > std::stoi(dropped.substr(dropped.rfind('.') + 1)))
             expected.push_back(entry.firstNumber + i);
-    EXPECT_EQ(testing::PrintToString(movie.numbers()), testing::PrintToString(expected));
+    EXPECT_EQ(movie.numbers(), expected);
 
     EXPECT_EQ(movie.rotationDegrees, entry.noteNumber("rotation"));
     if (const std::string aspect = entry.note("aspect"); !aspect.empty()) {

@@ -3,6 +3,7 @@
 #include "twcore/media/picture_reader.h"
 #include "twcore/save/packet_rules.h"
 #include "twcore/save/save_harness.h"
+#include "twcore/save/source_packets.h"
 
 #include <algorithm>
 #include <bit>
@@ -32,8 +33,9 @@ int copiedOf(const std::vector<Place>& pieces, int group)
     return count;
 }
 
-/// The same packets in another kind of file, those of the picture that much later.
-void putInto(const std::filesystem::path& to, const std::filesystem::path& from, int lateMs = 0)
+/// The same packets in another kind of file, those of the picture that much later, and with something more.
+void putInto(const std::filesystem::path& to, const std::filesystem::path& from, int lateMs = 0,
+             const std::string& more = {})
 {
     AVFormatContext *in = nullptr, *out = nullptr;
     ASSERT_EQ(avformat_open_input(&in, from.c_str(), nullptr, nullptr), 0);
@@ -48,6 +50,10 @@ void putInto(const std::filesystem::path& to, const std::filesystem::path& from,
     ASSERT_GE(avio_open(&out->pb, to.c_str(), AVIO_FLAG_WRITE), 0);
     ASSERT_GE(avformat_write_header(out, nullptr), 0);
     for (auto packet = twcore::makePacket(); av_read_frame(in, packet.get()) >= 0;) {
+        const int size = packet->size;
+        if (packet->stream_index == 0 && av_grow_packet(packet.get(), static_cast<int>(more.size())) == 0) {
+            std::ranges::copy(more, packet->data + size);
+        }
         const auto index = static_cast<unsigned>(packet->stream_index);
         packet->dts += index == 0 ? av_rescale_q(lateMs, {1, 1000}, in->streams[0]->time_base) : 0;
         packet->pts = packet->dts;
@@ -232,6 +238,26 @@ TEST_F(SaveTest, KeyFramesOfAFileWithoutAListAreFound)
     }
 }
 
+TEST_F(SaveTest, GroupsTooLargeToBeHeldAreReadAgain)
+{
+    const SaveWords words{.video = "H.264", .audio = "MP3", .keyFrameRate = kGroup};
+    layBoth("h264.mp4", {0, 1960, 0, 1960});
+    saved(words, "source.avi");
+    // 36 MB a group, in remarks that say nothing.
+    std::string remark("\0\0\0\1\x06\x05", 6);
+    remark +=
+        std::string(3'000'000 / 255, '\xFF') + std::string(1, '\0') + std::string(3'000'000 / 255 * 255, 'x') + '\x80';
+    putInto(folder / "source.mp4", folder / "source.avi", 0, remark);
+    SetUp();
+    const std::vector<Place> pieces{{0, 1000, 480, 1480}, {1000, 1880, 80, 960}};
+    const Handle picture = openStream(openFile((folder / "source.mp4").string()), 0);
+    for (const auto& piece : pieces) {
+        lay(video, picture, piece);
+    }
+    EXPECT_EQ(numbersOf(saved(words, "copied.avi")), expectedNumbers(pieces, 25, 0, 1880));
+    EXPECT_EQ(told<std::int32_t>(&ITWSave::GetFramesCopied), copiedOf(pieces, kGroup));
+}
+
 TEST_F(SaveTest, AHoleInAFileIsWhatItIsWithoutCopies)
 {
     layBoth("h264.mp4", {0, 4800, 0, 4800});
@@ -248,6 +274,38 @@ TEST_F(SaveTest, AHoleInAFileIsWhatItIsWithoutCopies)
         EXPECT_GT(told<std::int32_t>(&ITWSave::GetFramesCopied), 80);
         EXPECT_LT(told<std::int32_t>(&ITWSave::GetFramesCopied), 110);
         EXPECT_EQ(numbersOf(copied), numbersOf(saved({.copies = false}, "encoded.avi")));
+    }
+}
+
+TEST_F(SaveTest, AKeyFrameCutShortIsTheSamePictureHoweverItIsReached)
+{
+    layBoth("h264.mp4", {0, 4800, 0, 4800});
+    saved({.video = "MPEG-4", .audio = "MP3", .keyFrameRate = kGroup}, "source.avi");
+    putInto(folder / "source.mp4", folder / "source.avi");
+    std::string film = bytesOf(folder / "source.mp4");
+    AVFormatContext* file = nullptr;
+    ASSERT_EQ(avformat_open_input(&file, (folder / "source.mp4").c_str(), nullptr, nullptr), 0);
+    int key = 0;
+    for (auto packet = twcore::makePacket(); av_read_frame(file, packet.get()) >= 0;) {
+        constexpr int kFirstBytes = 60;
+        if (packet->stream_index == 0 && (packet->flags & AV_PKT_FLAG_KEY) != 0 && key++ == 4) {
+            std::fill_n(film.begin() + packet->pos + kFirstBytes, packet->size - kFirstBytes, '\0');
+        }
+    }
+    avformat_close_input(&file);
+    testmedia::writeBytes(folder / "source.mp4", film);
+    const auto media = twcore::tryMediaFile((folder / "source.mp4").string(), {}).file;
+    const auto isSame = [](const twcore::SharedFrame& a, const twcore::SharedFrame& b) {
+        return a && b && std::equal(a->data[0], a->data[0] + a->linesize[0] * a->height, b->data[0]);
+    };
+    twcore::PictureReader straight(media, 1), jumping(media, 1);
+    std::vector<twcore::SharedFrame> frames;
+    for (int i = 0; i < 120; ++i) {
+        frames.push_back(straight.at(i / 25.0 + 0.01));
+    }
+    for (int k = 0; k < 120; ++k) {
+        const int i = k * 49 % 120;
+        EXPECT_TRUE(isSame(jumping.at(i / 25.0 + 0.01), frames[static_cast<std::size_t>(i)])) << i;
     }
 }
 
@@ -278,6 +336,17 @@ TEST_F(SaveTest, ARemarkInAPictureHoldsForItAlone)
             EXPECT_EQ(twcore::colourOf(*frame).isFullRange, i % 20 < 10) << i;
         }
     }
+}
+
+TEST_F(SaveTest, TheListOfAFileStaysTheSameForAllWhoCopy)
+{
+    const auto media = twcore::tryMediaFile(medium("mpeg4.avi"), {}).file;
+    twcore::SourceLists lists;
+    const auto first = lists.of(media, {});
+    ASSERT_TRUE(first);
+    media->listing->distrust(first); // as one of them does
+    EXPECT_EQ(lists.of(media, {}), first);
+    EXPECT_NE(twcore::SourceLists().of(media, {}), first);
 }
 
 namespace {

@@ -1,5 +1,6 @@
 // Where a movie is cut for several workers: from where a frame can be decoded without a run-up, over the real files.
 
+#include "support/files.h"
 #include "support/manifest.h"
 #include "twcore/media/key_frames.h"
 #include "twcore/save/movie_cuts.h"
@@ -115,4 +116,17 @@ TEST(MovieCuts, HandOnWhatAnotherWorkerEndsSooner)
     MovieCuts fewCuts(*far.plan, far.clock, {});
     EXPECT_FALSE(fewCuts.cutIn(200, 240));
     EXPECT_EQ(fewCuts.cutIn(200, 300).value_or(-1) / 10, 25);
+}
+
+TEST(MovieCuts, ReadKeyFramesOnceForAllWorkers)
+{
+    const TempFolder folder;
+    const auto path = folder / "film.mp4";
+    std::filesystem::copy_file(medium("h264.mp4"), path);
+    Movie movie({{tryMediaFile(path.string(), {}).file, 0, 4800}});
+    MovieCuts cuts(*movie.plan, movie.clock, {});
+    const auto starts = cuts.chunkStarts();
+    std::filesystem::remove(path);
+    EXPECT_EQ(cuts.chunkStarts(), starts);
+    EXPECT_EQ(cuts.cutIn(0, 120).value_or(-1) / 12, 5);
 }
