@@ -9,6 +9,8 @@ namespace {
 
 // What is held at once of a group that is being looked at.
 constexpr std::size_t kMostBytes = std::size_t{32} << 20;
+// Media of one worker, as many as it decodes.
+constexpr std::size_t kMostOpen = 4;
 
 /// Whether a stretch shows one source as it is, as far as the plan tells.
 bool isPlain(const PictureStretch& stretch, AVRational fps)
@@ -81,15 +83,24 @@ bool CopiedPictures::isUntouched(const PictureStretch& stretch, SourcePackets& s
 
 SourcePackets* CopiedPictures::open(const MediaFilePtr& media)
 {
-    const auto [found, isNew] = sources_.try_emplace(media.get());
-    Source& source = found->second;
-    if (isNew && rules_.mayTake(*media->picture)) {
-        source = SourcePackets::open(media, lists_, patience_);
-        if (source && !rules_.take(source->stream())) {
-            source.reset();
-        }
+    const auto known = std::ranges::find(opened_, media.get(), &Source::media);
+    if (known != opened_.end()) {
+        std::rotate(opened_.begin(), known, known + 1);
+        return opened_.front().packets.get();
     }
-    return source.get();
+    if (!rules_.mayTake(*media->picture) || refused_.contains(media.get())) {
+        return nullptr;
+    }
+    auto packets = SourcePackets::open(media, lists_, patience_);
+    if (!packets || !rules_.take(packets->stream())) {
+        refused_.insert(media.get());
+        return nullptr;
+    }
+    if (opened_.size() == kMostOpen) {
+        opened_.pop_back();
+    }
+    opened_.insert(opened_.begin(), {media.get(), std::move(packets)});
+    return opened_.front().packets.get();
 }
 
 /// The packet of the picture that a frame shows; nothing where the medium has none.

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace twcore {
@@ -33,10 +34,14 @@ public:
     bool hand(std::int64_t first, std::int64_t end, const std::function<bool(PacketPtr)>& take);
 
 private:
-    using Source = std::unique_ptr<SourcePackets>; // none: nothing of the medium may be copied
+    struct Source {
+        const MediaFile* media;
+        std::unique_ptr<SourcePackets> packets;
+    };
 
     bool mayCopy(const PictureStretch& stretch);
     bool isUntouched(const PictureStretch& stretch, SourcePackets& source, PictureRenderer& renderer);
+    /// nullptr when nothing of the medium may be copied. Good until another is opened.
     SourcePackets* open(const MediaFilePtr& media);
     std::optional<std::size_t> packetAt(SourcePackets& source, const PlannedSource& planned, std::int64_t number) const;
     Span groupFrom(SourcePackets& source, const PlannedSource& planned, std::int64_t first, std::int64_t end);
@@ -50,7 +55,8 @@ private:
     const PacketRules& rules_;
     SourceLists& lists_;
     const Patience patience_;
-    std::map<const MediaFile*, Source> sources_;
+    std::vector<Source> opened_; // the one used last first: a film of hundreds must not take all descriptors
+    std::set<const MediaFile*> refused_;
     std::map<const PictureStretch*, bool> untouched_;
 
     const PlannedSource* copied_ = nullptr; // of the last span

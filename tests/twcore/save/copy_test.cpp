@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <sys/resource.h>
 
 using namespace savetest;
 using testmedia::littleEndianAt;
@@ -256,6 +257,28 @@ TEST_F(SaveTest, GroupsTooLargeToBeHeldAreReadAgain)
     }
     EXPECT_EQ(numbersOf(saved(words, "copied.avi")), expectedNumbers(pieces, 25, 0, 1880));
     EXPECT_EQ(told<std::int32_t>(&ITWSave::GetFramesCopied), copiedOf(pieces, kGroup));
+}
+
+TEST_F(SaveTest, CopiesFromMoreFilesThanMayBeOpen)
+{
+    constexpr int kFiles = 200, kRoom = 120;
+    layBoth("h264.mp4", {0, 4800, 0, 4800});
+    saved({}, "source.avi");
+    SetUp();
+    for (int i = 0; i < kFiles; ++i) {
+        const auto path = folder / (std::to_string(i) + ".avi");
+        std::filesystem::create_hard_link(folder / "source.avi", path);
+        lay(video, openStream(openFile(path.string()), 0), {i * 80, i * 80 + 80, 0, 80});
+    }
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    using std::filesystem::directory_iterator;
+    const auto openNow = std::distance(directory_iterator("/proc/self/fd"), directory_iterator());
+    const rlimit few{static_cast<rlim_t>(openNow + kRoom), before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    saved({}, "copied.avi");
+    EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(told<std::int32_t>(&ITWSave::GetFramesCopied), 2 * kFiles);
 }
 
 TEST_F(SaveTest, AHoleInAFileIsWhatItIsWithoutCopies)
