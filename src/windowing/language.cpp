@@ -29,7 +29,7 @@ public:
     bool isEmpty() const override { return false; }
     QString translate(const char* context, const char* text, const char* note, int count) const override
     {
-        const QString found = QTranslator::translate(kContext, text, note, count);
+        QString found = QTranslator::translate(kContext, text, note, count);
         if (found.isNull() && missed && toolkit.translate(context, text, note, count).isNull()) {
             missed(QString::fromUtf8(text));
         }
@@ -153,7 +153,7 @@ QString byLine(const QString& text)
 
 QString lookedUp(const QByteArray& text)
 {
-    const QString plain = QString::fromUtf8(text);
+    QString plain = QString::fromUtf8(text);
     if (!hasWords(plain)) {
         return plain;
     }
@@ -197,7 +197,7 @@ QString use(const QStringList& wanted)
     bringTexts();
     leave();
     for (const QString& language : wanted) {
-        const QString name = QString(language).replace('_', '-').section('-', 0, 0);
+        QString name = QString(language).replace('_', '-').section('-', 0, 0);
         if (name == kOwnWords || name == "C") {
             break;
         }

@@ -109,7 +109,7 @@ LineScaler::LineScaler(int from, int to, Vectors vectors) : vectors_(vectors), f
     way_ = from == 2 * to ? LineWay::kBeside : isNear ? LineWay::kShuffled : LineWay::kAlone;
     taps_ = way_ == LineWay::kAlone ? (count + kLineGroup - 1) / kLineGroup * kLineGroup : count;
     margin_ = static_cast<int>(taps_ + 2 * kLineGroup);
-    input_.resize(static_cast<std::size_t>(from + 2 * margin_));
+    input_.resize(static_cast<std::size_t>(from) + 2 * static_cast<std::size_t>(margin_));
     weights_.resize(results * taps_);
     for (std::size_t x = 0; x < results; ++x) {
         for (std::size_t k = 0; k < count && x < taps.first.size(); ++k) {
