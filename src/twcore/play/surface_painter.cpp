@@ -13,6 +13,15 @@ constexpr std::ptrdiff_t kPixelBytes = 4;
 
 std::ptrdiff_t strideFor(int width) { return (width * kPixelBytes + 63) / 64 * 64; }
 
+/// Black that nothing shines through, as the toolkit wants its pixels. Whole pixels.
+void blacken(std::uint8_t* from, std::ptrdiff_t bytes)
+{
+    constexpr std::uint8_t kBlack[kPixelBytes] = {0, 0, 0, 0xFF};
+    for (std::ptrdiff_t at = 0; at < bytes; at += kPixelBytes) {
+        std::memcpy(from + at, kBlack, sizeof kBlack);
+    }
+}
+
 int devicePixels(int logical, double ratio)
 {
     constexpr double kMost = 16384;
@@ -57,6 +66,7 @@ engine::SurfacePicture blackSurface(const engine::SurfaceSize& surface)
     const PictureSize size = layOut(surface, std::nullopt, {1, 1}).surface;
     const std::ptrdiff_t stride = strideFor(size.width);
     auto pixels = std::make_shared<std::vector<std::uint8_t>>(static_cast<std::size_t>(stride * size.height));
+    blacken(pixels->data(), stride * size.height);
     return {size.width, size.height, stride, {pixels, pixels->data()}};
 }
 
@@ -100,14 +110,14 @@ void SurfacePainter::paintBars(std::uint8_t* pixels) const
     const PictureRect& rect = layout_.picture;
     const std::ptrdiff_t leftBytes = rect.left * kPixelBytes;
     const std::ptrdiff_t rightStart = (rect.left + rect.width) * kPixelBytes;
-    std::memset(pixels, 0, static_cast<std::size_t>(rect.top * stride_));
+    blacken(pixels, rect.top * stride_);
     for (int y = rect.top; y < rect.top + rect.height; ++y) {
         std::uint8_t* const line = pixels + y * stride_;
-        std::memset(line, 0, static_cast<std::size_t>(leftBytes));
-        std::memset(line + rightStart, 0, static_cast<std::size_t>(stride_ - rightStart));
+        blacken(line, leftBytes);
+        blacken(line + rightStart, stride_ - rightStart);
     }
     const int below = rect.top + rect.height;
-    std::memset(pixels + below * stride_, 0, static_cast<std::size_t>((layout_.surface.height - below) * stride_));
+    blacken(pixels + below * stride_, (layout_.surface.height - below) * stride_);
 }
 
 } // namespace twcore
