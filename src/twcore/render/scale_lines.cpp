@@ -79,15 +79,20 @@ void RowMixer::mix(const std::uint8_t* rows, std::ptrdiff_t stride, int number, 
         return;
     }
     const auto result = static_cast<std::size_t>(number);
+    const auto row = [&](std::size_t k) {
+        return rows + std::clamp(taps_.first[result] + static_cast<int>(k), 0, from_ - 1) * stride;
+    };
     for (std::size_t k = 0; k < rows_.size(); ++k) {
-        rows_[k] = rows + std::clamp(taps_.first[result] + static_cast<int>(k), 0, from_ - 1) * stride;
+        rows_[k] = row(k);
     }
+    const NextRows next{row(rows_.size()), row(rows_.size() + 1)};
     if (depth_ == 8) {
         const std::size_t pairs = rows_.size() / 2;
-        const ByteMix mix{rows_.data(), &high_[result * pairs], &low_[result * pairs], taps_.count / 2, lowBits_};
-        mixBytes(vectors_, mix, line, width);
+        mixBytes(vectors_,
+                 {rows_.data(), &high_[result * pairs], &low_[result * pairs], taps_.count / 2, lowBits_, next}, line,
+                 width);
     } else {
-        mixWords(vectors_, {rows_.data(), &taps_.weights[result * rows_.size()], taps_.count, 15 - depth_}, line,
+        mixWords(vectors_, {rows_.data(), &taps_.weights[result * rows_.size()], taps_.count, 15 - depth_, next}, line,
                  width);
     }
 }
@@ -106,7 +111,8 @@ LineScaler::LineScaler(int from, int to, Vectors vectors) : vectors_(vectors), f
     for (std::size_t x = 0; x < results; ++x) {
         isNear = isNear && first_[x] - first_[x / 4 * 4] + 2 <= kLane;
     }
-    way_ = from == 2 * to ? LineWay::kBeside : isNear ? LineWay::kShuffled : LineWay::kAlone;
+    const bool isHalved = from == 2 * to && count == kBesideTaps;
+    way_ = isHalved ? LineWay::kBeside : isNear ? LineWay::kShuffled : LineWay::kAlone;
     taps_ = way_ == LineWay::kAlone ? (count + kLineGroup - 1) / kLineGroup * kLineGroup : count;
     margin_ = static_cast<int>(taps_ + 2 * kLineGroup);
     input_.resize(static_cast<std::size_t>(from) + 2 * static_cast<std::size_t>(margin_));

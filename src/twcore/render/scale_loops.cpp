@@ -79,6 +79,13 @@ void scalePlainly(const LineWork& work, std::int16_t* to)
 
 #if defined(__x86_64__)
 
+/// Rows lie too far apart for the processor to see what comes next: without this, half of the time is waiting.
+TWCORE_AVX2 void askFor(const NextRows& rows, int byte)
+{
+    _mm_prefetch(reinterpret_cast<const char*>(rows[0] + byte), _MM_HINT_T0);
+    _mm_prefetch(reinterpret_cast<const char*>(rows[1] + byte), _MM_HINT_T0);
+}
+
 /// Where it ended: the last, which make no whole vector, are left.
 TWCORE_AVX2 int mixBytesWide(const ByteMix& mix, std::int16_t* line, int width)
 {
@@ -87,6 +94,7 @@ TWCORE_AVX2 int mixBytesWide(const ByteMix& mix, std::int16_t* line, int width)
     const __m128i shift = _mm_cvtsi32_si128(mix.lowBits);
     int x = 0;
     for (; x + kStep <= width; x += kStep) {
+        askFor(mix.next, x);
         __m256i highs[2] = {_mm256_setzero_si256(), _mm256_setzero_si256()};
         __m256i lows[2] = {half, half};
         for (int k = 0; k < mix.pairs; ++k) {
@@ -115,6 +123,7 @@ TWCORE_AVX2 int mixWordsWide(const WordMix& mix, std::int16_t* line, int width)
     const __m128i shift = _mm_cvtsi32_si128(mix.shift);
     int x = 0;
     for (; x + kStep <= width; x += kStep) {
+        askFor(mix.next, 2 * x);
         __m256i sum = _mm256_setzero_si256();
         for (int k = 0; k < mix.count; ++k) {
             const auto* const row = reinterpret_cast<const std::uint16_t*>(mix.rows[k]) + x;
@@ -162,12 +171,15 @@ TWCORE_AVX2 void storeRounded(__m256i sum, std::int16_t* to)
 /// Two taps of eight results at once.
 TWCORE_AVX2 void scaleBeside(const LineWork& work, std::int16_t* to)
 {
-    const std::int16_t* weights = work.weights;
-    for (std::size_t x = 0; x < work.results; x += kLineGroup) {
-        __m256i sum = _mm256_setzero_si256();
-        const std::int16_t* const from = work.line + work.first[x];
-        for (std::size_t k = 0; k < work.taps; k += 2, weights += 2 * kLineGroup) {
-            sum = _mm256_add_epi32(sum, _mm256_madd_epi16(load(from + k), load(weights)));
+    __m256i weights[kBesideTaps / 2];
+    for (std::size_t k = 0; k < kBesideTaps; k += 2) {
+        weights[k / 2] = load(work.weights + k * kLineGroup);
+    }
+    const std::int16_t* from = work.line + work.first[0];
+    for (std::size_t x = 0; x < work.results; x += kLineGroup, from += 2 * kLineGroup) {
+        __m256i sum = _mm256_madd_epi16(load(from), weights[0]);
+        for (std::size_t k = 2; k < kBesideTaps; k += 2) {
+            sum = _mm256_add_epi32(sum, _mm256_madd_epi16(load(from + k), weights[k / 2]));
         }
         storeRounded(sum, to + x);
     }

@@ -2,6 +2,7 @@
 
 // The inner loops of scaling, for processors with 256-bit vectors and for all others. Results are the same to the bit.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -15,6 +16,9 @@ enum class Vectors { kNone, k256Bits };
 /// What this processor has.
 Vectors vectorsHere();
 
+/// Rows that the next line will most likely need, which are asked for ahead of it.
+using NextRows = std::array<const std::uint8_t*, 2>;
+
 /// Rows of bytes, two by two, with their weights: 64ths, and what is left in `1 << lowBits` parts of one.
 struct ByteMix {
     const std::uint8_t* const* rows;
@@ -22,6 +26,7 @@ struct ByteMix {
     const std::int16_t* low;  // no sum of them times 255 leaves 16 bits
     int pairs;
     int lowBits;
+    NextRows next;
 };
 void mixBytes(Vectors vectors, const ByteMix& mix, std::int16_t* line, int width);
 
@@ -31,12 +36,15 @@ struct WordMix {
     const std::int16_t* weights;
     int count;
     int shift; // so that values have 15 bits
+    NextRows next;
 };
 void mixWords(Vectors vectors, const WordMix& mix, std::int16_t* line, int width);
 
-/// How the samples of eight results are brought together: where each lies two samples behind the one before they
-/// stand beside each other; where four lie within eight samples they are shuffled; else each is summed up alone.
+/// How the samples of eight results are brought together: where each lies two samples behind the one before, and all
+/// have the same kBesideTaps weights, they stand beside each other; where four lie within eight samples they are
+/// shuffled; else each is summed up alone.
 enum class LineWay { kBeside, kShuffled, kAlone };
+inline constexpr std::size_t kBesideTaps = 8;
 
 struct LineWork {
     LineWay way;
