@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace twcore {
 
@@ -51,6 +52,7 @@ bool PictureReader::openFile()
     decoder_ = Decoder::open(packets_.stream(), threads_);
     nextOrdinal_ = 0;
     lastPacketTime_ = AV_NOPTS_VALUE;
+    isRested_ = false;
     inside_.clear();
     seen_.clear();
     drained_ = false;
@@ -67,12 +69,32 @@ bool PictureReader::prepare()
     if (decoder_) {
         return true;
     }
+    if (isRested_ && (decoder_ = Decoder::open(packets_.stream(), threads_)) != nullptr) {
+        return true;
+    }
     broken_ = true;
     if (!openFile()) {
         return false;
     }
     tolerance_ = packets_.tolerance();
     broken_ = false;
+    return true;
+}
+
+bool PictureReader::rest()
+{
+    if (!decoder_ || isBroken()) {
+        return false;
+    }
+    // Other decoders hold little, or would have to see a first packet again that alone says what the stream is.
+    const AVCodecParameters& codec = *packets_.stream().codecpar;
+    if (codec.extradata_size == 0 || (codec.codec_id != AV_CODEC_ID_H264 && codec.codec_id != AV_CODEC_ID_HEVC)) {
+        return false;
+    }
+    current_.reset();
+    next_.reset();
+    decoder_.reset();
+    isRested_ = true;
     return true;
 }
 
@@ -155,7 +177,7 @@ SharedFrame PictureReader::exactly(double time)
         return nullptr;
     }
     wanted_ = time;
-    if ((stoppedBehind_ && time > *stoppedBehind_) || needsJump(time)) {
+    if (std::exchange(isRested_, false) || (stoppedBehind_ && time > *stoppedBehind_) || needsJump(time)) {
         jumpTo(time);
     }
     auto frame = broken_ ? nullptr : answer(time);

@@ -62,6 +62,11 @@ public:
     /// decoded behind it. What is asked for all the same is found, only later.
     void expectUpTo(double seconds) noexcept;
 
+    /// Gives back what the decoder holds, a dozen pictures, until somebody asks again; the file stays open. False where
+    /// only opening it anew would find its pictures again.
+    bool rest();
+    bool isRested() const noexcept { return isRested_; }
+
     /// Media time in seconds from which on the frame that was answered last is the answer.
     double frameStart() const noexcept { return current_ ? mediaTime(current_->start) : 0; }
 
@@ -123,6 +128,7 @@ private:
     std::unique_ptr<NearPictures> nearPictures_;
     bool isNear_ = false;
     bool isPaused_ = false;
+    bool isRested_ = false;  // the next picture is found by a jump
     bool hasWorked_ = false; // since it was asked
     std::function<void(const Passed&)> passed_;
     double wholeFrom_ = std::numeric_limits<double>::infinity();

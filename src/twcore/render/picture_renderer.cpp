@@ -16,7 +16,7 @@ namespace {
 // Files that stay open at once: enough for both tracks on either side of a cut.
 constexpr std::size_t kMaxReaders = 4;
 // A decoder keeps a dozen pictures. Whoever works through a movie gives one back that has given this many, when another
-// file has its turn: so much work is worth opening the file once more.
+// file has its turn: so much work is worth opening it once more.
 constexpr int kWorthReopening = 48;
 
 /// Pictures are worked on as planes.
@@ -67,6 +67,18 @@ PictureRenderer::Reader* PictureRenderer::find(const MediaFilePtr& media, std::s
     return found != readers_.end() ? &*found : nullptr;
 }
 
+void PictureRenderer::giveBackDecoders()
+{
+    std::erase_if(readers_, [&](Reader& r) {
+        if (expectedEnd_ == kNoEnd || r.lastUse > usesBefore_ || r.uses <= kWorthReopening) {
+            return false;
+        }
+        r.held = {};
+        r.uses = 0;
+        return !r.reader->rest();
+    });
+}
+
 PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std::size_t layer)
 {
     Reader* found = find(media, layer);
@@ -76,11 +88,11 @@ PictureRenderer::Reader& PictureRenderer::openFor(const MediaFilePtr& media, std
         readers_.erase(readers_.begin() + (found - readers_.data()));
         found = nullptr;
     }
+    if (found == nullptr || found->reader->isRested()) {
+        giveBackDecoders();
+        found = find(media, layer);
+    }
     if (found == nullptr) {
-        if (expectedEnd_ != kNoEnd) {
-            std::erase_if(readers_,
-                          [&](const Reader& r) { return r.lastUse <= usesBefore_ && r.uses > kWorthReopening; });
-        }
         if (readers_.size() >= kMaxReaders) {
             readers_.erase(std::ranges::min_element(readers_, {}, &Reader::lastUse));
         }

@@ -121,6 +121,7 @@ private:
 
     const PictureStretch* stretchAt(std::int64_t number);
     Reader* find(const MediaFilePtr& media, std::size_t layer);
+    void giveBackDecoders();
     Reader& openFor(const MediaFilePtr& media, std::size_t layer);
     PictureReader& readerFor(const MediaFilePtr& media, std::size_t layer) { return *openFor(media, layer).reader; }
     SharedFrame composed(const PictureStretch& stretch, std::int64_t number, const std::vector<LayerPicture>& layers);

@@ -72,8 +72,11 @@ void findsFramesInAnyOrder(const MediaEntry& entry, const MediaFilePtr& media)
     times.resize(std::min<std::size_t>(times.size(), 40));
     PictureReader reader(media, 2);
     const double first = startsOf(entry).picture;
-    for (const double time : times) {
+    for (int asked = 0; const double time : times) {
         ASSERT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
+        if (++asked % 3 == 0) {
+            reader.rest();
+        }
     }
 }
 
