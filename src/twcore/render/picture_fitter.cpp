@@ -21,6 +21,16 @@ namespace {
 
 constexpr int kAlignment = 64;
 
+/// What rows take, in pixels. Encoders that look beyond the edge work on a picture as it is, without a copy, whose rows
+/// lie as far apart as those of their own.
+int rowWidth(const PictureFormat& format)
+{
+    constexpr int kEdge = 16;
+    constexpr int kStep = 2 * kAlignment; // colour has half of it
+    const int own = format.size.width + 2 * kEdge;
+    return format.pixels == AV_PIX_FMT_YUV420P ? (own + kStep - 1) / kStep * kStep : format.size.width;
+}
+
 const int* coefficientsOf(Matrix matrix)
 {
     switch (matrix) {
@@ -82,18 +92,23 @@ void turnPlane(std::uint8_t* target, int targetStride, const std::uint8_t* sourc
 
 } // namespace
 
-PictureFitter::PictureFitter(PictureFormat format) : format_(format)
+PicturePoolPtr makePicturePool(const PictureFormat& format)
 {
-    const int bytes = av_image_get_buffer_size(format_.pixels, format_.size.width, format_.size.height, kAlignment);
-    pool_ = bytes > 0 ? av_buffer_pool_init(static_cast<std::size_t>(bytes) + kAlignment, nullptr) : nullptr;
-    if (pool_ == nullptr) {
+    const int bytes = av_image_get_buffer_size(format.pixels, rowWidth(format), format.size.height, kAlignment);
+    AVBufferPool* const pool =
+        bytes > 0 ? av_buffer_pool_init(static_cast<std::size_t>(bytes) + kAlignment, nullptr) : nullptr;
+    if (pool == nullptr) {
         throw std::bad_alloc();
     }
+    return PicturePoolPtr(pool, FreeByAddress<av_buffer_pool_uninit>{});
 }
+
+PictureFitter::PictureFitter(PictureFormat format, PicturePoolPtr pool)
+    : format_(format), pool_(pool ? std::move(pool) : makePicturePool(format))
+{}
 
 PictureFitter::~PictureFitter()
 {
-    av_buffer_pool_uninit(&pool_);
     for (auto& scaler : scalers_) {
         sws_freeContext(scaler.context);
     }
@@ -106,12 +121,12 @@ FramePtr PictureFitter::newFrame()
     frame->width = format_.size.width;
     frame->height = format_.size.height;
     frame->color_range = format_.colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
-    frame->buf[0] = av_buffer_pool_get(pool_);
+    frame->buf[0] = av_buffer_pool_get(pool_.get());
     if (frame->buf[0] == nullptr) {
         throw std::bad_alloc();
     }
-    av_image_fill_arrays(frame->data, frame->linesize, frame->buf[0]->data, format_.pixels, frame->width, frame->height,
-                         kAlignment);
+    av_image_fill_arrays(frame->data, frame->linesize, frame->buf[0]->data, format_.pixels, rowWidth(format_),
+                         frame->height, kAlignment);
     return frame;
 }
 

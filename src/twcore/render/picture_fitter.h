@@ -22,9 +22,14 @@ struct PictureFormat {
     Colour colour;
 };
 
+/// Memory that goes from one picture of a movie to the next. Any thread; pictures may outlive it.
+using PicturePoolPtr = std::shared_ptr<AVBufferPool>;
+PicturePoolPtr makePicturePool(const PictureFormat& format);
+
 class PictureFitter {
 public:
-    explicit PictureFitter(PictureFormat format);
+    /// Without a pool, for pictures of that format, it has its own.
+    explicit PictureFitter(PictureFormat format, PicturePoolPtr pool = nullptr);
     ~PictureFitter();
 
     /// The frame of the movie that shows `frame` at its place, black around it.
@@ -34,6 +39,7 @@ public:
     SharedFrame fitOver(const SharedFrame& below, const SharedFrame& frame, const PictureFacts& facts,
                         const PicturePlace& place);
     const PictureFormat& format() const noexcept { return format_; }
+    const PicturePoolPtr& pool() const noexcept { return pool_; }
     /// A copy that nobody else holds, to be worked on.
     FramePtr copyOf(const AVFrame& frame);
     /// The black frame; always the same.
@@ -66,7 +72,7 @@ private:
     PictureFormat format_;
     PictureScaler scaler_;
     std::array<Scaler, 3> scalers_; // by `Lines`: for what ours does not draw
-    AVBufferPool* pool_ = nullptr;
+    PicturePoolPtr pool_;
     SharedFrame black_;
     FramePtr turned_; // scaled, not yet turned
     ToneMapper toneMapper_;

@@ -38,9 +38,10 @@ bool isFilm(const AVFrame& frame)
 } // namespace
 
 PictureRenderer::PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads,
-                                 Patience patience, PictureStore* store)
+                                 Patience patience, PictureStore* store, PicturePoolPtr pool)
     : plan_(std::move(plan)), clock_(clock), format_(format), decoderThreads_(decoderThreads), patience_(patience),
-      workFormat_(workFormatOf(format)), fitter_(format), worker_(workFormat_), store_(store)
+      workFormat_(workFormatOf(format)), fitter_(format, std::move(pool)),
+      worker_(workFormat_, workFormat_.pixels == format.pixels ? fitter_.pool() : nullptr), store_(store)
 {}
 
 const PictureStretch* PictureRenderer::stretchAt(std::int64_t number)

@@ -24,9 +24,10 @@ namespace twcore {
 class PictureRenderer {
 public:
     /// `decoderThreads` is what each decoder may use. A store, which is the caller's and outlives the renderer, gives
-    /// pictures that stand ready, and is given those that are made; it takes planar formats alone.
+    /// pictures that stand ready, and is given those that are made; it takes planar formats alone. Renderers of one
+    /// movie may share a pool.
     PictureRenderer(PlanPtr plan, MovieClock clock, PictureFormat format, int decoderThreads, Patience patience,
-                    PictureStore* store = nullptr);
+                    PictureStore* store = nullptr, PicturePoolPtr pool = nullptr);
 
     /// The picture of a frame, from 0. While nothing changes it is the same pointer. nullptr when a reader was asked to
     /// pause on the way.

@@ -40,6 +40,7 @@ std::size_t bytesOf(const AVFrame& frame)
 PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled,
                          ReadFaults& faults)
     : plan_(std::move(plan)), clock_(clock), encoding_(encoding), cancelled_(cancelled), faults_(faults),
+      pool_(makePicturePool(encoding_.pictureFormat())),
       cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_, .faults = &faults_})
 {
     if (encoding_.copiesUnchanged && encoding_.unit() != VideoEncoding::Unit::kMovie) {
@@ -79,7 +80,7 @@ void PictureLine::work()
     Trace::nameThread("pictures");
     try {
         PictureRenderer renderer(plan_, clock_, encoding_.pictureFormat(), decoderThreads_,
-                                 Patience{.cancelled = &stopping_, .faults = &faults_});
+                                 Patience{.cancelled = &stopping_, .faults = &faults_}, nullptr, pool_);
         const auto encoder = encoding_.unit() == VideoEncoding::Unit::kPicture ? openEncoder() : nullptr;
         std::optional<CopiedPictures> copies;
         if (rules_) {

@@ -84,6 +84,7 @@ private:
     std::atomic<bool> stopping_ = false;
     std::unique_ptr<const PacketRules> rules_; // none: nothing is copied
     SourceLists lists_;
+    const PicturePoolPtr pool_; // of all workers: what waits is theirs in common
     MovieCuts cuts_;
     int decoderThreads_ = 1;
 
