@@ -11,6 +11,7 @@ extern "C" {
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <compare>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -50,16 +51,37 @@ double hlgScene(double code)
     return code <= 0.5 ? code * code / 3 : (std::exp((code - c) / kA) + kB) / 12;
 }
 
+/// What a picture of high dynamic range says of its numbers.
+struct Source {
+    bool isHlg = false;
+    bool isFullRange = false;
+    Matrix matrix = Matrix::kBt2020;
+    bool isWide = true; // its primaries are those of BT.2020
+
+    friend auto operator<=>(const Source&, const Source&) = default;
+};
+
+/// What it does not say is BT.2020's.
+Source sourceOf(const AVFrame& frame)
+{
+    const bool isOlder = frame.colorspace == AVCOL_SPC_BT709 || frame.colorspace == AVCOL_SPC_SMPTE170M
+                         || frame.colorspace == AVCOL_SPC_BT470BG;
+    return {frame.color_trc == AVCOL_TRC_ARIB_STD_B67, frame.color_range == AVCOL_RANGE_JPEG,
+            isOlder ? colourOf(frame).matrix : Matrix::kBt2020, frame.color_primaries != AVCOL_PRI_BT709};
+}
+
 /// Light on a display of 1,000 nits.
-Rgb displayNits(const Rgb& code, bool isHlg)
+Rgb displayNits(const Rgb& code, const Source& source)
 {
     Rgb light{};
-    if (!isHlg) {
+    if (!source.isHlg) {
         std::ranges::transform(code, light.begin(), pqNits);
         return light;
     }
     std::ranges::transform(code, light.begin(), hlgScene);
-    const double luminance = 0.2627 * light[0] + 0.6780 * light[1] + 0.0593 * light[2];
+    const LumaWeights weights = lumaWeightsOf(source.isWide ? Matrix::kBt2020 : Matrix::kBt709);
+    const double luminance =
+        weights.red * light[0] + (1 - weights.red - weights.blue) * light[1] + weights.blue * light[2];
     const double gain = kPeakNits * std::pow(std::max(luminance, 1e-6), 0.2); // system gamma 1.2
     for (double& part : light) {
         part *= gain;
@@ -87,14 +109,17 @@ Rgb narrowed(const Rgb& light)
 }
 
 /// Brightness and colour differences of the source to those of BT.709, limited, 0 to 255.
-std::array<double, 3> mapped(double y, double cb, double cr, bool isHlg)
+std::array<double, 3> mapped(double y, double cb, double cr, const Source& source)
 {
-    const Rgb code{y + 1.4746 * cr, y - 0.16455 * cb - 0.57135 * cr, y + 1.8814 * cb};
-    Rgb light = displayNits(code, isHlg);
+    const LumaWeights weights = lumaWeightsOf(source.matrix);
+    const double red = y + 2 * (1 - weights.red) * cr;
+    const double blue = y + 2 * (1 - weights.blue) * cb;
+    const double green = (y - weights.red * red - weights.blue * blue) / (1 - weights.red - weights.blue);
+    Rgb light = displayNits({red, green, blue}, source);
     for (double& part : light) {
         part /= kDiffuseWhiteNits;
     }
-    light = narrowed(light);
+    light = source.isWide ? narrowed(light) : light;
     const double most = std::max({light[0], light[1], light[2], 1e-6});
     const double factor = compressed(most) / most;
     for (double& part : light) {
@@ -120,12 +145,12 @@ struct Table {
     std::array<Point, std::size_t(kPoints) * kPoints * kPoints> points{};
 };
 
-std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
+std::shared_ptr<const Table> tableFor(const Source& source)
 {
     static std::mutex mutex;
-    static std::map<std::pair<bool, bool>, std::shared_ptr<const Table>> tables;
+    static std::map<Source, std::shared_ptr<const Table>> tables;
     const std::lock_guard lock(mutex);
-    auto& known = tables[{isHlg, isFullRange}];
+    auto& known = tables[source];
     if (known) {
         return known;
     }
@@ -134,9 +159,9 @@ std::shared_ptr<const Table> tableFor(bool isHlg, bool isFullRange)
     for (int i = 0; i < kPoints; ++i) {
         for (int j = 0; j < kPoints; ++j) {
             for (int k = 0; k < kPoints; ++k) {
-                const double y = isFullRange ? code(i) / 255 : (code(i) - 16) / 219;
-                const double chroma = isFullRange ? 255 : 224;
-                const auto result = mapped(y, (code(j) - 128) / chroma, (code(k) - 128) / chroma, isHlg);
+                const double y = source.isFullRange ? code(i) / 255 : (code(i) - 16) / 219;
+                const double chroma = source.isFullRange ? 255 : 224;
+                const auto result = mapped(y, (code(j) - 128) / chroma, (code(k) - 128) / chroma, source);
                 auto& point = table->points[(std::size_t(i) * kPoints + std::size_t(j)) * kPoints + std::size_t(k)];
                 for (int part = 0; part < 3; ++part) {
                     point[part] = static_cast<float>(std::clamp(result[std::size_t(part)], 0.0, 255.0) / kStep);
@@ -281,7 +306,7 @@ const AVFrame* ToneMapper::map(const AVFrame& frame, PictureSize size)
     }
     mapped_->colorspace = AVCOL_SPC_BT709;
     mapped_->color_range = AVCOL_RANGE_MPEG;
-    const auto table = tableFor(frame.color_trc == AVCOL_TRC_ARIB_STD_B67, frame.color_range == AVCOL_RANGE_JPEG);
+    const auto table = tableFor(sourceOf(frame));
     for (int row = 0; row < size.height; row += 2) {
         LinePair lines{};
         for (int i = 0; i < 2; ++i) {

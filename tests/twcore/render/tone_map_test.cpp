@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 using namespace twcore;
@@ -18,7 +19,7 @@ double pqCode(double nits)
     return std::pow((3424.0 / 4096 + 2413.0 / 128 * power) / (1 + 2392.0 / 128 * power), 2523.0 / 32);
 }
 
-FramePtr flatPicture(double code, AVColorTransferCharacteristic curve, int cbOffset = 0)
+FramePtr flatPicture(double code, AVColorTransferCharacteristic curve, int cbOffset = 0, int crOffset = 0)
 {
     auto frame = makeFrame();
     frame->format = AV_PIX_FMT_YUV420P10;
@@ -30,7 +31,7 @@ FramePtr flatPicture(double code, AVColorTransferCharacteristic curve, int cbOff
     EXPECT_GE(av_frame_get_buffer(frame.get(), 0), 0);
     for (int plane = 0; plane < 3; ++plane) {
         const int value =
-            plane == 0 ? static_cast<int>(std::lround(64 + 876 * code)) : 512 + (plane == 1 ? cbOffset : 0);
+            plane == 0 ? static_cast<int>(std::lround(64 + 876 * code)) : 512 + (plane == 1 ? cbOffset : crOffset);
         for (int y = 0; y < (plane == 0 ? 32 : 16); ++y) {
             auto* const line = reinterpret_cast<std::uint16_t*>(frame->data[plane] + y * frame->linesize[plane]);
             std::fill_n(line, plane == 0 ? 32 : 16, static_cast<std::uint16_t>(value));
@@ -61,6 +62,28 @@ TEST(ToneMap, KeepsBrightnessUpToWhiteAndCompressesTheRest)
         before = luma;
     }
     EXPECT_NEAR(before, 235, 1) << "the peak is white";
+}
+
+TEST(ToneMap, TakesTheNumbersForWhatTheFrameSays)
+{
+    // 100, 60 and 30 nits, by the matrix and the primaries of BT.709: below the knee only the curve changes.
+    const double code[3] = {pqCode(100), pqCode(60), pqCode(30)};
+    const auto differences = [](const double(&part)[3]) {
+        const double luma = 0.2126 * part[0] + 0.7152 * part[1] + 0.0722 * part[2];
+        return std::array{luma, (part[2] - luma) / 1.8556, (part[0] - luma) / 1.5748};
+    };
+    const auto [luma, blue, red] = differences(code);
+    auto frame = flatPicture(luma, AVCOL_TRC_SMPTE2084, static_cast<int>(std::lround(896 * blue)),
+                             static_cast<int>(std::lround(896 * red)));
+    frame->colorspace = AVCOL_SPC_BT709;
+    frame->color_primaries = AVCOL_PRI_BT709;
+    const auto shown = [](double nits) { return std::pow(nits / 203, 1 / 2.4); };
+    const auto [toLuma, toBlue, toRed] = differences({shown(100), shown(60), shown(30)});
+    ToneMapper mapper;
+    const AVFrame* const mapped = mapper.map(*frame, {16, 16});
+    EXPECT_NEAR(mapped->data[0][5], 16 + 219 * toLuma, 2);
+    EXPECT_NEAR(mapped->data[1][5], 128 + 224 * toBlue, 2);
+    EXPECT_NEAR(mapped->data[2][5], 128 + 224 * toRed, 2);
 }
 
 TEST(ToneMap, KnowsHlgAndLeavesStandardPicturesAlone)
