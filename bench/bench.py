@@ -15,6 +15,7 @@ programs lie in that folder, and nothing else is measured. The other measures ar
   cost-per-length         CPU time for a second of movie and memory, 10 minutes against one
   seeks                   exact seeks against mpv's, and whether each frame is the right one
   quality                 luma PSNR of the saved cuts against a timeline that was not encoded, slipped frames, sound
+  floors                  what saves of cuts would take if only decoders and encoders worked, beside what they take
   same-bytes              whether saving twice gives the same bytes, with every compressor
 
 Clips are made once in the folder (build/bench by default) from a real video: the one that Debian's python3-imageio
@@ -30,6 +31,7 @@ import sys
 sys.dont_write_bytecode = True  # the modules beside this one leave nothing in the source tree
 
 import before
+import floors
 import lengths
 import quality
 import same_bytes
@@ -61,6 +63,7 @@ def measures(clips, words):
     table["first-picture"] = lambda: [lengths.first_picture(clips)]
     table["cost-per-length"] = lambda: [lengths.cost_per_length(clips, words.rounds)]
     table["seeks"] = lambda: seeks.seeks(clips, words.rounds)
+    table["floors"] = lambda: floors.floors(clips, words.rounds)
     table["quality"] = lambda: [quality.quality(clips)]
     table["same-bytes"] = lambda: [same_bytes.same_bytes(clips)]
     return table
