@@ -2,19 +2,22 @@
 // is START_MS:LENGTH_MS:PATH; RATE is in bits a second, 0 for none; COMPRESSOR is "wmv" for that of Windows Media.
 //
 // Decoding alone: of each piece what leads to its pictures, and nothing else, out of memory, by a thread a core, each
-// with a decoder of its own. Encoding alone: the finished pictures, which lie in memory, as the movie's workers do it.
-// Reading, fitting, sound and writing are left out, and so is all waiting. Writes "decode_s encode_s wall_s": processor
-// time, and what both would take if every core worked on them without a pause.
+// with a decoder of its own; cuts of one group share nothing. Encoding alone: the finished pictures, which lie in
+// memory, as the movie's workers do it. Reading, fitting, sound and writing are left out, and so is all waiting. Writes
+// "decode_s encode_s wall_s": processor time, and what both would take if every core worked on them without a pause.
 
 #include "twcore/render/picture_renderer.h"
 #include "twcore/save/video_encoder.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <functional>
-#include <numeric>
+#include <future>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -43,17 +46,21 @@ unsigned cores() { return std::max(1U, std::thread::hardware_concurrency()); }
 double onThreads(unsigned threads, std::size_t count, const std::function<double(std::size_t)>& work)
 {
     std::atomic<std::size_t> next = 0;
-    std::vector<double> seconds(threads);
-    std::vector<std::jthread> team;
-    for (double& own : seconds) {
-        team.emplace_back([&] {
-            for (std::size_t i = next++; i < count; i = next++) {
-                own += work(i);
+    std::vector<std::future<double>> team;
+    for (unsigned i = 0; i < threads; ++i) {
+        team.push_back(std::async(std::launch::async, [&] {
+            double own = 0;
+            for (std::size_t k = next++; k < count; k = next++) {
+                own += work(k);
             }
-        });
+            return own;
+        }));
     }
-    team.clear();
-    return std::accumulate(seconds.begin(), seconds.end(), 0.0);
+    double seconds = 0;
+    for (auto& own : team) {
+        seconds += own.get();
+    }
+    return seconds;
 }
 
 /// A piece's packets from the key frame ahead of it to the last one that it shows, and a decoder for them.
@@ -120,36 +127,46 @@ private:
     std::vector<PacketPtr> packets_;
 };
 
-/// The movie's pictures, piece by piece.
-std::vector<std::vector<SharedFrame>> finished(const std::vector<Piece>& pieces, const VideoEncoding& encoding)
-{
-    auto plan = std::make_shared<Plan>();
-    plan->frame = encoding.size;
-    plan->hasPictureTrack = true;
-    auto& track = plan->pictureTracks.emplace_back();
-    for (const Piece& piece : pieces) {
-        const int end = plan->durationMs + piece.lengthMs;
-        track.push_back({piece.media, plan->durationMs, end, piece.startMs, piece.startMs + piece.lengthMs, 2, {}});
-        plan->durationMs = end;
-    }
-    for (const PlannedSource& source : track) {
-        plan->stretches.push_back({source.startMs, source.stopMs, {&source}});
-    }
-    const MovieClock clock{encoding.fps, 0, plan->durationMs};
-    std::vector<std::vector<SharedFrame>> pictures(pieces.size());
-    onThreads(cores(), pieces.size(), [&](std::size_t i) {
-        PictureRenderer renderer(plan, clock, encoding.pictureFormat(), 1, {});
-        const std::int64_t end = clock.firstFrameAt(track[i].stopMs);
-        for (std::int64_t frame = clock.firstFrameAt(track[i].startMs); frame < end; ++frame) {
-            pictures[i].push_back(renderer.frame(frame));
+/// The movie's pictures, as a save makes them.
+class Pictures {
+public:
+    Pictures(const std::vector<Piece>& pieces, const VideoEncoding& encoding) : encoding_(encoding)
+    {
+        plan_->frame = encoding.size;
+        plan_->hasPictureTrack = true;
+        auto& track = plan_->pictureTracks.emplace_back();
+        for (const Piece& piece : pieces) {
+            const int end = plan_->durationMs + piece.lengthMs;
+            track.push_back(
+                {piece.media, plan_->durationMs, end, piece.startMs, piece.startMs + piece.lengthMs, 2, {}});
+            plan_->durationMs = end;
         }
-        return 0.0;
-    });
-    return pictures;
-}
+        for (const PlannedSource& source : track) {
+            plan_->stretches.push_back({source.startMs, source.stopMs, {&source}});
+        }
+    }
 
-double encode(const std::vector<std::vector<SharedFrame>>& pictures, std::size_t from, std::size_t to,
-              const VideoEncoding& encoding)
+    std::vector<SharedFrame> of(std::size_t piece) const
+    {
+        const MovieClock clock{encoding_.fps, 0, plan_->durationMs};
+        PictureRenderer renderer(plan_, clock, encoding_.pictureFormat(), 1, {}, nullptr, pool_);
+        std::vector<SharedFrame> pictures;
+        const PictureStretch& stretch = plan_->stretches[piece];
+        const std::int64_t end = clock.firstFrameAt(stretch.stopMs);
+        for (std::int64_t frame = clock.firstFrameAt(stretch.startMs); frame < end; ++frame) {
+            pictures.push_back(renderer.frame(frame));
+        }
+        return pictures;
+    }
+
+private:
+    VideoEncoding encoding_;
+    std::shared_ptr<Plan> plan_ = std::make_shared<Plan>();
+    PicturePoolPtr pool_ = std::make_shared<PicturePool>(encoding_.pictureFormat(), PicturePool::Rows::kOfEncoders);
+};
+
+/// Seconds for the pieces [from, to) by one encoder.
+double encode(const Pictures& movie, std::size_t from, std::size_t to, const VideoEncoding& encoding)
 {
     std::string why;
     const auto encoder = VideoEncoder::open(encoding, 1, why);
@@ -157,15 +174,25 @@ double encode(const std::vector<std::vector<SharedFrame>>& pictures, std::size_t
         throw std::runtime_error(why);
     }
     std::vector<PacketPtr> packets;
-    const double begin = threadSeconds();
+    double seconds = 0;
     std::int64_t number = 0;
     for (std::size_t i = from; i < to; ++i) {
-        for (const SharedFrame& picture : pictures[i]) {
-            encoder->encode(picture.get(), number++, packets);
+        const auto pictures = movie.of(i);
+        const double begin = threadSeconds();
+        const AVFrame* last = nullptr;
+        for (const SharedFrame& picture : pictures) {
+            // A save has the packet of a picture that stays, where it stands alone.
+            if (encoding.unit() != VideoEncoding::Unit::kPicture || picture.get() != last) {
+                encoder->encode(picture.get(), number++, packets);
+            }
+            last = picture.get();
         }
+        if (i + 1 == to) {
+            encoder->encode(nullptr, 0, packets);
+        }
+        seconds += threadSeconds() - begin;
     }
-    encoder->encode(nullptr, 0, packets);
-    return threadSeconds() - begin;
+    return seconds;
 }
 
 VideoEncoding encodingOf(const std::string& compressor, const std::string& size, int rate)
@@ -215,12 +242,14 @@ try {
         }
         decoding = onThreads(cores(), rows.size(), [&](std::size_t i) { return rows[i]->decode(); });
     }
-    const auto pictures = finished(pieces, encoding);
+    const Pictures movie(pieces, encoding);
+    const bool isOfOneEncoder = encoding.unit() == VideoEncoding::Unit::kMovie;
     const double compressing =
-        encoding.unit() == VideoEncoding::Unit::kMovie
-            ? encode(pictures, 0, pieces.size(), encoding)
-            : onThreads(cores(), pieces.size(), [&](std::size_t i) { return encode(pictures, i, i + 1, encoding); });
-    std::printf("%.3f %.3f %.3f\n", decoding, compressing, (decoding + compressing) / cores());
+        isOfOneEncoder
+            ? encode(movie, 0, pieces.size(), encoding)
+            : onThreads(cores(), pieces.size(), [&](std::size_t i) { return encode(movie, i, i + 1, encoding); });
+    const double wall = std::max((decoding + compressing) / cores(), isOfOneEncoder ? compressing : 0.0);
+    std::printf("%.3f %.3f %.3f\n", decoding, compressing, wall);
     return 0;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

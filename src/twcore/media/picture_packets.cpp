@@ -21,6 +21,7 @@ bool PicturePackets::open(const Patience& patience)
     const AVCodecDescriptor* const codec = avcodec_descriptor_get(this->stream().codecpar->codec_id);
     lookAhead_ = codec != nullptr && (codec->props & AV_CODEC_PROP_INTRA_ONLY) != 0 ? 1 : kGroup;
     running_ = RunningStamps(media_->breaks, 0);
+    isOfOneHeader_ = true;
     forget();
     return true;
 }
@@ -47,6 +48,8 @@ bool PicturePackets::fetch()
             if (packet->pts != AV_NOPTS_VALUE && packet->dts != AV_NOPTS_VALUE) {
                 longestLead_ = std::max(longestLead_, packet->pts - packet->dts);
             }
+            isOfOneHeader_ =
+                isOfOneHeader_ && av_packet_get_side_data(packet.get(), AV_PKT_DATA_NEW_EXTRADATA, nullptr) == nullptr;
             running_.apply(*packet);
             ahead_.push_back(std::move(packet));
             return true;

@@ -42,6 +42,10 @@ public:
     /// The next packet, while there is one.
     const AVPacket& front() const { return *ahead_.front(); }
     PacketPtr take();
+    /// Forgets what was read ahead: a jump comes next.
+    void forget();
+    /// Whether all packets so far are decoded by what the stream's header tells.
+    bool isOfOneHeader() const noexcept { return isOfOneHeader_; }
     /// The last packet has been read, though perhaps not taken.
     bool hasEnded() const noexcept { return fileEnded_; }
 
@@ -69,13 +73,13 @@ public:
 
 private:
     bool fetch();
-    void forget();
 
     MediaFilePtr media_;
     std::unique_ptr<InputFile> file_;
     RunningStamps running_;
     std::deque<PacketPtr> ahead_; // read and not yet taken
     bool fileEnded_ = false;
+    bool isOfOneHeader_ = true;
     std::size_t lookAhead_ = 1;
     std::int64_t longestLead_ = 0; // of decoding ahead of showing, in ticks, as far as it was read
 };

@@ -83,14 +83,14 @@ bool PictureReader::prepare()
 
 bool PictureReader::rest()
 {
-    if (!decoder_ || isBroken()) {
-        return false;
+    if (!decoder_ || isBroken() || media_->listing || !packets_.isOfOneHeader()) {
+        return false; // a packet that says more of the stream is given, or kept at hand, in a file opened anew alone
     }
-    // Other decoders hold little, or would have to see a first packet again that alone says what the stream is.
-    const AVCodecParameters& codec = *packets_.stream().codecpar;
-    if (codec.extradata_size == 0 || (codec.codec_id != AV_CODEC_ID_H264 && codec.codec_id != AV_CODEC_ID_HEVC)) {
-        return false;
+    const AVCodecID codec = packets_.stream().codecpar->codec_id;
+    if (codec != AV_CODEC_ID_H264 && codec != AV_CODEC_ID_HEVC) {
+        return false; // what comes with the first packets may be needed again
     }
+    packets_.forget();
     current_.reset();
     next_.reset();
     decoder_.reset();
@@ -114,6 +114,7 @@ bool PictureReader::takeIndex(double time)
 
 void PictureReader::forgetFile()
 {
+    isRested_ = false;
     index_.reset();
     jumpedTo_.reset();
     current_.reset();

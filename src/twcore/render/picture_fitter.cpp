@@ -21,14 +21,12 @@ namespace {
 
 constexpr int kAlignment = 64;
 
-/// What rows take, in pixels. Encoders that look beyond the edge work on a picture as it is, without a copy, whose rows
-/// lie as far apart as those of their own.
-int rowWidth(const PictureFormat& format)
+/// Of encoders that look beyond the edge.
+int rowWidthOfEncoders(int width)
 {
     constexpr int kEdge = 16;
     constexpr int kStep = 2 * kAlignment; // colour has half of it
-    const int own = format.size.width + 2 * kEdge;
-    return format.pixels == AV_PIX_FMT_YUV420P ? (own + kStep - 1) / kStep * kStep : format.size.width;
+    return (width + 2 * kEdge + kStep - 1) / kStep * kStep;
 }
 
 const int* coefficientsOf(Matrix matrix)
@@ -92,19 +90,46 @@ void turnPlane(std::uint8_t* target, int targetStride, const std::uint8_t* sourc
 
 } // namespace
 
-PicturePoolPtr makePicturePool(const PictureFormat& format)
+PicturePool::PicturePool(const PictureFormat& format, Rows rows) : format_(format)
 {
-    const int bytes = av_image_get_buffer_size(format.pixels, rowWidth(format), format.size.height, kAlignment);
-    AVBufferPool* const pool =
-        bytes > 0 ? av_buffer_pool_init(static_cast<std::size_t>(bytes) + kAlignment, nullptr) : nullptr;
-    if (pool == nullptr) {
+    const auto bytesOf = [&](int width) {
+        return av_image_get_buffer_size(format_.pixels, width, format_.size.height, kAlignment);
+    };
+    if (rows == Rows::kOfEncoders && format_.pixels == AV_PIX_FMT_YUV420P) {
+        rowWidth_ = rowWidthOfEncoders(format_.size.width);
+        pictureBytes_ = bytesOf(rowWidth_);
+    }
+    if (pictureBytes_ <= 0) {
+        rowWidth_ = format_.size.width;
+        pictureBytes_ = bytesOf(rowWidth_);
+    }
+    pool_ = pictureBytes_ > 0 ? av_buffer_pool_init(static_cast<std::size_t>(pictureBytes_) + kAlignment, nullptr)
+                              : nullptr;
+    if (pool_ == nullptr) {
         throw std::bad_alloc();
     }
-    return PicturePoolPtr(pool, FreeByAddress<av_buffer_pool_uninit>{});
+}
+
+PicturePool::~PicturePool() { av_buffer_pool_uninit(&pool_); }
+
+FramePtr PicturePool::newFrame()
+{
+    auto frame = makeFrame();
+    frame->format = format_.pixels;
+    frame->width = format_.size.width;
+    frame->height = format_.size.height;
+    frame->color_range = format_.colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+    frame->buf[0] = av_buffer_pool_get(pool_);
+    if (frame->buf[0] == nullptr) {
+        throw std::bad_alloc();
+    }
+    av_image_fill_arrays(frame->data, frame->linesize, frame->buf[0]->data, format_.pixels, rowWidth_, frame->height,
+                         kAlignment);
+    return frame;
 }
 
 PictureFitter::PictureFitter(PictureFormat format, PicturePoolPtr pool)
-    : format_(format), pool_(pool ? std::move(pool) : makePicturePool(format))
+    : format_(format), pool_(pool ? std::move(pool) : std::make_shared<PicturePool>(format, PicturePool::Rows::kOwn))
 {}
 
 PictureFitter::~PictureFitter()
@@ -112,22 +137,6 @@ PictureFitter::~PictureFitter()
     for (auto& scaler : scalers_) {
         sws_freeContext(scaler.context);
     }
-}
-
-FramePtr PictureFitter::newFrame()
-{
-    auto frame = makeFrame();
-    frame->format = format_.pixels;
-    frame->width = format_.size.width;
-    frame->height = format_.size.height;
-    frame->color_range = format_.colour.isFullRange ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
-    frame->buf[0] = av_buffer_pool_get(pool_.get());
-    if (frame->buf[0] == nullptr) {
-        throw std::bad_alloc();
-    }
-    av_image_fill_arrays(frame->data, frame->linesize, frame->buf[0]->data, format_.pixels, rowWidth(format_),
-                         frame->height, kAlignment);
-    return frame;
 }
 
 void PictureFitter::paintBlack(AVFrame& frame) const

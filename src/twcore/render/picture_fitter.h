@@ -23,8 +23,28 @@ struct PictureFormat {
 };
 
 /// Memory that goes from one picture of a movie to the next. Any thread; pictures may outlive it.
-using PicturePoolPtr = std::shared_ptr<AVBufferPool>;
-PicturePoolPtr makePicturePool(const PictureFormat& format);
+class PicturePool {
+public:
+    enum class Rows {
+        kOwn,       // as long as the picture is wide
+        kOfEncoders // as far apart as those of encoders that look beyond the edge, which then work without a copy
+    };
+    PicturePool(const PictureFormat& format, Rows rows);
+    ~PicturePool();
+    PicturePool(const PicturePool&) = delete;
+    PicturePool& operator=(const PicturePool&) = delete;
+
+    /// To be written; throws std::bad_alloc.
+    FramePtr newFrame();
+    int pictureBytes() const noexcept { return pictureBytes_; }
+
+private:
+    const PictureFormat format_;
+    int rowWidth_ = 0; // pixels
+    int pictureBytes_ = 0;
+    AVBufferPool* pool_ = nullptr;
+};
+using PicturePoolPtr = std::shared_ptr<PicturePool>;
 
 class PictureFitter {
 public:
@@ -53,7 +73,7 @@ private:
         AVPixelFormat source = AV_PIX_FMT_NONE;
     };
 
-    FramePtr newFrame();
+    FramePtr newFrame() { return pool_->newFrame(); }
     void draw(AVFrame& target, const AVFrame& frame, const PictureFacts& facts, const PicturePlace& place);
     void drawFields(AVFrame& target, const AVFrame& frame, const PicturePlace& place);
     void paintBlack(AVFrame& frame) const;

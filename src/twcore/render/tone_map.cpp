@@ -61,7 +61,7 @@ struct Source {
     friend auto operator<=>(const Source&, const Source&) = default;
 };
 
-/// What it does not say is BT.2020's.
+/// What it does not say, or says otherwise than as here, is taken for BT.2020's.
 Source sourceOf(const AVFrame& frame)
 {
     const bool isOlder = frame.colorspace == AVCOL_SPC_BT709 || frame.colorspace == AVCOL_SPC_SMPTE170M

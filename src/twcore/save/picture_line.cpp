@@ -40,7 +40,7 @@ std::size_t bytesOf(const AVFrame& frame)
 PictureLine::PictureLine(PlanPtr plan, MovieClock clock, VideoEncoding encoding, const std::atomic<bool>& cancelled,
                          ReadFaults& faults)
     : plan_(std::move(plan)), clock_(clock), encoding_(encoding), cancelled_(cancelled), faults_(faults),
-      pool_(makePicturePool(encoding_.pictureFormat())),
+      pool_(std::make_shared<PicturePool>(encoding_.pictureFormat(), PicturePool::Rows::kOfEncoders)),
       cuts_(*plan_, clock_, Patience{.cancelled = &cancelled_, .faults = &faults_})
 {
     if (encoding_.copiesUnchanged && encoding_.unit() != VideoEncoding::Unit::kMovie) {
@@ -133,7 +133,7 @@ void PictureLine::orderByWay()
     for (std::size_t i = 0; i + 1 < chunks_.size(); ++i) {
         Chunk& chunk = chunks_[i];
         const Chunk& next = chunks_[i + 1];
-        bytesAhead += (next.end - next.first) * encoding_.size.width * encoding_.size.height * 3 / 2;
+        bytesAhead += (next.end - next.first) * pool_->pictureBytes();
         chunk.isAfterNext = bytesAhead <= kMaxRawBytesAhead && cuts_.leadsPast(chunk.first, next.first, next.end);
         bytesAhead = chunk.isAfterNext ? bytesAhead : 0;
     }

@@ -61,9 +61,14 @@ std::vector<MediaEntry> entriesWithPicture()
 
 constexpr double kAsked = 0.013; // inside a frame, away from its edges
 
-void findsFramesInAnyOrder(const MediaEntry& entry, const MediaFilePtr& media)
+/// Whether the reader rested now and then.
+bool findsFramesInAnyOrder(const MediaEntry& entry, const MediaFilePtr& media)
 {
-    ASSERT_TRUE(media && media->picture);
+    if (!media || !media->picture) {
+        ADD_FAILURE() << "no picture";
+        return false;
+    }
+    bool rested = false;
     std::vector<double> times;
     for (int i = 0; i < entry.frames; ++i) {
         times.push_back(startOfPicture(entry, i) + std::min(kAsked, 0.3 / entry.framesPerSecond()));
@@ -73,11 +78,10 @@ void findsFramesInAnyOrder(const MediaEntry& entry, const MediaFilePtr& media)
     PictureReader reader(media, 2);
     const double first = startsOf(entry).picture;
     for (int asked = 0; const double time : times) {
-        ASSERT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
-        if (++asked % 3 == 0) {
-            reader.rest();
-        }
+        EXPECT_EQ(shownNumber(reader.at(first + time), *media), numberAt(entry, time)) << "at " << time;
+        rested = (++asked % 3 == 0 && reader.rest()) || rested;
     }
+    return rested;
 }
 
 /// As a large file is: with nothing listed by its trial.
@@ -154,15 +158,17 @@ std::string withList(std::string avi, const std::function<void(std::vector<std::
 
 TEST(PictureReader, FindsTheFrameOfATimeInAnyOrder)
 {
+    int rested = 0;
     for (const auto& entry : entriesWithPicture()) {
         SCOPED_TRACE(entry.name);
         const auto media = opened(entry.name);
-        findsFramesInAnyOrder(entry, media);
+        rested += findsFramesInAnyOrder(entry, media);
         if (media && media->listing) {
             SCOPED_TRACE("not listed by its trial");
-            findsFramesInAnyOrder(entry, unlisted(media, media->path));
+            EXPECT_FALSE(findsFramesInAnyOrder(entry, unlisted(media, media->path)));
         }
     }
+    EXPECT_GT(rested, 3) << "H.264 and HEVC in MP4, MOV and Matroska";
 }
 
 TEST(PictureReader, GoesOnWhereItWasPausedAndTellsWhatItPassed)
