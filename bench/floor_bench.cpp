@@ -237,6 +237,7 @@ try {
     double decoding = 0;
     {
         std::vector<std::unique_ptr<PacketRow>> rows;
+        rows.reserve(pieces.size());
         for (const Piece& piece : pieces) {
             rows.push_back(std::make_unique<PacketRow>(piece));
         }
