@@ -20,7 +20,7 @@ programs lie in that folder, and nothing else is measured. The other measures ar
 
 Clips are made once in the folder (build/bench by default) from a real video: the one that Debian's python3-imageio
 brings, or any that BENCH_VIDEO names. results.json there holds all figures. Needs build/bin/quillmont-render,
-build/bin/quillmont-measure and ffmpeg; scripts/setup bench installs the rest.
+quillmont-measure and quillmont-floor-bench beside it, and ffmpeg; scripts/setup bench installs the rest.
 """
 import argparse
 import json

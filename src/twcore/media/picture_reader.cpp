@@ -83,12 +83,16 @@ bool PictureReader::prepare()
 
 bool PictureReader::rest()
 {
-    if (!decoder_ || isBroken() || media_->listing || !packets_.isOfOneHeader()) {
-        return false; // a packet that says more of the stream is given, or kept at hand, in a file opened anew alone
+    if (!decoder_ || isBroken() || media_->picture->isStill) {
+        return false;
     }
+    // A packet that says more of the stream than its header is given by a file alone that was opened anew.
     const AVCodecID codec = packets_.stream().codecpar->codec_id;
-    if (codec != AV_CODEC_ID_H264 && codec != AV_CODEC_ID_HEVC) {
-        return false; // what comes with the first packets may be needed again
+    const bool isToldAhead =
+        !media_->listing && packets_.isOfOneHeader() && (codec == AV_CODEC_ID_H264 || codec == AV_CODEC_ID_HEVC);
+    constexpr int kFewPackets = 20'000; // of long films the file's own list is larger than a dozen pictures
+    if (!isToldAhead || avformat_index_get_entries_count(&packets_.stream()) > kFewPackets) {
+        return false;
     }
     packets_.forget();
     current_.reset();
@@ -178,6 +182,9 @@ SharedFrame PictureReader::exactly(double time)
         return nullptr;
     }
     wanted_ = time;
+    if (isRested_ && time <= media_->picture->startSeconds + 2 * tolerance_) {
+        readAfresh(); // nothing is jumped over for the first picture, which may be whole only then
+    }
     if (std::exchange(isRested_, false) || (stoppedBehind_ && time > *stoppedBehind_) || needsJump(time)) {
         jumpTo(time);
     }

@@ -63,7 +63,7 @@ public:
     void expectUpTo(double seconds) noexcept;
 
     /// Gives back what the decoder holds, a dozen pictures, until somebody asks again; the file stays open. False where
-    /// a new decoder might need more than what follows a jump: then the file has to be opened anew.
+    /// that is not enough, or nothing is held: whoever wants the memory closes the reader.
     bool rest();
     bool isRested() const noexcept { return isRested_; }
 

@@ -161,7 +161,8 @@ SharedFrame PictureFitter::fit(const SharedFrame& frame, const PictureFacts& fac
     const PictureRect all{0, 0, format_.size.width, format_.size.height};
     const AVPixelFormat pixels = withoutRange(static_cast<AVPixelFormat>(frame->format));
     if (place == PicturePlace{all} && PictureSize{frame->width, frame->height} == format_.size
-        && pixels == format_.pixels && colourOf(*frame) == format_.colour && facts.orientation.isPlain()) {
+        && pixels == format_.pixels && colourOf(*frame) == format_.colour && !isHighDynamicRange(*frame)
+        && facts.orientation.isPlain()) {
         return frame;
     }
     auto target = newFrame();

@@ -74,7 +74,6 @@ void PictureRenderer::giveBackDecoders()
         if (expectedEnd_ == kNoEnd || r.lastUse > usesBefore_ || r.uses <= kWorthReopening) {
             return false;
         }
-        r.held = {};
         r.uses = 0;
         return !r.reader->rest();
     });
